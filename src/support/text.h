@@ -1,0 +1,35 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Text operations that more than one room needs: ASCII letter case, search and numbers. */
+#ifndef VELKOR_SUPPORT_TEXT_H
+#define VELKOR_SUPPORT_TEXT_H
+
+#include <string_view>
+
+#include <glib.h>
+
+namespace velkor {
+
+/** The characters of a growable text; empty when there is none. */
+inline std::string_view view_of(const GString *text) noexcept {
+  return text == nullptr ? std::string_view() : std::string_view(text->str, text->len);
+}
+
+/** Whether both texts are equal when ASCII letters count regardless of case. */
+bool equal_ignoring_case(std::string_view left, std::string_view right) noexcept;
+
+/**
+ * Whether `needle` occurs in `text` when only the ASCII letters a to z are upper-cased. Like a
+ * search in zero-terminated copies, both end at their first zero byte; an empty needle occurs
+ * everywhere. Makes no copies.
+ */
+bool contains_ignoring_case(std::string_view text, std::string_view needle) noexcept;
+
+/**
+ * The decimal integer at the start of a zero-terminated text as the standard conversion reads it
+ * (leading white space and sign allowed, 0 without digits), cut to its low 32 bits.
+ */
+gint32 leading_integer(const char *text) noexcept;
+
+}  // namespace velkor
+
+#endif

@@ -1,0 +1,55 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "support/xml.h"
+
+#include <climits>
+
+#include <libxml/SAX2.h>
+#include <libxml/parserInternals.h>
+
+#include "support/text.h"
+
+namespace velkor::xml {
+namespace {
+
+void declare_internal_entity(void *context, const xmlChar *name, int type, const xmlChar *publicId,
+                             const xmlChar *systemId, xmlChar *content) {
+  if (type == XML_INTERNAL_GENERAL_ENTITY || type == XML_INTERNAL_PARAMETER_ENTITY)
+    xmlSAX2EntityDecl(context, name, type, publicId, systemId, content);
+}
+
+xmlParserInputPtr resolve_nothing(void *, const xmlChar *, const xmlChar *) {
+  return nullptr;
+}
+
+void ignore_external_subset(void *, const xmlChar *, const xmlChar *, const xmlChar *) {}
+
+}  // namespace
+
+xmlSAXHandler closed_handler() noexcept {
+  xmlSAXHandler handler{};
+  xmlSAXVersion(&handler, 2);
+  handler.entityDecl = declare_internal_entity;
+  handler.resolveEntity = resolve_nothing;
+  handler.externalSubset = ignore_external_subset;
+  return handler;
+}
+
+Document parse(std::string_view text) noexcept {
+  if (text.empty() || text.size() > INT_MAX)
+    return nullptr;
+  const Parser parser(xmlCreateMemoryParserCtxt(text.data(), static_cast<int>(text.size())));
+  if (!parser)
+    return nullptr;
+  *parser->sax = closed_handler();
+  xmlCtxtUseOptions(parser.get(), parse_options);
+  xmlParseDocument(parser.get());
+  Document document(parser->myDoc);
+  parser->myDoc = nullptr;
+  return parser->wellFormed != 0 ? std::move(document) : nullptr;
+}
+
+bool is_named(const xmlNode *node, std::string_view name) noexcept {
+  return equal_ignoring_case(name_of(node), name);
+}
+
+}  // namespace velkor::xml

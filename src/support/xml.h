@@ -1,0 +1,83 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Owners and small helpers over libxml2, and the one way a document is parsed. */
+#ifndef VELKOR_SUPPORT_XML_H
+#define VELKOR_SUPPORT_XML_H
+
+#include <memory>
+#include <string_view>
+
+#include <libxml/parser.h>
+#include <libxml/tree.h>
+
+#include "support/owned.h"
+
+namespace velkor::xml {
+
+inline void free_chars(xmlChar *text) noexcept {
+  xmlFree(text);
+}
+
+using Document = std::unique_ptr<xmlDoc, ReleaseWith<xmlFreeDoc>>;
+using Node = std::unique_ptr<xmlNode, ReleaseWith<xmlFreeNode>>;
+using Chars = std::unique_ptr<xmlChar, ReleaseWith<free_chars>>;
+using Parser = std::unique_ptr<xmlParserCtxt, ReleaseWith<xmlFreeParserCtxt>>;
+
+/** Options for every parse: nothing from the network, entities replaced within libxml2's bounds. */
+inline constexpr int parse_options = XML_PARSE_NONET | XML_PARSE_NOENT;
+
+/**
+ * Makes a SAX2 handler block whose documents cannot reach outside: declarations of external
+ * entities are passed over, so that no file or address is ever opened, and diagnostics go to
+ * libxml2's generic error handler.
+ */
+xmlSAXHandler closed_handler() noexcept;
+
+/**
+ * Parses `text`, which need not be zero-terminated.
+ * @return the document, or null when the text is not well-formed, empty or beyond libxml2's limits
+ */
+Document parse(std::string_view text) noexcept;
+
+inline const xmlChar *chars(const char *text) noexcept {
+  return reinterpret_cast<const xmlChar *>(text);
+}
+inline const char *chars(const xmlChar *text) noexcept {
+  return reinterpret_cast<const char *>(text);
+}
+
+/** The name of a node: that of an element as written, of other nodes as libxml2 calls them. */
+inline std::string_view name_of(const xmlNode *node) noexcept {
+  return node->name == nullptr ? std::string_view() : std::string_view(chars(node->name));
+}
+
+/** Whether the node's name is `name` when letter case does not count. */
+bool is_named(const xmlNode *node, std::string_view name) noexcept;
+
+/** Siblings from `first` on as a range of `xmlNode *`. */
+class Siblings {
+public:
+  class Iterator {
+  public:
+    explicit Iterator(xmlNode *node) noexcept : node_(node) {}
+    xmlNode *operator*() const noexcept { return node_; }
+    Iterator &operator++() noexcept {
+      node_ = node_->next;
+      return *this;
+    }
+    bool operator==(const Iterator &) const noexcept = default;
+
+  private:
+    xmlNode *node_;
+  };
+
+  explicit Siblings(xmlNode *first) noexcept : first_(first) {}
+  [[nodiscard]] Iterator begin() const noexcept { return Iterator(first_); }
+  [[nodiscard]] Iterator end() const noexcept { return Iterator(nullptr); }
+
+private:
+  xmlNode *first_;
+};
+
+}  // namespace velkor::xml
+
+#endif

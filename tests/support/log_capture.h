@@ -1,0 +1,44 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Collects what is logged through GLib while it lives, instead of printing it. */
+#ifndef VELKOR_TESTS_SUPPORT_LOG_CAPTURE_H
+#define VELKOR_TESTS_SUPPORT_LOG_CAPTURE_H
+
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include <glib.h>
+
+namespace velkor::testing {
+
+class LogCapture {
+public:
+  LogCapture();
+  ~LogCapture();
+  LogCapture(const LogCapture &) = delete;
+  LogCapture &operator=(const LogCapture &) = delete;
+
+  /** The messages of warning level so far, in order. */
+  [[nodiscard]] std::vector<std::string> warnings() const { return at_level(G_LOG_LEVEL_WARNING); }
+  [[nodiscard]] std::vector<std::string> criticals() const {
+    return at_level(G_LOG_LEVEL_CRITICAL);
+  }
+
+private:
+  struct Entry {
+    GLogLevelFlags level;
+    std::string text;
+  };
+
+  static void collect(const gchar *domain, GLogLevelFlags level, const gchar *message,
+                      gpointer self);
+  [[nodiscard]] std::vector<std::string> at_level(GLogLevelFlags level) const;
+
+  GLogFunc earlier_;
+  mutable std::mutex mutex_;
+  std::vector<Entry> entries_;
+};
+
+}  // namespace velkor::testing
+
+#endif

@@ -1,0 +1,68 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** A temporary home with a pinned time zone and locale; everything is restored by scope. */
+#ifndef VELKOR_TESTS_SUPPORT_SANDBOX_H
+#define VELKOR_TESTS_SUPPORT_SANDBOX_H
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace velkor::testing {
+
+/** Sets an environment variable (nullopt removes it) while it lives. */
+class EnvironmentVariable {
+public:
+  EnvironmentVariable(std::string name, const std::optional<std::string> &value);
+  ~EnvironmentVariable();
+  EnvironmentVariable(const EnvironmentVariable &) = delete;
+  EnvironmentVariable &operator=(const EnvironmentVariable &) = delete;
+
+private:
+  std::string name_;
+  std::optional<std::string> earlier_;
+};
+
+/** A new empty directory that is removed with all it holds. */
+class TemporaryDirectory {
+public:
+  TemporaryDirectory();
+  ~TemporaryDirectory();
+  TemporaryDirectory(const TemporaryDirectory &) = delete;
+  TemporaryDirectory &operator=(const TemporaryDirectory &) = delete;
+
+  [[nodiscard]] const std::filesystem::path &path() const { return path_; }
+
+private:
+  std::filesystem::path path_;
+};
+
+/** HOME in a temporary directory, TZ=Europe/Amsterdam, LC_ALL=C.UTF-8. */
+class Sandbox {
+public:
+  Sandbox();
+  ~Sandbox();
+  Sandbox(const Sandbox &) = delete;
+  Sandbox &operator=(const Sandbox &) = delete;
+
+  [[nodiscard]] const std::filesystem::path &home() const { return directory_.path(); }
+  /** The cache directory that the library uses by default in this home. */
+  [[nodiscard]] std::filesystem::path cache() const { return home() / ".velkor"; }
+
+private:
+  TemporaryDirectory directory_;
+  EnvironmentVariable home_;
+  EnvironmentVariable zone_;
+  EnvironmentVariable locale_;
+};
+
+/** The whole content of a file; throws when it cannot be read. */
+std::string read_file(const std::filesystem::path &path);
+void write_file(const std::filesystem::path &path, std::string_view content);
+/** gzip, as the cache files are compressed. */
+void write_gzip(const std::filesystem::path &path, std::string_view content);
+std::string read_gzip(const std::filesystem::path &path);
+
+}  // namespace velkor::testing
+
+#endif

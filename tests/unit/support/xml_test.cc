@@ -1,0 +1,64 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "support/xml.h"
+
+#include <fstream>
+#include <string>
+
+#include <glib.h>
+#include <gtest/gtest.h>
+
+namespace velkor {
+namespace {
+
+/** Keeps libxml2's diagnoses off the test's output. */
+class XmlParse : public testing::Test {
+protected:
+  XmlParse() {
+    xmlSetGenericErrorFunc(nullptr, [](void *, const char *, ...) {});
+  }
+  ~XmlParse() override { xmlSetGenericErrorFunc(nullptr, nullptr); }
+
+  static std::string text_of_root(const std::string &text) {
+    const auto document = xml::parse(text);
+    if (!document)
+      return "unusable";
+    const xml::Chars content(
+        xmlNodeListGetString(document.get(), xmlDocGetRootElement(document.get())->children, 1));
+    return content ? xml::chars(content.get()) : "";
+  }
+};
+
+TEST_F(XmlParse, RefusesWhatIsNotWellFormed) {
+  EXPECT_EQ(xml::parse("<a>"), nullptr);
+  EXPECT_EQ(xml::parse(""), nullptr);
+  EXPECT_EQ(xml::parse("text"), nullptr);
+}
+
+TEST_F(XmlParse, ReplacesEntities) {
+  EXPECT_EQ(text_of_root("<a>&amp;&#65;</a>"), "&A");
+  EXPECT_EQ(text_of_root("<!DOCTYPE a [<!ENTITY e 'text'>]><a>&e;</a>"), "text");
+}
+
+TEST_F(XmlParse, NeverOpensAFile) {
+  const std::string path = testing::TempDir() + "xml_test_secret.txt";
+  std::ofstream(path) << "secret";
+  const std::string text = "<!DOCTYPE a [<!ENTITY e SYSTEM 'file://" + path + "'>]><a>x&e;y</a>";
+  EXPECT_EQ(text_of_root(text).find("secret"), std::string::npos);
+  const std::string subset = "<!DOCTYPE a SYSTEM 'file://" + path + "'><a>x</a>";
+  EXPECT_EQ(text_of_root(subset), "x");
+  std::remove(path.c_str());
+}
+
+TEST_F(XmlParse, RefusesEntitiesThatGrowWithoutBound) {
+  std::string text = "<!DOCTYPE a [<!ENTITY e0 'aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa'>";
+  for (int level = 1; level < 12; ++level) {
+    text += "<!ENTITY e" + std::to_string(level) + " '";
+    for (int copy = 0; copy < 10; ++copy)
+      text += "&e" + std::to_string(level - 1) + ";";
+    text += "'>";
+  }
+  EXPECT_EQ(text_of_root(text + "]><a>&e11;</a>"), "unusable");
+}
+
+}  // namespace
+}  // namespace velkor
