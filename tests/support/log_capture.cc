@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "tests/support/log_capture.h"
 
-namespace velkor::testing {
+namespace velkor::test {
 
 LogCapture::LogCapture() : earlier_(g_log_set_default_handler(collect, this)) {}
 
@@ -25,4 +25,4 @@ std::vector<std::string> LogCapture::at_level(GLogLevelFlags level) const {
   return texts;
 }
 
-}  // namespace velkor::testing
+}  // namespace velkor::test

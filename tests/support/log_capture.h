@@ -9,7 +9,7 @@
 
 #include <glib.h>
 
-namespace velkor::testing {
+namespace velkor::test {
 
 class LogCapture {
 public:
@@ -39,6 +39,6 @@ private:
   std::vector<Entry> entries_;
 };
 
-}  // namespace velkor::testing
+}  // namespace velkor::test
 
 #endif

@@ -11,7 +11,7 @@
 
 #include <zlib.h>
 
-namespace velkor::testing {
+namespace velkor::test {
 namespace {
 
 std::optional<std::string> value_of(const std::string &name) {
@@ -102,4 +102,4 @@ std::string read_gzip(const std::filesystem::path &path) {
   return content;
 }
 
-}  // namespace velkor::testing
+}  // namespace velkor::test

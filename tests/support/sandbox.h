@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace velkor::testing {
+namespace velkor::test {
 
 /** Sets an environment variable (nullopt removes it) while it lives. */
 class EnvironmentVariable {
@@ -63,6 +63,6 @@ void write_file(const std::filesystem::path &path, std::string_view content);
 void write_gzip(const std::filesystem::path &path, std::string_view content);
 std::string read_gzip(const std::filesystem::path &path);
 
-}  // namespace velkor::testing
+}  // namespace velkor::test
 
 #endif

@@ -1,21 +1,21 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "support/xml.h"
 
-#include <fstream>
 #include <string>
 
-#include <glib.h>
 #include <gtest/gtest.h>
+
+#include "tests/support/sandbox.h"
 
 namespace velkor {
 namespace {
 
+void stay_silent(void *, const char *, ...) {}
+
 /** Keeps libxml2's diagnoses off the test's output. */
 class XmlParse : public testing::Test {
 protected:
-  XmlParse() {
-    xmlSetGenericErrorFunc(nullptr, [](void *, const char *, ...) {});
-  }
+  XmlParse() { xmlSetGenericErrorFunc(nullptr, stay_silent); }
   ~XmlParse() override { xmlSetGenericErrorFunc(nullptr, nullptr); }
 
   static std::string text_of_root(const std::string &text) {
@@ -40,13 +40,13 @@ TEST_F(XmlParse, ReplacesEntities) {
 }
 
 TEST_F(XmlParse, NeverOpensAFile) {
-  const std::string path = testing::TempDir() + "xml_test_secret.txt";
-  std::ofstream(path) << "secret";
+  const test::TemporaryDirectory directory;
+  const std::string path = directory.path() / "secret.txt";
+  test::write_file(path, "secret");
   const std::string text = "<!DOCTYPE a [<!ENTITY e SYSTEM 'file://" + path + "'>]><a>x&e;y</a>";
   EXPECT_EQ(text_of_root(text).find("secret"), std::string::npos);
   const std::string subset = "<!DOCTYPE a SYSTEM 'file://" + path + "'><a>x</a>";
   EXPECT_EQ(text_of_root(subset), "x");
-  std::remove(path.c_str());
 }
 
 TEST_F(XmlParse, RefusesEntitiesThatGrowWithoutBound) {
