@@ -1,0 +1,129 @@
+<?xml version="1.0" encoding="UTF-8"?>
+<!-- SPDX-License-Identifier: LGPL-2.1-or-later -->
+<!-- Turns the display document into a page. It orders the postings as SortMode and SortRichting
+     say. What a posting contains becomes text, except the TagInfo that was reduced before. -->
+<xsl:stylesheet version="1.0" xmlns:xsl="http://www.w3.org/1999/XSL/Transform">
+  <xsl:output method="html" encoding="UTF-8" indent="no" doctype-system="about:legacy-compat"/>
+  <xsl:param name="policy"/>
+  <xsl:param name="style"/>
+  <xsl:param name="script"/>
+  <xsl:param name="notice"/>
+
+  <xsl:template match="/Events">
+    <html lang="nl">
+      <head>
+        <meta charset="utf-8"/>
+        <meta http-equiv="Content-Security-Policy" content="{$policy}"/>
+        <meta name="viewport" content="width=device-width, initial-scale=1"/>
+        <meta name="referrer" content="no-referrer"/>
+        <title>ZOX postings</title>
+        <style><xsl:value-of select="$style"/></style>
+        <script><xsl:value-of select="$script" disable-output-escaping="yes"/></script>
+      </head>
+      <body>
+        <header>
+          <h1>ZOX postings</h1>
+          <p class="about">
+            <xsl:value-of select="count(.//Event)"/>
+            <xsl:text> postings, </xsl:text>
+            <xsl:value-of select="DateTimeGenerated[1]"/>
+          </p>
+          <xsl:if test="$notice != ''">
+            <p class="notice" role="alert"><xsl:value-of select="$notice"/></p>
+          </xsl:if>
+        </header>
+        <main>
+          <xsl:choose>
+            <xsl:when test="CatEvents">
+              <xsl:apply-templates select="CatEvents"/>
+            </xsl:when>
+            <xsl:otherwise>
+              <xsl:call-template name="rows"/>
+            </xsl:otherwise>
+          </xsl:choose>
+        </main>
+      </body>
+    </html>
+  </xsl:template>
+
+  <xsl:template match="CatEvents">
+    <section>
+      <h2>
+        <xsl:value-of select="@catName"/>
+        <xsl:text> (</xsl:text>
+        <xsl:value-of select="count(Event)"/>
+        <xsl:text>)</xsl:text>
+      </h2>
+      <xsl:call-template name="rows"/>
+    </section>
+  </xsl:template>
+
+  <!-- The rows of the current element in the order that it asks for; the posting's number breaks
+       ties, so that the same document always gives the same page. -->
+  <xsl:template name="rows">
+    <xsl:variable name="direction">
+      <xsl:choose>
+        <xsl:when test="SortRichting[1] = 'ascending'">ascending</xsl:when>
+        <xsl:otherwise>descending</xsl:otherwise>
+      </xsl:choose>
+    </xsl:variable>
+    <xsl:variable name="mode" select="string(SortMode[1])"/>
+    <ol class="events">
+      <xsl:choose>
+        <xsl:when test="$mode = 'Title' or $mode = 'Poster'">
+          <xsl:apply-templates select="Event">
+            <xsl:sort order="{$direction}" data-type="text" lang="nl"
+                      select="*[name() = $mode][1]"/>
+            <xsl:sort order="ascending" data-type="number" select="PostID[1]"/>
+          </xsl:apply-templates>
+        </xsl:when>
+        <xsl:otherwise>
+          <xsl:apply-templates select="Event">
+            <xsl:sort order="{$direction}" data-type="number" select="*[name() = $mode][1]"/>
+            <xsl:sort order="ascending" data-type="number" select="PostID[1]"/>
+          </xsl:apply-templates>
+        </xsl:otherwise>
+      </xsl:choose>
+    </ol>
+  </xsl:template>
+
+  <xsl:template match="Event">
+    <li class="event" data-id="{PostID[1]}">
+      <xsl:if test="Status[1] = -2 or Status[1] = -3">
+        <xsl:attribute name="class">event deleted</xsl:attribute>
+      </xsl:if>
+      <h3><xsl:value-of select="Title[1]"/></h3>
+      <p class="facts">
+        <xsl:if test="Stamp[1] &gt;= /Events/PrevCheck[1]">
+          <span class="new">Nieuw</span>
+        </xsl:if>
+        <span><xsl:value-of select="Datum[1]"/></span>
+        <span class="poster"><xsl:value-of select="Poster[1]"/></span>
+        <span>Nr. <xsl:value-of select="PostID[1]"/></span>
+        <span>Waardering <xsl:value-of select="Rating[1]"/></span>
+        <xsl:if test="Newsgroups">
+          <span><xsl:for-each select="Newsgroups">
+            <xsl:if test="position() &gt; 1">, </xsl:if>
+            <xsl:value-of select="."/>
+          </xsl:for-each></span>
+        </xsl:if>
+        <xsl:if test="Watchlist[1] = 1"><span>Op de watchlist</span></xsl:if>
+      </p>
+      <details>
+        <summary>Meer</summary>
+        <xsl:copy-of select="TagInfo[1]/node()"/>
+        <xsl:for-each select="Ann[1] | Des[1] | Sig[1]">
+          <p class="long"><xsl:value-of select="."/></p>
+        </xsl:for-each>
+        <xsl:if test="MP3/Track">
+          <ol><xsl:for-each select="MP3/Track"><li><xsl:value-of select="."/></li></xsl:for-each></ol>
+        </xsl:if>
+        <xsl:for-each select="Reactie">
+          <p class="long"><b><xsl:value-of select="Author[1]"/></b>
+            <xsl:text> </xsl:text><xsl:value-of select="Datum[1]"/><br/>
+            <xsl:value-of select="Body[1]"/></p>
+        </xsl:for-each>
+      </details>
+    </li>
+  </xsl:template>
+</xsl:stylesheet>

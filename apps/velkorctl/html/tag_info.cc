@@ -1,0 +1,93 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "tag_info.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <climits>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <libxml/HTMLparser.h>
+
+#include "xml_owned.h"
+
+namespace velkorctl {
+namespace {
+
+constexpr std::string_view link_prefix = "iets.html#link";
+constexpr int html_options = HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING |
+                             HTML_PARSE_NONET | HTML_PARSE_NODEFDTD;
+
+bool is_one_of(std::string_view name, std::initializer_list<std::string_view> names) {
+  return std::ranges::find(names, name) != names.end();
+}
+
+bool starts_with_ignoring_case(std::string_view text, std::string_view lower) {
+  return text.size() >= lower.size() &&
+         std::ranges::equal(text.substr(0, lower.size()), lower, [](char found, char wanted) {
+           return std::tolower(static_cast<unsigned char>(found)) == wanted;
+         });
+}
+
+/** The address behind the library's form of link, or empty when it is anything else. */
+std::string address_of(const xmlNode *anchor) {
+  const XmlText href(xmlGetProp(anchor, xml_chars("href")));
+  std::string_view address = view_of(href.get());
+  if (address.substr(0, link_prefix.size()) != link_prefix)
+    return {};
+  address.remove_prefix(link_prefix.size());
+  const bool is_web = starts_with_ignoring_case(address, "http://") ||
+                      starts_with_ignoring_case(address, "https://");
+  return is_web ? std::string(address) : std::string();
+}
+
+void copy_reduced(xmlNode *children, xmlNode *target);
+
+void copy_element(xmlNode *element, xmlNode *target) {
+  const std::string_view name = view_of(element->name);
+  if (is_one_of(name, {"script", "style", "template", "noscript"}))
+    return;
+  if (is_one_of(name, {"table", "tr", "td", "b"})) {
+    copy_reduced(element->children, xmlNewChild(target, nullptr, element->name, nullptr));
+    return;
+  }
+  const std::string address = name == "a" ? address_of(element) : std::string();
+  if (address.empty()) {
+    copy_reduced(element->children, target);
+    return;
+  }
+  xmlNode *link = xmlNewChild(target, nullptr, element->name, nullptr);
+  xmlNewProp(link, xml_chars("href"), xml_chars(address.c_str()));
+  xmlNewProp(link, xml_chars("rel"), xml_chars("noopener noreferrer nofollow"));
+  copy_reduced(element->children, link);
+}
+
+void copy_reduced(xmlNode *children, xmlNode *target) {
+  for (xmlNode *node = children; node != nullptr; node = node->next) {
+    if (node->type == XML_ELEMENT_NODE)
+      copy_element(node, target);
+    else if (node->type == XML_TEXT_NODE)
+      xmlAddChild(target, xmlNewText(node->content));
+  }
+}
+
+}  // namespace
+
+void reduce_tag_info(xmlNode *element) {
+  const std::string text = content_of(element);
+  while (element->children != nullptr) {
+    xmlNode *child = element->children;
+    xmlUnlinkNode(child);
+    xmlFreeNode(child);
+  }
+  if (text.empty() || text.size() > INT_MAX)
+    return;
+  const XmlDocument html(
+      htmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, "UTF-8", html_options));
+  if (html)
+    copy_reduced(html->children, element);
+}
+
+}  // namespace velkorctl
