@@ -1,5 +1,43 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The whole C interface of libvelkor. */
+/**
+ * @file
+ * The whole C interface of libvelkor, the core of a desktop client for the ZOX service.
+ *
+ * What holds everywhere, unless a function's own comment says otherwise:
+ *
+ * **The core.** There is one core record, `core`, between zox_app_core_init() and
+ * zox_app_core_cleanup(). A function that needs it aborts with the assertion "core" while there
+ * is none.
+ *
+ * **Arguments.** No pointer may be null. An empty `GSList *` is null and allowed. Arguments stay
+ * the caller's.
+ *
+ * **Results.** A returned `char *`, ZoxString, record or list belongs to the caller: texts go to
+ * `g_free()`, growable texts to `g_string_free(text, TRUE)`, records to the free function of their
+ * module. A returned `const char *` is constant and never freed. Everything is allocated with
+ * GLib.
+ *
+ * **Messages.** A `char **` receives a message that the caller releases with `g_free()`; the place
+ * may be null when the message is not wanted. "Set to null" means that an earlier content is
+ * overwritten, not freed.
+ *
+ * **Assertions.** A programming error prints file, line, function and the failed expression and
+ * aborts, in every build. "Asserts x" in a comment names such an expression; assertions on `core`
+ * are not repeated.
+ *
+ * **Threads.** "Threads: any" functions may be called by every thread at the same time.
+ * "Threads: any, own data" functions likewise, as long as no other thread uses the record or list
+ * given. "Threads: the core's" functions belong to the thread that called zox_app_core_init() and
+ * runs the main loop: configuration, categories, tags, newsgroups, watchlist, watchers and mail
+ * have no lock.
+ *
+ * **Times** are counts of seconds since 1970-01-01 00:00 UTC as the server states them, except
+ * where the local clock is named. Numbers in the server's documents are read as signed 32-bit
+ * decimals and widened with their sign.
+ *
+ * **Files.** A file that the library writes is written beside its target, flushed to disk and
+ * renamed over it: a reader finds the old content or the new, never half a file.
+ */
 #ifndef VELKOR_VELKOR_H
 #define VELKOR_VELKOR_H
 

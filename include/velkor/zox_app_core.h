@@ -1,4 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
+/**
+ * @file
+ * Start-up, shut-down and the one record through which everything is reached.
+ */
 #ifndef VELKOR_ZOX_APP_CORE_H
 #define VELKOR_ZOX_APP_CORE_H
 
@@ -7,30 +11,88 @@
 
 G_BEGIN_DECLS
 
+/** Everything that the library keeps. It starts zero-filled and owns what its fields point to. */
 typedef struct _ZoxAppCore {
-  ZoxConfig     *config;
-  ZOXFilterlist *filterlist;
-  ZOXEventlist  *eventlist;
-  guint32        watchlistUnchanged;
-  guint32        watcherNoHits;
-  GSList        *groups;                   /* ZoxGroup * */
-  GSList        *categories;               /* ZoxCategory * */
-  GSList        *mail;                     /* ZoxBericht * */
-  GSList        *tags;                     /* ZoxTag * */
+  ZoxConfig *config;          /**< the settings */
+  ZOXFilterlist *filterlist;  /**< the user's filters */
+  ZOXEventlist *eventlist;    /**< all known postings */
+  guint32 watchlistUnchanged; /**< set to 0 when a posting on the watchlist is replaced; setting
+                                   it to 1 is the front end's business */
+  guint32 watcherNoHits;      /**< set to 0 when a merged posting matches a watcher; setting it to
+                                   1 is the front end's business */
+  GSList *groups;             /**< of ZoxGroup, the newsgroups; null while unknown */
+  GSList *categories;         /**< of ZoxCategory */
+  GSList *mail;               /**< of ZoxBericht, oldest first */
+  GSList *tags;               /**< of ZoxTag */
 } ZoxAppCore;
 
+/** The core record; null before zox_app_core_init() and after zox_app_core_cleanup(). */
 extern ZoxAppCore *core;
 
-gint32         zox_app_core_init(const char *dataDir, const char *cacheDir,
-                                 const char *libDir, const char *dbusArgument,
-                                 gint32 isGui, char **dbusError, gint32 *dbusOk);
-void           zox_app_core_cleanup(void);
-guint32        zox_app_core_is_first_time(void);
-ZOXFilterlist *zox_filterlist_get(void);
-ZOXEventlist  *zox_eventlist_get(void);
-char          *zox_error_msg(ZoxErrorCode code, const char *serverText);
+/**
+ * Starts the library: GLib's threads and types, the D-Bus service, the directories, the settings,
+ * filters, categories, tags, newsgroups, mail and the cached postings. Missing or unreadable files
+ * are no failure; the defaults stand in and the default filters and an empty mail file are written.
+ * When another instance owns the D-Bus service, that one is asked to come to the front and this
+ * process prints "Velkor is reeds actief\n" and exits with status 1. Asserts "core == NULL".
+ * Threads: the main thread, before any other function.
+ * @param dataDir       data directory of the front end; null for "/usr/share/velkor"
+ * @param cacheDir      directory of all files written; null for ".velkor" in the home directory.
+ *                      An unusable one ends the process, see zox_file_set_cache_dir()
+ * @param libDir        directory of the authentication plug-in; null for "/usr/lib64"
+ * @param dbusArgument  text kept on the D-Bus object for the front end; may be null
+ * @param isGui         number kept on the D-Bus object, see velkor_dbus_is_gui()
+ * @param dbusError     receives a message when the bus cannot be used; may be null; otherwise
+ *                      untouched
+ * @param dbusOk        receives 1 when this process now owns the service, else 0
+ * @return 1
+ */
+gint32 zox_app_core_init(const char *dataDir, const char *cacheDir, const char *libDir,
+                         const char *dbusArgument, gint32 isGui, char **dbusError, gint32 *dbusOk);
 
-/* Addition to the interface. */
+/**
+ * Stops the D-Bus service, saves the settings, releases all but the library directory's name and
+ * the mail, and sets `core` to null; does nothing without a core. No request may be running.
+ * Threads: the core's.
+ */
+void zox_app_core_cleanup(void);
+
+/**
+ * Asserts "core->config". Threads: the core's.
+ * @return `core->config->firstTime`: 1 until a file with user name and password was loaded
+ */
+guint32 zox_app_core_is_first_time(void);
+
+/**
+ * Threads: any.
+ * @return `core->filterlist` with a new reference, which the caller drops with `g_object_unref()`
+ */
+ZOXFilterlist *zox_filterlist_get(void);
+
+/**
+ * Threads: any.
+ * @return `core->eventlist` with a new reference, which the caller drops with `g_object_unref()`
+ */
+ZOXEventlist *zox_eventlist_get(void);
+
+/**
+ * The Dutch sentence for a result. Does not need the core. Threads: any.
+ * @param code        a result code
+ * @param serverText  the server's notice, used by code 29 only; else it may be null
+ * @return a new text; "Onbekende errcode!\n" for a code without a sentence
+ */
+char *zox_error_msg(ZoxErrorCode code, const char *serverText);
+
+/**
+ * Addition to the interface: chooses what a server's reply or a file may cost. By default a record
+ * that lacks a text it must have is taken for a programming error and aborts. In tolerant mode that
+ * one record is passed over with a warning and reading goes on: a posting whose "Groups" or "Tags"
+ * has no text, a message without "From", "Subject" or "Body", an overview entry whose "Edit" has no
+ * text; of a profile only the empty text is passed over. An "Event" without "Code" in a forum is
+ * passed over too, instead of being asked for ever. Does not need the core. Threads: any, before
+ * reading starts.
+ * @param tolerant  non-zero to switch the tolerant mode on, 0 to switch it off (the default)
+ */
 void zox_set_tolerant(gint32 tolerant);
 
 G_END_DECLS

@@ -1,4 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
+/**
+ * @file
+ * The settings, kept in "velkor.conf" in the cache directory: one key=value line per field, the
+ * key being the field's name. The file holds a password and is readable by its owner alone.
+ */
 #ifndef VELKOR_ZOX_CONFIG_H
 #define VELKOR_ZOX_CONFIG_H
 
@@ -7,50 +12,88 @@
 
 G_BEGIN_DECLS
 
+/**
+ * The settings; one record, `core->config`, which owns its texts and lists. The value behind each
+ * field is the one that it has before a file is read. The front end reads and changes the fields
+ * directly, on the core's thread and while no request runs on another; "front end" marks those
+ * that the library only keeps.
+ */
 typedef struct _ZoxConfig {
-  guint32          firstTime;
-  gint64           lastCheck;
-  gint64           prevCheck;
-  guint32          ledenCount;
-  ZoxString       *usersOnline;
-  ZoxString       *username;
-  ZoxString       *password;
-  ZoxString       *proxyHost;
-  ZoxString       *proxyPort;
-  ZoxString       *proxyUser;
-  ZoxString       *proxyPassword;
-  ZoxString       *htmlRenderer;
-  GSList          *watchlist;              /* ZoxString * */
-  GSList          *badword;                /* ZoxString * */
-  gint32           updatenBijOpstarten;
-  gint32           toonInfoBijEenZoekresultaat;
-  gint32           startMaximized;
-  gint32           toonStatusBijLaden;
-  gint32           toonCategoriseerdeLijstBijKnopNieuw;
-  gint32           trayIcon;
-  gint32           toonGUIGroupFilter;
-  gint32           recursiveUpdate;
-  gint32           groupFilter;
-  ZoxSplittedList *groupFilterList;
-  gint32           verwijderPostsNaXDagen;
-  gint32           gebruikFontFamily;
-  gint32           geenTabbedBrowsing;
-  GSList          *watcher;                /* ZoxString * */
-  gint32           toonWatcherNotifications;
-  gint32           openPostinfoOpAchtergrond;
-  ZoxString       *ircNickname;
-  ZoxString       *ircAltNickname;
-  gint32           toonIRCClient;
-  gint32           ratingScale;
-  GSList          *statusFilter;           /* GINT_TO_POINTER */
+  guint32 firstTime;        /**< 1; 0 once a file with both user name and password was loaded */
+  gint64 lastCheck;         /**< 0; server time of the last update. Saved as signed 32-bit */
+  gint64 prevCheck;         /**< 0; server time of the update before; postings at or after it are
+                                 new. Saved as signed 32-bit */
+  guint32 ledenCount;       /**< 0; number of members, as the server states it */
+  ZoxString *usersOnline;   /**< "Onbekend"; users online, as the server words it; may be null */
+  ZoxString *username;      /**< null; the account */
+  ZoxString *password;      /**< null; without one, requests go out without credentials */
+  ZoxString *proxyHost;     /**< null; HTTP proxy, used only together with proxyPort */
+  ZoxString *proxyPort;     /**< null; its port in decimal */
+  ZoxString *proxyUser;     /**< null; used only together with proxyPassword */
+  ZoxString *proxyPassword; /**< null */
+  ZoxString *htmlRenderer;  /**< empty; front end: choice of renderer */
+  GSList *watchlist;        /**< null; of ZoxString, post ids in decimal; see zox_watchlist.h */
+  GSList *badword; /**< null; of ZoxString, none null; a posting whose title holds one of them,
+                        regardless of case, is dropped when it is read */
+  gint32 updatenBijOpstarten;                 /**< 1; front end: update at start */
+  gint32 toonInfoBijEenZoekresultaat;         /**< 1; front end: details of a single hit */
+  gint32 startMaximized;                      /**< 1; front end */
+  gint32 toonStatusBijLaden;                  /**< 1; front end: progress while loading */
+  gint32 toonCategoriseerdeLijstBijKnopNieuw; /**< 1; front end: list behind the button New */
+  gint32 trayIcon;                            /**< 1; front end */
+  gint32 toonGUIGroupFilter;                  /**< 0; front end: show the newsgroup filter */
+  gint32 recursiveUpdate;           /**< 0; non-zero: an update asks on until nothing is new */
+  gint32 groupFilter;               /**< 0; front end: newsgroup filter on or off */
+  ZoxSplittedList *groupFilterList; /**< null; newsgroup ids in decimal; the copy of a filter with a
+                                         newsgroup condition takes this list */
+  gint32 verwijderPostsNaXDagen;   /**< 1; age at which postings go: 0 to 6 mean 7, 14, ... 49 days;
+                                        any other value keeps all, with a warning */
+  gint32 gebruikFontFamily;        /**< 1; front end */
+  gint32 geenTabbedBrowsing;       /**< 0; front end */
+  GSList *watcher;                 /**< null; of ZoxString, search texts; see zox_watcher.h */
+  gint32 toonWatcherNotifications; /**< 1; front end */
+  gint32 openPostinfoOpAchtergrond; /**< 1; front end: details open in the background */
+  ZoxString *ircNickname;           /**< null; front end */
+  ZoxString *ircAltNickname;        /**< empty; front end */
+  gint32 toonIRCClient;             /**< 1; front end */
+  gint32 ratingScale;               /**< 100; the rating that is shown as 100; not 0 */
+  GSList *statusFilter; /**< null; front end: states to show, GINT_TO_POINTER in the cells */
 } ZoxConfig;
 
-void       zox_config_init(void);
-void       zox_config_load(void);
-void       zox_config_save(void);
-void       zox_config_free(void);
+/**
+ * Makes the record with the values above and stores it in `core->config`, whose earlier content is
+ * overwritten, not freed. Threads: the core's.
+ */
+void zox_config_init(void);
+
+/**
+ * Replaces the record by what "velkor.conf" holds over the values above; pointers into the earlier
+ * record become invalid. A file that cannot be opened leaves those values, with a warning; an
+ * unknown key (a comment with "=" among them) is warned about and skipped. Threads: the core's.
+ */
+void zox_config_load(void);
+
+/**
+ * Writes the record to "velkor.conf", in a fixed order, without comments and with mode 0600. A
+ * file that cannot be written is warned about. Asserts "core->config". Threads: the core's.
+ */
+void zox_config_save(void);
+
+/** Releases the record; `core->config` becomes null. Asserts "core->config". Threads: the core's.
+ */
+void zox_config_free(void);
+
+/**
+ * Threads: the core's.
+ * @return `core->config`, which stays the core's; null before it was made
+ */
 ZoxConfig *zox_config_get(void);
-void       zox_config_create_dummy(void);
+
+/**
+ * Replaces "velkor.conf" by a starter file with placeholders for user name and password, for a new
+ * user to fill in. Threads: the core's.
+ */
+void zox_config_create_dummy(void);
 
 G_END_DECLS
 

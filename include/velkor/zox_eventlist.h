@@ -1,4 +1,12 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
+/**
+ * @file
+ * The event list: all known postings by post id, the set that the last filter accepts, and the
+ * gzip-compressed cache file "velkor.posts.gz".
+ *
+ * Whatever leaves the list is a copy. The list's lock is taken before a posting's own lock, never
+ * the other way round; callbacks run while it is held and must not change the list.
+ */
 #ifndef VELKOR_ZOX_EVENTLIST_H
 #define VELKOR_ZOX_EVENTLIST_H
 
@@ -9,37 +17,164 @@
 
 G_BEGIN_DECLS
 
+/** The event list; GObject type "ZOXEventlist". Its fields are the library's business. */
 /* GLib marks the static lock deprecated; its place in this record is fixed. */
 G_GNUC_BEGIN_IGNORE_DEPRECATIONS
 struct _ZOXEventlist {
-  GObject       parent;
-  GStaticRWLock lock;
-  GHashTable   *tree;                      /* GINT_TO_POINTER(postId) -> ZOXEventObject * */
-  GHashTable   *filtered;
-  ZoxFilter    *activeFilter;
+  GObject parent;          /**< the reference count */
+  GStaticRWLock lock;      /**< guards the fields below */
+  GHashTable *tree;        /**< GINT_TO_POINTER(postId) to ZOXEventObject, one reference each */
+  GHashTable *filtered;    /**< likewise without references: what `activeFilter` accepts; null until
+                                a filter is applied and after a load */
+  ZoxFilter *activeFilter; /**< the filter applied last, owned; null until then */
 };
 G_GNUC_END_IGNORE_DEPRECATIONS
 
+/**
+ * Called for one posting of a walk.
+ * @param key       GINT_TO_POINTER(postId)
+ * @param event     a copy of the posting, released after the call
+ * @param userData  the data given to the walk
+ * @return ignored
+ */
 typedef gint (*ZoxEventlistFunc)(gpointer key, ZoxEvent *event, gpointer userData);
+
+/**
+ * Follows a merge.
+ * @param total     number of postings to merge
+ * @param done      number merged so far
+ * @param userData  the data given to the merge
+ * @return ignored
+ */
 typedef gint (*ZoxEventlistProgress)(guint32 total, guint32 done, gpointer userData);
 
-GType         zox_eventlist_get_type(void);
+/**
+ * Registers the type on its first call. Threads: any.
+ * @return the type "ZOXEventlist"
+ */
+GType zox_eventlist_get_type(void);
+
+/**
+ * Threads: any.
+ * @return a new empty list with one reference
+ */
 ZOXEventlist *zox_eventlist_new(void);
-void          zox_eventlist_destroy(ZOXEventlist *list);
-ZoxErrorCode  zox_eventlist_load(ZOXEventlist *list, char **retError);
-gint32        zox_eventlist_save(ZOXEventlist *list);
-void          zox_eventlist_merge(ZOXEventlist *list, GSList *objects,
-                                  ZoxEventlistProgress progress, gpointer userData);
-void          zox_eventlist_add_or_replace_event(ZOXEventlist *list, const ZoxEvent *event);
-ZoxEvent     *zox_eventlist_lookup_id(ZOXEventlist *list, gint32 postId);
-guint32       zox_eventlist_get_count(ZOXEventlist *list, gint32 filtered);
-ZoxFilter    *zox_eventlist_get_filter(ZOXEventlist *list);
-ZoxEvent     *zox_eventlist_get_first_filtered_event(ZOXEventlist *list);
-void          zox_eventlist_apply_filter(ZOXEventlist *list, const ZoxFilter *filter);
-void          zox_eventlist_foreach(ZOXEventlist *list, gint32 filtered, gint32 readOnly,
-                                    ZoxEventlistFunc func, gpointer userData);
-void          zox_eventlist_purge_deleted(ZOXEventlist *list);
-void          zox_eventlist_cleanup(ZOXEventlist *list);
+
+/**
+ * Drops one reference; the last one releases all postings. Threads: any.
+ * @param list  the list
+ */
+void zox_eventlist_destroy(ZOXEventlist *list);
+
+/**
+ * Replaces the postings by those of the cache file and forgets the filtered set, not the filter.
+ * Threads: any, one at a time (see zox_events_parse.h).
+ * @param list      the list
+ * @param retError  receives null or a message; may be null
+ * @return 0; 11 when the file is missing, empty or broken, 1 when it cannot be read at all; the
+ * list is then empty. A broken file is kept aside at the next save, under a name that ends in
+ *         ".onleesbaar-" and the time
+ */
+ZoxErrorCode zox_eventlist_load(ZOXEventlist *list, char **retError);
+
+/**
+ * Writes all postings to the cache file, except those in state -2 that changed more than a day ago.
+ * Several threads may save the same list: each save is whole, the last one stands. Threads: any.
+ * @param list  the list
+ * @return 1; 0 when the file cannot be written
+ */
+gint32 zox_eventlist_save(ZOXEventlist *list);
+
+/**
+ * Adds postings, replacing those with the same post id. Marks watcher hits and replaced postings of
+ * the watchlist in the posting (`watcherHit`, `watchlistUpdated`) and in the core (`watcherNoHits`,
+ * `watchlistUnchanged` become 0). Threads: the core's.
+ * @param list      the list
+ * @param objects   of ZOXEventObject; their references pass to the list, the cells stay the
+ * caller's
+ * @param progress  called for every tenth posting and at the end with (total, total); may be null
+ * @param userData  handed to `progress`
+ */
+void zox_eventlist_merge(ZOXEventlist *list, GSList *objects, ZoxEventlistProgress progress,
+                         gpointer userData);
+
+/**
+ * Adds one posting or replaces the one with its post id; if that one is on the watchlist,
+ * `core->watchlistUnchanged` becomes 0. Threads: any; the watchlist must not change meanwhile.
+ * @param list   the list
+ * @param event  the posting, copied
+ */
+void zox_eventlist_add_or_replace_event(ZOXEventlist *list, const ZoxEvent *event);
+
+/**
+ * Threads: any.
+ * @param list    the list
+ * @param postId  id of the posting
+ * @return a copy of the posting, which the caller releases with zox_event_free(); null if unknown
+ */
+ZoxEvent *zox_eventlist_lookup_id(ZOXEventlist *list, gint32 postId);
+
+/**
+ * Threads: any.
+ * @param list      the list
+ * @param filtered  non-zero to count the filtered set, 0 to count all
+ * @return the number of postings; 0 for the filtered set before a filter was applied
+ */
+guint32 zox_eventlist_get_count(ZOXEventlist *list, gint32 filtered);
+
+/**
+ * Threads: any.
+ * @param list  the list
+ * @return a copy of the filter applied last, which the caller releases with
+ *         zox_filter_free_filter(); null before any filter was applied
+ */
+ZoxFilter *zox_eventlist_get_filter(ZOXEventlist *list);
+
+/**
+ * Threads: any.
+ * @param list  the list
+ * @return a copy of one posting of the filtered set (the last in the table's order), which the
+ *         caller releases with zox_event_free(); null when the set is empty
+ */
+ZoxEvent *zox_eventlist_get_first_filtered_event(ZOXEventlist *list);
+
+/**
+ * Makes the filtered set anew. A filter with a post id accepts that posting alone, and if it is
+ * unknown it is fetched from the server, which blocks, lets others use the list meanwhile and saves
+ * the list. The newsgroup condition uses the list of the filter given. Asserts "groupIds == NULL"
+ * when a newsgroup set is active (see zox_groups.h). Threads: the core's.
+ * @param list    the list
+ * @param filter  the filter, copied as zox_filter_duplicate() copies
+ */
+void zox_eventlist_apply_filter(ZOXEventlist *list, const ZoxFilter *filter);
+
+/**
+ * Calls a function with a copy of every posting, in the table's order. Threads: any.
+ * @param list      the list
+ * @param filtered  non-zero for the filtered set, 0 for all
+ * @param readOnly  non-zero to hold the lock for reading during the walk, 0 for writing
+ * @param func      the function; it must not change the list
+ * @param userData  handed to `func`
+ */
+void zox_eventlist_foreach(ZOXEventlist *list, gint32 filtered, gint32 readOnly,
+                           ZoxEventlistFunc func, gpointer userData);
+
+/**
+ * Removes postings in state -3, and those in state -2 that changed more than a day ago (local
+ * clock), from the list and from the watchlist (which saves the settings). The filtered set is not
+ * made anew: apply a filter before using it again. Threads: the core's.
+ * @param list  the list
+ */
+void zox_eventlist_purge_deleted(ZOXEventlist *list);
+
+/**
+ * Removes postings that are older than the setting `verwijderPostsNaXDagen` allows (local clock),
+ * except those on the watchlist. If any posting was that old, the list is saved and loaded again,
+ * which forgets the filtered set. An invalid setting only gives a warning. Asserts "core->config".
+ * Threads: the core's.
+ * @param list  the list
+ */
+void zox_eventlist_cleanup(ZOXEventlist *list);
 
 G_END_DECLS
 

@@ -1,4 +1,10 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
+/**
+ * @file
+ * The display document: the postings as XML for the front end's renderer. The renderer puts the
+ * postings in the order that "SortMode" and "SortRichting" name. Texts stand in CDATA sections as
+ * they are, unescaped.
+ */
 #ifndef VELKOR_ZOX_EVENTS_SORT_H
 #define VELKOR_ZOX_EVENTS_SORT_H
 
@@ -7,12 +13,59 @@
 
 G_BEGIN_DECLS
 
+/**
+ * zox_events_sort() over the filtered set. Threads: the core's.
+ * @param textFunc  see there
+ * @return see there
+ */
 ZoxString *zox_events_sort_filtered(ZoxTextFunc textFunc);
+
+/**
+ * zox_events_sort() over all postings. Threads: the core's.
+ * @param textFunc  see there
+ * @return see there
+ */
 ZoxString *zox_events_sort_total(ZoxTextFunc textFunc);
+
+/**
+ * Prints the display document of `core->eventlist` for the filter applied last: head with counters,
+ * times, watchlist and page script, then the postings, divided by main category if the filter says
+ * so. Asserts "core->config", "data_dir", and "data", "path_tmp2", "path_tmp3", "path_tmp4",
+ * "sortTags" and "tekst" for parts that could not be made. Threads: the core's.
+ * @param filtered  non-zero for the filtered set, 0 for all postings; the number in the head is
+ * that of the filtered set either way
+ * @param textFunc  converts announcement, description, signature and reactions; may be null
+ * @return a new text
+ */
 ZoxString *zox_events_sort(gint32 filtered, ZoxTextFunc textFunc);
+
+/**
+ * Prints the order that a filter asks for: a "SortMode" line and a "SortRichting" line. Does not
+ * need the core. Threads: any, own data.
+ * @param filter  the filter
+ * @return a new text; without the first line, and with a warning, for an unknown `sortMode`
+ */
 ZoxString *zox_events_sort_apply_filter(const ZoxFilter *filter);
+
+/**
+ * Prints one posting as "Event", with derived values and its forum. A line is cut at 65534 bytes;
+ * an unknown newsgroup gives a warning and no line. Asserts "core->config", "event" (`posting`),
+ * "tmp", "url", "groupId", "track" and "tekst" for parts that are missing. Threads: the core's.
+ * @param posting   the posting
+ * @param indent    non-zero to put one more tab before every line
+ * @param position  printed as "Pos"
+ * @param textFunc  as for zox_events_sort()
+ * @return a new text
+ */
 ZoxString *zox_events_sort_print(const ZoxEvent *posting, gint32 indent, gint32 position,
                                  ZoxTextFunc textFunc);
+
+/**
+ * Prints the HTML table of a posting's category, tags, state, link and reason of removal. Texts are
+ * not escaped. Asserts "event" (`posting`). Threads: the core's.
+ * @param posting  the posting
+ * @return a new text of one line
+ */
 ZoxString *zox_events_sort_parse_tags(const ZoxEvent *posting);
 
 G_END_DECLS

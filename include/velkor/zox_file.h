@@ -1,4 +1,13 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
+/**
+ * @file
+ * The file store: the three directories of the library, and whole files in the cache directory,
+ * plain or gzip-compressed.
+ *
+ * None of these functions needs the core. The directory names have no lock: they are set by the
+ * core's thread before anything else runs; the other functions may then be called by any thread.
+ * Several threads may save the same file: each save is whole, the last one stands.
+ */
 #ifndef VELKOR_ZOX_FILE_H
 #define VELKOR_ZOX_FILE_H
 
@@ -6,20 +15,102 @@
 
 G_BEGIN_DECLS
 
-void       zox_file_set_lib_dir(const char *name);
-void       zox_file_set_data_dir(const char *name);
-void       zox_file_set_cache_dir(const char *name);
-void       zox_file_free_lib_dir(void);
-void       zox_file_free_data_dir(void);
-void       zox_file_free_cache_dir(void);
-gint32     zox_file_init_cache_dir(void);
-char      *zox_file_parse_lib_dir(const char *suffix);
-char      *zox_file_parse_data_dir(const char *suffix);
-char      *zox_file_parse_data_filename(const char *name);
-char      *zox_file_parse_cache_filename(const char *name, gint32 compressed);
+/**
+ * Sets the directory that holds the authentication plug-in. Threads: the core's.
+ * @param name  the directory, copied; null for "/usr/lib64"
+ */
+void zox_file_set_lib_dir(const char *name);
+
+/**
+ * Sets the directory of the read-only data of the front end. Threads: the core's.
+ * @param name  the directory, copied; null for "/usr/share/velkor"
+ */
+void zox_file_set_data_dir(const char *name);
+
+/**
+ * Sets the directory of every file that the library writes, and checks it with
+ * zox_file_init_cache_dir(). An unusable directory is logged at GLib's error level, which ends the
+ * process. Threads: the core's.
+ * @param name  the directory, copied; null for ".velkor" in the user's home directory
+ */
+void zox_file_set_cache_dir(const char *name);
+
+/** Forgets the library directory; harmless when none is set. Threads: the core's. */
+void zox_file_free_lib_dir(void);
+
+/** Forgets the data directory; harmless when none is set. Threads: the core's. */
+void zox_file_free_data_dir(void);
+
+/** Forgets the cache directory; harmless when none is set. Threads: the core's. */
+void zox_file_free_cache_dir(void);
+
+/**
+ * Makes the cache directory (mode 0700, its last path component only) or checks that it can be
+ * written by making and removing "test.dat" in it. Asserts "cache_dir". Threads: the core's.
+ * @return 0; with a warning: -2 when it cannot be made, -3 when it is not a directory, -4 when
+ *         it cannot be written
+ */
+gint32 zox_file_init_cache_dir(void);
+
+/**
+ * Asserts "lib_dir". Threads: any.
+ * @param suffix  what follows the directory name directly ("/name"), or null
+ * @return a new text: the library directory with the suffix
+ */
+char *zox_file_parse_lib_dir(const char *suffix);
+
+/**
+ * Asserts "data_dir". Threads: any.
+ * @param suffix  what follows the directory name directly ("/name"), or null
+ * @return a new text: the data directory with the suffix
+ */
+char *zox_file_parse_data_dir(const char *suffix);
+
+/**
+ * Asserts "data_dir". Threads: any.
+ * @param name  a file name, or null
+ * @return a new text: the path of that file in the data directory; the directory for null
+ */
+char *zox_file_parse_data_filename(const char *name);
+
+/**
+ * Asserts "cache_dir". Threads: any.
+ * @param name        a file name, or null
+ * @param compressed  non-zero to add ".gz"
+ * @return a new text: the path of that file in the cache directory; the bare directory for null
+ */
+char *zox_file_parse_cache_filename(const char *name, gint32 compressed);
+
+/**
+ * Reads a whole file of the cache directory. A compressed file is looked for without ".gz" first:
+ * such a plain file, left by an earlier version, is read and deleted, and the next save writes the
+ * compressed one. A zero byte ends the block (plain: the line) that it stands in. Asserts
+ * "filename" and "cache_dir". Threads: any.
+ * @param filename    the bare name, without ".gz"
+ * @param compressed  non-zero for a gzip file
+ * @return a new text; for a file that is missing or cannot be opened null (plain) or an empty text
+ *         (compressed)
+ */
 ZoxString *zox_file_load(const char *filename, gint32 compressed);
-gint32     zox_file_save(const char *filename, const ZoxString *text, gint32 compressed);
-gint32     zox_file_copy(const char *from, const char *to);
+
+/**
+ * Replaces a file of the cache directory. A plain file gets one line feed behind the text, a
+ * compressed one does not. Asserts "filename", "tekst" (`text`) and "cache_dir". Threads: any.
+ * @param filename    the bare name, without ".gz"
+ * @param text        the whole content
+ * @param compressed  non-zero for a gzip file
+ * @return 0; -1 when a plain file cannot be written. A compressed file that cannot be written is
+ *         not reported
+ */
+gint32 zox_file_save(const char *filename, const ZoxString *text, gint32 compressed);
+
+/**
+ * Copies a file byte for byte. Errors while writing are ignored. Threads: any.
+ * @param from  full path of the source
+ * @param to    full path of the copy, made with mode 0600 or truncated
+ * @return 0; 1 when either file cannot be opened
+ */
+gint32 zox_file_copy(const char *from, const char *to);
 
 G_END_DECLS
 

@@ -1,4 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
+/**
+ * @file
+ * The user's saved filters in their order, kept in the plain XML file "velkor.filters" in the cache
+ * directory.
+ */
 #ifndef VELKOR_ZOX_FILTERLIST_H
 #define VELKOR_ZOX_FILTERLIST_H
 
@@ -9,27 +14,88 @@
 
 G_BEGIN_DECLS
 
+/** The filter list; GObject type "ZOXFilterlist". Its fields are the library's business. */
 /* GLib marks the static lock deprecated; its place in this record is fixed. */
 G_GNUC_BEGIN_IGNORE_DEPRECATIONS
 struct _ZOXFilterlist {
-  GObject          parent;
-  GStaticRWLock    lock;
-  GSList          *filters;                /* ZoxFilter * */
-  ZOXFilterObject *activeFilter;
+  GObject parent;                /**< the reference count */
+  GStaticRWLock lock;            /**< guards the fields below */
+  GSList *filters;               /**< of ZoxFilter, owned, in their order */
+  ZOXFilterObject *activeFilter; /**< one reference; null unless a front end sets it */
 };
 G_GNUC_END_IGNORE_DEPRECATIONS
 
+/**
+ * Called for one filter of a walk.
+ * @param filter    the list's own filter; it may be changed in a walk for writing only
+ * @param userData  the data given to the walk
+ * @return ignored
+ */
 typedef gint (*ZoxFilterlistFunc)(ZoxFilter *filter, gpointer userData);
 
-GType            zox_filterlist_get_type(void);
-ZOXFilterlist   *zox_filterlist_new(void);
-void             zox_filterlist_destroy(ZOXFilterlist *list);
-void             zox_filterlist_load(ZOXFilterlist *list);
-void             zox_filterlist_save(ZOXFilterlist *list);
-void             zox_filterlist_set_filters(ZOXFilterlist *list, GSList *filters);
-void             zox_filterlist_append_filter(ZOXFilterlist *list, const ZoxFilter *filter);
-void             zox_filterlist_foreach(ZOXFilterlist *list, gint32 readOnly,
-                                        ZoxFilterlistFunc func, gpointer userData);
+/**
+ * Registers the type on its first call. Threads: any.
+ * @return the type "ZOXFilterlist"
+ */
+GType zox_filterlist_get_type(void);
+
+/**
+ * Threads: any.
+ * @return a new empty list with one reference
+ */
+ZOXFilterlist *zox_filterlist_new(void);
+
+/**
+ * Drops one reference; the last one releases all filters. Threads: any.
+ * @param list  the list
+ */
+void zox_filterlist_destroy(ZOXFilterlist *list);
+
+/**
+ * Replaces the filters by those of the file. Without a file the sixteen default filters are
+ * installed and saved. A file that cannot be understood leaves the list empty, with a message on
+ * standard error or a warning, and is kept aside at the next save under a name that ends in
+ * ".onleesbaar-" and the time. The categories are not rebuilt. Threads: any.
+ * @param list  the list
+ */
+void zox_filterlist_load(ZOXFilterlist *list);
+
+/**
+ * Writes the file; a failure is not reported. Several threads may save the same list: each save is
+ * whole, the last one stands. Asserts "filter" (no filter is null). Threads: any.
+ * @param list  the list
+ */
+void zox_filterlist_save(ZOXFilterlist *list);
+
+/**
+ * Replaces all filters, rebuilds the categories and saves. Threads: the core's.
+ * @param list     the list
+ * @param filters  of ZoxFilter, copied; may be empty
+ */
+void zox_filterlist_set_filters(ZOXFilterlist *list, GSList *filters);
+
+/**
+ * Adds a filter at the end. Neither saves nor rebuilds the categories. Threads: any.
+ * @param list    the list
+ * @param filter  the filter, copied
+ */
+void zox_filterlist_append_filter(ZOXFilterlist *list, const ZoxFilter *filter);
+
+/**
+ * Calls a function with each filter, in order. Threads: any.
+ * @param list      the list
+ * @param readOnly  non-zero to hold the lock for reading during the walk, 0 for writing
+ * @param func      the function; it must not call back into the list
+ * @param userData  handed to `func`
+ */
+void zox_filterlist_foreach(ZOXFilterlist *list, gint32 readOnly, ZoxFilterlistFunc func,
+                            gpointer userData);
+
+/**
+ * Threads: any.
+ * @param list  the list
+ * @return `activeFilter` with a new reference, which the caller drops; null when there is none
+ */
 ZOXFilterObject *zox_filterlist_get_active_filter(ZOXFilterlist *list);
 
 G_END_DECLS

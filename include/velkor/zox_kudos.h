@@ -1,4 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
+/**
+ * @file
+ * Kudos: the users' thanks for a posting. Requests block. Threads: any.
+ */
 #ifndef VELKOR_ZOX_KUDOS_H
 #define VELKOR_ZOX_KUDOS_H
 
@@ -6,7 +10,23 @@
 
 G_BEGIN_DECLS
 
+/**
+ * Gives kudos to a posting. Asserts "uitvoer".
+ * @param postId   id of the posting
+ * @param kudos    the value, sent as it is
+ * @param message  on failure receives the server's notice for 29, else null
+ * @return 0; a code of zox_http_curl_execute()
+ */
 ZoxErrorCode zox_kudos_give(gint32 postId, gint32 kudos, char **message);
+
+/**
+ * Asks for the two counts of a posting; their meaning is the server's. Asserts "uitvoer".
+ * @param postId   id of the posting
+ * @param first    receives the count before the "*" of the reply
+ * @param second   receives the count behind it
+ * @param message  on failure receives the server's notice for 29, else null
+ * @return 0; 11 when the reply holds no "*"; a code of zox_http_curl_execute()
+ */
 ZoxErrorCode zox_kudos_get(gint32 postId, gint32 *first, gint32 *second, char **message);
 
 G_END_DECLS

@@ -1,4 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
+/**
+ * @file
+ * The public profile of a user.
+ */
 #ifndef VELKOR_ZOX_PROFILE_H
 #define VELKOR_ZOX_PROFILE_H
 
@@ -6,29 +10,48 @@
 
 G_BEGIN_DECLS
 
+/**
+ * A profile as the server states it; it owns its texts, which are null (numbers: 0) when the reply
+ * does not hold them.
+ */
 typedef struct _ZoxProfile {
-  char   *name;
-  gint64  stamp;
-  guint32 posts;
-  guint32 spots;
-  guint32 kudos;
-  guint32 kudosGiven;
-  guint32 kudosReceived;
-  guint32 rank;
-  char   *email;
-  char   *info;
-  char   *avatar;
-  guint32 status;
-  char   *site;
-  char   *im;
-  char   *isp;
-  char   *newsServer;
-  char   *hobby;
-  guint32 profileStatus;
+  char *name;            /**< user name; never null in a profile received */
+  gint64 stamp;          /**< seconds since 1970 */
+  guint32 posts;         /**< number of reactions */
+  guint32 spots;         /**< number of spots */
+  guint32 kudos;         /**< kudos */
+  guint32 kudosGiven;    /**< kudos given */
+  guint32 kudosReceived; /**< kudos received */
+  guint32 rank;          /**< rank */
+  char *email;           /**< e-mail address */
+  char *info;            /**< about the user */
+  char *avatar;          /**< avatar */
+  guint32 status;        /**< state of the account */
+  char *site;            /**< web site */
+  char *im;              /**< instant messaging */
+  char *isp;             /**< provider */
+  char *newsServer;      /**< news server */
+  char *hobby;           /**< hobby */
+  guint32 profileStatus; /**< state of the profile */
 } ZoxProfile;
 
+/**
+ * Asks for a profile; blocks. A text element without text, other than the name, asserts "tmp" (in
+ * tolerant mode it is passed over with a warning). Asserts "username", "profile", "errmsg" and
+ * "uitvoer". Threads: any.
+ * @param username  name of the user
+ * @param profile   receives a new profile, which the caller releases with zox_profile_free(), or
+ *                  null; untouched when the request failed
+ * @param errmsg    receives the server's notice for 29, else null
+ * @return 0; 33 when the reply holds no profile; a code of zox_http_curl_execute()
+ */
 ZoxErrorCode zox_profile_get(const char *username, ZoxProfile **profile, char **errmsg);
-void         zox_profile_free(ZoxProfile *profile);
+
+/**
+ * Releases a profile. Does not need the core. Threads: any, own data.
+ * @param profile  the profile
+ */
+void zox_profile_free(ZoxProfile *profile);
 
 G_END_DECLS
 
