@@ -1,0 +1,121 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The three directories of the library and the names within them. */
+#include <velkor/zox_file.h>
+
+#include <cerrno>
+#include <utility>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "support/assertion.h"
+#include "support/owned.h"
+
+namespace velkor {
+namespace {
+
+// Plain pointers, so that a worker thread still running at exit never meets a destroyed name.
+char *lib_dir = nullptr;
+char *data_dir = nullptr;
+char *cache_dir = nullptr;
+
+/** Keeps `name` in `place`, releasing the earlier one. */
+void keep_name(char *&place, OwnedText name) noexcept {
+  const OwnedText earlier(std::exchange(place, name.release()));
+}
+
+OwnedText default_cache_dir() noexcept {
+  return OwnedText(g_strdup_printf("%s/.velkor", g_get_home_dir()));
+}
+
+gint32 make_cache_dir() noexcept {
+  if (mkdir(cache_dir, 0700) == 0)
+    return 0;
+  g_warning("zox_file_init_cache_dir(): mkdir() mislukt: %s\n", g_strerror(errno));
+  return -2;
+}
+
+/** Whether a file can be made in the cache directory; tried, since only that tells. */
+bool can_write_in_cache_dir() noexcept {
+  const OwnedText probe(g_strconcat(cache_dir, "/test.dat", nullptr));
+  const OwnedFile file(std::fopen(probe.get(), "we"));
+  if (!file)
+    return false;
+  unlink(probe.get());
+  return true;
+}
+
+}  // namespace
+}  // namespace velkor
+
+using namespace velkor;
+
+extern "C" {
+
+void zox_file_set_lib_dir(const char *name) {
+  keep_name(lib_dir, OwnedText(g_strdup(name == nullptr ? "/usr/lib64" : name)));
+}
+
+void zox_file_set_data_dir(const char *name) {
+  keep_name(data_dir, OwnedText(g_strdup(name == nullptr ? "/usr/share/velkor" : name)));
+}
+
+void zox_file_set_cache_dir(const char *name) {
+  keep_name(cache_dir, name == nullptr ? default_cache_dir() : OwnedText(g_strdup(name)));
+  if (zox_file_init_cache_dir() != 0)
+    g_error("zox_file_set_cache_dir(): Aanmaken van %s is mislukt.", cache_dir);
+}
+
+void zox_file_free_lib_dir(void) {
+  keep_name(lib_dir, nullptr);
+}
+
+void zox_file_free_data_dir(void) {
+  keep_name(data_dir, nullptr);
+}
+
+void zox_file_free_cache_dir(void) {
+  keep_name(cache_dir, nullptr);
+}
+
+gint32 zox_file_init_cache_dir(void) {
+  ZOX_ASSERT(cache_dir);
+  struct stat status {};
+  if (stat(cache_dir, &status) != 0)
+    return make_cache_dir();
+  if (!S_ISDIR(status.st_mode)) {
+    g_warning("zox_file_init_cache_dir(): map %s bestaat maar is geen directory\n", cache_dir);
+    return -3;
+  }
+  if (!can_write_in_cache_dir()) {
+    g_warning("zox_file_init_cache_dir(): de map %s heeft niet voldoende rechten om in te "
+              "schrijven!\n",
+              cache_dir);
+    return -4;
+  }
+  return 0;
+}
+
+char *zox_file_parse_lib_dir(const char *suffix) {
+  ZOX_ASSERT(lib_dir);
+  return g_strconcat(lib_dir, suffix, nullptr);
+}
+
+char *zox_file_parse_data_dir(const char *suffix) {
+  ZOX_ASSERT(data_dir);
+  return g_strconcat(data_dir, suffix, nullptr);
+}
+
+char *zox_file_parse_data_filename(const char *name) {
+  ZOX_ASSERT(data_dir);
+  return name == nullptr ? g_strdup(data_dir) : g_strconcat(data_dir, "/", name, nullptr);
+}
+
+char *zox_file_parse_cache_filename(const char *name, gint32 compressed) {
+  ZOX_ASSERT(cache_dir);
+  if (name == nullptr)
+    return g_strdup(cache_dir);
+  return g_strconcat(cache_dir, "/", name, compressed != 0 ? ".gz" : nullptr, nullptr);
+}
+
+}  // extern "C"

@@ -1,0 +1,104 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Reading, writing and copying whole files. */
+#include <velkor/zox_file.h>
+
+#include <array>
+#include <cstring>
+#include <memory>
+
+#include <fcntl.h>
+#include <unistd.h>
+#include <zlib.h>
+
+#include "core/descriptor.h"
+#include "support/assertion.h"
+#include "support/owned.h"
+
+namespace velkor {
+namespace {
+
+using Block = std::array<char, 32767>;
+using OwnedGzip = std::unique_ptr<gzFile_s, ReleaseWith<gzclose>>;
+
+/** What is left in a plain file; a zero byte cuts the line that holds it. */
+OwnedString read_lines(std::FILE *file) noexcept {
+  OwnedString text(g_string_new(""));
+  Block block;
+  while (std::fgets(block.data(), block.size(), file) != nullptr)
+    g_string_append(text.get(), block.data());
+  return text;
+}
+
+/** The text of a gzip file; a zero byte cuts the block that holds it. */
+OwnedString read_gzip(const char *path) noexcept {
+  OwnedString text(g_string_new(""));
+  const OwnedGzip file(gzopen(path, "rbe"));
+  Block block;
+  int length = 0;
+  while (file && (length = gzread(file.get(), block.data(), block.size() - 1)) > 0)
+    g_string_append_len(text.get(), block.data(),
+                        static_cast<gssize>(strnlen(block.data(), static_cast<size_t>(length))));
+  return text;
+}
+
+/** Copies what is left in `source`; a write that fails or falls short is passed over. */
+void copy_bytes(int source, int target) noexcept {
+  Block block;
+  ssize_t length = 0;
+  while ((length = read(source, block.data(), block.size())) > 0)
+    [[maybe_unused]] const ssize_t written =
+        write(target, block.data(), static_cast<size_t>(length));
+}
+
+}  // namespace
+}  // namespace velkor
+
+using namespace velkor;
+
+extern "C" {
+
+ZoxString *zox_file_load(const char *filename, gint32 compressed) {
+  ZOX_ASSERT(filename);
+  const OwnedText plain_path(zox_file_parse_cache_filename(filename, 0));
+  if (const OwnedFile file{std::fopen(plain_path.get(), "re")}) {
+    OwnedString text = read_lines(file.get());
+    // What an earlier version left uncompressed is compressed at the next save.
+    if (compressed != 0 && std::ferror(file.get()) == 0)
+      unlink(plain_path.get());
+    return text.release();
+  }
+  if (compressed == 0)
+    return nullptr;
+  const OwnedText path(zox_file_parse_cache_filename(filename, 1));
+  return read_gzip(path.get()).release();
+}
+
+gint32 zox_file_save(const char *filename, const ZoxString *text, gint32 compressed) {
+  ZOX_ASSERT(filename);
+  ZOX_ASSERT_AS(text, "tekst");
+  const OwnedText path(zox_file_parse_cache_filename(filename, compressed));
+  if (compressed != 0) {
+    const OwnedGzip file(gzopen(path.get(), "wbe"));
+    if (file && text->len > 0)
+      gzwrite(file.get(), text->str, static_cast<unsigned>(text->len));
+    return 0;
+  }
+  const OwnedFile file(std::fopen(path.get(), "we"));
+  if (!file)
+    return -1;
+  std::fprintf(file.get(), "%s\n", text->str);
+  return 0;
+}
+
+gint32 zox_file_copy(const char *from, const char *to) {
+  const Descriptor source(open(from, O_RDONLY | O_CLOEXEC));
+  if (!source)
+    return 1;
+  const Descriptor target(open(to, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+  if (!target)
+    return 1;
+  copy_bytes(source.get(), target.get());
+  return 0;
+}
+
+}  // extern "C"
