@@ -46,6 +46,13 @@ private:
   GSList **tail_ = &head_;
 };
 
+template <typename T>
+void leave(T *) noexcept {}
+
+/** Builds a list of items that stay somebody else's. */
+template <typename T>
+using CellBuilder = ListBuilder<T, leave<T>>;
+
 /** The items of a list as a range of `T *`. */
 template <typename T>
 class Items {

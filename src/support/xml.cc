@@ -2,6 +2,7 @@
 #include "support/xml.h"
 
 #include <climits>
+#include <cstdio>
 
 #include <libxml/SAX2.h>
 #include <libxml/parserInternals.h>
@@ -50,6 +51,19 @@ Document parse(std::string_view text) noexcept {
 
 bool is_named(const xmlNode *node, std::string_view name) noexcept {
   return equal_ignoring_case(name_of(node), name);
+}
+
+xmlNode *root_named(const Document &document, const char *expected, const char *reader) noexcept {
+  xmlNode *root = xmlDocGetRootElement(document.get());
+  if (root == nullptr) {
+    std::fprintf(stderr, "%s(): empty document!\n", reader);
+    return nullptr;
+  }
+  if (!is_named(root, expected)) {
+    std::fprintf(stderr, "%s(): document of the wrong type, root node != %s", reader, expected);
+    return nullptr;
+  }
+  return root;
 }
 
 }  // namespace velkor::xml

@@ -53,6 +53,12 @@ inline std::string_view name_of(const xmlNode *node) noexcept {
 /** Whether the node's name is `name` when letter case does not count. */
 bool is_named(const xmlNode *node, std::string_view name) noexcept;
 
+/**
+ * The root element when it is named `expected`, without regard to case. Otherwise null, after
+ * `reader` has said on standard error that there is no document or that it is another one.
+ */
+xmlNode *root_named(const Document &document, const char *expected, const char *reader) noexcept;
+
 /** Siblings from `first` on as a range of `xmlNode *`. */
 class Siblings {
 public:

@@ -1,0 +1,35 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Classes of the GObject type system that hold one lock and what it guards. */
+#ifndef VELKOR_SUPPORT_OBJECT_TYPE_H
+#define VELKOR_SUPPORT_OBJECT_TYPE_H
+
+#include <glib-object.h>
+
+namespace velkor {
+
+/**
+ * Registers a class derived directly from GObject. It overrides finalize alone, without chaining
+ * up: `Finalize` releases all that an instance holds.
+ */
+template <typename Instance, void (*Init)(Instance &), void (*Finalize)(Instance &)>
+GType register_object_type(const char *name) noexcept {
+  constexpr GClassInitFunc class_init = [](gpointer objectClass, gpointer) {
+    static_cast<GObjectClass *>(objectClass)->finalize = [](GObject *object) {
+      Finalize(*reinterpret_cast<Instance *>(object));
+    };
+  };
+  constexpr GInstanceInitFunc instance_init = [](GTypeInstance *instance, gpointer) {
+    Init(*reinterpret_cast<Instance *>(instance));
+  };
+  return g_type_register_static_simple(G_TYPE_OBJECT, name, sizeof(GObjectClass), class_init,
+                                       sizeof(Instance), instance_init, GTypeFlags{});
+}
+
+/** Whether `object` is an instance of `type`; null is none. */
+inline bool is_instance(gpointer object, GType type) noexcept {
+  return g_type_check_instance_is_a(static_cast<GTypeInstance *>(object), type) != FALSE;
+}
+
+}  // namespace velkor
+
+#endif
