@@ -86,6 +86,18 @@ void zox_filter_free_filter(ZoxFilter *filter);
 gboolean zox_filter_accepts(const ZoxFilter *filter, const ZoxEvent *event, guint32 groupMode);
 
 /**
+ * Addition to the interface: tells which test of zox_filter_accepts() rejects a posting. The tests
+ * in their order: 1 lowest time of posting and post id, 2 category and sub-category, 3 state,
+ * 4 newsgroups, 5 title, 6 poster, 7 time range, 8 tags, 9 extra tag, 10 a user's filter for the
+ * posting's main category. Threads: as zox_filter_accepts().
+ * @param filter     the filter
+ * @param event      the posting
+ * @param groupMode  as for zox_filter_accepts()
+ * @return 0 when the filter accepts the posting, else the number of the first test that fails
+ */
+gint32 zox_filter_explain(const ZoxFilter *filter, const ZoxEvent *event, guint32 groupMode);
+
+/**
  * Tests the condition on tags alone. Does not need the core. Threads: any, own data.
  * @param filter  the filter
  * @param event   the posting

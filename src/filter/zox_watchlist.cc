@@ -1,0 +1,99 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include <velkor/zox_watchlist.h>
+
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_config.h>
+#include <velkor/zox_string.h>
+
+#include "support/assertion.h"
+#include "support/slist.h"
+#include "support/text.h"
+
+namespace velkor {
+namespace {
+
+gint32 post_id_of(const ZoxString *watchlist) noexcept {
+  ZOX_ASSERT(watchlist);
+  return leading_integer(watchlist->str);
+}
+
+/** The cell of the first entry with that post id, or null. */
+GSList *find_cell(gint32 postId) noexcept {
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(core->config);
+  for (GSList *cell = core->config->watchlist; cell != nullptr; cell = cell->next) {
+    if (post_id_of(static_cast<const ZoxString *>(cell->data)) == postId)
+      return cell;
+  }
+  return nullptr;
+}
+
+}  // namespace
+}  // namespace velkor
+
+using namespace velkor;
+
+extern "C" {
+
+GSList *zox_watchlist_get(void) {
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(core->config);
+  return core->config->watchlist;
+}
+
+gboolean zox_watchlist_is_in_list(guint32 postId) {
+  return find_cell(static_cast<gint32>(postId)) != nullptr;
+}
+
+gint32 zox_watchlist_add(gint32 postId) {
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(core->config);
+  if (postId < 1 || find_cell(postId) != nullptr)
+    return 0;
+  core->config->watchlist = g_slist_append(core->config->watchlist, zox_string_integer(postId));
+  zox_config_save();
+  return 1;
+}
+
+gint32 zox_watchlist_remove(gint32 postId) {
+  GSList *cell = find_cell(postId);
+  if (cell == nullptr)
+    return 0;
+  g_string_free(static_cast<ZoxString *>(cell->data), TRUE);
+  core->config->watchlist = g_slist_delete_link(core->config->watchlist, cell);
+  zox_config_save();
+  return 1;
+}
+
+void zox_watchlist_clear(void) {
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(core->config);
+  for (ZoxString *watchlist : Items<ZoxString>(core->config->watchlist)) {
+    ZOX_ASSERT(watchlist);
+    g_string_free(watchlist, TRUE);
+  }
+  g_slist_free(core->config->watchlist);
+  core->config->watchlist = nullptr;
+  zox_config_save();
+}
+
+ZoxString *zox_watchlist_print(void) {
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(core->config);
+  ZoxString *text = g_string_new(nullptr);
+  for (const ZoxString *watchlist : Items<ZoxString>(core->config->watchlist))
+    g_string_append_printf(text, "\t<Watchlist>%i</Watchlist>\n", post_id_of(watchlist));
+  return text;
+}
+
+guint32 zox_watchlist_get_state(void) {
+  ZOX_ASSERT(core);
+  return core->watchlistUnchanged;
+}
+
+void zox_watchlist_set_state(guint32 state) {
+  ZOX_ASSERT(core);
+  core->watchlistUnchanged = state;
+}
+
+}  // extern "C"
