@@ -1,0 +1,268 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The service on a bus, with real processes on both sides. */
+#include <csignal>
+#include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/child_process.h"
+#include "tests/support/private_bus.h"
+#include "tests/support/sandbox.h"
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+using velkor::test::ChildProcess;
+using velkor::test::EnvironmentVariable;
+using velkor::test::PrivateBus;
+using velkor::test::Sandbox;
+
+constexpr const char *started = "initialize 1 active 0 message -";
+constexpr const char *second = "initialize 0 active 1 message -";
+
+class FrontEnd : public ChildProcess {
+public:
+  explicit FrontEnd(const std::string &argument = "argument", const std::string &isGui = "0")
+      : ChildProcess({VELKOR_FRONT_END, argument, isGui}) {}
+
+  std::string command(const std::string &text) {
+    write_line(text);
+    return next();
+  }
+  std::string next() { return read_line().value_or("<end>"); }
+  int quit() {
+    write_line("quit");
+    return wait();
+  }
+};
+
+/** A call of the service by an ordinary client; `argument` as gdbus takes it. */
+class Call : public ChildProcess {
+public:
+  explicit Call(const std::string &method, const std::string &argument = "")
+      : ChildProcess(command(method, argument)) {}
+
+private:
+  static std::vector<std::string> command(const std::string &method, const std::string &argument) {
+    std::vector<std::string> words{"gdbus",
+                                   "call",
+                                   "--session",
+                                   "--dest=org.Velkor.Velkor",
+                                   "--object-path=/org/Velkor/Velkor/object",
+                                   "--method=org.Velkor.Velkor." + method};
+    if (!argument.empty())
+      words.push_back(argument);
+    return words;
+  }
+};
+
+class ServiceTest : public testing::Test {
+protected:
+  Sandbox sandbox;
+  EnvironmentVariable display{"DISPLAY", std::nullopt};
+  EnvironmentVariable runtime{"XDG_RUNTIME_DIR", sandbox.home().string()};
+};
+
+class BusTest : public ServiceTest {
+protected:
+  PrivateBus bus;
+};
+
+TEST_F(BusTest, TheFirstInstanceOwnsTheService) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  EXPECT_EQ(first.quit(), 0);
+}
+
+TEST_F(BusTest, KeepsArgumentAndKindOfFrontEnd) {
+  FrontEnd first("spot://42", "1");
+  EXPECT_EQ(first.next(), started);
+  EXPECT_EQ(first.command("describe"), "argument spot://42 gui 1");
+}
+
+TEST_F(BusTest, ASecondInstanceBringsTheFirstToTheFront) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  FrontEnd next;
+  EXPECT_EQ(next.next(), second);
+  EXPECT_EQ(first.next(), "velkor_dbus_bring_to_front");
+  EXPECT_EQ(first.next(), "signal bring_to_front");
+}
+
+TEST_F(BusTest, OpensAPostingByItsNumber) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  Call call("openPosting", "42");
+  EXPECT_EQ(call.read_rest(), "()\n");
+  EXPECT_EQ(call.wait(), 0);
+  EXPECT_EQ(first.next(), "velkor_dbus_open_posting(42)");
+  EXPECT_EQ(first.next(), "signal open_posting 42");
+}
+
+TEST_F(BusTest, TakesTheWholeRangeOfNumbers) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  for (const std::string number : {"-2147483648", "2147483647", "0"}) {
+    Call call("openPosting", "int32 " + number);
+    EXPECT_EQ(call.wait(), 0);
+    EXPECT_EQ(first.next(), "velkor_dbus_open_posting(" + number + ")");
+    EXPECT_EQ(first.next(), "signal open_posting " + number);
+  }
+}
+
+TEST_F(BusTest, RefusesACallWithTheWrongArguments) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  Call text("openPosting", "'tekst'");
+  EXPECT_NE(text.wait(), 0);
+  Call local("velkor_dbus_is_gui");
+  EXPECT_NE(local.wait(), 0);
+  EXPECT_EQ(first.command("describe"), "argument argument gui 0");
+}
+
+TEST_F(BusTest, ListsItsMethodsAndSignals) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  ChildProcess introspection({"gdbus", "introspect", "--xml", "--session",
+                              "--dest=org.Velkor.Velkor",
+                              "--object-path=/org/Velkor/Velkor/object"});
+  const std::string xml = introspection.read_rest();
+  EXPECT_THAT(xml, AllOf(HasSubstr("<interface name=\"org.Velkor.Velkor\">"),
+                         HasSubstr("<method name=\"bringToFront\">"),
+                         HasSubstr("<method name=\"openPosting\">"),
+                         HasSubstr("<arg name=\"postId\" type=\"i\" direction=\"in\"/>"),
+                         HasSubstr("<signal name=\"bring_to_front\">"),
+                         HasSubstr("<signal name=\"open_posting\">")));
+}
+
+TEST_F(BusTest, SignalsAreSentOnTheBus) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  ChildProcess monitor({"gdbus", "monitor", "--session", "--dest=org.Velkor.Velkor"});
+  // It says that it monitors, and then that the name has an owner.
+  EXPECT_THAT(monitor.read_line().value_or(""), StartsWith("Monitoring signals"));
+  EXPECT_THAT(monitor.read_line().value_or(""), HasSubstr("is owned by"));
+  Call call("openPosting", "7");
+  EXPECT_EQ(call.wait(), 0);
+  EXPECT_EQ(monitor.read_line().value_or(""),
+            "/org/Velkor/Velkor/object: org.Velkor.Velkor.open_posting (7,)");
+}
+
+TEST_F(BusTest, StartsAgainInTheSameProcessAfterCleanUp) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  EXPECT_EQ(first.command("clean up"), "cleaned up, object gone");
+  EXPECT_EQ(first.command("start"), started);
+  Call call("bringToFront");
+  EXPECT_EQ(call.wait(), 0);
+  EXPECT_EQ(first.next(), "velkor_dbus_bring_to_front");
+  EXPECT_EQ(first.next(), "signal bring_to_front");
+}
+
+TEST_F(BusTest, StartingTwiceExportsOneObject) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  EXPECT_EQ(first.command("start"), started);
+  Call call("bringToFront");
+  EXPECT_EQ(call.wait(), 0);
+  EXPECT_EQ(first.next(), "velkor_dbus_bring_to_front");
+  EXPECT_EQ(first.next(), "signal bring_to_front");
+}
+
+TEST_F(BusTest, AnswersNobodyAfterCleanUp) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  EXPECT_EQ(first.command("clean up"), "cleaned up, object gone");
+  FrontEnd next;
+  EXPECT_EQ(next.next(), started);
+  EXPECT_EQ(first.quit(), 0);
+}
+
+TEST_F(BusTest, CleaningUpTwiceIsHarmless) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  EXPECT_EQ(first.command("clean up"), "cleaned up, object gone");
+  EXPECT_EQ(first.command("clean up"), "cleaned up, object gone");
+  EXPECT_EQ(first.quit(), 0);
+}
+
+TEST_F(BusTest, TheNameIsFreeWhenTheProcessIsGone) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  EXPECT_EQ(first.quit(), 0);
+  FrontEnd next;
+  EXPECT_EQ(next.next(), started);
+}
+
+TEST_F(BusTest, AnInstanceThatHangsCountsAsNotRunning) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  first.send_signal(SIGSTOP);
+  FrontEnd next;
+  EXPECT_EQ(next.next(), started);
+  // The name stays with the first instance as long as that one lives; the next one is in line.
+  first.send_signal(SIGCONT);
+  EXPECT_EQ(first.next(), "velkor_dbus_bring_to_front");
+  first.send_signal(SIGKILL);
+  first.wait();
+  FrontEnd third;
+  EXPECT_EQ(third.next(), second);
+  EXPECT_EQ(next.next(), "velkor_dbus_bring_to_front");
+}
+
+TEST_F(BusTest, SurvivesTheEndOfTheBus) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  bus.stop();
+  EXPECT_EQ(first.next(), "the bus is gone");
+  EXPECT_EQ(first.command("describe"), "argument argument gui 0");
+  EXPECT_THAT(first.command("start"),
+              StartsWith("initialize 0 active 0 message Maken van verbinding met DBus mislukt:"));
+  EXPECT_THAT(first.next(), Not(IsEmpty()));  // the reason, on a line of its own
+  EXPECT_EQ(first.next(), "");
+  EXPECT_EQ(first.command("clean up"), "cleaned up, object gone");
+  EXPECT_EQ(first.quit(), 0);
+}
+
+TEST_F(ServiceTest, ARefusedNameIsReportedAndTheObjectExportedNonetheless) {
+  PrivateBus bus("<deny own=\"org.Velkor.Velkor\"/>");
+  FrontEnd first;
+  EXPECT_EQ(first.next(),
+            "initialize 1 active 0 message Registreren van DBus path org.Velkor.Velkor mislukt:");
+  EXPECT_THAT(first.next(), HasSubstr("org.Velkor.Velkor"));
+  EXPECT_EQ(first.next(), "");
+  EXPECT_EQ(first.command("describe"), "argument argument gui 0");
+}
+
+TEST_F(ServiceTest, RunsWithoutABus) {
+  const EnvironmentVariable address("DBUS_SESSION_BUS_ADDRESS",
+                                    "unix:path=" + (sandbox.home() / "absent").string());
+  FrontEnd first;
+  EXPECT_EQ(first.next(), "initialize 0 active 0 message Maken van verbinding met DBus mislukt:");
+  EXPECT_THAT(first.next(), HasSubstr("absent"));
+  EXPECT_EQ(first.next(), "");
+  EXPECT_EQ(first.command("clean up"), "cleaned up, object gone");
+  EXPECT_EQ(first.quit(), 0);
+}
+
+TEST_F(ServiceTest, RunsWithoutAnAddressOfABus) {
+  const EnvironmentVariable address("DBUS_SESSION_BUS_ADDRESS", std::nullopt);
+  FrontEnd first;
+  EXPECT_EQ(first.next(), "initialize 0 active 0 message Maken van verbinding met DBus mislukt:");
+  EXPECT_THAT(first.next(), Not(IsEmpty()));
+  EXPECT_EQ(first.next(), "");
+  EXPECT_EQ(first.quit(), 0);
+}
+
+TEST_F(ServiceTest, RejectsABrokenAddress) {
+  const EnvironmentVariable address("DBUS_SESSION_BUS_ADDRESS", "geen adres");
+  FrontEnd first;
+  EXPECT_EQ(first.next(), "initialize 0 active 0 message Maken van verbinding met DBus mislukt:");
+}
+
+}  // namespace
