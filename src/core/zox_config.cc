@@ -9,9 +9,12 @@
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_file.h>
 
+#include "core/atomic_file.h"
+#include "core/kept_aside.h"
 #include "core/settings.h"
 #include "support/assertion.h"
 #include "support/owned.h"
+#include "support/text.h"
 
 namespace velkor {
 namespace {
@@ -41,11 +44,25 @@ void read_line(ZoxConfig &config, char *line) noexcept {
     g_warning("zox_config_load(): unknown config option : %s\n", line);
 }
 
-void read_lines(ZoxConfig &config, std::FILE *file) noexcept {
+/** Takes over all lines of the file; a failure is logged, what was read before it stays. */
+bool read_file(ZoxConfig &config) noexcept {
+  const OwnedText path(zox_file_parse_cache_filename(file_name, 0));
+  const OwnedFile file(std::fopen(path.get(), "re"));
   std::array<char, 1024> line;
-  while (std::fgets(line.data(), line.size(), file) != nullptr)
+  while (file && std::fgets(line.data(), line.size(), file.get()) != nullptr)
     read_line(config, line.data());
+  const int error = errno;
   settings::complete(config);
+  if (file && std::ferror(file.get()) == 0)
+    return true;
+  g_warning("zox_config_load(): cannot load configfile %s: %s", path.get(), g_strerror(error));
+  return false;
+}
+
+/** The file to be written. It holds a password: only its owner may read it. */
+AtomicFile new_file() noexcept {
+  const OwnedText path(zox_file_parse_cache_filename(file_name, 0));
+  return {path.get(), AtomicFile::Form::plain, Z_DEFAULT_COMPRESSION, 0600};
 }
 
 }  // namespace
@@ -67,13 +84,10 @@ void zox_config_load(void) {
     zox_config_free();
   zox_config_init();
   ZOX_ASSERT(core->config);
-  const OwnedText path(zox_file_parse_cache_filename(file_name, 0));
-  const OwnedFile file(std::fopen(path.get(), "re"));
-  if (!file) {
-    g_warning("zox_config_load(): cannot load configfile %s: %s", path.get(), g_strerror(errno));
-    return;
-  }
-  read_lines(*core->config, file.get());
+  if (read_file(*core->config))
+    note_readable(file_name, false);
+  else
+    note_unreadable(file_name, false);
   if (core->config->username != nullptr && core->config->password != nullptr)
     core->config->firstTime = 0;
 }
@@ -83,13 +97,11 @@ void zox_config_save(void) {
   ZOX_ASSERT(core->config);
   const OwnedString text(g_string_new(""));
   settings::write(*core->config, text.get());
-  const OwnedText path(zox_file_parse_cache_filename(file_name, 0));
-  const OwnedFile file(std::fopen(path.get(), "we"));
-  if (!file) {
-    g_warning("zox_config_save(): cannot open save config : %s", g_strerror(errno));
-    return;
-  }
-  std::fputs(text->str, file.get());
+  AtomicFile file = new_file();
+  if (file.ok())
+    replace_content(file, {view_of(text.get())}, __func__);
+  else
+    g_warning("zox_config_save(): cannot open save config : %s", g_strerror(file.error()));
 }
 
 void zox_config_free(void) {
@@ -106,8 +118,8 @@ ZoxConfig *zox_config_get(void) {
 
 void zox_config_create_dummy(void) {
   ZOX_ASSERT(core);
-  const OwnedString text(g_string_new(starter_text));
-  zox_file_save(file_name, text.get(), 0);
+  AtomicFile file = new_file();
+  replace_content(file, {starter_text, "\n"}, __func__);
 }
 
 }  // extern "C"

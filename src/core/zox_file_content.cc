@@ -10,9 +10,11 @@
 #include <unistd.h>
 #include <zlib.h>
 
+#include "core/atomic_file.h"
 #include "core/descriptor.h"
 #include "support/assertion.h"
 #include "support/owned.h"
+#include "support/text.h"
 
 namespace velkor {
 namespace {
@@ -77,17 +79,12 @@ gint32 zox_file_save(const char *filename, const ZoxString *text, gint32 compres
   ZOX_ASSERT(filename);
   ZOX_ASSERT_AS(text, "tekst");
   const OwnedText path(zox_file_parse_cache_filename(filename, compressed));
+  AtomicFile file(path.get(), compressed != 0 ? AtomicFile::Form::gzip : AtomicFile::Form::plain);
   if (compressed != 0) {
-    const OwnedGzip file(gzopen(path.get(), "wbe"));
-    if (file && text->len > 0)
-      gzwrite(file.get(), text->str, static_cast<unsigned>(text->len));
+    replace_content(file, {view_of(text)}, __func__);
     return 0;
   }
-  const OwnedFile file(std::fopen(path.get(), "we"));
-  if (!file)
-    return -1;
-  std::fprintf(file.get(), "%s\n", text->str);
-  return 0;
+  return replace_content(file, {text->str, "\n"}, __func__) ? 0 : -1;
 }
 
 gint32 zox_file_copy(const char *from, const char *to) {

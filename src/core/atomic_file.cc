@@ -1,0 +1,140 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "core/atomic_file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <glib/gstdio.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "core/kept_aside.h"
+
+namespace velkor {
+namespace {
+
+constexpr int most_links = 40;  // the system's own limit; a longer chain fails when it is opened
+
+/** Where the symbolic link `path` finally leads to, even to a file that does not exist yet. */
+std::string follow_links(std::filesystem::path path) noexcept {
+  for (int links = 0; links < most_links; ++links) {
+    std::error_code not_a_link;
+    const auto next = std::filesystem::read_symlink(path, not_a_link);
+    if (not_a_link)
+      break;
+    path = path.parent_path() / next;
+  }
+  return path;
+}
+
+/** Why an existing file may not be replaced, as an error number; 0 when it may. */
+int obstacle(const std::string &path, const struct stat &status) noexcept {
+  if (S_ISDIR(status.st_mode))
+    return EISDIR;
+  if (!S_ISREG(status.st_mode))
+    return EINVAL;
+  return access(path.c_str(), W_OK) == 0 ? 0 : errno;
+}
+
+/** The mode string of zlib, which also writes plain files. */
+std::string stream_mode(AtomicFile::Form form, int level) noexcept {
+  if (form == AtomicFile::Form::plain)
+    return "wbT";
+  return level == Z_DEFAULT_COMPRESSION ? "wb" : "wb" + std::to_string(level);
+}
+
+/** Makes the renaming itself durable; a file system that cannot do that is none the worse. */
+void sync_directory_of(const std::string &path) noexcept {
+  const auto directory = std::filesystem::path(path).parent_path();
+  const Descriptor descriptor(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (descriptor)
+    fsync(descriptor.get());
+}
+
+}  // namespace
+
+AtomicFile::AtomicFile(const std::string &path, Form form, int level,
+                       std::optional<mode_t> mode) noexcept
+    : path_(path), target_(follow_links(path)) {
+  struct stat existing {};
+  if (stat(target_.c_str(), &existing) == 0) {
+    error_ = obstacle(target_, existing);
+    mode = mode.value_or(existing.st_mode & 07777);
+  } else if (errno != ENOENT) {
+    error_ = errno;
+  }
+  if (ok())
+    open(form, level, mode);
+}
+
+AtomicFile::~AtomicFile() {
+  if (!temporary_.empty())
+    unlink(temporary_.c_str());
+}
+
+void AtomicFile::open(Form form, int level, std::optional<mode_t> mode) noexcept {
+  constexpr mode_t ordinary = 0666;
+  std::string name = target_ + ".XXXXXX";
+  descriptor_ = Descriptor(
+      g_mkstemp_full(name.data(), O_WRONLY | O_CLOEXEC, static_cast<int>(mode.value_or(ordinary))));
+  if (!note(static_cast<bool>(descriptor_)))
+    return;
+  temporary_ = name;
+  if (mode && !note(fchmod(descriptor_.get(), *mode) == 0))
+    return;
+  // The stream closes its descriptor before the content is flushed to disk, hence a second one.
+  Descriptor copy(fcntl(descriptor_.get(), F_DUPFD_CLOEXEC, 0));
+  if (!note(static_cast<bool>(copy)))
+    return;
+  stream_.reset(gzdopen(copy.get(), stream_mode(form, level).c_str()));
+  if (note(stream_ != nullptr))
+    static_cast<void>(copy.release());
+}
+
+bool AtomicFile::note(bool done) noexcept {
+  if (!done && error_ == 0)
+    error_ = errno != 0 ? errno : EIO;
+  return done;
+}
+
+bool AtomicFile::write(std::string_view bytes) noexcept {
+  constexpr std::size_t most_at_once = INT_MAX;
+  while (ok() && !bytes.empty()) {
+    const auto length = static_cast<unsigned>(std::min(bytes.size(), most_at_once));
+    static_cast<void>(note(gzwrite(stream_.get(), bytes.data(), length) > 0));
+    bytes.remove_prefix(length);
+  }
+  return ok();
+}
+
+bool AtomicFile::flush() noexcept {
+  return note(gzclose(stream_.release()) == Z_OK) && note(fsync(descriptor_.get()) == 0);
+}
+
+bool AtomicFile::commit() noexcept {
+  if (!ok() || !flush() || !note(set_aside_if_unreadable(path_, target_)) ||
+      !note(rename(temporary_.c_str(), target_.c_str()) == 0))
+    return false;
+  temporary_.clear();
+  sync_directory_of(target_);
+  return true;
+}
+
+void AtomicFile::warn(const char *caller) const noexcept {
+  g_warning("%s(): cannot write %s: %s", caller, path_.c_str(), g_strerror(ok() ? EIO : error_));
+}
+
+bool replace_content(AtomicFile &file, std::initializer_list<std::string_view> pieces,
+                     const char *caller) noexcept {
+  for (const std::string_view piece : pieces)
+    file.write(piece);
+  const bool done = file.commit();
+  if (!done)
+    file.warn(caller);
+  return done;
+}
+
+}  // namespace velkor

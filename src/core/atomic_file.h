@@ -1,0 +1,79 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/**
+ * Replacing a file as a whole: a reader finds the old content or the new, whatever happens to the
+ * process, the disk space or the power in between. Every file that the library keeps is written
+ * through this class.
+ */
+#ifndef VELKOR_CORE_ATOMIC_FILE_H
+#define VELKOR_CORE_ATOMIC_FILE_H
+
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <sys/types.h>
+#include <zlib.h>
+
+#include "core/descriptor.h"
+#include "support/owned.h"
+
+namespace velkor {
+
+/**
+ * The new content of a file, written beside it. commit() puts it in the old one's place; without
+ * that, the destructor removes it and the old file stays. Symbolic links are followed. After the
+ * first error every further call fails.
+ */
+class AtomicFile {
+public:
+  enum class Form { plain, gzip };
+
+  /**
+   * @param level  gzip level, 0 to 9
+   * @param mode   exact permissions, whatever the umask; by default those of the old file, or of a
+   *               new file under the umask
+   */
+  AtomicFile(const std::string &path, Form form, int level = Z_DEFAULT_COMPRESSION,
+             std::optional<mode_t> mode = std::nullopt) noexcept;
+  ~AtomicFile();
+  AtomicFile(const AtomicFile &) = delete;
+  AtomicFile &operator=(const AtomicFile &) = delete;
+
+  [[nodiscard]] bool ok() const noexcept { return error_ == 0; }
+  /** The number of the first error; 0 without one. */
+  [[nodiscard]] int error() const noexcept { return error_; }
+
+  bool write(std::string_view bytes) noexcept;
+  /** Flushes to disk and replaces the file; false when anything failed since the start. */
+  bool commit() noexcept;
+
+  /** Logs file and error as a warning of function `caller`. */
+  void warn(const char *caller) const noexcept;
+
+private:
+  using Stream = std::unique_ptr<gzFile_s, ReleaseWith<gzclose>>;
+
+  void open(Form form, int level, std::optional<mode_t> mode) noexcept;
+  [[nodiscard]] bool note(bool done) noexcept;
+  [[nodiscard]] bool flush() noexcept;
+
+  std::string path_;       // as given
+  std::string target_;     // where it leads to
+  std::string temporary_;  // empty when there is none (any more)
+  Descriptor descriptor_;
+  Stream stream_;
+  int error_ = 0;
+};
+
+/**
+ * Writes the pieces and commits; a failure is logged as a warning of function `caller`.
+ * @return whether the file is replaced
+ */
+bool replace_content(AtomicFile &file, std::initializer_list<std::string_view> pieces,
+                     const char *caller) noexcept;
+
+}  // namespace velkor
+
+#endif

@@ -1,0 +1,53 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "core/xml_file.h"
+
+#include <libxml/globals.h>
+
+#include <velkor/zox_file.h>
+
+#include "support/xml.h"
+
+namespace velkor {
+namespace {
+
+constexpr int level = 9;
+
+std::string cache_path(const char *cache_name, bool compressed) noexcept {
+  const OwnedText path(zox_file_parse_cache_filename(cache_name, compressed ? 1 : 0));
+  return path.get();
+}
+
+int write_to_file(void *file, const char *bytes, int length) {
+  const std::string_view view(bytes, static_cast<std::size_t>(length));
+  return static_cast<AtomicFile *>(file)->write(view) ? length : -1;
+}
+
+}  // namespace
+
+XmlFile::XmlFile(const char *cache_name, bool compressed, xmlCharEncodingHandler *encoder) noexcept
+    : file_(cache_path(cache_name, compressed),
+            compressed ? AtomicFile::Form::gzip : AtomicFile::Form::plain, level),
+      buffer_(xmlOutputBufferCreateIO(write_to_file, nullptr, &file_, encoder)) {
+  xmlSetCompressMode(compressed ? level : 0);
+}
+
+int XmlFile::replace(int written) noexcept {
+  if (written >= 0 && file_.commit())
+    return written;
+  file_.warn(__func__);
+  return -1;
+}
+
+int XmlFile::commit() noexcept {
+  return replace(xmlOutputBufferClose(buffer_.release()));
+}
+
+int save_document(xmlDoc *document, const char *cache_name, bool compressed) noexcept {
+  const char *encoding = xml::chars(document->encoding);
+  XmlFile file(cache_name, compressed,
+               encoding == nullptr ? nullptr : xmlFindCharEncodingHandler(encoding));
+  xmlIndentTreeOutput = 1;
+  return file.replace(xmlSaveFormatFileTo(file.buffer_.release(), document, encoding, 1));
+}
+
+}  // namespace velkor

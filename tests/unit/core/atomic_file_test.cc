@@ -1,0 +1,204 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "core/atomic_file.h"
+
+#include <atomic>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "tests/support/full_disk.h"
+#include "tests/support/log_capture.h"
+#include "tests/support/sandbox.h"
+
+namespace velkor {
+namespace {
+
+namespace fs = std::filesystem;
+using Form = AtomicFile::Form;
+
+mode_t mode_of(const fs::path &path) {
+  struct stat status {};
+  EXPECT_EQ(stat(path.c_str(), &status), 0);
+  return status.st_mode & 07777;
+}
+
+/** Sets the umask while it lives. */
+class Umask {
+public:
+  explicit Umask(mode_t mask) : earlier_(umask(mask)) {}
+  ~Umask() { umask(earlier_); }
+  Umask(const Umask &) = delete;
+  Umask &operator=(const Umask &) = delete;
+
+private:
+  mode_t earlier_;
+};
+
+class AtomicFileTest : public testing::Test {
+protected:
+  [[nodiscard]] std::size_t files() const {
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator(directory.path()), fs::directory_iterator()));
+  }
+
+  test::TemporaryDirectory directory;
+  fs::path path = directory.path() / "file";
+};
+
+TEST_F(AtomicFileTest, MakesAPlainFile) {
+  AtomicFile file(path, Form::plain);
+  EXPECT_TRUE(file.write("een"));
+  EXPECT_TRUE(file.write(""));
+  EXPECT_TRUE(file.write("twee"));
+  EXPECT_TRUE(file.commit());
+  EXPECT_EQ(test::read_file(path), "eentwee");
+  EXPECT_EQ(files(), 1U);
+}
+
+TEST_F(AtomicFileTest, MakesAGzipFile) {
+  AtomicFile file(path, Form::gzip, 9);
+  const std::string text(100000, 'x');
+  file.write(text);
+  EXPECT_TRUE(file.commit());
+  EXPECT_EQ(test::read_gzip(path), text);
+  EXPECT_LT(fs::file_size(path), 1000U);
+}
+
+TEST_F(AtomicFileTest, MakesAnEmptyFile) {
+  EXPECT_TRUE(AtomicFile(path, Form::plain).commit());
+  EXPECT_EQ(test::read_file(path), "");
+}
+
+TEST_F(AtomicFileTest, KeepsTheOldContentUntilItIsCommitted) {
+  test::write_file(path, "oud");
+  AtomicFile file(path, Form::plain);
+  file.write(std::string(1 << 20, 'n'));
+  EXPECT_EQ(test::read_file(path), "oud");
+  EXPECT_TRUE(file.commit());
+  EXPECT_EQ(test::read_file(path), std::string(1 << 20, 'n'));
+}
+
+TEST_F(AtomicFileTest, LeavesNoTraceWhenItIsGivenUp) {
+  test::write_file(path, "oud");
+  {
+    AtomicFile file(path, Form::gzip);
+    file.write("nieuw");
+    EXPECT_EQ(files(), 2U);
+  }
+  EXPECT_EQ(test::read_file(path), "oud");
+  EXPECT_EQ(files(), 1U);
+}
+
+TEST_F(AtomicFileTest, FollowsSymbolicLinks) {
+  fs::create_directory(directory.path() / "elsewhere");
+  const fs::path real = directory.path() / "elsewhere" / "real";
+  fs::create_symlink("elsewhere/real", directory.path() / "second");
+  fs::create_symlink(directory.path() / "second", path);
+  for (const char *text : {"made", "replaced"}) {
+    AtomicFile file(path, Form::plain);
+    file.write(text);
+    EXPECT_TRUE(file.commit());
+    EXPECT_EQ(test::read_file(real), text);
+  }
+  EXPECT_TRUE(fs::is_symlink(path));
+}
+
+TEST_F(AtomicFileTest, RefusesACircleOfLinks) {
+  fs::create_symlink("file", path);
+  EXPECT_FALSE(AtomicFile(path, Form::plain).commit());
+  EXPECT_TRUE(fs::is_symlink(path));
+}
+
+TEST_F(AtomicFileTest, ObeysTheUmask) {
+  const Umask mask(027);
+  EXPECT_TRUE(AtomicFile(path, Form::plain).commit());
+  EXPECT_EQ(mode_of(path), 0640U);
+}
+
+TEST_F(AtomicFileTest, KeepsThePermissionsOfTheOldFile) {
+  test::write_file(path, "oud");
+  fs::permissions(path, fs::perms{0604});
+  EXPECT_TRUE(AtomicFile(path, Form::plain).commit());
+  EXPECT_EQ(mode_of(path), 0604U);
+}
+
+TEST_F(AtomicFileTest, TakesTheGivenPermissionsWhateverTheUmask) {
+  test::write_file(path, "oud");
+  fs::permissions(path, fs::perms{0644});
+  const Umask mask(0777);
+  AtomicFile file(path, Form::plain, Z_DEFAULT_COMPRESSION, 0600);
+  EXPECT_TRUE(file.commit());
+  EXPECT_EQ(mode_of(path), 0600U);
+}
+
+TEST_F(AtomicFileTest, NeedsADirectory) {
+  AtomicFile file(directory.path() / "missing" / "file", Form::plain);
+  EXPECT_EQ(file.error(), ENOENT);
+  EXPECT_FALSE(file.write("tekst"));
+  EXPECT_FALSE(file.commit());
+}
+
+TEST_F(AtomicFileTest, ReplacesOnlyFiles) {
+  fs::create_directory(path);
+  EXPECT_EQ(AtomicFile(path, Form::plain).error(), EISDIR);
+  EXPECT_EQ(AtomicFile("/dev/null", Form::plain).error(), EINVAL);
+}
+
+TEST_F(AtomicFileTest, NamesFileAndReasonOfAFailure) {
+  const test::LogCapture log;
+  AtomicFile file(directory.path() / "missing" / "file", Form::plain);
+  EXPECT_FALSE(replace_content(file, {"tekst"}, "caller"));
+  EXPECT_THAT(log.warnings(),
+              testing::ElementsAre(testing::MatchesRegex(
+                  "caller\\(\\): cannot write .*/missing/file: No such file or directory")));
+}
+
+TEST_F(AtomicFileTest, ShowsAReaderTheOldContentOrTheNew) {
+  const std::string even(300000, 'e');
+  const std::string odd(200000, 'o');
+  test::write_file(path, even);
+  std::atomic<bool> done{false};
+  std::size_t broken = 0;
+  std::thread reader([&] {
+    while (!done) {
+      const std::string content = test::read_file(path);
+      broken += content != even && content != odd ? 1U : 0U;
+    }
+  });
+  for (int round = 1; round <= 100; ++round) {
+    AtomicFile file(path, Form::plain);
+    EXPECT_TRUE(replace_content(file, {round % 2 == 0 ? even : odd}, "test"));
+  }
+  done = true;
+  reader.join();
+  EXPECT_EQ(broken, 0U);
+}
+
+using AtomicFileDeathTest = AtomicFileTest;
+
+/** Ends the process with 0 when the file could not be written for want of space. */
+[[noreturn]] void write_on_full_disk(const fs::path &path, Form form) {
+  test::fill_disk(1000);
+  AtomicFile file(path, form);
+  unsigned seed = 1;
+  for (int i = 0; i < 100000; ++i)  // does not compress to nothing
+    file.write(std::to_string(seed = seed * 1664525U + 1013904223U));
+  const bool committed = file.commit();
+  std::_Exit(!committed && file.error() == EFBIG ? 0 : 1);
+}
+
+TEST_F(AtomicFileDeathTest, KeepsTheOldFileWhenTheDiskIsFull) {
+  test::write_file(path, "oud");
+  for (const Form form : {Form::plain, Form::gzip}) {
+    EXPECT_EXIT(write_on_full_disk(path, form), testing::ExitedWithCode(0), "");
+    EXPECT_EQ(test::read_file(path), "oud");
+  }
+}
+
+}  // namespace
+}  // namespace velkor
