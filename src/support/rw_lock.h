@@ -10,9 +10,8 @@
 
 namespace velkor {
 
-G_GNUC_BEGIN_IGNORE_DEPRECATIONS
-using RwLock = GStaticRWLock;
-G_GNUC_END_IGNORE_DEPRECATIONS
+/** Named by its tag: clang warns wherever an alias of a deprecated name is used. */
+using RwLock = struct _GStaticRWLock;
 
 void rw_lock_init(RwLock &lock) noexcept;
 void rw_lock_free(RwLock &lock) noexcept;
