@@ -8,10 +8,11 @@
 
 #include <glib.h>
 
+G_GNUC_BEGIN_IGNORE_DEPRECATIONS
+
 namespace velkor {
 
-/** Named by its tag: clang warns wherever an alias of a deprecated name is used. */
-using RwLock = struct _GStaticRWLock;
+using RwLock = GStaticRWLock;
 
 void rw_lock_init(RwLock &lock) noexcept;
 void rw_lock_free(RwLock &lock) noexcept;
@@ -41,5 +42,7 @@ private:
 };
 
 }  // namespace velkor
+
+G_GNUC_END_IGNORE_DEPRECATIONS
 
 #endif
