@@ -25,8 +25,13 @@ inline void free_string(GString *text) noexcept {
   g_string_free(text, TRUE);
 }
 
+/** A class of its own: an inline function as argument would hide every class that holds a text. */
+struct ReleaseString {
+  void operator()(GString *text) const noexcept { free_string(text); }
+};
+
 /** A growable text (`ZoxString`). */
-using OwnedString = std::unique_ptr<GString, ReleaseWith<free_string>>;
+using OwnedString = std::unique_ptr<GString, ReleaseString>;
 /** A zero-terminated text from GLib. */
 using OwnedText = std::unique_ptr<char, ReleaseWith<g_free>>;
 using OwnedError = std::unique_ptr<GError, ReleaseWith<g_error_free>>;
