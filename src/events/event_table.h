@@ -1,0 +1,33 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Tables of postings by post id, as the event list keeps them: no destroy functions. */
+#ifndef VELKOR_EVENTS_EVENT_TABLE_H
+#define VELKOR_EVENTS_EVENT_TABLE_H
+
+#include <memory>
+
+#include <velkor/zox_event.h>
+
+#include "support/owned.h"
+
+namespace velkor {
+
+using EventTable = std::unique_ptr<GHashTable, ReleaseWith<g_hash_table_destroy>>;
+using OwnedEventObject = OwnedObject<ZOXEventObject>;
+
+inline GHashTable *new_event_table() noexcept {
+  return g_hash_table_new(g_direct_hash, nullptr);
+}
+
+inline ZOXEventObject *find_object(GHashTable *table, gint32 postId) noexcept {
+  return static_cast<ZOXEventObject *>(g_hash_table_lookup(table, GINT_TO_POINTER(postId)));
+}
+
+/** Puts `object` under its post id; what stood there before is handed back with its reference. */
+OwnedEventObject put_object(GHashTable *table, OwnedEventObject object) noexcept;
+
+/** Takes the entry out; null when there is none. */
+OwnedEventObject take_object(GHashTable *table, gint32 postId) noexcept;
+
+}  // namespace velkor
+
+#endif
