@@ -1,0 +1,36 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "filter/display_lookups.h"
+
+#include <velkor/zox_groups.h>
+#include <velkor/zox_string.h>
+
+#include "support/owned.h"
+
+namespace velkor {
+namespace {
+
+std::optional<std::string> short_name(guint32 id) noexcept {
+  const ZoxGroup *group = zox_group_by_id(id);
+  if (group == nullptr || group->groupName == nullptr)
+    return std::nullopt;
+  return OwnedText(zox_string_strip_newsgroup(group->groupName)).get();
+}
+
+}  // namespace
+
+const std::string *DisplayLookups::newsgroup(guint32 id) noexcept {
+  auto place = newsgroups_.find(id);
+  if (place == newsgroups_.end())
+    place = newsgroups_.emplace(id, short_name(id)).first;
+  return place->second ? &*place->second : nullptr;
+}
+
+const ZoxTag *DisplayLookups::tag(const ZoxString &code, gint32 category) noexcept {
+  tagKey_.assign(reinterpret_cast<const char *>(&category), sizeof category).append(code.str);
+  auto place = tags_.find(tagKey_);
+  if (place == tags_.end())
+    place = tags_.emplace(tagKey_, zox_tag_find(&code, category)).first;
+  return place->second;
+}
+
+}  // namespace velkor
