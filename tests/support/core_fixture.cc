@@ -26,7 +26,7 @@ CoreTest::CoreTest() {
   core = g_new0(ZoxAppCore, 1);
   zox_file_set_cache_dir(sandbox.cache().c_str());
   zox_file_set_data_dir("/usr/share/velkor");
-  zox_file_set_lib_dir(VELKOR_TEST_PLUGIN_DIR);
+  zox_file_set_lib_dir(VELKOR_TEST_PLUGINS "/good");
   zox_config_init();
 }
 

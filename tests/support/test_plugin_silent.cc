@@ -1,0 +1,11 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** An authentication plug-in that breaks its contract: it has no secret to give. */
+#include <gmodule.h>
+
+#include <velkor/zox_http_curl.h>
+
+extern "C" G_MODULE_EXPORT char *zox_plugin_auth(const char *url, const ZoxString *password);
+
+char *zox_plugin_auth(const char *, const ZoxString *) {
+  return nullptr;
+}
