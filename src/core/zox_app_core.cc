@@ -6,6 +6,7 @@
 
 #include <glib-object.h>
 
+#include "core/error_code.h"
 #include "core/tolerance.h"
 #include "http/hosts.h"
 #include "support/assertion.h"
@@ -14,8 +15,6 @@ namespace velkor {
 namespace {
 
 constexpr const char *unknown_code = "Onbekende errcode!\n";
-constexpr ZoxErrorCode host_not_resolved = 14;
-constexpr ZoxErrorCode server_notice = 29;
 
 /** The sentences by code; null where a code has none or one that is composed. */
 constexpr std::array<const char *, 31> sentences{
@@ -86,9 +85,9 @@ ZOXEventlist *zox_eventlist_get(void) {
 }
 
 char *zox_error_msg(ZoxErrorCode code, const char *serverText) {
-  if (code == host_not_resolved)
+  if (code == result::host_not_resolved)
     return g_strdup_printf("Kan %s niet resolven", main_host().c_str());
-  if (code == server_notice)
+  if (code == result::server_notice)
     return g_strdup_printf("Servermededeling ontvangen: %s",
                            serverText == nullptr ? "" : serverText);
   const char *sentence = code < sentences.size() ? sentences[code] : nullptr;

@@ -1,0 +1,16 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "http/mail_hook.h"
+
+namespace velkor {
+
+void MailHook::run_if_due(gint64 now) noexcept {
+  constexpr gint64 interval = 300;
+  gint64 last = last_run_;
+  if (now - last <= interval || !last_run_.compare_exchange_strong(last, now))
+    return;
+  const auto [function, data] = callback_.get();
+  if (function != nullptr)
+    function(data);
+}
+
+}  // namespace velkor

@@ -1,0 +1,84 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "http/transfer.h"
+
+#include <mutex>
+
+namespace velkor {
+namespace {
+
+/** libcurl sets itself up unguarded when the first handle is made; here only one thread does. */
+CURL *new_handle() noexcept {
+  static std::once_flag once;
+  std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
+  return curl_easy_init();
+}
+
+int report_progress(void *observer, curl_off_t total, curl_off_t received, curl_off_t, curl_off_t) {
+  const auto &[function, data] = *static_cast<const Callback<ZoxTransferCallback> *>(observer);
+  return function(received, total, data);
+}
+
+}  // namespace
+
+Transfer::Transfer() noexcept : handle_(new_handle()) {
+  if (handle_)
+    set_common_options();
+}
+
+void Transfer::set_common_options() noexcept {
+  set(CURLOPT_PROTOCOLS_STR, "http,https");
+  set(CURLOPT_FOLLOWLOCATION, 0L);
+  set(CURLOPT_NOPROGRESS, 1L);
+  set(CURLOPT_ACCEPT_ENCODING, "gzip");
+  set(CURLOPT_USERAGENT, "Velkor 1.0 Beta 5 (Linux)");
+  set(CURLOPT_CONNECTTIMEOUT, 20L);
+  set(CURLOPT_NOSIGNAL, 1L);
+  // The settings alone decide on a proxy: without these, the environment would have a say.
+  set(CURLOPT_PROXY, "");
+  set(CURLOPT_NOPROXY, "");
+}
+
+std::string Transfer::escaped(std::string_view text) noexcept {
+  const std::unique_ptr<char, ReleaseWith<curl_free>> result(
+      curl_easy_escape(handle_.get(), text.data(), static_cast<int>(text.size())));
+  if (result)
+    return result.get();
+  result_ = CURLE_URL_MALFORMAT;  // longer than any address may be
+  return {};
+}
+
+void Transfer::set_credentials(const char *user_password) noexcept {
+  set(CURLOPT_HTTPAUTH, static_cast<long>(CURLAUTH_BASIC));
+  set(CURLOPT_USERPWD, user_password);
+}
+
+void Transfer::set_proxy(const char *host, long port) noexcept {
+  set(CURLOPT_PROXY, host);
+  set(CURLOPT_PROXYPORT, port);
+}
+
+void Transfer::set_proxy_credentials(const char *user_password) noexcept {
+  set(CURLOPT_PROXYUSERPWD, user_password);
+}
+
+void Transfer::observe(const Callback<ZoxTransferCallback> &observer) noexcept {
+  set(CURLOPT_XFERINFOFUNCTION, report_progress);
+  set(CURLOPT_XFERINFODATA, &observer);
+  set(CURLOPT_NOPROGRESS, 0L);
+}
+
+void Transfer::receive_into(ZoxString *text) noexcept {
+  set(CURLOPT_WRITEFUNCTION, zox_curl_write_function);
+  set(CURLOPT_WRITEDATA, text);
+}
+
+void Transfer::receive_into(int *descriptor) noexcept {
+  set(CURLOPT_WRITEFUNCTION, zox_curl_file_write_function);
+  set(CURLOPT_WRITEDATA, descriptor);
+}
+
+CURLcode Transfer::perform() noexcept {
+  return result_ == CURLE_OK ? curl_easy_perform(handle_.get()) : result_;
+}
+
+}  // namespace velkor

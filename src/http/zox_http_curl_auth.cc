@@ -1,0 +1,57 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The credentials of a request, whose secret the authentication plug-in computes. */
+#include <velkor/zox_http_curl.h>
+
+#include <memory>
+
+#include <gmodule.h>
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_file.h>
+
+#include "core/error_code.h"
+#include "support/assertion.h"
+#include "support/owned.h"
+
+namespace velkor {
+namespace {
+
+using Module = std::unique_ptr<GModule, ReleaseWith<g_module_close>>;
+
+Module open_plugin() noexcept {
+  constexpr auto flags = static_cast<GModuleFlags>(G_MODULE_BIND_LAZY | G_MODULE_BIND_LOCAL);
+  const OwnedText path(zox_file_parse_lib_dir("/libzox_http_plugin.so.2.0"));
+  return Module(g_module_open(path.get(), flags));
+}
+
+ZoxPluginAuth entry_point(const Module &plugin) noexcept {
+  gpointer symbol = nullptr;
+  g_module_symbol(plugin.get(), "zox_plugin_auth", &symbol);
+  return reinterpret_cast<ZoxPluginAuth>(symbol);
+}
+
+}  // namespace
+}  // namespace velkor
+
+using namespace velkor;
+
+extern "C" ZoxErrorCode zox_http_curl_add_auth(const char *url, char **userPassword) {
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(core->config);
+  if (g_module_supported() == FALSE)
+    return result::no_modules;
+  const Module plugin = open_plugin();
+  if (!plugin)
+    return result::plugin_not_loaded;
+  const ZoxPluginAuth authenticate = entry_point(plugin);
+  if (authenticate == nullptr)
+    return result::plugin_not_run;
+  const ZoxConfig &config = *core->config;
+  if (config.password == nullptr)
+    return result::unauthorised;
+  ZOX_ASSERT(core->config->username);
+  const OwnedText secret(authenticate(url, config.password));
+  if (!secret)
+    return result::plugin_not_run;
+  *userPassword = g_strconcat(config.username->str, ":", secret.get(), nullptr);
+  return result::success;
+}
