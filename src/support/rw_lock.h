@@ -2,6 +2,9 @@
 /**
  * Guards over GLib's static reader/writer lock. GLib has deprecated that lock; the object records
  * of the C interface hold it in a fixed place, so it is used here and nowhere else.
+ *
+ * A thread may read again what it holds already, for reading or for writing: callbacks run while a
+ * lock is held and may ask for more, and GLib's lock by itself would wait for its own thread.
  */
 #ifndef VELKOR_SUPPORT_RW_LOCK_H
 #define VELKOR_SUPPORT_RW_LOCK_H
@@ -17,28 +20,40 @@ using RwLock = GStaticRWLock;
 void rw_lock_init(RwLock &lock) noexcept;
 void rw_lock_free(RwLock &lock) noexcept;
 
+/** A lock that the current thread holds; the guards of a thread form a chain, innermost first. */
+class HeldLock {
+public:
+  HeldLock(const HeldLock &) = delete;
+  HeldLock &operator=(const HeldLock &) = delete;
+
+protected:
+  explicit HeldLock(RwLock &lock) noexcept;
+  ~HeldLock();
+
+  /** Whether a guard further out holds the same lock. */
+  [[nodiscard]] bool held_already() const noexcept;
+
+  RwLock &lock_;
+
+private:
+  const HeldLock *const outer_;
+};
+
 /** Holds the lock for reading while it lives; readers share. */
-class ReadLock {
+class ReadLock : HeldLock {
 public:
   explicit ReadLock(RwLock &lock) noexcept;
   ~ReadLock();
-  ReadLock(const ReadLock &) = delete;
-  ReadLock &operator=(const ReadLock &) = delete;
 
 private:
-  RwLock &lock_;
+  const bool nested_;
 };
 
 /** Holds the lock for writing while it lives; it excludes everybody else. */
-class WriteLock {
+class WriteLock : HeldLock {
 public:
   explicit WriteLock(RwLock &lock) noexcept;
   ~WriteLock();
-  WriteLock(const WriteLock &) = delete;
-  WriteLock &operator=(const WriteLock &) = delete;
-
-private:
-  RwLock &lock_;
 };
 
 }  // namespace velkor

@@ -1,0 +1,77 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "support/rw_lock.h"
+
+#include <atomic>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+namespace velkor {
+namespace {
+
+class RwLockTest : public testing::Test {
+protected:
+  RwLockTest() { rw_lock_init(lock); }
+  ~RwLockTest() override { rw_lock_free(lock); }
+
+  /** Whether another thread could take the lock for reading right now. */
+  bool readable_elsewhere() {
+    gboolean taken = FALSE;
+    std::thread([&] {
+      G_GNUC_BEGIN_IGNORE_DEPRECATIONS
+      taken = g_static_rw_lock_reader_trylock(&lock);
+      if (taken)
+        g_static_rw_lock_reader_unlock(&lock);
+      G_GNUC_END_IGNORE_DEPRECATIONS
+    }).join();
+    return taken != FALSE;
+  }
+
+  G_GNUC_BEGIN_IGNORE_DEPRECATIONS
+  RwLock lock;
+  G_GNUC_END_IGNORE_DEPRECATIONS
+};
+
+TEST_F(RwLockTest, WriterExcludesOthersUntilItsEnd) {
+  {
+    const WriteLock held(lock);
+    EXPECT_FALSE(readable_elsewhere());
+  }
+  EXPECT_TRUE(readable_elsewhere());
+}
+
+TEST_F(RwLockTest, ThreadReadsWhatItHoldsForWriting) {
+  const WriteLock held(lock);
+  { const ReadLock nested(lock); }
+  EXPECT_FALSE(readable_elsewhere());
+}
+
+TEST_F(RwLockTest, ThreadReadsAgainWhileAWriterWaits) {
+  std::thread writer;
+  {
+    const ReadLock held(lock);
+    writer = std::thread([this] { const WriteLock waiting(lock); });
+    // Readers queue behind a waiting writer: from then on a second lock would never be had.
+    while (readable_elsewhere())
+      std::this_thread::yield();
+    const ReadLock nested(lock);
+  }
+  writer.join();
+  EXPECT_TRUE(readable_elsewhere());
+}
+
+TEST_F(RwLockTest, ReaderOfAnotherLockTakesItsOwn) {
+  G_GNUC_BEGIN_IGNORE_DEPRECATIONS
+  RwLock other;
+  G_GNUC_END_IGNORE_DEPRECATIONS
+  rw_lock_init(other);
+  {
+    const WriteLock outer(other);
+    const WriteLock held(lock);
+    EXPECT_FALSE(readable_elsewhere());
+  }
+  rw_lock_free(other);
+}
+
+}  // namespace
+}  // namespace velkor
