@@ -1,0 +1,27 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Remembers SIGINT and SIGTERM while it lives, so that a transfer can end cleanly. */
+#ifndef VELKORCTL_INTERRUPTION_H
+#define VELKORCTL_INTERRUPTION_H
+
+#include <csignal>
+
+namespace velkor::ctl {
+
+class Interruption {
+public:
+  Interruption() noexcept;
+  ~Interruption();
+  Interruption(const Interruption &) = delete;
+  Interruption &operator=(const Interruption &) = delete;
+
+  /** Whether one of the signals has arrived since the process started. */
+  [[nodiscard]] static bool requested() noexcept;
+
+private:
+  struct sigaction earlier_interrupt_ {};
+  struct sigaction earlier_terminate_ {};
+};
+
+}  // namespace velkor::ctl
+
+#endif

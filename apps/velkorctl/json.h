@@ -1,0 +1,62 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** JSON for scripts: one object a line, free of control characters. */
+#ifndef VELKORCTL_JSON_H
+#define VELKORCTL_JSON_H
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <json-glib/json-glib.h>
+
+#include "support/owned.h"
+
+namespace velkor::ctl {
+
+class Output;
+
+/** Builds one value, in the order of the calls; members of an object are given by name. */
+class Json {
+public:
+  Json();
+
+  Json &begin_object(const char *name = nullptr);
+  Json &begin_array(const char *name = nullptr);
+  Json &end_object();
+  Json &end_array();
+
+  Json &text(const char *name, std::string_view value);
+  /** Null when there is no text. */
+  Json &text(const char *name, const GString *value);
+  Json &number(const char *name, std::int64_t value);
+  Json &flag(const char *name, bool value);
+  Json &null(const char *name);
+  /** A member of an array. */
+  Json &item(std::string_view value);
+  Json &item(std::int64_t value);
+
+  /** The value built, on one line. */
+  [[nodiscard]] std::string compact() const;
+
+private:
+  void name(const char *name);
+
+  OwnedObject<JsonBuilder> builder_;
+};
+
+/** Prints an array with one value a line as the values come. */
+class JsonLines {
+public:
+  explicit JsonLines(Output &output) : output_(output) {}
+  void add(const Json &value);
+  void finish();
+
+private:
+  Output &output_;
+  bool empty_ = true;
+};
+
+}  // namespace velkor::ctl
+
+#endif

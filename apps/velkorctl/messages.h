@@ -1,0 +1,21 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The command's words on standard error, its own and those that the libraries log. */
+#ifndef VELKORCTL_MESSAGES_H
+#define VELKORCTL_MESSAGES_H
+
+#include <string_view>
+
+namespace velkor::ctl {
+
+/** One line on standard error: "velkorctl: " and the text, made safe for a terminal. */
+void say(std::string_view text);
+
+/**
+ * Sends what GLib and libxml2 log through say(), so that nothing from a server or a file reaches
+ * the terminal as it is.
+ */
+void install_log_handlers() noexcept;
+
+}  // namespace velkor::ctl
+
+#endif

@@ -1,0 +1,83 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "velkorctl/safe_text.h"
+
+#include <array>
+
+#include "support/owned.h"
+
+namespace velkor::ctl {
+namespace {
+
+constexpr gunichar replacement = 0xFFFD;
+constexpr std::string_view ellipsis = "…";
+
+OwnedText valid_utf8(std::string_view text) {
+  return OwnedText(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
+}
+
+void append(std::string &result, gunichar character) {
+  std::array<char, 6> bytes{};
+  const int length = g_unichar_to_utf8(character, bytes.data());
+  result.append(bytes.data(), static_cast<std::size_t>(length));
+}
+
+gunichar safe_character(gunichar character, Lines lines) noexcept {
+  if (character == '\n' && lines == Lines::keep)
+    return character;
+  if (character == '\n' || character == '\t' || character == '\r')
+    return ' ';
+  return is_unsafe(character) ? replacement : character;
+}
+
+int cells_of(gunichar character) noexcept {
+  if (g_unichar_iszerowidth(character))
+    return 0;
+  return g_unichar_iswide(character) ? 2 : 1;
+}
+
+}  // namespace
+
+bool is_unsafe(gunichar character) noexcept {
+  switch (g_unichar_type(character)) {
+  case G_UNICODE_CONTROL:
+  case G_UNICODE_LINE_SEPARATOR:
+  case G_UNICODE_PARAGRAPH_SEPARATOR:
+    return true;
+  default:
+    return (character >= 0x202A && character <= 0x202E) ||
+           (character >= 0x2066 && character <= 0x2069) || character == 0x200E ||
+           character == 0x200F || character == 0x061C;
+  }
+}
+
+std::string safe_text(std::string_view text, Lines lines) {
+  const OwnedText valid = valid_utf8(text);
+  std::string result;
+  result.reserve(text.size());
+  for (const char *at = valid.get(); *at != '\0'; at = g_utf8_next_char(at))
+    append(result, safe_character(g_utf8_get_char(at), lines));
+  return result;
+}
+
+int display_width(std::string_view text) noexcept {
+  int width = 0;
+  const char *end = text.data() + text.size();
+  for (const char *at = text.data(); at < end; at = g_utf8_next_char(at))
+    width += cells_of(g_utf8_get_char(at));
+  return width;
+}
+
+std::string fit(std::string_view text, int width) {
+  if (display_width(text) <= width)
+    return std::string(text);
+  if (width < 1)
+    return {};
+  int used = 0;
+  const char *at = text.data();
+  for (; used + cells_of(g_utf8_get_char(at)) < width; at = g_utf8_next_char(at))
+    used += cells_of(g_utf8_get_char(at));
+  std::string result(text.data(), at);
+  return result.append(ellipsis);
+}
+
+}  // namespace velkor::ctl

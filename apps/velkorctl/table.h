@@ -1,0 +1,39 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Rows of text in aligned columns, for people; widths are counted in terminal cells. */
+#ifndef VELKORCTL_TABLE_H
+#define VELKORCTL_TABLE_H
+
+#include <string>
+#include <vector>
+
+namespace velkor::ctl {
+
+struct Column {
+  std::string title;
+  enum class Align { left, right } align = Align::left;
+  /** The column may be cut, down to ten cells, when the table is too wide. */
+  bool flexible = false;
+};
+
+class Table {
+public:
+  explicit Table(std::vector<Column> columns);
+
+  /** Adds a row, one text per column; the texts are made safe for a terminal. */
+  void add(std::vector<std::string> cells);
+
+  /** The table as text; `width` is the widest line allowed, 0 when there is no bound. */
+  [[nodiscard]] std::string text(int width, bool header) const;
+
+private:
+  [[nodiscard]] std::vector<int> widths(int bound, bool header) const;
+  [[nodiscard]] std::string line(const std::vector<std::string> &cells,
+                                 const std::vector<int> &widths) const;
+
+  std::vector<Column> columns_;
+  std::vector<std::vector<std::string>> rows_;
+};
+
+}  // namespace velkor::ctl
+
+#endif

@@ -1,0 +1,70 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "velkorctl/terminal.h"
+
+#include <cstdio>
+#include <iostream>
+
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include "velkorctl/failure.h"
+
+namespace velkor::ctl {
+namespace {
+
+constexpr int usual_width = 80;
+
+/** Stops a terminal from showing what is typed while it lives. */
+class WithoutEcho {
+public:
+  explicit WithoutEcho(int descriptor) noexcept : descriptor_(descriptor) {
+    active_ = tcgetattr(descriptor_, &earlier_) == 0;
+    termios quiet = earlier_;
+    quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    if (active_)
+      tcsetattr(descriptor_, TCSAFLUSH, &quiet);
+  }
+  ~WithoutEcho() {
+    if (active_)
+      tcsetattr(descriptor_, TCSAFLUSH, &earlier_);
+  }
+  WithoutEcho(const WithoutEcho &) = delete;
+  WithoutEcho &operator=(const WithoutEcho &) = delete;
+
+private:
+  int descriptor_;
+  bool active_ = false;
+  termios earlier_{};
+};
+
+std::string read_line() {
+  std::string line;
+  if (!std::getline(std::cin, line))
+    throw usage_error("nothing was given on standard input");
+  if (!line.empty() && line.back() == '\r')
+    line.pop_back();
+  return line;
+}
+
+}  // namespace
+
+int terminal_width(int descriptor) noexcept {
+  if (isatty(descriptor) == 0)
+    return 0;
+  winsize size{};
+  const bool known = ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+  return known ? size.ws_col : usual_width;
+}
+
+std::string read_secret(const std::string &prompt) {
+  if (isatty(STDIN_FILENO) == 0)
+    return read_line();
+  const WithoutEcho quiet(STDIN_FILENO);
+  std::fputs(prompt.c_str(), stderr);
+  std::string line = read_line();
+  std::fputc('\n', stderr);
+  return line;
+}
+
+}  // namespace velkor::ctl
