@@ -1,0 +1,58 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "velkorctl/cache_view.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <string>
+#include <system_error>
+
+#include <glib.h>
+#include <unistd.h>
+
+#include "velkorctl/failure.h"
+
+namespace velkor::ctl {
+namespace {
+
+namespace fs = std::filesystem;
+
+/** The session's own directory is in memory: it has room when the disks are full. */
+fs::path temporary_directory() {
+  const char *session = g_getenv("XDG_RUNTIME_DIR");
+  const bool usable = session != nullptr && access(session, W_OK | X_OK) == 0;
+  return usable ? session : g_get_tmp_dir();
+}
+
+bool belongs_to_velkor(const fs::path &file) {
+  return file.filename().string().rfind("velkor.", 0) == 0;
+}
+
+void link_files(const fs::path &from, const fs::path &to) {
+  std::error_code error;
+  for (const auto &entry : fs::directory_iterator(from, error))
+    if (belongs_to_velkor(entry.path()) && !error)
+      fs::create_symlink(entry.path(), to / entry.path().filename(), error);
+  if (error && error != std::errc::no_such_file_or_directory)
+    throw Failure(Exit::files, "cannot read " + from.string() + ": " + error.message());
+}
+
+}  // namespace
+
+CacheView::CacheView() {
+  std::string pattern = (temporary_directory() / "velkorctl-XXXXXX").string();
+  if (mkdtemp(pattern.data()) == nullptr)
+    throw Failure(Exit::files, "cannot make " + pattern + ": " + system_error(errno));
+  path_ = pattern;
+}
+
+// Once the delegated constructor is through, the destructor runs also when this one throws.
+CacheView::CacheView(const fs::path &directory) : CacheView() {
+  link_files(fs::absolute(directory), path_);
+}
+
+CacheView::~CacheView() {
+  std::error_code ignored;
+  fs::remove_all(path_, ignored);
+}
+
+}  // namespace velkor::ctl

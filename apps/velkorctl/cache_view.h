@@ -1,0 +1,34 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/**
+ * A cache directory to read from and nothing else. Loading can write: it makes the directory,
+ * probes it, writes default filters and an empty mail box, and replaces files of earlier
+ * versions. The view is a temporary directory with links to the files of the real one, so that
+ * all this happens beside them, also when the real one is missing or read-only.
+ */
+#ifndef VELKORCTL_CACHE_VIEW_H
+#define VELKORCTL_CACHE_VIEW_H
+
+#include <filesystem>
+
+namespace velkor::ctl {
+
+class CacheView {
+public:
+  /** Throws a Failure when the view cannot be made. */
+  explicit CacheView(const std::filesystem::path &directory);
+  /** Removes the view; the files behind the links stay. */
+  ~CacheView();
+  CacheView(const CacheView &) = delete;
+  CacheView &operator=(const CacheView &) = delete;
+
+  [[nodiscard]] const std::filesystem::path &path() const noexcept { return path_; }
+
+private:
+  CacheView();
+
+  std::filesystem::path path_;
+};
+
+}  // namespace velkor::ctl
+
+#endif

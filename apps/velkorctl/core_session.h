@@ -1,0 +1,62 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/**
+ * The library started for one command and stopped after it. The D-Bus service is left out: a
+ * command never claims the name of the desktop front end nor raises its window.
+ */
+#ifndef VELKORCTL_CORE_SESSION_H
+#define VELKORCTL_CORE_SESSION_H
+
+#include <filesystem>
+#include <optional>
+
+#include "velkorctl/command.h"
+#include "velkorctl/interruption.h"
+#include "velkorctl/writer_lock.h"
+
+namespace velkor::ctl {
+
+/** What a command needs from the cache beside settings, filters, categories and newsgroups. */
+enum class Load { settings, mail, postings };
+
+class CoreSession {
+public:
+  enum class Access {
+    /** Works whoever else runs, and leaves no trace in the cache directory. */
+    read,
+    /** Refused while the desktop front end or another writing command runs. */
+    write,
+  };
+
+  /** Throws a Failure when the command cannot work here. */
+  CoreSession(const GlobalOptions &options, Access access, Load load);
+  ~CoreSession();
+  CoreSession(const CoreSession &) = delete;
+  CoreSession &operator=(const CoreSession &) = delete;
+
+  /** Saves the settings; throws a Failure when that fails. */
+  void save_settings();
+
+  /** Throws a Failure unless user name and password are set. */
+  void require_account() const;
+
+  /** The real cache directory. */
+  [[nodiscard]] const std::filesystem::path &directory() const noexcept { return directory_; }
+
+private:
+  void start_reading(const GlobalOptions &options, Load load);
+  void start_writing(const GlobalOptions &options, Load load);
+  void start(const GlobalOptions &options, const std::filesystem::path &cache, Load load);
+  void load_postings();
+
+  std::filesystem::path directory_;
+  Access access_;
+  std::optional<Interruption> interruption_;
+  std::optional<WriterLock> lock_;
+};
+
+/** The directory of the option --cache-dir, or ~/.velkor. */
+std::filesystem::path cache_directory(const GlobalOptions &options);
+
+}  // namespace velkor::ctl
+
+#endif

@@ -1,0 +1,74 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "velkorctl/writer_lock.h"
+
+#include <array>
+#include <cerrno>
+#include <string>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include "velkorctl/failure.h"
+#include "velkorctl/interruption.h"
+#include "velkorctl/messages.h"
+
+namespace velkor::ctl {
+namespace {
+
+constexpr auto pause = std::chrono::milliseconds(100);
+
+Descriptor open_lock_file(const std::filesystem::path &path) {
+  Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+  if (!file.valid())
+    throw Failure(Exit::files,
+                  "cannot write in " + path.parent_path().string() + ": " + system_error(errno));
+  return file;
+}
+
+/** The number that the holder wrote into the file, for the message. */
+std::string holder(const Descriptor &file) {
+  std::array<char, 16> digits{};
+  const ssize_t count = pread(file.get(), digits.data(), digits.size(), 0);
+  return count > 0
+             ? " (process " + std::string(digits.data(), static_cast<std::size_t>(count)) + ")"
+             : "";
+}
+
+void leave_own_number(const Descriptor &file) noexcept {
+  const std::string number = std::to_string(getpid());
+  const bool left =
+      ftruncate(file.get(), 0) == 0 && pwrite(file.get(), number.data(), number.size(), 0) >= 0;
+  static_cast<void>(left);  // only a help for the reader of a message
+}
+
+bool try_lock(const Descriptor &file, const std::filesystem::path &path) {
+  if (flock(file.get(), LOCK_EX | LOCK_NB) == 0)
+    return true;
+  if (errno != EWOULDBLOCK && errno != EINTR)
+    throw Failure(Exit::files, "cannot lock " + path.string() + ": " + system_error(errno));
+  return false;
+}
+
+}  // namespace
+
+WriterLock::WriterLock(const std::filesystem::path &directory, std::chrono::seconds wait) {
+  const std::filesystem::path path = directory / "velkorctl.lock";
+  file_ = open_lock_file(path);
+  const auto deadline = std::chrono::steady_clock::now() + wait;
+  bool told = false;
+  while (!try_lock(file_, path)) {
+    if (Interruption::requested())
+      throw Failure(Exit::interrupted, "interrupted");
+    if (std::chrono::steady_clock::now() >= deadline)
+      throw Failure(Exit::busy, "another velkorctl" + holder(file_) +
+                                    " is writing here; see the option --wait");
+    if (!told)
+      say("waiting for another velkorctl" + holder(file_));
+    told = true;
+    std::this_thread::sleep_for(pause);
+  }
+  leave_own_number(file_);
+}
+
+}  // namespace velkor::ctl
