@@ -1,0 +1,94 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "velkorctl/moment.h"
+
+#include <array>
+#include <charconv>
+#include <cstdio>
+#include <memory>
+#include <utility>
+
+#include "support/owned.h"
+
+namespace velkor::ctl {
+namespace {
+
+using OwnedDateTime = std::unique_ptr<GDateTime, ReleaseWith<g_date_time_unref>>;
+
+std::optional<std::int64_t> whole_number(std::string_view text) {
+  std::int64_t number = 0;
+  const char *end = text.data() + text.size();
+  const auto [stopped, error] = std::from_chars(text.data(), end, number);
+  if (text.empty() || error != std::errc() || stopped != end)
+    return std::nullopt;
+  return number;
+}
+
+std::optional<std::int64_t> parse_age(const std::string &text, std::int64_t now) {
+  static constexpr std::array<std::pair<char, std::int64_t>, 4> units{
+      {{'m', 60}, {'h', 3600}, {'d', 86400}, {'w', 7 * 86400}}};
+  constexpr std::int64_t longest = 1'000'000;
+  const auto number = whole_number(std::string_view(text).substr(0, text.size() - 1));
+  for (const auto &[letter, seconds] : units)
+    if (text.back() == letter && number && *number >= 0 && *number <= longest)
+      return now - *number * seconds;
+  return std::nullopt;
+}
+
+std::optional<std::int64_t> unix_time(OwnedDateTime time, bool whole_day, DayEdge edge) {
+  if (time && whole_day && edge == DayEdge::last_second) {
+    const OwnedDateTime next(g_date_time_add_days(time.get(), 1));
+    return g_date_time_to_unix(next.get()) - 1;
+  }
+  return time ? std::optional(g_date_time_to_unix(time.get())) : std::nullopt;
+}
+
+std::optional<std::int64_t> parse_day_name(const std::string &text, std::int64_t now,
+                                           DayEdge edge) {
+  if (text != "today" && text != "yesterday")
+    return std::nullopt;
+  const OwnedDateTime moment(g_date_time_new_from_unix_local(now));
+  const OwnedDateTime day(g_date_time_add_days(moment.get(), text == "today" ? 0 : -1));
+  int year = 0;
+  int month = 0;
+  int number = 0;
+  g_date_time_get_ymd(day.get(), &year, &month, &number);
+  return unix_time(OwnedDateTime(g_date_time_new_local(year, month, number, 0, 0, 0)), true, edge);
+}
+
+std::optional<std::int64_t> parse_date(const std::string &text, DayEdge edge) {
+  int year = 0;
+  int month = 0;
+  int day = 0;
+  int hour = 0;
+  int minute = 0;
+  int second = 0;
+  int length = 0;
+  const int read = std::sscanf(text.c_str(), "%4d-%2d-%2d%n%*1[ T]%2d:%2d%n:%2d%n", &year, &month,
+                               &day, &length, &hour, &minute, &length, &second, &length);
+  const bool complete = read == 3 || read == 5 || read == 6;
+  if (!complete || static_cast<std::size_t>(length) != text.size())
+    return std::nullopt;
+  return unix_time(OwnedDateTime(g_date_time_new_local(year, month, day, hour, minute, second)),
+                   read == 3, edge);
+}
+
+}  // namespace
+
+std::optional<std::int64_t> parse_moment(const std::string &text, std::int64_t now, DayEdge edge) {
+  if (text.empty())
+    return std::nullopt;
+  if (text.front() == '@')
+    return whole_number(std::string_view(text).substr(1));
+  if (const auto day = parse_day_name(text, now, edge))
+    return day;
+  if (const auto age = parse_age(text, now))
+    return age;
+  return parse_date(text, edge);
+}
+
+std::string show_moment(std::int64_t seconds) {
+  const OwnedDateTime time(g_date_time_new_from_unix_local(seconds));
+  return time ? OwnedText(g_date_time_format(time.get(), "%Y-%m-%d %H:%M")).get() : "";
+}
+
+}  // namespace velkor::ctl

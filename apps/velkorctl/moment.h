@@ -1,0 +1,27 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Points in time as people type and read them. */
+#ifndef VELKORCTL_MOMENT_H
+#define VELKORCTL_MOMENT_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace velkor::ctl {
+
+/** Which second a bare date stands for. */
+enum class DayEdge { first_second, last_second };
+
+/**
+ * Seconds since 1970 of "2026-01-31", "2026-01-31 18:30", "2026-01-31T18:30:15" (local time),
+ * "today", "yesterday", "90m", "12h", "3d" or "2w" (so long before `now`) or "@SECONDS"; nullopt
+ * for anything else.
+ */
+std::optional<std::int64_t> parse_moment(const std::string &text, std::int64_t now, DayEdge edge);
+
+/** Local time as "2026-01-31 18:30"; empty when the time cannot be shown. */
+std::string show_moment(std::int64_t seconds);
+
+}  // namespace velkor::ctl
+
+#endif

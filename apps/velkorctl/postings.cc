@@ -1,0 +1,156 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "velkorctl/postings.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+#include <tuple>
+
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_category.h>
+#include <velkor/zox_config.h>
+#include <velkor/zox_eventlist.h>
+#include <velkor/zox_string.h>
+#include <velkor/zox_tags.h>
+#include <velkor/zox_watchlist.h>
+
+#include "support/slist.h"
+#include "support/text.h"
+#include "velkorctl/moment.h"
+#include "velkorctl/vocabulary.h"
+
+namespace velkor::ctl {
+namespace {
+
+enum SortMode : gint32 { by_stamp = 0, by_title = 1, by_poster = 2, by_rating = 3 };
+
+/** A posting with what it is ordered by; equal ones are ordered by id. */
+struct Found {
+  gint64 number;
+  std::string text;
+  gint32 id;
+
+  bool operator<(const Found &other) const noexcept {
+    return std::tie(number, text, id) < std::tie(other.number, other.text, other.id);
+  }
+};
+
+std::string collation_key(const GString *text) {
+  if (text == nullptr)
+    return {};
+  const OwnedText folded(g_utf8_casefold(text->str, -1));
+  return OwnedText(g_utf8_collate_key(folded.get(), -1)).get();
+}
+
+Found ordered_by(const ZoxEvent &posting, gint32 mode) {
+  switch (mode) {
+  case by_title:
+    return {0, collation_key(posting.title), posting.postId};
+  case by_poster:
+    return {0, collation_key(posting.poster), posting.postId};
+  case by_rating:
+    return {posting.rating, {}, posting.postId};
+  default:
+    return {posting.stamp, {}, posting.postId};
+  }
+}
+
+struct Collection {
+  gint32 mode;
+  std::vector<Found> found;
+};
+
+gint collect(gpointer /*key*/, ZoxEvent *posting, gpointer collection) noexcept {
+  auto &into = *static_cast<Collection *>(collection);
+  into.found.push_back(ordered_by(*posting, into.mode));
+  return 0;
+}
+
+std::string sub_category_name(const ZoxEvent &posting) {
+  return zox_category_get_scat_name(posting.cat, static_cast<guint32>(posting.sCat));
+}
+
+std::string category_words(const ZoxEvent &posting) {
+  const std::string sub = sub_category_name(posting);
+  return zox_string_category(posting.cat) + (sub.empty() ? "" : "/" + sub);
+}
+
+bool is_new(const ZoxEvent &posting) noexcept {
+  return posting.stamp >= core->config->prevCheck;
+}
+
+void add_tags(Json &json, const ZoxEvent &posting) {
+  json.begin_array("tags");
+  for (const GString *code : Items<GString>(posting.tags)) {
+    const ZoxTag *tag = zox_tag_find(code, posting.cat);
+    json.begin_object().text("code", code);
+    json.text("group", tag == nullptr ? nullptr : tag->group->name);
+    json.text("name", tag == nullptr ? nullptr : tag->name).end_object();
+  }
+  json.end_array();
+}
+
+void add_newsgroups(Json &json, const ZoxEvent &posting) {
+  json.begin_array("newsgroups");
+  for (const GString *id : Items<GString>(posting.groups)) {
+    const auto number = static_cast<guint32>(std::strtoul(id->str, nullptr, 10));
+    json.begin_object().number("id", number).text("name", newsgroup_name(number)).end_object();
+  }
+  json.end_array();
+}
+
+}  // namespace
+
+std::vector<gint32> select_postings(const ZoxFilter &filter) {
+  zox_eventlist_apply_filter(core->eventlist, &filter);
+  Collection collection{filter.sortMode, {}};
+  zox_eventlist_foreach(core->eventlist, 1, 1, collect, &collection);
+  std::sort(collection.found.begin(), collection.found.end());
+  if (filter.sortAscending == 0)
+    std::reverse(collection.found.begin(), collection.found.end());
+  std::vector<gint32> ids;
+  ids.reserve(collection.found.size());
+  for (const Found &one : collection.found)
+    ids.push_back(one.id);
+  return ids;
+}
+
+OwnedEvent find_posting(gint32 id) noexcept {
+  return OwnedEvent(zox_eventlist_lookup_id(core->eventlist, id));
+}
+
+std::vector<Column> posting_columns() {
+  using Align = Column::Align;
+  return {{"ID", Align::right},
+          {"DATE"},
+          {"CATEGORY"},
+          {"STATUS"},
+          {"TITLE", Align::left, true},
+          {"POSTER", Align::left, true}};
+}
+
+std::vector<std::string> posting_row(const ZoxEvent &posting) {
+  return {std::to_string(posting.postId),
+          show_moment(posting.stamp),
+          category_words(posting),
+          zox_string_status(posting.status),
+          std::string(view_of(posting.title)),
+          std::string(view_of(posting.poster))};
+}
+
+void add_posting(Json &json, const ZoxEvent &posting) {
+  json.number("id", posting.postId).number("stamp", posting.stamp);
+  json.text("date", show_moment(posting.stamp)).number("updated", posting.updated);
+  json.number("status", posting.status).text("statusName", zox_string_status(posting.status));
+  json.number("category", posting.cat).text("categoryName", zox_string_category(posting.cat));
+  json.number("subCategory", posting.sCat).text("subCategoryName", sub_category_name(posting));
+  json.text("title", posting.title).text("poster", posting.poster);
+  json.text("fileName", posting.fName).text("link", posting.link);
+  json.number("rating", posting.rating).text("freeTag", posting.tag);
+  add_tags(json, posting);
+  add_newsgroups(json, posting);
+  json.flag("new", is_new(posting));
+  json.flag("watched", zox_watchlist_is_in_list(static_cast<guint32>(posting.postId)) != FALSE);
+}
+
+}  // namespace velkor::ctl
