@@ -1,0 +1,73 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include <clocale>
+#include <csignal>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <velkor/zox_app_core.h>
+
+#include "velkorctl/command_line.h"
+#include "velkorctl/commands.h"
+#include "velkorctl/messages.h"
+
+namespace velkor::ctl {
+namespace {
+
+/** No file that is opened later may take the place of a closed standard stream. */
+void ensure_standard_streams() noexcept {
+  int descriptor = 0;
+  do
+    descriptor = open("/dev/null", O_RDWR);
+  while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+  if (descriptor > STDERR_FILENO)
+    close(descriptor);
+}
+
+/** A closed pipe and a full disk are errors to report, not signals to die of. */
+void prepare_process() noexcept {
+  ensure_standard_streams();
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+  std::setlocale(LC_CTYPE, "");
+  std::setlocale(LC_COLLATE, "");
+  install_log_handlers();
+  zox_set_tolerant(1);
+}
+
+Exit run(const std::vector<std::string> &words) {
+  const std::vector<Command> commands = all_commands();
+  const ParsedCommandLine parsed = parse_command_line(command_groups(), commands, words);
+  Output out(parsed.options.trace);
+  out.write(parsed.help_text);
+  Exit exit = Exit::ok;
+  if (parsed.command != nullptr)
+    exit = parsed.command->run({parsed.options, parsed.arguments, out});
+  out.flush();
+  return exit;
+}
+
+Exit run_to_the_end(const std::vector<std::string> &words) {
+  try {
+    return run(words);
+  } catch (const Failure &failure) {
+    if (*failure.what() != '\0')
+      say(failure.what());
+    return failure.exit();
+  } catch (const std::exception &error) {
+    say(error.what());
+    return Exit::failed;
+  }
+}
+
+}  // namespace
+}  // namespace velkor::ctl
+
+int main(int count, char **words) {
+  velkor::ctl::prepare_process();
+  return static_cast<int>(
+      velkor::ctl::run_to_the_end(std::vector<std::string>(words + 1, words + count)));
+}
