@@ -1,0 +1,158 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The filters file: its document, read and written. */
+#include <velkor/zox_filterlist.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include <velkor/zox_file.h>
+#include <velkor/zox_xml_parse.h>
+
+#include "core/kept_aside.h"
+#include "core/xml_file.h"
+#include "filter/default_filters.h"
+#include "filter/filter_record.h"
+#include "support/assertion.h"
+#include "support/object_type.h"
+#include "support/rw_lock.h"
+#include "support/text.h"
+#include "support/xml.h"
+
+namespace velkor {
+namespace {
+
+constexpr const char *cache_name = "velkor.filters";
+
+/** One "Filter" element being read. */
+struct Reading {
+  OwnedFilter filter{zox_filter_new_filter()};
+  ListBuilder<ZoxString, free_string> tags;
+};
+
+struct Field {
+  std::string_view element;
+  void (*read)(Reading &reading, xmlNode *node);
+};
+
+constexpr std::array<Field, 5> fields{{
+    {"filterNaam",
+     [](Reading &reading, xmlNode *node) {
+       replace_string(reading.filter->name, zox_xml_parse_string(node->doc, node));
+     }},
+    {"cat", [](Reading &reading,
+               xmlNode *node) { reading.filter->cat = zox_xml_parse_int(node->doc, node); }},
+    {"sCat", [](Reading &reading,
+                xmlNode *node) { reading.filter->sCat = zox_xml_parse_int(node->doc, node); }},
+    {"extra_tag",
+     [](Reading &reading, xmlNode *node) {
+       replace_string(reading.filter->extraTag, zox_xml_parse_string(node->doc, node));
+     }},
+    {"tag",
+     [](Reading &reading, xmlNode *node) {
+       if (ZoxString *code = zox_xml_parse_string(node->doc, node); code != nullptr)
+         reading.tags.append(code);
+     }},
+}};
+
+ZoxFilter *read_filter(xmlNode *element) noexcept {
+  Reading reading;
+  for (xmlNode *child : xml::Siblings(element->children)) {
+    const auto field = std::ranges::find_if(
+        fields, [child](const Field &each) { return xml::is_named(child, each.element); });
+    if (field != fields.end())
+      field->read(reading, child);
+  }
+  reading.filter->tags = reading.tags.release();
+  return reading.filter.release();
+}
+
+GSList *read_filters(const xmlNode *root) noexcept {
+  if (root->children == nullptr)
+    g_warning("zox_filter_parse(): no children of root-node!\n");
+  FilterBuilder filters;
+  for (xmlNode *child : xml::Siblings(root->children)) {
+    if (xml::is_named(child, "Filter"))
+      filters.append(read_filter(child));
+  }
+  return filters.release();
+}
+
+/** The filters in the text of the file; none when that is no document of filters. */
+GSList *parse_filters(const ZoxString *text) noexcept {
+  const xml::Document document = xml::parse(view_of(text));
+  const xmlNode *root = xml::root_named(document, "Filters", "zox_filter_parse");
+  if (root == nullptr) {
+    note_unreadable(cache_name, false);
+    return nullptr;
+  }
+  note_readable(cache_name, false);
+  return read_filters(root);
+}
+
+/** Fills the list from the file; false when there is no file that can be opened. */
+bool replace_from_file(ZOXFilterlist &list) noexcept {
+  const WriteLock lock(list.lock);
+  free_filters(std::exchange(list.filters, nullptr));
+  const OwnedString text(zox_file_load(cache_name, 0));
+  if (!text) {
+    note_unreadable(cache_name, false);
+    return false;
+  }
+  list.filters = parse_filters(text.get());
+  return true;
+}
+
+void add_number(xmlNode *parent, const char *name, gint32 value) noexcept {
+  std::array<char, 12> text{};
+  g_snprintf(text.data(), text.size(), "%d", value);
+  xmlNewTextChild(parent, nullptr, xml::chars(name), xml::chars(text.data()));
+}
+
+void add_cdata(xmlNode *parent, const char *name, const ZoxString *text) noexcept {
+  if (text == nullptr)
+    return;
+  xmlNode *child = xmlNewChild(parent, nullptr, xml::chars(name), nullptr);
+  xmlAddChild(child,
+              xmlNewCDataBlock(parent->doc, xml::chars(text->str), static_cast<int>(text->len)));
+}
+
+void add_filter(xmlNode *root, const ZoxFilter &filter) noexcept {
+  xmlNode *element = xmlNewChild(root, nullptr, xml::chars("Filter"), nullptr);
+  add_cdata(element, "filterNaam", filter.name);
+  add_number(element, "cat", filter.cat);
+  add_number(element, "sCat", filter.sCat);
+  add_cdata(element, "extra_tag", filter.extraTag);
+  for (const ZoxString *code : Items<ZoxString>(filter.tags))
+    add_cdata(element, "tag", code);
+}
+
+}  // namespace
+}  // namespace velkor
+
+using namespace velkor;
+
+extern "C" {
+
+void zox_filterlist_load(ZOXFilterlist *list) {
+  g_return_if_fail(is_instance(list, zox_filterlist_get_type()));
+  if (replace_from_file(*list))
+    return;
+  append_default_filters(list);
+  zox_filterlist_save(list);
+}
+
+void zox_filterlist_save(ZOXFilterlist *list) {
+  g_return_if_fail(is_instance(list, zox_filterlist_get_type()));
+  const ReadLock lock(list->lock);
+  const xml::Document document(xmlNewDoc(xml::chars("1.0")));
+  xmlNode *root = xmlNewDocNode(document.get(), nullptr, xml::chars("Filters"), nullptr);
+  xmlDocSetRootElement(document.get(), root);
+  for (const ZoxFilter *filter : Items<ZoxFilter>(list->filters)) {
+    ZOX_ASSERT(filter);
+    add_filter(root, *filter);
+  }
+  save_document(document.get(), cache_name, false);
+}
+
+}  // extern "C"
