@@ -1,0 +1,104 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The newsgroups document, which the service's reply and the cache file share. */
+#include <velkor/zox_groups.h>
+
+#include <array>
+
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_file.h>
+#include <velkor/zox_xml_parse.h>
+
+#include "core/kept_aside.h"
+#include "core/xml_file.h"
+#include "support/assertion.h"
+#include "support/text.h"
+#include "support/xml.h"
+#include "taxonomy/group_record.h"
+
+namespace velkor {
+namespace {
+
+constexpr const char *cache_name = "velkor.groups";
+
+OwnedGroup read_group(xmlNode *element) noexcept {
+  OwnedGroup group(zox_group_parse_group(element->doc, element->children));
+  group->id = static_cast<guint32>(zox_xml_parse_int_attr(element->doc, element, "ID"));
+  return group;
+}
+
+/** Appends the newsgroups that the table does not know; false when the text is no document. */
+bool read_groups(const ZoxString *text, GroupList &groups) noexcept {
+  const xml::Document document = xml::parse(view_of(text));
+  const xmlNode *root = xml::root_named(document, "Groups", "zox_group_parse");
+  if (root == nullptr)
+    return false;
+  for (xmlNode *child : xml::Siblings(root->children)) {
+    if (!xml::is_named(child, "Group"))
+      continue;
+    OwnedGroup group = read_group(child);
+    if (zox_group_by_id(group->id) == nullptr)
+      groups.append(group.release());
+  }
+  return true;
+}
+
+void add_group(xmlNode *root, const ZoxGroup &group) noexcept {
+  xmlNode *element = xmlNewChild(root, nullptr, xml::chars("Group"), nullptr);
+  std::array<char, 11> id{};
+  g_snprintf(id.data(), id.size(), "%u", group.id);
+  xmlNewProp(element, xml::chars("ID"), xml::chars(id.data()));
+  if (group.groupName != nullptr)
+    xmlNewTextChild(element, nullptr, xml::chars("Name"), xml::chars(group.groupName->str));
+}
+
+}  // namespace
+}  // namespace velkor
+
+using namespace velkor;
+
+extern "C" {
+
+ZoxGroup *zox_group_parse_group(xmlDocPtr doc, xmlNodePtr firstChild) {
+  OwnedGroup group(zox_group_new());
+  for (xmlNode *child : xml::Siblings(firstChild)) {
+    if (xml::is_named(child, "Name"))
+      replace_string(group->groupName, zox_xml_parse_string(doc, child));
+  }
+  return group.release();
+}
+
+GSList *zox_group_parse(const ZoxString *buffer) {
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(buffer);
+  GroupList groups;
+  read_groups(buffer, groups);
+  return groups.release();
+}
+
+void zox_group_load(void) {
+  ZOX_ASSERT(core);
+  const OwnedString text(zox_file_load(cache_name, 1));
+  if (!text || text->len == 0) {
+    note_unreadable(cache_name, true);
+    return;
+  }
+  zox_group_free_all();
+  GroupList groups;
+  if (read_groups(text.get(), groups))
+    note_readable(cache_name, true);
+  else
+    note_unreadable(cache_name, true);
+  core->groups = groups.release();
+}
+
+gint32 zox_group_save(void) {
+  ZOX_ASSERT(core);
+  const xml::Document document(xmlNewDoc(xml::chars("1.0")));
+  xmlNode *root = xmlNewDocNode(document.get(), nullptr, xml::chars("Groups"), nullptr);
+  xmlDocSetRootElement(document.get(), root);
+  for (const ZoxGroup *group : Items<ZoxGroup>(core->groups))
+    add_group(root, *group);
+  return save_document(document.get(), cache_name, true);
+}
+
+}  // extern "C"
