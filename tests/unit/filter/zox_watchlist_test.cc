@@ -1,0 +1,146 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include <velkor/zox_watchlist.h>
+
+#include <string>
+
+#include <velkor/zox_splitted_list.h>
+#include <velkor/zox_string.h>
+
+#include "support/owned.h"
+#include "tests/support/core_fixture.h"
+
+namespace velkor {
+namespace {
+
+class ZoxWatchlist : public test::CoreTest {
+protected:
+  static std::string entries() {
+    const OwnedString text(zox_splitted_list_concat(core->config->watchlist));
+    return text->str;
+  }
+
+  [[nodiscard]] bool saved() const { return std::filesystem::exists(cache_file("velkor.conf")); }
+  [[nodiscard]] bool is_in_file(std::string_view line) const {
+    return test::read_file(cache_file("velkor.conf")).find(line) != std::string::npos;
+  }
+};
+
+TEST_F(ZoxWatchlist, AddAppendsInOrderAndSaves) {
+  EXPECT_EQ(zox_watchlist_add(42), 1);
+  EXPECT_EQ(zox_watchlist_add(7), 1);
+  EXPECT_EQ(entries(), "|42|7|");
+  EXPECT_EQ(zox_watchlist_get(), core->config->watchlist);
+  EXPECT_TRUE(is_in_file("watchlist=42\nwatchlist=7\n"));
+}
+
+TEST_F(ZoxWatchlist, AddTakesTheHighestId) {
+  EXPECT_EQ(zox_watchlist_add(G_MAXINT32), 1);
+  EXPECT_EQ(entries(), "|2147483647|");
+}
+
+TEST_F(ZoxWatchlist, AddRefusesIdsBelowOne) {
+  EXPECT_EQ(zox_watchlist_add(0), 0);
+  EXPECT_EQ(zox_watchlist_add(-5), 0);
+  EXPECT_EQ(core->config->watchlist, nullptr);
+  EXPECT_FALSE(saved());
+}
+
+TEST_F(ZoxWatchlist, AddRefusesWhatIsListed) {
+  EXPECT_EQ(zox_watchlist_add(42), 1);
+  EXPECT_EQ(zox_watchlist_add(42), 0);
+  EXPECT_EQ(entries(), "|42|");
+}
+
+TEST_F(ZoxWatchlist, IdsAreComparedAsNumbers) {
+  core->config->watchlist = zox_splitted_list_split(" 042x|-1");
+  EXPECT_TRUE(zox_watchlist_is_in_list(42));
+  EXPECT_FALSE(zox_watchlist_is_in_list(4));
+  EXPECT_TRUE(zox_watchlist_is_in_list(0xFFFFFFFFU));
+  EXPECT_EQ(zox_watchlist_add(42), 0);
+}
+
+TEST_F(ZoxWatchlist, EmptyListHoldsNothing) {
+  EXPECT_EQ(zox_watchlist_get(), nullptr);
+  EXPECT_FALSE(zox_watchlist_is_in_list(0));
+}
+
+TEST_F(ZoxWatchlist, RemoveTakesTheFirstEntryAndSaves) {
+  core->config->watchlist = zox_splitted_list_split("1|2|02|3");
+  EXPECT_EQ(zox_watchlist_remove(2), 1);
+  EXPECT_EQ(entries(), "|1|02|3|");
+  EXPECT_TRUE(is_in_file("watchlist=1\nwatchlist=02\nwatchlist=3\n"));
+  EXPECT_EQ(zox_watchlist_remove(1), 1);
+  EXPECT_EQ(entries(), "|02|3|");
+}
+
+TEST_F(ZoxWatchlist, RemoveOfAnUnlistedIdDoesNotSave) {
+  core->config->watchlist = zox_splitted_list_split("1");
+  EXPECT_EQ(zox_watchlist_remove(2), 0);
+  EXPECT_EQ(entries(), "|1|");
+  EXPECT_FALSE(saved());
+}
+
+TEST_F(ZoxWatchlist, ClearEmptiesAndSaves) {
+  core->config->watchlist = zox_splitted_list_split("1|2");
+  zox_watchlist_clear();
+  EXPECT_EQ(core->config->watchlist, nullptr);
+  EXPECT_FALSE(is_in_file("watchlist="));
+}
+
+TEST_F(ZoxWatchlist, PrintsOneLineAnEntry) {
+  core->config->watchlist = zox_splitted_list_split("42|043|x");
+  const OwnedString text(zox_watchlist_print());
+  EXPECT_STREQ(text->str, "\t<Watchlist>42</Watchlist>\n"
+                          "\t<Watchlist>43</Watchlist>\n"
+                          "\t<Watchlist>0</Watchlist>\n");
+}
+
+TEST_F(ZoxWatchlist, PrintsAnEmptyListAsNothing) {
+  const OwnedString text(zox_watchlist_print());
+  EXPECT_STREQ(text->str, "");
+}
+
+TEST_F(ZoxWatchlist, StateIsAPlainValue) {
+  EXPECT_EQ(zox_watchlist_get_state(), 0U);
+  zox_watchlist_set_state(3000000000U);
+  EXPECT_EQ(zox_watchlist_get_state(), 3000000000U);
+  EXPECT_EQ(core->watchlistUnchanged, 3000000000U);
+}
+
+using ZoxWatchlistDeathTest = ZoxWatchlist;
+
+TEST_F(ZoxWatchlistDeathTest, NoEntryIsNull) {
+  const auto spoil = [] { core->config->watchlist = g_slist_prepend(nullptr, nullptr); };
+  const char *message = "assertion failed: \\(watchlist\\)";
+  EXPECT_DEATH((spoil(), zox_watchlist_is_in_list(1)), message);
+  EXPECT_DEATH((spoil(), zox_watchlist_add(1)), message);
+  EXPECT_DEATH((spoil(), zox_watchlist_remove(1)), message);
+  EXPECT_DEATH((spoil(), zox_watchlist_clear()), message);
+  EXPECT_DEATH((spoil(), zox_watchlist_print()), message);
+}
+
+TEST_F(ZoxWatchlistDeathTest, NeedsSettings) {
+  zox_config_free();
+  const char *message = "assertion failed: \\(core->config\\)";
+  EXPECT_DEATH(zox_watchlist_get(), message);
+  EXPECT_DEATH(zox_watchlist_is_in_list(1), message);
+  EXPECT_DEATH(zox_watchlist_add(1), message);
+  EXPECT_DEATH(zox_watchlist_remove(1), message);
+  EXPECT_DEATH(zox_watchlist_clear(), message);
+  EXPECT_DEATH(zox_watchlist_print(), message);
+}
+
+TEST(ZoxWatchlistWithoutCoreDeathTest, NeedsACore) {
+  const char *message = "assertion failed: \\(core\\)";
+  EXPECT_DEATH(zox_watchlist_get(), message);
+  EXPECT_DEATH(zox_watchlist_is_in_list(1), message);
+  EXPECT_DEATH(zox_watchlist_add(1), message);
+  EXPECT_DEATH(zox_watchlist_remove(1), message);
+  EXPECT_DEATH(zox_watchlist_clear(), message);
+  EXPECT_DEATH(zox_watchlist_print(), message);
+  EXPECT_DEATH(zox_watchlist_get_state(), message);
+  EXPECT_DEATH(zox_watchlist_set_state(1), message);
+}
+
+}  // namespace
+}  // namespace velkor
