@@ -78,7 +78,7 @@ public:
 
   explicit Siblings(xmlNode *first) noexcept : first_(first) {}
   [[nodiscard]] Iterator begin() const noexcept { return Iterator(first_); }
-  [[nodiscard]] Iterator end() const noexcept { return Iterator(nullptr); }
+  [[nodiscard]] static Iterator end() noexcept { return Iterator(nullptr); }
 
 private:
   xmlNode *first_;
