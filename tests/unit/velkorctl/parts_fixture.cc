@@ -1,0 +1,60 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "parts_fixture.h"
+
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_category.h>
+#include <velkor/zox_config.h>
+#include <velkor/zox_file.h>
+#include <velkor/zox_filterlist.h>
+#include <velkor/zox_groups.h>
+#include <velkor/zox_string.h>
+#include <velkor/zox_tags.h>
+
+#include "velkorctl/filter_options.h"
+
+namespace velkor::ctl {
+namespace {
+
+void add_filter(const char *name, gint32 category, const char *tag) {
+  const OwnedFilter filter(zox_filter_new_filter());
+  filter->name = zox_string_new(name);
+  filter->cat = category;
+  filter->tags = g_slist_append(nullptr, zox_string_new(tag));
+  zox_filterlist_append_filter(core->filterlist, filter.get());
+}
+
+void add_group(guint32 id, const char *name) {
+  ZoxGroup *group = zox_group_new();
+  group->id = id;
+  group->groupName = zox_string_new(name);
+  core->groups = g_slist_append(core->groups, group);
+}
+
+}  // namespace
+
+PartsTest::PartsTest() {
+  core = g_new0(ZoxAppCore, 1);
+  zox_file_set_cache_dir(sandbox.cache().c_str());
+  zox_config_init();
+  core->filterlist = zox_filterlist_new();
+  add_filter("DivX", 0, "a0");
+  add_filter("Windows", 2, "a0");
+  add_filter("Windows", 3, "a0");
+  zox_categories_init();
+  zox_tags_init();
+  add_group(7, "alt.binaries.tv");
+  add_group(12, "comp.os");
+}
+
+PartsTest::~PartsTest() {
+  zox_tags_free();
+  zox_categories_free();
+  zox_filterlist_destroy(core->filterlist);
+  zox_group_free_all();
+  zox_config_free();
+  zox_file_free_cache_dir();
+  g_free(core);
+  core = nullptr;
+}
+
+}  // namespace velkor::ctl
