@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <memory>
 #include <mutex>
 #include <set>
 
@@ -10,8 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <velkor/zox_file.h>
-
+#include "core/cache_path.h"
 #include "support/owned.h"
 
 namespace velkor {
@@ -35,11 +35,6 @@ private:
 };
 
 Unreadable unreadable;
-
-std::string cache_path(const char *cache_name, bool compressed) noexcept {
-  const OwnedText path(zox_file_parse_cache_filename(cache_name, compressed ? 1 : 0));
-  return path.get();
-}
 
 bool has_content(const std::string &path) noexcept {
   struct stat status {};

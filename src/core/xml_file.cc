@@ -3,19 +3,13 @@
 
 #include <libxml/globals.h>
 
-#include <velkor/zox_file.h>
-
+#include "core/cache_path.h"
 #include "support/xml.h"
 
 namespace velkor {
 namespace {
 
 constexpr int level = 9;
-
-std::string cache_path(const char *cache_name, bool compressed) noexcept {
-  const OwnedText path(zox_file_parse_cache_filename(cache_name, compressed ? 1 : 0));
-  return path.get();
-}
 
 int write_to_file(void *file, const char *bytes, int length) {
   const std::string_view view(bytes, static_cast<std::size_t>(length));

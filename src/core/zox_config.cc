@@ -4,12 +4,13 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <string>
 #include <utility>
 
 #include <velkor/zox_app_core.h>
-#include <velkor/zox_file.h>
 
 #include "core/atomic_file.h"
+#include "core/cache_path.h"
 #include "core/kept_aside.h"
 #include "core/settings.h"
 #include "support/assertion.h"
@@ -46,8 +47,8 @@ void read_line(ZoxConfig &config, char *line) noexcept {
 
 /** Takes over all lines of the file; a failure is logged, what was read before it stays. */
 bool read_file(ZoxConfig &config) noexcept {
-  const OwnedText path(zox_file_parse_cache_filename(file_name, 0));
-  const OwnedFile file(std::fopen(path.get(), "re"));
+  const std::string path = cache_path(file_name, false);
+  const OwnedFile file(std::fopen(path.c_str(), "re"));
   std::array<char, 1024> line;
   while (file && std::fgets(line.data(), line.size(), file.get()) != nullptr)
     read_line(config, line.data());
@@ -55,14 +56,13 @@ bool read_file(ZoxConfig &config) noexcept {
   settings::complete(config);
   if (file && std::ferror(file.get()) == 0)
     return true;
-  g_warning("zox_config_load(): cannot load configfile %s: %s", path.get(), g_strerror(error));
+  g_warning("zox_config_load(): cannot load configfile %s: %s", path.c_str(), g_strerror(error));
   return false;
 }
 
 /** The file to be written. It holds a password: only its owner may read it. */
 AtomicFile new_file() noexcept {
-  const OwnedText path(zox_file_parse_cache_filename(file_name, 0));
-  return {path.get(), AtomicFile::Form::plain, Z_DEFAULT_COMPRESSION, 0600};
+  return {cache_path(file_name, false), AtomicFile::Form::plain, Z_DEFAULT_COMPRESSION, 0600};
 }
 
 }  // namespace

@@ -5,12 +5,14 @@
 #include <array>
 #include <cstring>
 #include <memory>
+#include <string>
 
 #include <fcntl.h>
 #include <unistd.h>
 #include <zlib.h>
 
 #include "core/atomic_file.h"
+#include "core/cache_path.h"
 #include "core/descriptor.h"
 #include "support/assertion.h"
 #include "support/owned.h"
@@ -32,9 +34,9 @@ OwnedString read_lines(std::FILE *file) noexcept {
 }
 
 /** The text of a gzip file; a zero byte cuts the block that holds it. */
-OwnedString read_gzip(const char *path) noexcept {
+OwnedString read_gzip(const std::string &path) noexcept {
   OwnedString text(g_string_new(""));
-  const OwnedGzip file(gzopen(path, "rbe"));
+  const OwnedGzip file(gzopen(path.c_str(), "rbe"));
   Block block;
   int length = 0;
   while (file && (length = gzread(file.get(), block.data(), block.size() - 1)) > 0)
@@ -61,25 +63,24 @@ extern "C" {
 
 ZoxString *zox_file_load(const char *filename, gint32 compressed) {
   ZOX_ASSERT(filename);
-  const OwnedText plain_path(zox_file_parse_cache_filename(filename, 0));
-  if (const OwnedFile file{std::fopen(plain_path.get(), "re")}) {
+  const std::string plain_path = cache_path(filename, false);
+  if (const OwnedFile file{std::fopen(plain_path.c_str(), "re")}) {
     OwnedString text = read_lines(file.get());
     // What an earlier version left uncompressed is compressed at the next save.
     if (compressed != 0 && std::ferror(file.get()) == 0)
-      unlink(plain_path.get());
+      unlink(plain_path.c_str());
     return text.release();
   }
   if (compressed == 0)
     return nullptr;
-  const OwnedText path(zox_file_parse_cache_filename(filename, 1));
-  return read_gzip(path.get()).release();
+  return read_gzip(cache_path(filename, true)).release();
 }
 
 gint32 zox_file_save(const char *filename, const ZoxString *text, gint32 compressed) {
   ZOX_ASSERT(filename);
   ZOX_ASSERT_AS(text, "tekst");
-  const OwnedText path(zox_file_parse_cache_filename(filename, compressed));
-  AtomicFile file(path.get(), compressed != 0 ? AtomicFile::Form::gzip : AtomicFile::Form::plain);
+  AtomicFile file(cache_path(filename, compressed != 0),
+                  compressed != 0 ? AtomicFile::Form::gzip : AtomicFile::Form::plain);
   if (compressed != 0) {
     replace_content(file, {view_of(text)}, __func__);
     return 0;
