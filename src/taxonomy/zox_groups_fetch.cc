@@ -1,0 +1,38 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The newsgroup table fetched from the service. */
+#include <velkor/zox_groups.h>
+
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_http_curl.h>
+
+#include "support/assertion.h"
+#include "support/owned.h"
+
+namespace velkor {
+namespace {
+
+constexpr ZoxErrorCode parse_error = 11;
+
+}  // namespace
+}  // namespace velkor
+
+using namespace velkor;
+
+extern "C" {
+
+ZoxErrorCode zox_group_fetch(void) {
+  ZOX_ASSERT(core);
+  ZoxString *reply = nullptr;
+  const ZoxErrorCode result =
+      zox_http_curl_execute("/3.7.3/xml-groups.php", nullptr, 1, &reply, 1, nullptr, 1);
+  const OwnedString text(reply);
+  if (result != 0)
+    return result;
+  ZOX_ASSERT_AS(text, "uitvoer");
+  zox_group_free_all();
+  core->groups = zox_group_parse(text.get());
+  zox_group_save();
+  return core->groups == nullptr ? parse_error : 0;
+}
+
+}  // extern "C"
