@@ -5,16 +5,9 @@
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_http_curl.h>
 
+#include "core/error_code.h"
 #include "support/assertion.h"
 #include "support/owned.h"
-
-namespace velkor {
-namespace {
-
-constexpr ZoxErrorCode parse_error = 11;
-
-}  // namespace
-}  // namespace velkor
 
 using namespace velkor;
 
@@ -23,16 +16,16 @@ extern "C" {
 ZoxErrorCode zox_group_fetch(void) {
   ZOX_ASSERT(core);
   ZoxString *reply = nullptr;
-  const ZoxErrorCode result =
+  const ZoxErrorCode code =
       zox_http_curl_execute("/3.7.3/xml-groups.php", nullptr, 1, &reply, 1, nullptr, 1);
   const OwnedString text(reply);
-  if (result != 0)
-    return result;
+  if (code != result::success)
+    return code;
   ZOX_ASSERT_AS(text, "uitvoer");
   zox_group_free_all();
   core->groups = zox_group_parse(text.get());
   zox_group_save();
-  return core->groups == nullptr ? parse_error : 0;
+  return core->groups == nullptr ? result::not_parsed : result::success;
 }
 
 }  // extern "C"

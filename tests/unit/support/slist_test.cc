@@ -48,5 +48,11 @@ TEST(ListBuilder, StartsAgainAfterRelease) {
   g_slist_free_full(list, g_free);
 }
 
+TEST(CellBuilder, LeavesTheItemsToTheirOwner) {
+  char text[] = "a";
+  CellBuilder<char>().append(text);
+  EXPECT_STREQ(text, "a");
+}
+
 }  // namespace
 }  // namespace velkor

@@ -60,5 +60,30 @@ TEST_F(XmlParse, RefusesEntitiesThatGrowWithoutBound) {
   EXPECT_EQ(text_of_root(text + "]><a>&e11;</a>"), "unusable");
 }
 
+/** The name of the root, or null's stand-in, behind what is said on standard error. */
+std::string checked_root(const char *text) {
+  const xml::Document document = xml::parse(text);
+  testing::internal::CaptureStderr();
+  const xmlNode *root = xml::root_named(document, "Wortel", "lees");
+  return testing::internal::GetCapturedStderr() +
+         (root == nullptr ? "-" : std::string(xml::name_of(root)));
+}
+
+using XmlRoot = XmlParse;
+
+TEST_F(XmlRoot, IsNamedRegardlessOfCase) {
+  EXPECT_EQ(checked_root("<Wortel/>"), "Wortel");
+  EXPECT_EQ(checked_root("<wORTEL/>"), "wORTEL");
+}
+
+TEST_F(XmlRoot, MissingDocumentIsReported) {
+  EXPECT_EQ(checked_root(""), "lees(): empty document!\n-");
+}
+
+TEST_F(XmlRoot, AnotherRootIsReported) {
+  EXPECT_EQ(checked_root("<Ander><Wortel/></Ander>"),
+            "lees(): document of the wrong type, root node != Wortel-");
+}
+
 }  // namespace
 }  // namespace velkor
