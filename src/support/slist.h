@@ -35,6 +35,9 @@ public:
 
   [[nodiscard]] bool empty() const noexcept { return head_ == nullptr; }
 
+  /** The list so far, still the builder's. */
+  [[nodiscard]] GSList *list() const noexcept { return head_; }
+
   /** The list built; the builder is empty again. */
   [[nodiscard]] GSList *release() noexcept {
     tail_ = &head_;

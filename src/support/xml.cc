@@ -53,17 +53,21 @@ bool is_named(const xmlNode *node, std::string_view name) noexcept {
   return equal_ignoring_case(name_of(node), name);
 }
 
-xmlNode *root_named(const Document &document, const char *expected, const char *reader) noexcept {
+xmlNode *root_named(const Document &document, const char *expected, const char *reader,
+                    const Complaint &complaint) noexcept {
   xmlNode *root = xmlDocGetRootElement(document.get());
-  if (root == nullptr) {
-    std::fprintf(stderr, "%s(): empty document!\n", reader);
-    return nullptr;
-  }
-  if (!is_named(root, expected)) {
-    std::fprintf(stderr, "%s(): document of the wrong type, root node != %s", reader, expected);
-    return nullptr;
-  }
-  return root;
+  if (root != nullptr && is_named(root, expected))
+    return root;
+  const OwnedText text(
+      root == nullptr
+          ? g_strdup_printf("%s(): empty document!\n", reader)
+          : g_strdup_printf("%s(): document of the wrong type, root node != %s", reader,
+                            complaint.other_root != nullptr ? complaint.other_root : expected));
+  if (complaint.logged)
+    g_warning("%s", text.get());
+  else
+    std::fputs(text.get(), stderr);
+  return nullptr;
 }
 
 }  // namespace velkor::xml

@@ -53,11 +53,20 @@ inline std::string_view name_of(const xmlNode *node) noexcept {
 /** Whether the node's name is `name` when letter case does not count. */
 bool is_named(const xmlNode *node, std::string_view name) noexcept;
 
+/** How a reader tells of a document that is none of its own, where it differs from the others. */
+struct Complaint {
+  /** The root that the message names instead of the one expected. */
+  const char *other_root = nullptr;
+  /** Whether it is logged as a warning instead of said on standard error. */
+  bool logged = false;
+};
+
 /**
  * The root element when it is named `expected`, without regard to case. Otherwise null, after
- * `reader` has said on standard error that there is no document or that it is another one.
+ * `reader` has said that there is no document or that it is another one.
  */
-xmlNode *root_named(const Document &document, const char *expected, const char *reader) noexcept;
+xmlNode *root_named(const Document &document, const char *expected, const char *reader,
+                    const Complaint &complaint = {}) noexcept;
 
 /** Siblings from `first` on as a range of `xmlNode *`. */
 class Siblings {
