@@ -1,0 +1,94 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Private messages: asking for them, fetching them and sending one. */
+#include <velkor/zox_mail.h>
+
+#include <ctime>
+
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_string.h>
+
+#include "services/mail_document.h"
+#include "services/service_request.h"
+#include "support/assertion.h"
+#include "support/owned.h"
+
+namespace velkor {
+namespace {
+
+constexpr auto code_not_found = static_cast<ZoxErrorCode>(-1);
+
+ServiceReply ask(const Parameters &parameters) noexcept {
+  return send_request("/3.7.3/xml-mail.php", parameters);
+}
+
+ZoxErrorCode finish_without_message(ZoxErrorCode code, char **message) noexcept {
+  hand_over(message, nullptr);
+  return code;
+}
+
+/** Puts messages behind those that are there. */
+void add_to_box(GSList *messages) noexcept {
+  core->mail = g_slist_concat(core->mail, messages);
+}
+
+/** Makes a message that the server took one of the box. */
+void keep_sent(ZoxBericht *bericht) noexcept {
+  replace_string(bericht->body, zox_string_replace(bericht->body, "\n", "\r\n<BR />"));
+  bericht->stamp = std::time(nullptr);
+  bericht->code = static_cast<guint32>(MailCode::sent);
+  add_to_box(g_slist_prepend(nullptr, bericht));
+  zox_mail_save();
+}
+
+}  // namespace
+}  // namespace velkor
+
+using namespace velkor;
+
+extern "C" {
+
+ZoxErrorCode zox_mail_check(guint32 *mailWaiting, char **message) {
+  ZOX_ASSERT(mailWaiting);
+  const ServiceReply reply = ask({{"mode", "check"}});
+  if (reply.failed())
+    return report_failure(reply, message);
+  if (!reply.view().starts_with('Y') && !reply.view().starts_with('N'))
+    return finish_without_message(result::unknown_reply, message);
+  *mailWaiting = reply.view().starts_with('Y') ? 1 : 0;
+  return 0;
+}
+
+ZoxErrorCode zox_mail_fetch(guint32 *numNewMail, char **message) {
+  ZOX_ASSERT(numNewMail);
+  const ServiceReply reply = ask({{"mode", "read"}});
+  if (reply.failed())
+    return report_failure(reply, message);
+  GSList *messages = zox_mail_parse(reply.text.get());
+  if (messages == nullptr)
+    return finish_without_message(result::not_parsed, message);
+  *numNewMail = g_slist_length(messages);
+  add_to_box(messages);
+  // When the file could not be written, the list in memory is all there is of the new messages.
+  if (zox_mail_save() == 0)
+    zox_mail_load();
+  return 0;
+}
+
+ZoxErrorCode zox_mail_post(ZoxBericht *bericht, char **message) {
+  ZOX_ASSERT(bericht);
+  const ServiceReply reply = ask({{"mode", "write"},
+                                  {"to", zox_string_value(bericht->from)},
+                                  {"s", zox_string_value(bericht->subject)},
+                                  {"b", zox_string_value(bericht->body)}});
+  if (reply.failed())
+    return report_failure(reply, message);
+  // The word of success may stand anywhere, the other only at the beginning.
+  if (reply.view().find("SENT") != std::string_view::npos) {
+    keep_sent(bericht);
+    return 0;
+  }
+  const bool unknown = reply.view().starts_with("NOTFOUND");
+  return finish_without_message(unknown ? code_not_found : result::unknown_reply, message);
+}
+
+}  // extern "C"

@@ -1,0 +1,109 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The messages of the core: the list, its records and the mail file. */
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_file.h>
+#include <velkor/zox_string.h>
+
+#include "core/kept_aside.h"
+#include "services/mail_document.h"
+#include "support/assertion.h"
+#include "support/slist.h"
+
+namespace velkor {
+namespace {
+
+constexpr char mail_file[] = "velkor.mail";
+
+bool mail_file_exists() noexcept {
+  const OwnedText path(zox_file_parse_cache_filename(mail_file, 0));
+  return g_file_test(path.get(), G_FILE_TEST_EXISTS) != FALSE;
+}
+
+}  // namespace
+}  // namespace velkor
+
+using namespace velkor;
+
+extern "C" {
+
+GSList *zox_mail_get(void) {
+  ZOX_ASSERT(core);
+  return core->mail;
+}
+
+guint32 zox_mail_get_num_messages(void) {
+  return g_slist_length(zox_mail_get());
+}
+
+GSList *zox_mail_merge(GSList *first, GSList *second) {
+  return g_slist_concat(g_slist_copy(first), g_slist_copy(second));
+}
+
+ZoxBericht *zox_mail_bericht_new(const char *from, const char *subject, const char *body,
+                                 gint64 stamp) {
+  if (from == nullptr || subject == nullptr || body == nullptr)
+    return nullptr;
+  auto *bericht = g_new0(ZoxBericht, 1);
+  bericht->from = zox_string_new(from);
+  bericht->subject = zox_string_new(subject);
+  bericht->body = zox_string_new(body);
+  bericht->stamp = stamp;
+  return bericht;
+}
+
+void zox_mail_bericht_free(ZoxBericht *bericht) {
+  ZOX_ASSERT(bericht);
+  ZOX_ASSERT(bericht->from);
+  ZOX_ASSERT(bericht->subject);
+  ZOX_ASSERT(bericht->body);
+  free_string(bericht->from);
+  free_string(bericht->subject);
+  free_string(bericht->body);
+  g_free(bericht);
+}
+
+void zox_mail_free(GSList *list) {
+  const OwnedCells cells(list);
+  for (ZoxBericht *bericht : Items<ZoxBericht>(list)) {
+    ZOX_ASSERT(bericht);
+    zox_mail_bericht_free(bericht);
+  }
+}
+
+gint32 zox_mail_load(void) {
+  ZOX_ASSERT(core);
+  const OwnedString text(zox_file_load(mail_file, 0));
+  if (!text && !mail_file_exists())
+    return zox_mail_save();
+  if (!text) {
+    // It is there but cannot be opened: nothing may replace it unseen.
+    note_unreadable(mail_file, false);
+    return 0;
+  }
+  MailReading reading = read_mail(text.get());
+  if (!reading.complete && text->len > 0)
+    note_unreadable(mail_file, false);
+  const OwnedMail earlier(std::exchange(core->mail, reading.messages.release()));
+  return 0;
+}
+
+gint32 zox_mail_save(void) {
+  ZOX_ASSERT(core);
+  const OwnedString xmlData = mail_document(core->mail);
+  return zox_file_save(mail_file, xmlData.get(), 0);
+}
+
+gint32 zox_mail_delete(ZoxBericht *bericht) {
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(core->mail);
+  const gint place = g_slist_index(core->mail, bericht);
+  core->mail = g_slist_remove(core->mail, bericht);
+  const gint32 result = zox_mail_save();
+  if (result != 0 && place >= 0)
+    core->mail = g_slist_insert(core->mail, bericht, place);
+  else
+    zox_mail_bericht_free(bericht);
+  return result;
+}
+
+}  // extern "C"

@@ -1,0 +1,115 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The reader of the "Mail" document. */
+#include <array>
+#include <optional>
+
+#include "core/tolerance.h"
+#include "services/mail_document.h"
+#include "services/owned_records.h"
+#include "services/record_fields.h"
+#include "services/reply_document.h"
+#include "support/assertion.h"
+#include "support/slist.h"
+#include "support/text.h"
+
+namespace velkor {
+namespace {
+
+// The words about a wrong root name another one than is meant; they are kept.
+constexpr DocumentRule mail_rule{
+    .root = "Mail", .reader = "zox_mail_parse", .complaint = {.other_root = "Events"}};
+
+constexpr Field<ZoxBericht> bericht_fields[] = {
+    {"From", &ZoxBericht::from},
+    {"Subject", &ZoxBericht::subject},
+    {"Body", &ZoxBericht::body},
+    {"Stamp", &ZoxBericht::stamp},
+};
+
+/** A message while it is read: unlike a finished one it may lack texts. */
+class BerichtParts {
+public:
+  BerichtParts(xmlDoc *doc, xmlNode *first) noexcept {
+    for (xmlNode *node : xml::Siblings(first)) {
+      if (const Field<ZoxBericht> *field = field_for<ZoxBericht>(node, bericht_fields))
+        read(doc, node, *field);
+    }
+  }
+  ~BerichtParts() { release_fields<ZoxBericht>(bericht_fields, parts_); }
+  BerichtParts(const BerichtParts &) = delete;
+  BerichtParts &operator=(const BerichtParts &) = delete;
+
+  [[nodiscard]] const ZoxBericht &get() const noexcept { return parts_; }
+
+private:
+  void read(xmlDoc *doc, xmlNode *node, const Field<ZoxBericht> &field) noexcept {
+    // An element that is there but empty is an empty text, so that such a message can be kept.
+    auto *text = std::get_if<GString * ZoxBericht::*>(&field.member);
+    if (!read_field(doc, node, field, parts_) && text != nullptr)
+      parts_.**text = g_string_new(nullptr);
+  }
+
+  ZoxBericht parts_{};
+};
+
+/** The code of an "Event" that holds a message; none for any other. */
+std::optional<MailCode> message_code(const xmlNode *node) noexcept {
+  if (!xml::is_named(node, "Event"))
+    return std::nullopt;
+  const xml::Chars attribute(xmlGetProp(node, xml::chars("Code")));
+  if (!attribute)
+    return std::nullopt;
+  const std::string_view code = xml::chars(attribute.get());
+  if (code == "1")
+    return MailCode::received;
+  return code == "2" ? std::optional(MailCode::sent) : std::nullopt;
+}
+
+}  // namespace
+
+MailReading read_mail(const ZoxString *text) noexcept {
+  const ReplyDocument document(text, mail_rule);
+  if (document.fault() != DocumentFault::none)
+    return {nullptr, document.fault() == DocumentFault::no_children};
+  ListBuilder<ZoxBericht, zox_mail_bericht_free> messages;
+  bool complete = true;
+  for (xmlNode *node : document.children()) {
+    const std::optional<MailCode> code = message_code(node);
+    if (!code)
+      continue;
+    ZoxBericht *bericht = zox_mail_parse_bericht(document.get(), node->children);
+    if (bericht == nullptr) {
+      complete = false;
+      continue;
+    }
+    bericht->code = static_cast<guint32>(*code);
+    messages.append(bericht);
+  }
+  return {OwnedMail(messages.release()), complete};
+}
+
+}  // namespace velkor
+
+using namespace velkor;
+
+extern "C" {
+
+GSList *zox_mail_parse(const ZoxString *buffer) {
+  ZOX_ASSERT(buffer);
+  return read_mail(buffer).messages.release();
+}
+
+ZoxBericht *zox_mail_parse_bericht(xmlDocPtr doc, xmlNodePtr firstChild) {
+  const BerichtParts parts(doc, firstChild);
+  const ZoxBericht &read = parts.get();
+  ZOX_ASSERT_AS(read.from != nullptr || tolerant(), "from");
+  ZOX_ASSERT_AS(read.subject != nullptr || tolerant(), "subject");
+  ZOX_ASSERT_AS(read.body != nullptr || tolerant(), "body");
+  ZoxBericht *bericht = zox_mail_bericht_new(chars_or_null(read.from), chars_or_null(read.subject),
+                                             chars_or_null(read.body), read.stamp);
+  if (bericht == nullptr)
+    g_warning("zox_mail_parse_bericht(): bericht zonder From, Subject of Body overgeslagen\n");
+  return bericht;
+}
+
+}  // extern "C"
