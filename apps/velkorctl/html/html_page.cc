@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-#include "html_page.h"
+#include "velkorctl/html/html_page.h"
 
 #include <algorithm>
 #include <array>
@@ -14,10 +14,10 @@
 #include <libxslt/xsltutils.h>
 
 #include "page_files.h"
-#include "tag_info.h"
-#include "xml_owned.h"
+#include "velkorctl/html/tag_info.h"
+#include "velkorctl/html/xml_owned.h"
 
-namespace velkorctl {
+namespace velkor::ctl {
 namespace {
 
 constexpr int quiet = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
@@ -73,8 +73,7 @@ std::string hash_source(std::string_view text) {
   std::array<guint8, 32> digest{};
   gsize length = digest.size();
   g_checksum_get_digest(sum.get(), digest.data(), &length);
-  const std::unique_ptr<char, ReleaseWith<g_free>> encoded(
-      g_base64_encode(digest.data(), digest.size()));
+  const OwnedText encoded(g_base64_encode(digest.data(), digest.size()));
   return std::string("'sha256-") + encoded.get() + "'";
 }
 
@@ -132,4 +131,4 @@ std::optional<std::string> html_page(std::string_view document, std::vector<int>
   return transform(parsed.document.get(), notice);
 }
 
-}  // namespace velkorctl
+}  // namespace velkor::ctl

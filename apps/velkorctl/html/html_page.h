@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace velkorctl {
+namespace velkor::ctl {
 
 /**
  * Texts of postings stand unescaped in the display document, so a hostile one can break out of
@@ -22,6 +22,6 @@ namespace velkorctl {
  */
 std::optional<std::string> html_page(std::string_view document, std::vector<int> expected);
 
-}  // namespace velkorctl
+}  // namespace velkor::ctl
 
 #endif

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-#include "tag_info.h"
+#include "velkorctl/html/tag_info.h"
 
 #include <algorithm>
 #include <array>
@@ -11,9 +11,9 @@
 
 #include <libxml/HTMLparser.h>
 
-#include "xml_owned.h"
+#include "velkorctl/html/xml_owned.h"
 
-namespace velkorctl {
+namespace velkor::ctl {
 namespace {
 
 constexpr std::string_view link_prefix = "iets.html#link";
@@ -90,4 +90,4 @@ void reduce_tag_info(xmlNode *element) {
     copy_reduced(html->children, element);
 }
 
-}  // namespace velkorctl
+}  // namespace velkor::ctl

@@ -5,7 +5,7 @@
 
 #include <libxml/tree.h>
 
-namespace velkorctl {
+namespace velkor::ctl {
 
 /**
  * Replaces the text of a "TagInfo" element by elements: the text is read as HTML, of which only
@@ -15,6 +15,6 @@ namespace velkorctl {
  */
 void reduce_tag_info(xmlNode *element);
 
-}  // namespace velkorctl
+}  // namespace velkor::ctl
 
 #endif

@@ -12,15 +12,10 @@
 #include <libxml/xpath.h>
 #include <libxslt/xsltInternals.h>
 
-namespace velkorctl {
+#include "support/owned.h"
 
-template <auto Release>
-struct ReleaseWith {
-  template <typename T>
-  void operator()(T *handle) const {
-    Release(handle);
-  }
-};
+namespace velkor::ctl {
+
 inline void free_xml_text(xmlChar *text) {
   xmlFree(text);
 }
@@ -45,6 +40,6 @@ inline std::string content_of(const xmlNode *node) {
 /** The elements that `expression` selects in `document`, in document order. */
 std::vector<xmlNode *> select_nodes(xmlDoc *document, const char *expression);
 
-}  // namespace velkorctl
+}  // namespace velkor::ctl
 
 #endif

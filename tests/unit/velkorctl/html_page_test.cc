@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-#include "html_page.h"
+#include "velkorctl/html/html_page.h"
 
 #include <string>
 #include <vector>
@@ -7,7 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace velkorctl {
+namespace velkor::ctl {
 namespace {
 
 using testing::HasSubstr;
@@ -138,4 +138,4 @@ TEST(HtmlPage, SurvivesDeeplyNestedMarkupInATagTable) {
 }
 
 }  // namespace
-}  // namespace velkorctl
+}  // namespace velkor::ctl
