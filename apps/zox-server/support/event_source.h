@@ -1,0 +1,40 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Something that the main loop calls for as long as this object lives. */
+#ifndef ZOX_SERVER_SUPPORT_EVENT_SOURCE_H
+#define ZOX_SERVER_SUPPORT_EVENT_SOURCE_H
+
+#include <functional>
+#include <memory>
+
+#include <gio/gio.h>
+
+namespace velkor::server {
+
+/** Is not called any more once it has returned false. */
+using EventAction = std::function<bool()>;
+
+class EventSource {
+public:
+  /** Called every `milliseconds`. */
+  static EventSource timer(unsigned milliseconds, EventAction action);
+  /** Called whenever the socket is ready for `condition`. */
+  static EventSource socket(GSocket *socket, GIOCondition condition, EventAction action);
+  /** Called when the signal arrives. */
+  static EventSource signal(int number, EventAction action);
+
+private:
+  struct Destroy {
+    void operator()(GSource *source) const noexcept {
+      g_source_destroy(source);
+      g_source_unref(source);
+    }
+  };
+  EventSource(GSource *source, GSourceFunc trampoline, EventAction action);
+
+  std::unique_ptr<EventAction> action_;
+  std::unique_ptr<GSource, Destroy> source_;
+};
+
+}  // namespace velkor::server
+
+#endif
