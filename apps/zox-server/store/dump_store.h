@@ -1,0 +1,48 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/**
+ * The dumps: compressed Events documents of a bounded number of postings each. A dump never
+ * changes; what happened since the last one goes into the next.
+ */
+#ifndef ZOX_SERVER_STORE_DUMP_STORE_H
+#define ZOX_SERVER_STORE_DUMP_STORE_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "zox-server/store/posting_store.h"
+#include "zox-server/support/sqlite.h"
+
+namespace velkor::server {
+
+struct Dump {
+  std::string name;
+  /** Later than that of every earlier dump and not before any change that it tells. */
+  std::int64_t stamp;
+};
+
+class DumpStore {
+public:
+  DumpStore(Database &database, PostingStore &postings, std::int64_t postings_per_dump);
+
+  /** Writes the waiting postings into new dumps. */
+  void seal();
+  /** The dumps later than `stamp`, the earliest first, `limit` of them at most. */
+  [[nodiscard]] std::vector<Dump> later_than(std::int64_t stamp, std::int64_t limit);
+  /** The stamp of the latest dump, 0 when there is none. */
+  [[nodiscard]] std::int64_t latest_stamp();
+  /** The compressed bytes; nothing when no dump has that name. */
+  [[nodiscard]] std::optional<std::string> content(const std::string &name);
+  [[nodiscard]] std::int64_t count();
+
+private:
+  void keep(const std::vector<Posting> &postings);
+
+  Database &database_;
+  PostingStore &postings_;
+  std::int64_t postings_per_dump_;
+};
+
+}  // namespace velkor::server
+
+#endif

@@ -1,0 +1,124 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "zox-server/store/posting.h"
+
+#include <algorithm>
+#include <array>
+
+#include "zox-server/support/numbers.h"
+
+namespace velkor::server {
+namespace {
+
+constexpr std::array fields{
+    PostingField{"PostID", &Posting::id, Told::everywhere},
+    PostingField{"Stamp", &Posting::stamp, Told::everywhere},
+    PostingField{"Updated", &Posting::updated, Told::everywhere},
+    PostingField{"Status", &Posting::status, Told::everywhere},
+    PostingField{"FName", &Posting::file_name, Told::everywhere},
+    PostingField{"Title", &Posting::title, Told::everywhere},
+    PostingField{"Groups", &Posting::groups, Told::everywhere},
+    PostingField{"Poster", &Posting::poster, Told::everywhere},
+    PostingField{"Link", &Posting::link, Told::everywhere},
+    PostingField{"Cat", &Posting::category, Told::everywhere},
+    PostingField{"SCat", &Posting::sub_category, Told::everywhere},
+    PostingField{"Tags", &Posting::tags, Told::everywhere},
+    PostingField{"Tag", &Posting::tag, Told::everywhere},
+    PostingField{"Rating", &Posting::rating, Told::everywhere},
+    PostingField{"Ann", &Posting::announcement, Told::in_details},
+    PostingField{"Des", &Posting::description, Told::in_details},
+    PostingField{"Sig", &Posting::signature, Told::in_details},
+    PostingField{"FType", &Posting::file_type, Told::in_details},
+    PostingField{"Files", &Posting::files, Told::in_details},
+    PostingField{"FStart", &Posting::file_start, Told::in_details},
+    PostingField{"Img", &Posting::image, Told::in_details},
+    PostingField{"ParType", &Posting::par_type, Told::in_forum},
+    PostingField{"Pars", &Posting::pars, Told::in_forum},
+    PostingField{"BlockSize", &Posting::block_size, Told::in_forum},
+    PostingField{"View", &Posting::views, Told::in_forum},
+    PostingField{"Kudos", &Posting::kudos, Told::in_forum},
+    PostingField{"Locked", &Posting::locked, Told::in_forum},
+    PostingField{"Reason", &Posting::reason, Told::in_forum},
+    PostingField{"Tracks", &Posting::tracks, Told::nowhere},
+};
+
+using Number = std::int64_t Posting::*;
+using Text = std::string Posting::*;
+
+/** An empty text and an unknown sub-category are told by leaving the element out. */
+void write_field(XmlWriter &xml, const Posting &posting, const PostingField &field) {
+  if (const Text *text = std::get_if<Text>(&field.member)) {
+    if (!(posting.**text).empty())
+      xml.element(field.name, posting.**text);
+    return;
+  }
+  const Number number = std::get<Number>(field.member);
+  if (number != &Posting::sub_category || posting.*number >= 0)
+    xml.element(field.name, posting.*number);
+}
+
+}  // namespace
+
+std::span<const PostingField> posting_fields() {
+  return fields;
+}
+
+const PostingField *posting_field(std::string_view name) {
+  const auto found = std::ranges::find(
+      fields, name, [](const PostingField &field) { return std::string_view(field.name); });
+  return found == fields.end() ? nullptr : &*found;
+}
+
+void set_field(Posting &posting, const PostingField &field, const std::string &value) {
+  if (const Text *text = std::get_if<Text>(&field.member))
+    posting.**text = value;
+  else
+    posting.*std::get<Number>(field.member) = leading_number(value);
+}
+
+void write_posting(XmlWriter &xml, const Posting &posting, bool details) {
+  for (const PostingField &field : fields) {
+    if (field.told == Told::everywhere || (details && field.told == Told::in_details))
+      write_field(xml, posting, field);
+  }
+}
+
+void write_forum_data(XmlWriter &xml, const Posting &posting) {
+  for (const PostingField &field : fields) {
+    if (field.told == Told::in_forum)
+      write_field(xml, posting, field);
+  }
+}
+
+void write_tracks(XmlWriter &xml, const Posting &posting) {
+  if (posting.tracks.empty())
+    return;
+  xml.open("MP3");
+  std::string_view rest = posting.tracks;
+  for (bool more = true; more;) {
+    const std::size_t end = rest.find(track_separator);
+    more = end != std::string_view::npos;
+    xml.element("Track", rest.substr(0, end));
+    rest.remove_prefix(more ? end + track_separator.size() : 0);
+  }
+  xml.close();
+}
+
+std::vector<std::string> split_list(std::string_view text) {
+  std::vector<std::string> items;
+  for (std::size_t start = 0; start < text.size();) {
+    const std::size_t end = std::min(text.find('|', start), text.size());
+    if (end > start)
+      items.emplace_back(text.substr(start, end - start));
+    start = end + 1;
+  }
+  return items;
+}
+
+std::string join_list(std::span<const std::string> items) {
+  std::string joined;
+  for (const std::string &item : items)
+    joined += "|" + item;
+  return joined.empty() ? joined : joined + "|";
+}
+
+}  // namespace velkor::server

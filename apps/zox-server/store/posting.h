@@ -1,0 +1,98 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** One posting as the service keeps it, with the one table of its fields. */
+#ifndef ZOX_SERVER_STORE_POSTING_H
+#define ZOX_SERVER_STORE_POSTING_H
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "zox-server/support/xml_writer.h"
+
+namespace velkor::server {
+
+/** The states that the service itself gives to a posting. */
+enum PostingState : std::int64_t {
+  state_removed = -3,
+  state_deleted = -2,
+  state_spot = -1,
+  state_ready = 0,
+  state_announced = 1,
+  state_uploading = 2,
+  state_unsupported = 3,
+};
+
+struct Posting {
+  std::int64_t id = 0;
+  std::int64_t stamp = 0;
+  std::int64_t updated = 0;
+  std::int64_t status = state_spot;
+  std::string file_name;
+  std::string title;
+  std::string groups;  // "|"-separated newsgroup numbers in stored form
+  std::string poster;
+  std::string link;
+  std::int64_t category = 0;
+  std::int64_t sub_category = -1;
+  std::string tags;  // "|"-separated tag codes in stored form
+  std::string tag;
+  std::int64_t rating = 0;
+  std::string announcement;
+  std::string description;
+  std::string signature;
+  std::int64_t file_type = 0;
+  std::int64_t files = 0;
+  std::int64_t file_start = 0;
+  std::string image;
+  std::int64_t par_type = 0;
+  std::int64_t pars = 0;
+  std::int64_t block_size = 0;
+  std::int64_t views = 0;
+  std::int64_t kudos = 0;
+  std::int64_t locked = 0;
+  std::string reason;
+  std::string tracks;  // joined by track_separator
+};
+
+/** Stands between the tracks of a posting, in requests and in the database. */
+inline constexpr std::string_view track_separator = "|ZOX|";
+
+/** Which replies tell a field. */
+enum class Told {
+  everywhere,  // dumps, findpost and details
+  in_details,  // details only
+  in_forum,    // the data event of the forum
+  nowhere,     // in a form of its own
+};
+
+struct PostingField {
+  /** The name of the element and of the column. */
+  const char *name;
+  std::variant<std::int64_t Posting::*, std::string Posting::*> member;
+  Told told;
+};
+
+std::span<const PostingField> posting_fields();
+/** The field of that name, compared exactly; null when there is none. */
+const PostingField *posting_field(std::string_view name);
+
+/** Sets the field from a text. */
+void set_field(Posting &posting, const PostingField &field, const std::string &value);
+
+/** Writes the fields that are told `everywhere`, and with `details` also those. */
+void write_posting(XmlWriter &xml, const Posting &posting, bool details);
+/** Writes the fields that belong to the forum's data event. */
+void write_forum_data(XmlWriter &xml, const Posting &posting);
+/** Writes the element "MP3" when the posting has tracks. */
+void write_tracks(XmlWriter &xml, const Posting &posting);
+
+/** The pieces of a "|"-separated text that are not empty. */
+std::vector<std::string> split_list(std::string_view text);
+/** The stored form: "|" before, between and after the items; empty without items. */
+std::string join_list(std::span<const std::string> items);
+
+}  // namespace velkor::server
+
+#endif

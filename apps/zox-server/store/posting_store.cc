@@ -1,0 +1,151 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "zox-server/store/posting_store.h"
+
+namespace velkor::server {
+namespace {
+
+using Number = std::int64_t Posting::*;
+using Text = std::string Posting::*;
+
+/** The fields after the first, which is the key. */
+std::span<const PostingField> plain_fields() {
+  return posting_fields().subspan(1);
+}
+
+std::string definition() {
+  std::string sql = "CREATE TABLE IF NOT EXISTS posting (\"PostID\" INTEGER PRIMARY KEY";
+  for (const PostingField &field : plain_fields()) {
+    const bool is_text = std::holds_alternative<Text>(field.member);
+    sql += std::string(", \"") + field.name + (is_text ? "\" TEXT" : "\" INTEGER") + " NOT NULL";
+  }
+  return sql + ", owner TEXT NOT NULL, waiting INTEGER NOT NULL);"
+               "CREATE INDEX IF NOT EXISTS posting_waiting ON posting (\"Updated\", \"PostID\")"
+               " WHERE waiting = 1;"
+               "CREATE INDEX IF NOT EXISTS posting_owner ON posting (owner) WHERE owner <> ''";
+}
+
+std::string column_list() {
+  std::string columns = "\"PostID\"";
+  for (const PostingField &field : plain_fields())
+    columns += std::string(", \"") + field.name + "\"";
+  return columns;
+}
+
+std::string insertion() {
+  std::string sql = "INSERT INTO posting (" + column_list() + ", owner, waiting) VALUES (NULL";
+  for (std::size_t count = plain_fields().size(); count > 0; --count)
+    sql += ", ?";
+  return sql + ", ?, 1)";
+}
+
+std::string replacement() {
+  std::string sql = "UPDATE posting SET ";
+  for (const PostingField &field : plain_fields())
+    sql += std::string("\"") + field.name + "\" = ?, ";
+  return sql + "waiting = max(waiting, ?) WHERE \"PostID\" = ?";
+}
+
+std::string selection(std::string_view condition) {
+  return "SELECT " + column_list() + " FROM posting " + std::string(condition);
+}
+
+void bind_fields(Statement &statement, const Posting &posting) {
+  statement.reset();
+  for (const PostingField &field : plain_fields()) {
+    if (const Text *text = std::get_if<Text>(&field.member))
+      statement.append(posting.**text);
+    else
+      statement.append(posting.*std::get<Number>(field.member));
+  }
+}
+
+Posting read_posting(const Statement &row) {
+  Posting posting;
+  int column = 0;
+  for (const PostingField &field : posting_fields()) {
+    if (const Text *text = std::get_if<Text>(&field.member))
+      posting.**text = row.text(column);
+    else
+      posting.*std::get<Number>(field.member) = row.integer(column);
+    ++column;
+  }
+  return posting;
+}
+
+/** Makes the table before the first statement on it is prepared. */
+Database &with_table(Database &database) {
+  database.execute(definition().c_str());
+  return database;
+}
+
+}  // namespace
+
+PostingStore::PostingStore(Database &database)
+    : database_(with_table(database)), insert_(database.prepare(insertion())) {}
+
+std::int64_t PostingStore::add(const Posting &posting, const std::string &owner) {
+  bind_fields(insert_, posting);
+  insert_.append(owner).run();
+  return database_.last_id();
+}
+
+void PostingStore::replace(const Posting &posting, bool announce) {
+  Statement statement = database_.prepare(replacement());
+  bind_fields(statement, posting);
+  statement.append(announce).append(posting.id).run();
+}
+
+std::optional<Posting> PostingStore::find(std::int64_t id) {
+  Statement statement = database_.prepare(selection("WHERE \"PostID\" = ?"));
+  if (!statement.bind(id).step())
+    return std::nullopt;
+  return read_posting(statement);
+}
+
+std::string PostingStore::owner(std::int64_t id) {
+  Statement statement = database_.prepare("SELECT owner FROM posting WHERE \"PostID\" = ?");
+  return statement.bind(id).step() ? statement.text(0) : std::string();
+}
+
+std::vector<Posting> PostingStore::of_owner(const std::string &owner) {
+  std::vector<Posting> postings;
+  Statement statement = database_.prepare(
+      selection("WHERE owner = ? AND owner <> '' ORDER BY \"Stamp\" DESC, \"PostID\" DESC"));
+  for (statement.bind(owner); statement.step();)
+    postings.push_back(read_posting(statement));
+  return postings;
+}
+
+std::vector<std::int64_t> PostingStore::live_ids() {
+  std::vector<std::int64_t> ids;
+  Statement statement =
+      database_.prepare("SELECT \"PostID\" FROM posting WHERE \"Status\" > ? ORDER BY \"PostID\"");
+  for (statement.bind(std::int64_t{state_deleted}); statement.step();)
+    ids.push_back(statement.integer(0));
+  return ids;
+}
+
+std::int64_t PostingStore::count() {
+  return database_.number("SELECT count(*) FROM posting");
+}
+
+std::int64_t PostingStore::highest_id() {
+  return database_.number("SELECT max(\"PostID\") FROM posting");
+}
+
+std::int64_t PostingStore::waiting() {
+  return database_.number("SELECT count(*) FROM posting WHERE waiting = 1");
+}
+
+void PostingStore::each_waiting(const std::function<void(const Posting &)> &visit) {
+  Statement statement =
+      database_.prepare(selection("WHERE waiting = 1 ORDER BY \"Updated\", \"PostID\""));
+  while (statement.step())
+    visit(read_posting(statement));
+}
+
+void PostingStore::all_told() {
+  database_.execute("UPDATE posting SET waiting = 0 WHERE waiting = 1");
+}
+
+}  // namespace velkor::server
