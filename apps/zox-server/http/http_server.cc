@@ -1,0 +1,158 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "zox-server/http/http_server.h"
+
+#include <stdexcept>
+
+namespace velkor::server {
+namespace {
+
+constexpr int default_port = 80;
+
+void release_uri(gpointer uri) {
+  g_uri_unref(static_cast<GUri *>(uri));
+}
+void release_uris(GSList *uris) {
+  g_slist_free_full(uris, release_uri);
+}
+using Uris = std::unique_ptr<GSList, ReleaseWith<release_uris>>;
+
+OwnedObject<GSocketAddress> socket_address(const std::string &address, unsigned port) {
+  GSocketAddress *made = g_inet_socket_address_new_from_string(address.c_str(), port);
+  if (made == nullptr)
+    throw std::runtime_error(address + " is not an IP address");
+  return OwnedObject<GSocketAddress>(made);
+}
+
+std::string header_of(SoupServerMessage *message, const char *name) {
+  const char *value =
+      soup_message_headers_get_list(soup_server_message_get_request_headers(message), name);
+  return value == nullptr ? std::string() : value;
+}
+
+/** The user and the secret of a header "Basic ...". */
+std::optional<Credentials> credentials_in(const std::string &header) {
+  constexpr std::string_view scheme = "Basic ";
+  if (g_ascii_strncasecmp(header.c_str(), scheme.data(), scheme.size()) != 0)
+    return std::nullopt;
+  gsize length = 0;
+  const std::unique_ptr<guchar, ReleaseWith<g_free>> bytes(
+      g_base64_decode(header.c_str() + scheme.size(), &length));
+  const std::string text(reinterpret_cast<const char *>(bytes.get()), length);
+  const std::size_t colon = text.find(':');
+  if (colon == std::string::npos)
+    return std::nullopt;
+  return Credentials{text.substr(0, colon), text.substr(colon + 1)};
+}
+
+/** Whether the URL names the very address at which the request arrived. */
+bool names_own_address(SoupServerMessage *message, GUri *uri) {
+  auto *local =
+      reinterpret_cast<GInetSocketAddress *>(soup_server_message_get_local_address(message));
+  const OwnedText address(g_inet_address_to_string(g_inet_socket_address_get_address(local)));
+  const std::string_view host = g_uri_get_host(uri);
+  const int port = g_uri_get_port(uri) < 0 ? default_port : g_uri_get_port(uri);
+  return port == g_inet_socket_address_get_port(local) &&
+         (host == address.get() || host == "localhost");
+}
+
+/**
+ * A proxy is asked by a whole URL. libsoup makes every target one, so that what tells is a header
+ * that clients send to proxies only, or a host elsewhere.
+ */
+bool is_proxied(SoupServerMessage *message, GUri *uri) {
+  return !header_of(message, "Proxy-Connection").empty() ||
+         !header_of(message, "Proxy-Authorization").empty() || !names_own_address(message, uri);
+}
+
+std::string host_of(GUri *uri) {
+  const std::string host = g_uri_get_host(uri);
+  const int port = g_uri_get_port(uri);
+  return port < 0 || port == default_port ? host : host + ":" + std::to_string(port);
+}
+
+/** The address from which the message came; without a socket (not over TCP) nothing. */
+std::string client_of(SoupServerMessage *message) {
+  const char *host = soup_server_message_get_remote_host(message);
+  return host == nullptr ? std::string() : host;
+}
+
+Request read_request(SoupServerMessage *message, Entrance entrance) {
+  GUri *uri = soup_server_message_get_uri(message);
+  const char *query = g_uri_get_query(uri);
+  Request request;
+  request.entrance = entrance;
+  request.method = soup_server_message_get_method(message);
+  request.url = OwnedText(g_uri_to_string_partial(uri, G_URI_HIDE_USERINFO)).get();
+  request.host = host_of(uri);
+  request.path = g_uri_get_path(uri);
+  request.parameters = parse_query(query == nullptr ? "" : query);
+  request.credentials = credentials_in(header_of(message, "Authorization"));
+  request.proxy_credentials = credentials_in(header_of(message, "Proxy-Authorization"));
+  request.proxied = is_proxied(message, uri);
+  request.accepts_gzip = header_of(message, "Accept-Encoding").find("gzip") != std::string::npos;
+  request.from_browser_page = !header_of(message, "Origin").empty();
+  request.client_address = client_of(message);
+  return request;
+}
+
+void send_reply(SoupServerMessage *message, const Reply &reply) {
+  SoupMessageHeaders *headers = soup_server_message_get_response_headers(message);
+  for (const Parameter &header : reply.headers)
+    soup_message_headers_append(headers, header.name.c_str(), header.value.c_str());
+  soup_server_message_set_status(message, reply.status, nullptr);
+  soup_server_message_set_response(message, reply.type.c_str(), SOUP_MEMORY_COPY, reply.body.data(),
+                                   reply.body.size());
+}
+
+}  // namespace
+
+HttpServer::HttpServer(Entrance entrance, const std::string &address, unsigned port,
+                       Handler handler)
+    : entrance_(entrance), handler_(std::move(handler)),
+      server_(soup_server_new("raw-paths", TRUE, "server-header", "zox-server", nullptr)) {
+  const OwnedObject<GSocketAddress> place = socket_address(address, port);
+  GError *error = nullptr;
+  soup_server_listen(server_.get(), place.get(), SoupServerListenOptions{}, &error);
+  if (const OwnedError failed{error})
+    throw std::runtime_error("cannot listen on " + address + " port " + std::to_string(port) +
+                             ": " + failed->message);
+  soup_server_add_early_handler(server_.get(), nullptr, prepare, this, nullptr);
+  soup_server_add_handler(server_.get(), nullptr, handle, this, nullptr);
+}
+
+HttpServer::~HttpServer() {
+  soup_server_disconnect(server_.get());
+}
+
+std::string HttpServer::url() const {
+  const Uris uris(soup_server_get_uris(server_.get()));
+  auto *uri = static_cast<GUri *>(uris->data);
+  return "http://" + host_of(uri);
+}
+
+/** Nothing here reads a request's body: it is not kept, however long it is. */
+void HttpServer::prepare(SoupServer *, SoupServerMessage *message, const char *, GHashTable *,
+                         gpointer) {
+  soup_message_body_set_accumulate(soup_server_message_get_request_body(message), FALSE);
+}
+
+void HttpServer::handle(SoupServer *, SoupServerMessage *message, const char *, GHashTable *,
+                        gpointer self) {
+  static_cast<HttpServer *>(self)->answer(message);
+}
+
+void HttpServer::answer(SoupServerMessage *message) {
+  const Request request = read_request(message, entrance_);
+  const Reply reply = handler_(request);
+  if (reply.delivery == Delivery::regular)
+    send_reply(message, reply);
+  else
+    answer_raw(message, reply, request.method == "HEAD");
+}
+
+void HttpServer::answer_raw(SoupServerMessage *message, const Reply &reply, bool head_only) {
+  raw_.remove_if([](const RawConnection &connection) { return connection.is_over(); });
+  raw_.emplace_back(message, reply, head_only);
+}
+
+}  // namespace velkor::server

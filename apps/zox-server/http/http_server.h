@@ -1,0 +1,47 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** An address at which requests arrive: libsoup's server and what it cannot do by itself. */
+#ifndef ZOX_SERVER_HTTP_HTTP_SERVER_H
+#define ZOX_SERVER_HTTP_HTTP_SERVER_H
+
+#include <functional>
+#include <list>
+#include <string>
+
+#include <libsoup/soup.h>
+
+#include "support/owned.h"
+#include "zox-server/http/message.h"
+#include "zox-server/http/raw_connection.h"
+
+namespace velkor::server {
+
+class HttpServer {
+public:
+  using Handler = std::function<Reply(const Request &)>;
+
+  /** Starts to listen. @throws std::runtime_error when the address cannot be had */
+  HttpServer(Entrance entrance, const std::string &address, unsigned port, Handler handler);
+  ~HttpServer();
+  HttpServer(const HttpServer &) = delete;
+  HttpServer &operator=(const HttpServer &) = delete;
+
+  /** "http://ADDRESS:PORT", with the port that it really is. */
+  [[nodiscard]] std::string url() const;
+
+private:
+  static void prepare(SoupServer *server, SoupServerMessage *message, const char *path,
+                      GHashTable *query, gpointer self);
+  static void handle(SoupServer *server, SoupServerMessage *message, const char *path,
+                     GHashTable *query, gpointer self);
+  void answer(SoupServerMessage *message);
+  void answer_raw(SoupServerMessage *message, const Reply &reply, bool head_only);
+
+  Entrance entrance_;
+  Handler handler_;
+  OwnedObject<SoupServer> server_;
+  std::list<RawConnection> raw_;
+};
+
+}  // namespace velkor::server
+
+#endif

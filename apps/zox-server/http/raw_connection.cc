@@ -1,0 +1,94 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "zox-server/http/raw_connection.h"
+
+#include <algorithm>
+
+#include <sys/socket.h>
+
+namespace velkor::server {
+namespace {
+
+constexpr std::int64_t drips_per_second = 10;
+
+/** The head as it stands on the wire; its length may be a lie. */
+std::string head_of(const Reply &reply, std::size_t length) {
+  std::string head = "HTTP/1.1 " + std::to_string(reply.status) + " " +
+                     soup_status_get_phrase(reply.status) + "\r\nContent-Type: " + reply.type +
+                     "\r\nContent-Length: " + std::to_string(length) + "\r\nConnection: close\r\n";
+  for (const Parameter &header : reply.headers)
+    head += header.name + ": " + header.value + "\r\n";
+  return head + "\r\n";
+}
+
+/** Everything that goes over the wire. */
+std::string bytes_of(const Reply &reply, bool head_only) {
+  const std::size_t length = reply.body.size();
+  const std::string body = head_only ? std::string() : reply.body;
+  switch (reply.delivery) {
+  case Delivery::drop:
+    return head_of(reply, length) + body.substr(0, body.size() / 2);
+  case Delivery::length_short:
+    return head_of(reply, length / 2) + body;
+  case Delivery::length_long:
+    return head_of(reply, length + length / 2 + 1) + body;
+  case Delivery::drip:
+    return head_of(reply, length) + body;
+  default:
+    return {};
+  }
+}
+
+/** Closing then resets the connection. */
+void abandon_unsent(GSocket *socket) {
+  const linger at_once{1, 0};
+  setsockopt(g_socket_get_fd(socket), SOL_SOCKET, SO_LINGER, &at_once, sizeof at_once);
+}
+
+}  // namespace
+
+RawConnection::RawConnection(SoupServerMessage *message, const Reply &reply, bool head_only)
+    : socket_(G_SOCKET(g_object_ref(soup_server_message_get_socket(message)))),
+      connection_(soup_server_message_steal_connection(message)),
+      bytes_(bytes_of(reply, head_only)), bytes_at_once_(bytes_.size()) {
+  g_socket_set_blocking(socket_.get(), FALSE);
+  if (reply.delivery == Delivery::reset)
+    abandon_unsent(socket_.get());
+  event_ = first_event(reply);
+}
+
+RawConnection::~RawConnection() {
+  close();
+}
+
+EventSource RawConnection::first_event(const Reply &reply) {
+  if (reply.delivery == Delivery::stall)
+    return EventSource::socket(socket_.get(), G_IO_IN, [this] { return wait_for_end(); });
+  if (reply.delivery != Delivery::drip)
+    return EventSource::socket(socket_.get(), G_IO_OUT, [this] { return write_some(); });
+  const std::int64_t drips = std::clamp<std::int64_t>(reply.bytes_per_second, 1, drips_per_second);
+  bytes_at_once_ = static_cast<std::size_t>(reply.bytes_per_second / drips);
+  return EventSource::timer(static_cast<unsigned>(1000 / drips), [this] { return write_some(); });
+}
+
+bool RawConnection::write_some() {
+  const std::size_t wanted = std::min(bytes_.size() - sent_, bytes_at_once_);
+  gssize written = 0;
+  if (wanted > 0)
+    written = g_socket_send(socket_.get(), bytes_.data() + sent_, wanted, nullptr, nullptr);
+  if (written < 0)
+    return close();
+  sent_ += static_cast<std::size_t>(written);
+  return sent_ < bytes_.size() || close();
+}
+
+bool RawConnection::wait_for_end() {
+  char byte = 0;
+  return g_socket_receive(socket_.get(), &byte, 1, nullptr, nullptr) > 0 || close();
+}
+
+bool RawConnection::close() {
+  g_socket_close(socket_.get(), nullptr);
+  return false;
+}
+
+}  // namespace velkor::server

@@ -1,0 +1,144 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** zox-server: a stand-in for the ZOX server. */
+#include <array>
+#include <csignal>
+#include <iostream>
+
+#include <glib.h>
+#include <sys/stat.h>
+
+#include "zox-server/http/control.h"
+#include "zox-server/http/dispatcher.h"
+#include "zox-server/http/http_server.h"
+#include "zox-server/options.h"
+#include "zox-server/support/event_source.h"
+#include "zox-server/support/json.h"
+
+namespace velkor::server {
+namespace {
+
+std::unique_ptr<Service> open_service(const ServiceSettings &settings) {
+  try {
+    return std::make_unique<Service>(settings);
+  } catch (const DatabaseError &error) {
+    throw std::runtime_error("cannot use the database " + settings.database + ": " + error.what());
+  }
+}
+
+std::string invent_password() {
+  const OwnedText uuid(g_uuid_string_random());
+  return std::string(uuid.get()).substr(0, 8);
+}
+
+/** Someone must be able to log in: without any account there is one for trying things out. */
+void set_up_accounts(Service &service, const std::vector<Account> &accounts) {
+  for (const Account &account : accounts)
+    service.accounts.put(account, service.clock.now());
+  if (service.accounts.any_with_password())
+    return;
+  const Account demo{"demo", invent_password(), false};
+  service.accounts.put(demo, service.clock.now());
+  std::cout << "zox-server: account " << demo.name << " with the password " << demo.password
+            << '\n';
+}
+
+/** The addresses at which the program answers. */
+class Addresses {
+public:
+  Addresses(const Options &options, Dispatcher &dispatcher, const Controlled &controlled) {
+    const auto answer = [&dispatcher](const Request &request) {
+      return dispatcher.answer(request);
+    };
+    main_.emplace(Entrance::main, options.listen, options.port, answer);
+    if (options.static_port)
+      dumps_.emplace(Entrance::dumps, options.listen, *options.static_port, answer);
+    if (options.control_port)
+      control_.emplace(
+          Entrance::control, "127.0.0.1", *options.control_port,
+          [controlled](const Request &request) { return answer_control(controlled, request); });
+  }
+
+  /** The line about the main address is the last: whoever reads it can begin. */
+  void announce() const {
+    if (dumps_)
+      std::cout << "zox-server: dumps on " << dumps_->url() << '\n';
+    if (control_)
+      std::cout << "zox-server: control on " << control_->url() << '\n';
+    std::cout << "zox-server: listening on " << main_->url() << std::endl;
+  }
+
+  void write_ready_file(const std::string &file) const {
+    JsonWriter json;
+    json.begin_object().member("main", main_->url());
+    if (dumps_)
+      json.member("dumps", dumps_->url());
+    if (control_)
+      json.member("control", control_->url());
+    const std::string document = json.end_object().finish();
+    GError *error = nullptr;
+    g_file_set_contents(file.c_str(), document.data(), static_cast<gssize>(document.size()),
+                        &error);
+    if (const OwnedError failed{error})
+      throw std::runtime_error(failed->message);
+  }
+
+private:
+  std::optional<HttpServer> main_;
+  std::optional<HttpServer> dumps_;
+  std::optional<HttpServer> control_;
+};
+
+/** Runs until the program is asked to end; that is understood from its construction on. */
+class MainLoop {
+public:
+  MainLoop() : loop_(g_main_loop_new(nullptr, FALSE)) {}
+  void run() const { g_main_loop_run(loop_.get()); }
+
+private:
+  EventSource ending_on(int signal) const {
+    return EventSource::signal(signal, [loop = loop_.get()] {
+      g_main_loop_quit(loop);
+      return true;
+    });
+  }
+
+  std::unique_ptr<GMainLoop, ReleaseWith<g_main_loop_unref>> loop_;
+  std::array<EventSource, 2> signals_{ending_on(SIGTERM), ending_on(SIGINT)};
+};
+
+void serve(const Options &options) {
+  const MainLoop loop;
+  const std::unique_ptr<Service> service = open_service(options.service);
+  Stock stock(*service, options.seed);
+  if (service->postings.count() == 0)
+    stock.fill(options.postings);
+  set_up_accounts(*service, options.accounts);
+  Dispatcher dispatcher(*service, options.proxy, options.static_port.has_value());
+  for (const Fault &fault : options.faults)
+    dispatcher.faults.add(fault);
+  const Addresses addresses(options, dispatcher, {*service, dispatcher, stock});
+  if (!options.ready_file.empty())
+    addresses.write_ready_file(options.ready_file);
+  addresses.announce();
+  loop.run();
+}
+
+}  // namespace
+}  // namespace velkor::server
+
+int main(int argc, char **argv) {
+  using namespace velkor::server;
+  // The database holds passwords.
+  umask(S_IRWXG | S_IRWXO);
+  int exit_status = 0;
+  const std::optional<Options> options = read_options(argc, argv, exit_status);
+  if (!options)
+    return exit_status;
+  try {
+    serve(*options);
+    return 0;
+  } catch (const std::exception &error) {
+    std::cerr << "zox-server: " << error.what() << '\n';
+    return 1;
+  }
+}
