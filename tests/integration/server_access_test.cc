@@ -1,0 +1,254 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Who is let in: members and their secrets, plug-ins, proxies, the address of the dumps. */
+#include <functional>
+#include <memory>
+
+#include <gmock/gmock.h>
+#include <gmodule.h>
+
+#include <curl/curl.h>
+
+#include "tests/integration/server_test.h"
+
+namespace velkor::test {
+namespace {
+
+constexpr const char *groups = "/3.7.3/xml-groups.php";
+
+class ServerAccess : public ServerTest {
+protected:
+  std::string url_of(const std::string &path) { return "http://" + server->host() + path; }
+  std::string ask_with(const std::string &credentials, const std::string &path = groups) {
+    return send({.url = url_of(path), .credentials = credentials}).body;
+  }
+  std::string right_secret(const std::string &path = groups) {
+    return server_secret(url_of(path), ServerProcess::password);
+  }
+};
+
+/** A plug-in as the library loads it. */
+class Plugin {
+public:
+  explicit Plugin(const std::string &directory)
+      : module_(
+            g_module_open((directory + "/libzox_http_plugin.so.2.0").c_str(), G_MODULE_BIND_LAZY)) {
+    gpointer entry = nullptr;
+    if (module_ == nullptr || g_module_symbol(module_, "zox_plugin_auth", &entry) == FALSE)
+      throw std::runtime_error(g_module_error());
+    auth_ = reinterpret_cast<char *(*)(const char *, const GString *)>(entry);
+  }
+  ~Plugin() { g_module_close(module_); }
+  Plugin(const Plugin &) = delete;
+  Plugin &operator=(const Plugin &) = delete;
+
+  std::string secret(const std::string &url, const std::string &password) const {
+    GString *text = g_string_new(password.c_str());
+    char *made = auth_(url.c_str(), text);
+    g_string_free(text, TRUE);
+    std::string secret = made;
+    g_free(made);
+    return secret;
+  }
+
+private:
+  GModule *module_;
+  char *(*auth_)(const char *, const GString *);
+};
+
+TEST_F(ServerAccess, TheRightSecretOpens) {
+  start();
+  EXPECT_TRUE(is_xml(ask_with("demo:" + right_secret())));
+}
+
+TEST_F(ServerAccess, NobodyElseIsLetIn) {
+  start();
+  const std::string secret = right_secret();
+  EXPECT_EQ(ask_as_nobody(groups).body, "UNAUTH");
+  EXPECT_EQ(ask_as_nobody(groups).status, 200);
+  EXPECT_EQ(ask_with(std::string("demo:") + ServerProcess::password), "UNAUTH");
+  EXPECT_EQ(ask_with("demo:" + secret + "0"), "UNAUTH");
+  EXPECT_EQ(ask_with("demo:"), "UNAUTH");
+  EXPECT_EQ(ask_with("niemand:" + secret), "UNAUTH");
+  EXPECT_EQ(ask_with("demo:" + secret, "/3.7.3/xml.php"), "UNAUTH");
+}
+
+TEST_F(ServerAccess, TheSecretCoversTheParameters) {
+  start();
+  const std::string asked = "/3.7.3/xml.php?lc=5";
+  EXPECT_TRUE(is_xml(ask_with("demo:" + right_secret(asked), asked)));
+  EXPECT_EQ(ask_with("demo:" + right_secret(asked), "/3.7.3/xml.php?lc=6"), "UNAUTH");
+}
+
+TEST_F(ServerAccess, EveryByteMayStandInAParameter) {
+  start();
+  std::string value;
+  for (int code = 1; code < 256; ++code)
+    value += static_cast<char>(code);
+  EXPECT_TRUE(is_xml(body_of(groups, {{"x", value}})));
+  EXPECT_TRUE(is_xml(body_of(groups, {{"leeg", ""}, {"plus", "a+b c%20d"}})));
+  EXPECT_EQ(server->requests(groups).back().parameters[1].second, "a+b c%20d");
+}
+
+TEST_F(ServerAccess, PostersWithoutAPasswordCannotLogIn) {
+  start();
+  const std::string poster = first_in_xml(dump(dump_names().front()), "//Poster");
+  EXPECT_EQ(ask(groups, {}, poster, "").body, "UNAUTH");
+}
+
+TEST_F(ServerAccess, TheBannedAreToldSo) {
+  start();
+  server->add_account("schurk", "boef", true);
+  EXPECT_EQ(ask(groups, {}, "schurk", "boef").body, "BAN");
+  EXPECT_EQ(ask(groups, {}, "schurk", "fout").body, "UNAUTH");
+  server->add_account("schurk", "boef", false);
+  EXPECT_TRUE(is_xml(ask(groups, {}, "schurk", "boef").body));
+}
+
+TEST_F(ServerAccess, ThePluginMakesTheSecretThatTheServerExpects) {
+  start();
+  const Plugin plugin(ServerProcess::plugin_directory());
+  EXPECT_TRUE(is_xml(ask_with("demo:" + plugin.secret(url_of(groups), ServerProcess::password))));
+}
+
+TEST_F(ServerAccess, ThePluginComputesHmacSha256) {
+  const Plugin plugin(ServerProcess::plugin_directory());
+  // RFC 4231, test case 2.
+  EXPECT_EQ(plugin.secret("what do ya want for nothing?", "Jefe"),
+            "5bdcc146bf60754e6a042426089575c75a003f089d2739839dec58b964ec3843");
+}
+
+TEST_F(ServerAccess, AnotherRuleLetsAnotherPluginIn) {
+  start({"--postings", "5", "--auth-rule", "plain"});
+  const Plugin plugin(VELKOR_PLAIN_PLUGIN_DIRECTORY);
+  EXPECT_TRUE(is_xml(ask_with("demo:" + plugin.secret(url_of(groups), ServerProcess::password))));
+  EXPECT_EQ(ask_with("demo:" + right_secret()), "UNAUTH");
+}
+
+TEST_F(ServerAccess, AnswersAsAProxyForAnyHost) {
+  start();
+  const std::string url = std::string("http://www.zox.example") + groups;
+  const HttpReply reply =
+      send({.url = url,
+            .credentials = "demo:" + server_secret(url, ServerProcess::password),
+            .proxy = server->host()});
+  EXPECT_TRUE(is_xml(reply.body));
+  const LoggedRequest request = server->requests().back();
+  EXPECT_TRUE(request.proxied);
+  EXPECT_EQ(request.host, "www.zox.example");
+  EXPECT_EQ(request.path, groups);
+}
+
+TEST_F(ServerAccess, TheSecretOfAProxiedRequestIsThatOfItsHost) {
+  start();
+  const HttpReply reply = send({.url = std::string("http://www.zox.example") + groups,
+                                .credentials = "demo:" + right_secret(),
+                                .proxy = server->host()});
+  EXPECT_EQ(reply.body, "UNAUTH");
+}
+
+TEST_F(ServerAccess, AProxyMayAskForCredentialsOfItsOwn) {
+  const std::string file = (sandbox.home() / "proxy").string();
+  write_file(file, "poort\n");
+  start({"--postings", "5", "--proxy-user", "wachter", "--proxy-password-file", file});
+  const std::string url =
+      std::string("http://static.zox.example/3.7.3/dumps/") + dump_names().front() + ".gz";
+  const HttpReply refused = send({.url = url, .proxy = server->host()});
+  EXPECT_EQ(refused.status, 407);
+  EXPECT_THAT(refused.headers.at("proxy-authenticate"), ::testing::StartsWith("Basic"));
+  const auto status = [&](const std::string &credentials) {
+    return send({.url = url, .proxy = server->host(), .proxy_credentials = credentials}).status;
+  };
+  EXPECT_EQ(status("wachter:fout"), 407);
+  EXPECT_EQ(status("ander:poort"), 407);
+  EXPECT_EQ(status("wachter:poort"), 200);
+  EXPECT_TRUE(server->requests().back().proxyCredentials);
+  EXPECT_FALSE(server->requests().back().credentials);
+}
+
+TEST_F(ServerAccess, DumpsMayHaveAnAddressOfTheirOwn) {
+  start({"--postings", "5", "--static-port", "0"});
+  ASSERT_NE(server->dump_host(), server->host());
+  const std::string path = "/3.7.3/dumps/" + dump_names().front() + ".gz";
+  EXPECT_EQ(ask_as_nobody(path).status, 404);
+  const std::string url = "http://" + server->dump_host();
+  EXPECT_EQ(send({.url = url + path}).status, 200);
+  EXPECT_EQ(send({.url = url + groups}).status, 404);
+  EXPECT_EQ(server->requests(path).back().entrance, "dumps");
+  EXPECT_EQ(server->requests(path).front().entrance, "main");
+}
+
+TEST_F(ServerAccess, CredentialsThatReachTheDumpsAreNoted) {
+  start({"--postings", "5", "--static-port", "0"});
+  const std::string path = "/3.7.3/dumps/" + dump_names().front() + ".gz";
+  send({.url = "http://" + server->dump_host() + path});
+  send({.url = "http://" + server->dump_host() + path, .credentials = "demo:x"});
+  const std::vector<LoggedRequest> requests = server->requests(path);
+  EXPECT_FALSE(requests[0].credentials);
+  EXPECT_TRUE(requests[1].credentials);
+}
+
+TEST_F(ServerAccess, TheLogHoldsWhatWasAskedAndNoSecrets) {
+  start();
+  server->forget_requests();
+  ask("/3.7.3/xml.php", {{"lc", "12"}, {"é", "1 & 2"}});
+  const std::vector<LoggedRequest> requests = server->requests();
+  ASSERT_EQ(requests.size(), 1U);
+  EXPECT_EQ(requests[0].method, "GET");
+  EXPECT_EQ(requests[0].path, "/3.7.3/xml.php");
+  EXPECT_THAT(requests[0].parameters,
+              ::testing::ElementsAre(std::pair("lc", "12"), std::pair("é", "1 & 2")));
+  EXPECT_TRUE(requests[0].credentials);
+  EXPECT_FALSE(requests[0].proxied);
+  const std::string log = server->command("GET", "/requests");
+  EXPECT_EQ(log.find(ServerProcess::password), std::string::npos);
+  EXPECT_EQ(log.find(right_secret("/3.7.3/xml.php")), std::string::npos);
+}
+
+TEST_F(ServerAccess, UnknownPathsAreNotFound) {
+  start();
+  for (const char *path : {"/", "/3.7.3/", "/3.7.3/xml.php/", "/3.7.4/xml.php", "/XML.PHP"})
+    EXPECT_EQ(ask(path).status, 404) << path;
+}
+
+TEST_F(ServerAccess, OnlyReadingMethodsAreAnswered) {
+  start();
+  EXPECT_EQ(send({.url = url_of(groups), .method = "POST"}).status, 405);
+  EXPECT_EQ(send({.url = url_of(groups), .method = "DELETE"}).status, 405);
+  const HttpReply head = send({.url = url_of(groups), .method = "HEAD"});
+  EXPECT_EQ(head.status, 200);
+  EXPECT_EQ(head.body, "");
+}
+
+TEST_F(ServerAccess, LongRepliesAreCompressedForClientsThatTakeIt) {
+  start();
+  const HttpReply reply =
+      send({.url = url_of(groups), .credentials = "demo:" + right_secret(), .accept_gzip = true});
+  EXPECT_EQ(reply.headers.at("content-encoding"), "gzip");
+  EXPECT_EQ(reply.body, body_of(groups));
+}
+
+TEST_F(ServerAccess, EndlessRequestsAreCutOff) {
+  start();
+  const std::string url = url_of(groups) + "?x=" + std::string(200'000, 'a');
+  const HttpReply reply = send({.url = url});
+  EXPECT_TRUE(reply.result != CURLE_OK || reply.status >= 400) << reply.status;
+  EXPECT_TRUE(is_xml(ask(groups).body));
+}
+
+TEST_F(ServerAccess, TheControlAddressRefusesWebPagesAndNonsense) {
+  start();
+  const std::string control = "http://" + server->control_host();
+  EXPECT_EQ(send({.url = control + "/faults",
+                  .method = "DELETE",
+                  .headers = {"Origin: http://www.kwaad.example"}})
+                .status,
+            403);
+  EXPECT_EQ(send({.url = control + "/nergens"}).status, 404);
+  EXPECT_EQ(send({.url = control + "/advance?new=veel", .method = "POST"}).status, 400);
+  EXPECT_EQ(send({.url = control + "/advance?new=-1", .method = "POST"}).status, 400);
+  EXPECT_EQ(send({.url = control + "/account", .method = "POST"}).status, 400);
+  EXPECT_EQ(send({.url = control + "/account?user=a:b", .method = "POST"}).status, 400);
+}
+
+}  // namespace
+}  // namespace velkor::test

@@ -1,0 +1,152 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** zox-server as a program: its options, its messages, its end. */
+#include <csignal>
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include "tests/integration/server_test.h"
+#include "tests/support/child_process.h"
+
+namespace velkor::test {
+namespace {
+
+using ::testing::HasSubstr;
+
+struct Outcome {
+  int status;
+  std::string output;  // standard output and standard error
+};
+
+/** Runs the program to its end. */
+Outcome run(const std::string &arguments) {
+  ChildProcess process(
+      {"sh", "-c", std::string("exec " ZOX_SERVER_PROGRAM " ") + arguments + " 2>&1"});
+  std::string output = process.read_rest();
+  return {process.wait(), std::move(output)};
+}
+
+class ServerProgram : public ServerTest {};
+
+TEST_F(ServerProgram, EndsCleanlyOnSigterm) {
+  start();
+  EXPECT_EQ(server->stop(), 0);
+}
+
+TEST_F(ServerProgram, EndsCleanlyOnSigint) {
+  ChildProcess process({ZOX_SERVER_PROGRAM, "--port", "0", "--postings", "1"});
+  std::optional<std::string> line = process.read_line();
+  while (line && line->find("listening on") == std::string::npos)
+    line = process.read_line();
+  ASSERT_TRUE(line);
+  process.send_signal(SIGINT);
+  EXPECT_EQ(process.wait(), 0);
+}
+
+TEST_F(ServerProgram, InventsAnAccountWhenThereIsNone) {
+  ChildProcess process({ZOX_SERVER_PROGRAM, "--port", "0", "--postings", "1"});
+  const std::string account = process.read_line().value_or("");
+  EXPECT_THAT(account,
+              testing::MatchesRegex("zox-server: account demo with the password [0-9a-f]+"));
+  const std::string address = process.read_line().value_or("");
+  const std::string url = address.substr(address.find("http://")) + "/3.7.3/xml-groups.php";
+  const std::string password = account.substr(account.rfind(' ') + 1);
+  EXPECT_TRUE(
+      is_xml(send({.url = url, .credentials = "demo:" + server_secret(url, password)}).body));
+}
+
+TEST_F(ServerProgram, TakesThePasswordOfTheDemoAccountFromTheEnvironment) {
+  const EnvironmentVariable variable("ZOX_SERVER_PASSWORD", "uit-de-omgeving");
+  ChildProcess process({ZOX_SERVER_PROGRAM, "--port", "0", "--postings", "1"});
+  const std::string address = process.read_line().value_or("");
+  ASSERT_THAT(address, HasSubstr("listening on"));
+  const std::string url = address.substr(address.find("http://")) + "/3.7.3/xml-groups.php";
+  EXPECT_TRUE(is_xml(
+      send({.url = url, .credentials = "demo:" + server_secret(url, "uit-de-omgeving")}).body));
+}
+
+TEST_F(ServerProgram, TakesPasswordsFromFiles) {
+  const std::string file = (sandbox.home() / "geheim").string();
+  write_file(file, "kwartel\ntweede regel\n");
+  start({"--postings", "1", "--account", "anna=" + file});
+  EXPECT_TRUE(is_xml(ask("/3.7.3/xml-groups.php", {}, "anna", "kwartel").body));
+}
+
+TEST_F(ServerProgram, WritesItsAddressesIntoTheReadyFile) {
+  const std::string file = (sandbox.home() / "ready.json").string();
+  start({"--postings", "1", "--static-port", "0", "--ready-file", file});
+  const std::string addresses = read_file(file);
+  EXPECT_THAT(addresses, HasSubstr("http://" + server->host() + "\""));
+  EXPECT_THAT(addresses, HasSubstr("http://" + server->dump_host() + "\""));
+  EXPECT_THAT(addresses, HasSubstr("http://" + server->control_host() + "\""));
+}
+
+TEST_F(ServerProgram, ListsTheFaultsThatItKnows) {
+  const Outcome outcome = run("--list-faults");
+  EXPECT_EQ(outcome.status, 0);
+  for (const char *kind : {"unauth", "stall", "drip", "gzip-corrupt", "xml-bomb"})
+    EXPECT_THAT(outcome.output, HasSubstr(kind));
+}
+
+TEST_F(ServerProgram, TellsItsVersionAndItsOptions) {
+  EXPECT_EQ(run("--version").status, 0);
+  const Outcome help = run("--help");
+  EXPECT_EQ(help.status, 0);
+  EXPECT_THAT(help.output, HasSubstr("--chunks-per-reply"));
+}
+
+TEST_F(ServerProgram, RefusesWrongOptions) {
+  for (const char *arguments :
+       {"--port 70000", "--chunk-size 0", "--nonsense", "--auth-rule rot13", "--fault zomaar",
+        "--fault /x=aardbeving", "--fault /x=ban:veel", "--account demo", "--account demo=/nergens",
+        "--account a:b=/dev/null", "--account demo=/dev/null", "--proxy-user wachter", "--now 5",
+        "los"}) {
+    const Outcome outcome = run(arguments);
+    EXPECT_EQ(outcome.status, 2) << arguments << ": " << outcome.output;
+    EXPECT_NE(outcome.output, "") << arguments;
+  }
+}
+
+TEST_F(ServerProgram, NamesTheProblemOfWrongOptions) {
+  EXPECT_THAT(run("--fault /x=aardbeving").output, HasSubstr("--list-faults"));
+  EXPECT_THAT(run("--account demo=/nergens").output, HasSubstr("no password to read in /nergens"));
+}
+
+TEST_F(ServerProgram, RefusesAPortInUse) {
+  start();
+  const Outcome outcome = run("--postings 1 --port " + server->port());
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.output, HasSubstr("cannot listen on 127.0.0.1 port " + server->port()));
+}
+
+TEST_F(ServerProgram, RefusesAnAddressThatIsNone) {
+  const Outcome outcome = run("--postings 1 --port 0 --listen overal");
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.output, HasSubstr("overal is not an IP address"));
+}
+
+TEST_F(ServerProgram, RefusesADatabaseThatIsNone) {
+  const std::string file = (sandbox.home() / "zox.db").string();
+  write_file(file, std::string(5000, 'x'));
+  const Outcome outcome = run("--port 0 --database " + file);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.output, HasSubstr("cannot use the database " + file));
+  EXPECT_EQ(read_file(file), std::string(5000, 'x'));
+}
+
+TEST_F(ServerProgram, RefusesADatabaseOutOfReach) {
+  const Outcome outcome = run("--port 0 --database /nergens/zox.db");
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.output, HasSubstr("cannot use the database /nergens/zox.db"));
+}
+
+TEST_F(ServerProgram, KeepsItsDatabaseToItself) {
+  const std::string file = (sandbox.home() / "zox.db").string();
+  start({"--postings", "1", "--database", file});
+  struct stat properties {};
+  ASSERT_EQ(stat(file.c_str(), &properties), 0);
+  EXPECT_EQ(properties.st_mode & 0777U, 0600U);
+}
+
+}  // namespace
+}  // namespace velkor::test
