@@ -9,13 +9,15 @@ namespace velkor {
 
 /**
  * Registers a class derived directly from GObject. It overrides finalize alone, without chaining
- * up: `Finalize` releases all that an instance holds.
+ * up: `Finalize` releases what the instance's own fields hold. The data that others have attached
+ * is released here; GLib itself attaches some at the last unref.
  */
 template <typename Instance, void (*Init)(Instance &), void (*Finalize)(Instance &)>
 GType register_object_type(const char *name) noexcept {
   constexpr GClassInitFunc class_init = [](gpointer objectClass, gpointer) {
     static_cast<GObjectClass *>(objectClass)->finalize = [](GObject *object) {
       Finalize(*reinterpret_cast<Instance *>(object));
+      g_datalist_clear(&object->qdata);
     };
   };
   constexpr GInstanceInitFunc instance_init = [](GTypeInstance *instance, gpointer) {

@@ -36,6 +36,15 @@ TEST(ObjectType, InstancesAreInitialisedAndFinalised) {
   EXPECT_EQ(finalized, 7);
 }
 
+TEST(ObjectType, AttachedDataIsReleased) {
+  bool released = false;
+  const auto note = [](gpointer flag) { *static_cast<bool *>(flag) = true; };
+  OwnedObject<Sample> sample(static_cast<Sample *>(g_object_new(sample_type(), nullptr)));
+  g_object_set_data_full(&sample->parent, "iets", &released, note);
+  sample.reset();
+  EXPECT_TRUE(released);
+}
+
 TEST(ObjectType, DerivesFromTheBaseClass) {
   EXPECT_EQ(g_type_parent(sample_type()), G_TYPE_OBJECT);
   EXPECT_STREQ(g_type_name(sample_type()), "VelkorSample");
