@@ -14,6 +14,7 @@
 #include <string_view>
 
 #include "events/event_fields.h"
+#include "events/event_record.h"
 #include "events/packed_event.h"
 
 namespace velkor {

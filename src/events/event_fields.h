@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
  * The one table of a posting's elements and the members that they fill: it serves both readers
- * and the writer. Beside it the members that own something, for copying and freeing.
+ * and the writer.
  */
 #ifndef VELKOR_EVENTS_EVENT_FIELDS_H
 #define VELKOR_EVENTS_EVENT_FIELDS_H
@@ -73,25 +73,6 @@ inline constexpr std::span<const EventField> basic_fields{event_fields.data(), 1
 inline constexpr const char *root_element = "Events";
 inline constexpr const char *event_element = "Event";
 inline constexpr const char *track_element = "Track";
-
-/** Every text that a record owns. */
-inline constexpr std::array text_members{
-    &ZoxEvent::fName, &ZoxEvent::title, &ZoxEvent::poster, &ZoxEvent::link, &ZoxEvent::tag,
-    &ZoxEvent::ann,   &ZoxEvent::des,   &ZoxEvent::sig,    &ZoxEvent::img,  &ZoxEvent::reason,
-};
-
-/** Every list of texts that a record owns. */
-inline constexpr std::array list_members{&ZoxEvent::groups, &ZoxEvent::tags, &ZoxEvent::mp3Tracks};
-
-/** A record as it begins: nothing known. */
-inline constexpr ZoxEvent fresh_event = [] {
-  ZoxEvent event{};
-  event.postId = -1;
-  event.status = -5;
-  event.cat = -1;
-  event.sCat = -1;
-  return event;
-}();
 
 }  // namespace velkor
 

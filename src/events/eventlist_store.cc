@@ -5,8 +5,6 @@
 #include <utility>
 #include <vector>
 
-#include <velkor/zox_filter.h>
-
 #include "events/event_walk.h"
 
 namespace velkor {
@@ -14,7 +12,7 @@ namespace {
 
 struct Kept {
   std::vector<OwnedEventObject> objects;
-  std::vector<std::unique_ptr<ZoxFilter, ReleaseWith<zox_filter_free_filter>>> filters;
+  std::vector<OwnedFilter> filters;
 
   static void release(gpointer kept) {
     const std::unique_ptr<Kept> owned(static_cast<Kept *>(kept));
@@ -60,8 +58,8 @@ void set_filtered(ZOXEventlist *list, EventTable filtered) noexcept {
     kept_of(list).objects.clear();
 }
 
-void set_active_filter(ZOXEventlist *list, ZoxFilter *filter) noexcept {
-  if (ZoxFilter *earlier = std::exchange(list->activeFilter, filter))
+void set_active_filter(ZOXEventlist *list, OwnedFilter filter) noexcept {
+  if (ZoxFilter *earlier = std::exchange(list->activeFilter, filter.release()))
     kept_of(list).filters.emplace_back(earlier);
 }
 

@@ -13,6 +13,7 @@
 #include <velkor/zox_eventlist.h>
 
 #include "events/event_table.h"
+#include "filter/filter_record.h"
 
 namespace velkor {
 
@@ -22,8 +23,8 @@ void drop_tree(ZOXEventlist *list) noexcept;
 /** Replaces the filtered set by `filtered`, which may be null. */
 void set_filtered(ZOXEventlist *list, EventTable filtered) noexcept;
 
-/** Makes `filter` the active one; it passes to the list. */
-void set_active_filter(ZOXEventlist *list, ZoxFilter *filter) noexcept;
+/** Replaces the active filter by `filter`, which may be null. */
+void set_active_filter(ZOXEventlist *list, OwnedFilter filter) noexcept;
 
 /** Releases what was kept; for the list's end. */
 void release_kept(ZOXEventlist *list) noexcept;

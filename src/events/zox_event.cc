@@ -3,7 +3,7 @@
 
 #include <velkor/zox_events_forum.h>
 
-#include "events/event_fields.h"
+#include "events/event_record.h"
 #include "events/forum_copy.h"
 #include "support/assertion.h"
 #include "support/owned.h"

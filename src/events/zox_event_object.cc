@@ -4,33 +4,27 @@
 
 #include <velkor/zox_event.h>
 
-#include "events/event_fields.h"
+#include "events/event_record.h"
 #include "events/packed_event.h"
+#include "support/object_type.h"
 #include "support/rw_lock.h"
 
 namespace velkor {
 namespace {
 
 /** Replaces the record held by `object`, releasing the earlier one. */
-void hold(ZOXEventObject *object, PackedEvent event) noexcept {
-  const PackedEvent earlier(std::exchange(object->event, event.release()));
+void hold(ZOXEventObject &object, PackedEvent event) noexcept {
+  const PackedEvent earlier(std::exchange(object.event, event.release()));
 }
 
-void init_instance(GTypeInstance *instance, gpointer) {
-  auto *object = reinterpret_cast<ZOXEventObject *>(instance);
-  rw_lock_init(object->lock);
-  object->event = pack(fresh_event).release();
+void init(ZOXEventObject &object) noexcept {
+  rw_lock_init(object.lock);
+  object.event = pack(fresh_event).release();
 }
 
-/* The parent's finalize is not called: it has nothing to release here. */
-void finalize(GObject *instance) {
-  auto *object = reinterpret_cast<ZOXEventObject *>(instance);
+void finalize(ZOXEventObject &object) noexcept {
   hold(object, nullptr);
-  rw_lock_free(object->lock);
-}
-
-void init_class(gpointer objectClass, gpointer) {
-  static_cast<GObjectClass *>(objectClass)->finalize = finalize;
+  rw_lock_free(object.lock);
 }
 
 ZOXEventObject *make_instance() noexcept {
@@ -41,7 +35,7 @@ ZOXEventObject *make_instance() noexcept {
 
 ZOXEventObject *new_object(PackedEvent event) noexcept {
   ZOXEventObject *object = make_instance();
-  hold(object, std::move(event));
+  hold(*object, std::move(event));
   return object;
 }
 
@@ -52,9 +46,7 @@ using namespace velkor;
 extern "C" {
 
 GType zox_event_object_get_type(void) {
-  static const GType type = g_type_register_static_simple(
-      G_TYPE_OBJECT, "ZOXEventObject", sizeof(GObjectClass), init_class, sizeof(ZOXEventObject),
-      init_instance, G_TYPE_FLAG_NONE);
+  static const GType type = register_object_type<ZOXEventObject, init, finalize>("ZOXEventObject");
   return type;
 }
 
@@ -65,7 +57,7 @@ ZOXEventObject *zox_event_object_new(void) {
 void zox_event_object_set_event(ZOXEventObject *object, const ZoxEvent *event) {
   PackedEvent copy = pack(*event);
   const WriteLock lock(object->lock);
-  hold(object, std::move(copy));
+  hold(*object, std::move(copy));
 }
 
 ZoxEvent *zox_event_object_get_event(ZOXEventObject *object) {

@@ -4,22 +4,20 @@
 
 #include <velkor/zox_filter.h>
 
+#include "events/event_record.h"
 #include "events/event_walk.h"
 #include "events/eventlist_store.h"
-#include "support/owned.h"
+#include "support/object_type.h"
 #include "support/rw_lock.h"
 
 namespace velkor {
 namespace {
 
-using OwnedEvent = std::unique_ptr<ZoxEvent, ReleaseWith<zox_event_free>>;
-
-void init_instance(GTypeInstance *instance, gpointer) {
-  auto *list = reinterpret_cast<ZOXEventlist *>(instance);
-  rw_lock_init(list->lock);
-  list->tree = new_event_table();
-  list->filtered = nullptr;
-  list->activeFilter = nullptr;
+void init(ZOXEventlist &list) noexcept {
+  rw_lock_init(list.lock);
+  list.tree = new_event_table();
+  list.filtered = nullptr;
+  list.activeFilter = nullptr;
 }
 
 void release_contents(ZOXEventlist *list) noexcept {
@@ -30,15 +28,9 @@ void release_contents(ZOXEventlist *list) noexcept {
   release_kept(list);
 }
 
-/* The parent's finalize is not called: it has nothing left to release. */
-void finalize(GObject *instance) {
-  auto *list = reinterpret_cast<ZOXEventlist *>(instance);
-  release_contents(list);
-  rw_lock_free(list->lock);
-}
-
-void init_class(gpointer objectClass, gpointer) {
-  static_cast<GObjectClass *>(objectClass)->finalize = finalize;
+void finalize(ZOXEventlist &list) noexcept {
+  release_contents(&list);
+  rw_lock_free(list.lock);
 }
 
 void call_for_copies(GHashTable *table, ZoxEventlistFunc func, gpointer userData) noexcept {
@@ -56,9 +48,7 @@ using namespace velkor;
 extern "C" {
 
 GType zox_eventlist_get_type(void) {
-  static const GType type =
-      g_type_register_static_simple(G_TYPE_OBJECT, "ZOXEventlist", sizeof(GObjectClass), init_class,
-                                    sizeof(ZOXEventlist), init_instance, G_TYPE_FLAG_NONE);
+  static const GType type = register_object_type<ZOXEventlist, init, finalize>("ZOXEventlist");
   return type;
 }
 

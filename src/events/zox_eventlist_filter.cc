@@ -42,7 +42,7 @@ bool accepts(const ZoxFilter &filter, const ZoxEvent &event) noexcept {
 guint filter_entries(ZOXEventlist *list, const ZoxFilter &filter) noexcept {
   const WriteLock lock(list->lock);
   set_filtered(list, EventTable(new_event_table()));
-  set_active_filter(list, zox_filter_duplicate(&filter));
+  set_active_filter(list, OwnedFilter(zox_filter_duplicate(&filter)));
   const GroupIds ids(filter.groupIdList);
   for_each_object(list->tree, [list, &filter](gpointer key, ZOXEventObject *object) {
     const ReadLock entryLock(object->lock);

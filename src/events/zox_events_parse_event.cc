@@ -3,7 +3,6 @@
 #include <velkor/zox_events_parse.h>
 
 #include <algorithm>
-#include <memory>
 #include <utility>
 #include <variant>
 
@@ -11,6 +10,7 @@
 
 #include "core/tolerance.h"
 #include "events/event_fields.h"
+#include "events/event_record.h"
 #include "events/event_tags.h"
 #include "support/assertion.h"
 #include "support/owned.h"
@@ -72,8 +72,6 @@ private:
   xmlDoc *document_;
   xmlNode *node_;
 };
-
-using OwnedEvent = std::unique_ptr<ZoxEvent, ReleaseWith<zox_event_free>>;
 
 }  // namespace
 }  // namespace velkor
