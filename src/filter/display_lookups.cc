@@ -3,8 +3,12 @@
 
 #include <velkor/zox_groups.h>
 #include <velkor/zox_string.h>
+#include <velkor/zox_watchlist.h>
 
+#include "support/assertion.h"
 #include "support/owned.h"
+#include "support/slist.h"
+#include "support/text.h"
 
 namespace velkor {
 namespace {
@@ -14,6 +18,15 @@ std::optional<std::string> short_name(guint32 id) noexcept {
   if (group == nullptr || group->groupName == nullptr)
     return std::nullopt;
   return OwnedText(zox_string_strip_newsgroup(group->groupName)).get();
+}
+
+std::unordered_set<gint32> watched_ids() noexcept {
+  std::unordered_set<gint32> ids;
+  for (const ZoxString *watchlist : Items<ZoxString>(zox_watchlist_get())) {
+    ZOX_ASSERT(watchlist);
+    ids.insert(leading_integer(watchlist->str));
+  }
+  return ids;
 }
 
 }  // namespace
@@ -31,6 +44,12 @@ const ZoxTag *DisplayLookups::tag(const ZoxString &code, gint32 category) noexce
   if (place == tags_.end())
     place = tags_.emplace(tagKey_, zox_tag_find(&code, category)).first;
   return place->second;
+}
+
+bool DisplayLookups::watched(gint32 postId) noexcept {
+  if (!watchlist_)
+    watchlist_ = watched_ids();
+  return watchlist_->contains(postId);
 }
 
 }  // namespace velkor

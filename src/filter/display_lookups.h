@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 
 #include <velkor/zox_tags.h>
 
@@ -18,11 +19,14 @@ public:
   const std::string *newsgroup(guint32 id) noexcept;
   /** The tag of that code and main category, or null. */
   const ZoxTag *tag(const ZoxString &code, gint32 category) noexcept;
+  /** Whether the posting is on the watchlist. */
+  bool watched(gint32 postId) noexcept;
 
 private:
   std::unordered_map<guint32, std::optional<std::string>> newsgroups_;
   std::unordered_map<std::string, const ZoxTag *> tags_;  // by category and code
   std::string tagKey_;
+  std::optional<std::unordered_set<gint32>> watchlist_;
 };
 
 }  // namespace velkor

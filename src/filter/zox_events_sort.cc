@@ -11,7 +11,9 @@
 #include <velkor/zox_string.h>
 #include <velkor/zox_watchlist.h>
 
+#include "events/event_walk.h"
 #include "filter/display_parts.h"
+#include "filter/filter_record.h"
 #include "support/assertion.h"
 #include "support/rw_lock.h"
 
@@ -19,7 +21,6 @@ namespace velkor {
 namespace {
 
 using OwnedEvent = std::unique_ptr<ZoxEvent, ReleaseWith<zox_event_free>>;
-using OwnedFilter = std::unique_ptr<ZoxFilter, ReleaseWith<zox_filter_free_filter>>;
 
 /** What fits into a line of the head: anything longer is cut there. */
 constexpr std::size_t head_line_limit = 8191;
@@ -133,12 +134,10 @@ gint32 Document::add_events(gint32 category, bool indent) noexcept {
   if (table == nullptr)
     return 0;
   gint32 count = 0;
-  GHashTableIter place;
-  gpointer object = nullptr;
-  for (g_hash_table_iter_init(&place, table); g_hash_table_iter_next(&place, nullptr, &object);) {
-    if (add_held_event(*static_cast<ZOXEventObject *>(object), category, indent, count))
+  for_each_object(table, [&](gpointer, ZOXEventObject *object) {
+    if (add_held_event(*object, category, indent, count))
       ++count;
-  }
+  });
   return count;
 }
 

@@ -12,7 +12,6 @@
 #include <velkor/zox_events_forum.h>
 #include <velkor/zox_splitted_list.h>
 #include <velkor/zox_string.h>
-#include <velkor/zox_watchlist.h>
 
 #include "filter/display_parts.h"
 #include "support/assertion.h"
@@ -158,9 +157,7 @@ private:
   gint64 newsgroup_count() const noexcept { return g_slist_length(event_.groups); }
   gint64 rating() const noexcept { return scaled_rating(event_.rating, core->config->ratingScale); }
   gint64 position() const noexcept { return settings_.position; }
-  gint64 watched() const noexcept {
-    return zox_watchlist_is_in_list(static_cast<guint32>(event_.postId)) ? 1 : 0;
-  }
+  gint64 watched() const noexcept { return lookups_.watched(event_.postId) ? 1 : 0; }
 
   void date(const Line &place) noexcept;
   void groups(const Line &place) noexcept;
