@@ -1,0 +1,98 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "tests/fuzz/session.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include <libxml/xmlerror.h>
+
+#include <velkor/velkor.h>
+
+#include "support/text.h"
+#include "tests/support/sandbox.h"
+
+namespace velkor::fuzz {
+namespace {
+
+void pass_over(const gchar *, GLogLevelFlags level, const gchar *message, gpointer) {
+  if ((level & (G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL)) != 0)
+    std::fprintf(stderr, "%s\n", message);
+}
+
+void stay_silent(void *, const char *, ...) {}
+
+class Session {
+public:
+  Session() {
+    g_log_set_default_handler(pass_over, nullptr);
+    xmlSetGenericErrorFunc(nullptr, stay_silent);
+    zox_set_tolerant(1);
+    core = g_new0(ZoxAppCore, 1);
+    zox_file_set_cache_dir(sandbox_.cache().c_str());
+    zox_file_set_data_dir(nullptr);
+    zox_config_init();
+    core->filterlist = zox_filterlist_new();
+    zox_filterlist_load(core->filterlist);
+    zox_categories_init();
+    zox_tags_init();
+  }
+  ~Session() {
+    zox_tags_free();
+    zox_categories_free();
+    zox_filterlist_destroy(core->filterlist);
+    zox_group_free_all();
+    zox_config_free();
+    zox_file_free_cache_dir();
+    zox_file_free_data_dir();
+    g_free(std::exchange(core, nullptr));
+  }
+  Session(const Session &) = delete;
+  Session &operator=(const Session &) = delete;
+
+  [[nodiscard]] const test::Sandbox &sandbox() const { return sandbox_; }
+
+private:
+  test::Sandbox sandbox_;
+};
+
+const Session &session() {
+  static const Session session;
+  return session;
+}
+
+}  // namespace
+
+void start_session() {
+  session();
+}
+
+OwnedString text_of(const std::uint8_t *data, std::size_t size) {
+  return OwnedString(
+      g_string_new_len(reinterpret_cast<const char *>(data), static_cast<gssize>(size)));
+}
+
+void write_cache_file(const char *name, std::string_view content) {
+  test::write_file(session().sandbox().cache() / name, content);
+}
+
+void require(bool holds, const char *property) {
+  if (holds)
+    return;
+  std::fprintf(stderr, "does not hold: %s\n", property);
+  std::abort();
+}
+
+bool same_text(const GString *left, const GString *right) noexcept {
+  return (left == nullptr) == (right == nullptr) && view_of(left) == view_of(right);
+}
+
+bool same_texts(const GSList *left, const GSList *right) noexcept {
+  for (; left != nullptr && right != nullptr; left = left->next, right = right->next) {
+    if (!same_text(static_cast<GString *>(left->data), static_cast<GString *>(right->data)))
+      return false;
+  }
+  return left == right;
+}
+
+}  // namespace velkor::fuzz
