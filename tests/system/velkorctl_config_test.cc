@@ -1,0 +1,124 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/* velkorctl config. */
+#include "tests/system/velkorctl_fixture.h"
+
+namespace velkor::test {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+class VelkorctlConfig : public VelkorctlTest {
+protected:
+  Outcome set(const Words &words, const std::string &input = "") const {
+    Words all{"config", "set"};
+    all.insert(all.end(), words.begin(), words.end());
+    Surroundings around;
+    around.input = input;
+    return run(all, around);
+  }
+};
+
+TEST_F(VelkorctlConfig, SetsAndPrintsAValue) {
+  EXPECT_EQ(set({"username", "ann"}).status, 0);
+  EXPECT_EQ(output({"config", "get", "username"}), "ann\n");
+  EXPECT_EQ(output({"config", "get", "trayIcon"}), "1\n");
+}
+
+TEST_F(VelkorctlConfig, MakesTheDirectoryForItself) {
+  std::filesystem::remove_all(sandbox.cache());
+  EXPECT_EQ(set({"username", "ann"}).status, 0);
+  const auto mode = std::filesystem::status(sandbox.cache()).permissions();
+  EXPECT_EQ(mode, std::filesystem::perms::owner_all);
+}
+
+TEST_F(VelkorctlConfig, AListHoldsSeveralValues) {
+  EXPECT_EQ(set({"watcher", "--", "big show", "-x"}).status, 0);
+  EXPECT_EQ(output({"config", "get", "watcher"}), "big show\n-x\n");
+  EXPECT_EQ(set({"watcher"}).status, 0);
+  EXPECT_EQ(output({"config", "get", "watcher"}), "");
+}
+
+TEST_F(VelkorctlConfig, UnsetReturnsToTheDefault) {
+  settings("username=ann\nratingScale=10\n");
+  EXPECT_EQ(output({"config", "unset", "ratingScale"}), "");
+  EXPECT_EQ(output({"config", "get", "ratingScale"}), "100\n");
+  EXPECT_EQ(output({"config", "unset", "username"}), "");
+  const Outcome outcome = run({"config", "get", "username"});
+  EXPECT_EQ(outcome.status, 7);
+  EXPECT_EQ(outcome.err, "velkorctl: username is not set\n");
+}
+
+TEST_F(VelkorctlConfig, APasswordComesFromStandardInputOnly) {
+  const Outcome refused = set({"password", "secret"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err, HasSubstr("--stdin"));
+  EXPECT_EQ(set({"password", "--stdin"}, "se=cret\n").status, 0);
+  EXPECT_THAT(read_file(cached("velkor.conf")), HasSubstr("password=se=cret\n"));
+  EXPECT_EQ(set({"password", "--stdin"}).status, 2);
+}
+
+TEST_F(VelkorctlConfig, APasswordIsPrintedOnlyWhenAskedForByName) {
+  settings("password=secret\n");
+  EXPECT_THAT(output({"config", "list"}), Not(HasSubstr("secret")));
+  EXPECT_THAT(output({"config", "list", "--format", "json"}), Not(HasSubstr("secret")));
+  EXPECT_EQ(run({"config", "get", "password"}).status, 2);
+  EXPECT_EQ(output({"config", "get", "password", "--show-secret"}), "secret\n");
+}
+
+TEST_F(VelkorctlConfig, ATypedPasswordIsNotShown) {
+  TerminalProgram asking(command({"config", "set", "password", "--stdin"}), 80);
+  asking.wait_for("password: ");
+  asking.type("secret\n");
+  const Outcome outcome = asking.finish();
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.out, Not(HasSubstr("secret")));
+  EXPECT_EQ(output({"config", "get", "password", "--show-secret"}), "secret\n");
+}
+
+TEST_F(VelkorctlConfig, OnlyTheOwnerMayReadTheSettings) {
+  set({"password", "--stdin"}, "secret\n");
+  const auto mode = std::filesystem::status(cached("velkor.conf")).permissions();
+  EXPECT_EQ(mode, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+}
+
+TEST_F(VelkorctlConfig, ARefusedValueLeavesTheFileAlone) {
+  const std::string before = "# a comment\nusername=ann\n";
+  settings(before);
+  for (const Words &words : std::vector<Words>{{"trayIcon", "2"},
+                                               {"username", "a\nb"},
+                                               {"ledenCount", "3"},
+                                               {"username"},
+                                               {"geen", "1"}})
+    EXPECT_EQ(set(words).status, 2) << words.front();
+  EXPECT_EQ(read_file(cached("velkor.conf")), before);
+}
+
+TEST_F(VelkorctlConfig, ListsEverySetting) {
+  settings("username=ann\nwatcher=a\nwatcher=b\n");
+  const std::string json = output({"config", "list", "--format", "json"});
+  EXPECT_THAT(json, HasSubstr(R"("username":"ann","password":null)"));
+  EXPECT_THAT(json, HasSubstr(R"("watcher":["a","b"])"));
+  EXPECT_THAT(output({"config", "list", "--no-header"}), HasSubstr("watcher"));
+}
+
+TEST_F(VelkorctlConfig, SettingsThatCannotBeReadAreNotReplaced) {
+  std::filesystem::create_directory(cached("velkor.conf"));
+  const Outcome outcome = set({"username", "ann"});
+  EXPECT_EQ(outcome.status, 6);
+  EXPECT_THAT(outcome.err, HasSubstr("velkor.conf"));
+  EXPECT_TRUE(std::filesystem::is_directory(cached("velkor.conf")));
+}
+
+TEST_F(VelkorctlConfig, OnAFullDiskTheSettingsStayAsTheyWere) {
+  settings("username=ann\n");
+  Surroundings full;
+  full.file_size_limit = 400;
+  const Outcome outcome = run({"config", "set", "trayIcon", "0"}, full);
+  EXPECT_EQ(outcome.status, 6);
+  EXPECT_THAT(outcome.err, HasSubstr("could not be saved"));
+  EXPECT_EQ(read_file(cached("velkor.conf")), "username=ann\n");
+}
+
+}  // namespace
+}  // namespace velkor::test

@@ -1,0 +1,66 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** velkorctl in a home of its own, without a session bus; and beside it a server. */
+#ifndef VELKOR_TESTS_SYSTEM_VELKORCTL_FIXTURE_H
+#define VELKOR_TESTS_SYSTEM_VELKORCTL_FIXTURE_H
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/sandbox.h"
+#include "tests/support/server_process.h"
+#include "tests/system/program.h"
+
+namespace velkor::test {
+
+class VelkorctlTest : public ::testing::Test {
+protected:
+  using Words = std::vector<std::string>;
+
+  VelkorctlTest();
+
+  /** The whole command: the program, the fixture's own options and `words`. */
+  [[nodiscard]] virtual Words command(const Words &words) const;
+  [[nodiscard]] Outcome run(const Words &words, const Surroundings &around = {}) const;
+  /** The standard output of a run that must end with 0 and without a word of warning. */
+  [[nodiscard]] std::string output(const Words &words) const;
+
+  [[nodiscard]] std::filesystem::path cached(const std::string &name) const;
+  /** The names of the files in the cache directory. */
+  [[nodiscard]] std::set<std::string> cached_names() const;
+  /** Writes "velkor.posts.gz" with these "Event" elements. */
+  void cache_postings(const std::string &events) const;
+  /** Writes "velkor.conf". */
+  void settings(const std::string &lines) const;
+
+  Sandbox sandbox;
+
+private:
+  EnvironmentVariable no_bus_{"DBUS_SESSION_BUS_ADDRESS", std::nullopt};
+  EnvironmentVariable no_runtime_{"XDG_RUNTIME_DIR", std::nullopt};
+};
+
+/** With a stand-in server of 50 postings in dumps of 10, and its account in the settings. */
+class ServerVelkorctlTest : public VelkorctlTest {
+protected:
+  explicit ServerVelkorctlTest(const Words &options = {});
+
+  [[nodiscard]] Words command(const Words &words) const override;
+
+  ServerProcess server;
+};
+
+/** One posting for cache_postings(): category Beeld/DivX unless `more` says otherwise. */
+std::string event(int id, const std::string &title, const std::string &more = "");
+/** One posting with exactly these elements beside its id and title. */
+std::string bare_event(int id, const std::string &title, const std::string &elements);
+
+/** How many objects the JSON array in `text` holds; fails the test when it is none. */
+std::size_t count_objects(const std::string &text);
+
+}  // namespace velkor::test
+
+#endif

@@ -1,0 +1,221 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/* velkorctl update against the stand-in server. */
+#include <csignal>
+#include <thread>
+
+#include <sys/file.h>
+
+#include "tests/support/bus_name_owner.h"
+#include "tests/support/private_bus.h"
+#include "tests/system/velkorctl_fixture.h"
+
+namespace velkor::test {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::Contains;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+constexpr const char *question = "/3.7.3/xml.php";
+constexpr const char *dumps = "/3.7.3/dumps/";
+
+class VelkorctlUpdate : public ServerVelkorctlTest {
+protected:
+  using ServerVelkorctlTest::ServerVelkorctlTest;
+
+  [[nodiscard]] std::size_t listed() const {
+    return count_objects(run({"list", "--format", "json"}).out);
+  }
+  [[nodiscard]] std::string setting(const std::string &key) const {
+    return run({"config", "get", key}).out;
+  }
+};
+
+TEST_F(VelkorctlUpdate, FetchesEverythingTheFirstTime) {
+  const Outcome outcome = run({"update"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_THAT(outcome.err, HasSubstr("velkorctl: dump 1/5: "));
+  EXPECT_THAT(outcome.err, HasSubstr("velkorctl: dump 5/5: "));
+  EXPECT_THAT(outcome.err, HasSubstr("50 postings received"));
+  EXPECT_GT(listed(), 0U);
+}
+
+TEST_F(VelkorctlUpdate, FetchesOnlyWhatIsNewTheNextTime) {
+  ASSERT_EQ(run({"update"}).status, 0);
+  const std::size_t before = listed();
+  server.advance({.added = 3, .seconds = 60});
+  const Outcome outcome = run({"update"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_THAT(outcome.err, HasSubstr("3 postings received"));
+  EXPECT_EQ(listed(), before + 3);
+}
+
+TEST_F(VelkorctlUpdate, NothingNewIsNoFailureUnlessAskedFor) {
+  ASSERT_EQ(run({"update"}).status, 0);
+  const Outcome quiet = run({"update"});
+  EXPECT_EQ(quiet.status, 0);
+  EXPECT_EQ(quiet.err, "velkorctl: Geen nieuwe ZOX postings sinds laatste update\n");
+  EXPECT_EQ(run({"update", "--exit-code"}).status, 5);
+}
+
+TEST_F(VelkorctlUpdate, WithoutAnAccountNothingIsAsked) {
+  settings("username=demo\n");
+  const Outcome outcome = run({"update"});
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_EQ(outcome.err, "velkorctl: no password is set; see velkorctl config set\n");
+  settings("password=x\n");
+  EXPECT_THAT(run({"update"}).err, HasSubstr("no username is set"));
+  EXPECT_THAT(server.requests(), IsEmpty());
+}
+
+TEST_F(VelkorctlUpdate, AWrongPasswordIsReportedInTheServicesWords) {
+  settings("username=demo\npassword=wrong\n");
+  const Outcome outcome = run({"update"});
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_EQ(outcome.err, "velkorctl: Ongeldige username/wachtwoord opgegeven\n");
+}
+
+TEST_F(VelkorctlUpdate, ANoticeOfTheServerCannotActOnTheTerminal) {
+  server.fault(question, "message", 1, "Onder\033[2Jhoud");
+  const Outcome outcome = run({"update"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "velkorctl: Servermededeling ontvangen: Onder\uFFFD[2Jhoud\n");
+}
+
+TEST_F(VelkorctlUpdate, AServerThatIsNotThereIsAFailure) {
+  server.stop();
+  const Outcome outcome = run({"update"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "velkorctl: Connection refused\n");
+}
+
+TEST_F(VelkorctlUpdate, AFailedDumpChangesNothing) {
+  server.fault(std::string(dumps), "gzip-corrupt", 1);
+  EXPECT_EQ(run({"update"}).status, 1);
+  EXPECT_EQ(setting("lastCheck"), "0\n");
+  const Outcome again = run({"update"});
+  EXPECT_EQ(again.status, 0);
+  EXPECT_THAT(again.err, HasSubstr("50 postings received"));
+}
+
+TEST_F(VelkorctlUpdate, WhatTheLibraryPrintsStaysOffStandardOutput) {
+  server.fault(std::string(dumps), "xml-malformed", 2);
+  const Outcome quiet = run({"update"});
+  EXPECT_EQ(quiet.status, 1);
+  EXPECT_EQ(quiet.out, "");
+  EXPECT_THAT(quiet.err, Not(HasSubstr("trace: ")));
+  const Outcome traced = run({"update", "--trace"});
+  EXPECT_EQ(traced.out, "");
+  EXPECT_THAT(traced.err, HasSubstr("velkorctl: trace: zox_events_parse(): buffer = "));
+}
+
+TEST_F(VelkorctlUpdate, AnInterruptionEndsTheTransferAndLosesNothing) {
+  ASSERT_EQ(run({"update"}).status, 0);
+  const std::string before = setting("lastCheck");
+  const std::size_t count = listed();
+  server.advance({.added = 3, .seconds = 60});
+  server.fault(std::string(dumps), "stall", 1);
+  server.forget_requests();
+  Program update(command({"update"}));
+  while (server.requests().size() < 2)
+    std::this_thread::yield();
+  update.send_signal(SIGINT);
+  const Outcome outcome = update.finish();
+  EXPECT_EQ(outcome.status, 130);
+  EXPECT_THAT(outcome.err, HasSubstr("velkorctl: interrupted\n"));
+  EXPECT_EQ(setting("lastCheck"), before);
+  EXPECT_EQ(listed(), count);
+  EXPECT_EQ(run({"update"}).status, 0);
+  EXPECT_EQ(listed(), count + 3);
+}
+
+TEST_F(VelkorctlUpdate, ShowsABarOnATerminal) {
+  TerminalProgram update(command({"update"}), 60);
+  const Outcome outcome = update.finish();
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.out, HasSubstr("\r\033[K["));
+  EXPECT_THAT(outcome.out, HasSubstr("dump 5/5"));
+  EXPECT_THAT(outcome.out, Not(HasSubstr("velkorctl: dump")));
+}
+
+class VelkorctlRecursiveUpdate : public VelkorctlUpdate {
+protected:
+  VelkorctlRecursiveUpdate() : VelkorctlUpdate(Words{"--chunks-per-reply", "1"}) {}
+};
+
+TEST_F(VelkorctlRecursiveUpdate, GoesOnUntilTheServerHasNoMore) {
+  const Outcome outcome = run({"update", "--recursive"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_THAT(outcome.err, HasSubstr("50 postings received"));
+  EXPECT_EQ(setting("recursiveUpdate"), "0\n");
+}
+
+TEST_F(VelkorctlRecursiveUpdate, AsksOnceWithoutTheOption) {
+  EXPECT_THAT(run({"update"}).err, HasSubstr("10 postings received"));
+  EXPECT_EQ(server.requests(question).size(), 1U);
+}
+
+class VelkorctlUpdateFiles : public VelkorctlUpdate {};
+
+TEST_F(VelkorctlUpdateFiles, ACacheDirectoryThatCannotBeMadeIsReported) {
+  const Outcome outcome = run({"--cache-dir", cached("velkor.conf") / "x", "update"});
+  EXPECT_EQ(outcome.status, 6);
+  EXPECT_THAT(outcome.err, StartsWith("velkorctl: "));
+}
+
+TEST_F(VelkorctlUpdateFiles, OnAFullDiskTheUpdateIsRepeatedLater) {
+  Surroundings full;
+  full.file_size_limit = 3000;
+  const Outcome outcome = run({"update"}, full);
+  EXPECT_NE(outcome.status, 0);
+  EXPECT_EQ(setting("lastCheck"), "0\n");
+  const Outcome again = run({"update"});
+  EXPECT_EQ(again.status, 0);
+  EXPECT_THAT(again.err, HasSubstr("50 postings received"));
+}
+
+TEST_F(VelkorctlUpdateFiles, AnUnreadableCacheIsToldAtOnceAndKeptAside) {
+  ASSERT_EQ(run({"update"}).status, 0);
+  write_file(cached("velkor.posts.gz"), "this is not gzip");
+  const Outcome listing = run({"list"});
+  EXPECT_EQ(listing.status, 6);
+  EXPECT_THAT(listing.err, HasSubstr("cannot read the postings in "));
+  server.advance({.added = 3, .seconds = 60});
+  const Outcome outcome = run({"update"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.err, HasSubstr("warning: cannot read the postings in "));
+  EXPECT_THAT(cached_names(), Contains(StartsWith("velkor.posts.gz.onleesbaar-")));
+}
+
+TEST_F(VelkorctlUpdateFiles, OneCommandWritesAtATime) {
+  const int lock = open(cached("velkorctl.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  ASSERT_EQ(flock(lock, LOCK_EX), 0);
+  const Outcome refused = run({"update"});
+  EXPECT_EQ(refused.status, 4);
+  EXPECT_THAT(refused.err, HasSubstr("another velkorctl"));
+  EXPECT_EQ(run({"list"}).status, 0);
+  Program waiting(command({"--wait", "600", "update"}));
+  close(lock);
+  EXPECT_EQ(waiting.finish().status, 0);
+}
+
+TEST_F(VelkorctlUpdateFiles, WhileTheFrontEndRunsOnlyReadingWorks) {
+  PrivateBus bus;
+  BusNameOwner front_end;
+  const Outcome refused = run({"update"});
+  EXPECT_EQ(refused.status, 4);
+  EXPECT_THAT(refused.err, HasSubstr("Velkor is running"));
+  EXPECT_EQ(run({"config", "set", "trayIcon", "0"}).status, 4);
+  EXPECT_EQ(run({"groups", "--fetch"}).status, 4);
+  EXPECT_EQ(run({"list"}).status, 0);
+  EXPECT_EQ(run({"config", "list"}).status, 0);
+  EXPECT_THAT(server.requests(), IsEmpty());
+  EXPECT_THAT(front_end.calls(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace velkor::test
