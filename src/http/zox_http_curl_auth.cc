@@ -3,6 +3,7 @@
 #include <velkor/zox_http_curl.h>
 
 #include <memory>
+#include <mutex>
 
 #include <gmodule.h>
 #include <velkor/zox_app_core.h>
@@ -14,6 +15,9 @@
 
 namespace velkor {
 namespace {
+
+/** Lets one thread at a time into the plug-in, which need not be prepared for more. */
+std::mutex plugin_mutex;
 
 using Module = std::unique_ptr<GModule, ReleaseWith<g_module_close>>;
 
@@ -39,6 +43,7 @@ extern "C" ZoxErrorCode zox_http_curl_add_auth(const char *url, char **userPassw
   ZOX_ASSERT(core->config);
   if (g_module_supported() == FALSE)
     return result::no_modules;
+  const std::lock_guard lock(plugin_mutex);
   const Module plugin = open_plugin();
   if (!plugin)
     return result::plugin_not_loaded;

@@ -1,6 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include <filesystem>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include <dlfcn.h>
 #include <gmock/gmock.h>
@@ -130,6 +132,16 @@ TEST_F(ZoxHttpCurlAuth, SendsNothingWhenTheCredentialsCannotBeMade) {
   no_modules = false;
   EXPECT_THAT(server.requests(), IsEmpty());
   EXPECT_THAT(log.warnings(), IsEmpty());
+}
+
+TEST_F(ZoxHttpCurlAuth, MayRunOnSeveralThreads) {
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 4; ++i)
+    threads.emplace_back([] { EXPECT_EQ(Request{.authenticate = true}.execute().code, 0U); });
+  for (std::thread &thread : threads)
+    thread.join();
+  for (const test::StubRequest &request : server.requests(path))
+    EXPECT_TRUE(request.headers.contains("authorization"));
 }
 
 TEST_F(ZoxHttpCurlAuth, LooksForThePluginBeforeThePassword) {
