@@ -106,16 +106,17 @@ ZoxString *zox_string_replace(const ZoxString *source, const char *search,
   ZOX_ASSERT(*search != '\0');
   const OwnedText upper_source(zox_string_upcase(source->str));
   const OwnedText upper_search(zox_string_upcase(search));
+  const std::string_view text = upper_source.get();
+  const std::string_view wanted = upper_search.get();
   ZoxString *result = g_string_sized_new(source->len);
-  const char *rest = source->str;
-  const char *upper_rest = upper_source.get();
-  while (const char *hit = std::strstr(upper_rest, upper_search.get())) {
-    g_string_append_len(result, rest, hit - upper_rest);
+  std::size_t position = 0;
+  for (auto hit = text.find(wanted); hit != std::string_view::npos;
+       hit = text.find(wanted, position)) {
+    g_string_append_len(result, source->str + position, static_cast<gssize>(hit - position));
     g_string_append(result, replacement);
-    upper_rest = hit + std::strlen(search);
-    rest = source->str + (upper_rest - upper_source.get());
+    position = hit + wanted.size();
   }
-  return g_string_append(result, rest);
+  return g_string_append(result, source->str + position);
 }
 
 }  // extern "C"
