@@ -112,7 +112,7 @@ void write_line(GString *text, const char *key, gint32 value) noexcept {
   g_string_append_printf(text, "%s=%d\n", key, value);
 }
 
-/** What one kind of field does, in four verbs. */
+// What is done with the fields, a kind at a time.
 struct Defaults {
   ZoxConfig &config;
   void operator()(const char *, const Text &field) const noexcept {

@@ -49,7 +49,7 @@ void read_line(ZoxConfig &config, char *line) noexcept {
 bool read_file(ZoxConfig &config) noexcept {
   const std::string path = cache_path(file_name, false);
   const OwnedFile file(std::fopen(path.c_str(), "re"));
-  std::array<char, 1024> line;
+  std::array<char, 1024> line{};
   while (file && std::fgets(line.data(), line.size(), file.get()) != nullptr)
     read_line(config, line.data());
   const int error = errno;

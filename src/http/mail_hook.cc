@@ -8,9 +8,9 @@ void MailHook::run_if_due(gint64 now) noexcept {
   gint64 last = last_run_;
   if (now - last <= interval || !last_run_.compare_exchange_strong(last, now))
     return;
-  const auto [function, data] = callback_.get();
-  if (function != nullptr)
-    function(data);
+  const auto callback = callback_.get();
+  if (callback.function != nullptr)
+    callback.function(callback.data);
 }
 
 }  // namespace velkor

@@ -14,8 +14,8 @@ CURL *new_handle() noexcept {
 }
 
 int report_progress(void *observer, curl_off_t total, curl_off_t received, curl_off_t, curl_off_t) {
-  const auto &[function, data] = *static_cast<const Callback<ZoxTransferCallback> *>(observer);
-  return function(received, total, data);
+  const auto *callback = static_cast<const Callback<ZoxTransferCallback> *>(observer);
+  return callback->function(received, total, callback->data);
 }
 
 }  // namespace

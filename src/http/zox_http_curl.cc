@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_http_parameter.h>
@@ -89,7 +90,8 @@ ZoxErrorCode receive_in_memory(Transfer &transfer, OwnedString &body,
   return code;
 }
 
-ZoxErrorCode receive_in_file(Transfer &transfer, const Descriptor &file) noexcept {
+/** The file is closed when its content has come in. */
+ZoxErrorCode receive_in_file(Transfer &transfer, Descriptor file) noexcept {
   int descriptor = file.get();
   transfer.receive_into(&descriptor);
   return perform(transfer) == CURLE_OK ? result::success : result::unknown_error;
@@ -137,8 +139,8 @@ ZoxErrorCode zox_http_curl_execute(const char *path, GSList *parameters, gint32 
   }
   transfer.set_url(url);
   OwnedString body(g_string_new(""));
-  const ZoxErrorCode code =
-      file ? receive_in_file(transfer, file) : receive_in_memory(transfer, body, requireData);
+  const ZoxErrorCode code = file ? receive_in_file(transfer, std::move(file))
+                                 : receive_in_memory(transfer, body, requireData);
   deliver(reply, std::move(body));
   mail_hook.run_if_due(g_get_real_time() / G_USEC_PER_SEC);
   return code;
