@@ -27,8 +27,8 @@ typedef gint (*ZoxMailCallback)(gpointer data);
  * no time limit. Redirects are not followed; a gzip-encoded reply is decompressed. The proxy is
  * used when both `proxyHost` and `proxyPort` are set. After every request that reached the server
  * or failed trying, the mail hook runs on the calling thread if more than 300 seconds have passed
- * since it last ran. Asserts "url" (`path`); with `authenticate` also "core->config->username" and
- * "core->config->password". Threads: any.
+ * since it last ran. Asserts "url" (`path`) and "core->config"; with `authenticate` also
+ * "core->config->username". Threads: any.
  * @param path          path on the server, such as "/3.7.3/xml-mail.php"; a whole URL when
  * `useHost` is 0
  * @param parameters    of ZoxHttpParameter, in the order in which they are sent; may be null
@@ -37,7 +37,8 @@ typedef gint (*ZoxMailCallback)(gpointer data);
  * @param reply         receives the reply as a new text, whatever the result; the server's notice
  *                      for code 29; an empty text with a temporary file; null for codes 6, 8, 9 and
  *                      24. May be null
- * @param authenticate  non-zero to send the user's credentials, never to the static host
+ * @param authenticate  non-zero to send the user's credentials, never to the static host; without a
+ *                      password the request goes out without them
  * @param tempFileName  null to collect the reply in memory; else receives the path of a new file in
  *                      the system's temporary directory with the reply. The caller removes the file
  *                      and frees the path
@@ -57,7 +58,7 @@ ZoxErrorCode zox_http_curl_execute(const char *path, GSList *parameters, gint32 
  * @param userPassword  receives a new text, user name and secret joined by a colon, on success only
  * @return 0; 2 when no password is configured (the request then goes out without credentials); 6
  *         when the platform cannot load modules; 8 when the plug-in cannot be opened; 9 when it
- *         lacks zox_plugin_auth
+ *         lacks zox_plugin_auth or returns null
  */
 ZoxErrorCode zox_http_curl_add_auth(const char *url, char **userPassword);
 
@@ -90,7 +91,7 @@ void zox_http_curl_set_zox_mail_callback(ZoxMailCallback function, gpointer data
  * @param size   bytes per element
  * @param count  number of elements
  * @param data   the ZoxString to append to
- * @return size * count
+ * @return size * count; 0, which stops the transfer, when the text would exceed 256 MiB
  */
 size_t zox_curl_write_function(void *chunk, size_t size, size_t count, void *data);
 
@@ -134,7 +135,7 @@ void zox_http_set_transfer_callback(ZoxTransferCallback function, gpointer userD
 
 /**
  * The entry point `zox_plugin_auth` of the authentication plug-in, which exports it; the library
- * does not. It may be called on any thread that makes a request.
+ * does not. It is called on whichever thread makes a request, by one thread at a time.
  * @param url       the complete URL of the request
  * @param password  the configured password
  * @return a text from `g_malloc()`, the password part of the basic authentication; the library
