@@ -81,7 +81,9 @@ gint32 zox_mail_load(void) {
     return 0;
   }
   MailReading reading = read_mail(text.get());
-  if (!reading.complete && text->len > 0)
+  if (reading.complete)
+    note_readable(mail_file, false);
+  else
     note_unreadable(mail_file, false);
   const OwnedMail earlier(std::exchange(core->mail, reading.messages.release()));
   return 0;

@@ -39,6 +39,8 @@ bool is_xml_character(gunichar character) noexcept {
 
 /** The text as UTF-8 that a document can hold: what it cannot hold is left out. */
 std::string printable(std::string_view text) noexcept {
+  if (text.empty())
+    return {};
   const OwnedText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
   std::string kept;
   kept.reserve(text.size());
