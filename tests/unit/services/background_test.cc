@@ -1,0 +1,164 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Fetches on threads of their own whose outcome is told on the main loop. */
+#include "services/background_job.h"
+
+#include <thread>
+
+#include <velkor/zox_eventinfo.h>
+
+#include "tests/unit/services/service_fixture.h"
+#include "tests/unit/services/thread_refusal.h"
+
+namespace velkor::test {
+namespace {
+
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using ::testing::UnorderedElementsAreArray;
+
+/** Everything that callbacks told, on the thread that told it. */
+struct Told {
+  std::vector<std::string> lines;
+  std::vector<std::thread::id> threads;
+
+  void add(const std::string &line, char *message) {
+    const OwnedText owner(message);
+    lines.push_back(line + " " + text_of(message));
+    threads.push_back(std::this_thread::get_id());
+  }
+};
+
+gint tell_details(ZoxErrorCode result, gint32 postId, char *message, gpointer told) {
+  static_cast<Told *>(told)->add("details " + std::to_string(postId) + " " + std::to_string(result),
+                                 message);
+  return 0;
+}
+
+gint tell_forum(ZoxErrorCode result, gint32 postId, gint32 lastCheck, char *message,
+                gpointer told) {
+  static_cast<Told *>(told)->add("forum " + std::to_string(postId) + " since " +
+                                     std::to_string(lastCheck) + " " + std::to_string(result),
+                                 message);
+  return 0;
+}
+
+class Background : public ServiceTest {
+protected:
+  /** Runs the main loop until `count` callbacks have come, and then what is left to run. */
+  void run_until(std::size_t count) const {
+    while (told.lines.size() < count)
+      g_main_context_iteration(nullptr, TRUE);
+    while (g_main_context_iteration(nullptr, FALSE) != FALSE)
+      continue;
+  }
+
+  Told told;
+};
+
+constexpr const char *details_path = "/3.7.3/xml-posts.php";
+constexpr const char *forum_path = "/3.7.3/xml-dyn.php";
+
+TEST_F(Background, TellsDetailsOnTheMainLoop) {
+  cache(5);
+  server.reply(details_path, "<PostInfo><Post><Ann>a</Ann></Post></PostInfo>");
+  zox_eventinfo_fetch_async(5, tell_details, &told);
+  EXPECT_THAT(told.lines, IsEmpty());
+  run_until(1);
+  EXPECT_THAT(told.lines, ElementsAre("details 5 0 (null)"));
+  EXPECT_THAT(told.threads, ElementsAre(std::this_thread::get_id()));
+  EXPECT_EQ(text_of(cached(5)->ann), "a");
+}
+
+TEST_F(Background, TellsAForumOnTheMainLoop) {
+  cache(5);
+  server.reply(forum_path, "<Forum><Event Code=\"0\"><View>9</View></Event></Forum>");
+  zox_events_forum_fetch_async(5, 77, tell_forum, &told);
+  EXPECT_THAT(told.lines, IsEmpty());
+  run_until(1);
+  EXPECT_THAT(told.lines, ElementsAre("forum 5 since 77 0 (null)"));
+  EXPECT_EQ(cached(5)->view, 9);
+}
+
+TEST_F(Background, HandsTheServersNoticeToTheCallback) {
+  cache(5);
+  server.reply(details_path, "MSGOnderhoud");
+  server.reply(forum_path, "MSGDruk");
+  zox_eventinfo_fetch_async(5, tell_details, &told);
+  run_until(1);
+  zox_events_forum_fetch_async(5, 0, tell_forum, &told);
+  run_until(2);
+  EXPECT_THAT(told.lines, ElementsAre("details 5 29 Onderhoud", "forum 5 since 0 29 Druk"));
+}
+
+TEST_F(Background, TellsAtOnceWhenThereIsNoThread) {
+  const ThreadRefusal refusal;
+  zox_eventinfo_fetch_async(5, tell_details, &told);
+  zox_events_forum_fetch_async(6, 7, tell_forum, &told);
+  EXPECT_THAT(told.lines, ElementsAre("details 5 1 geen thread", "forum 6 since 7 1 geen thread"));
+  run_until(2);
+  EXPECT_THAT(told.lines, SizeIs(2));
+  EXPECT_THAT(sent(), IsEmpty());
+}
+
+TEST_F(Background, RunsManyFetchesAtOnceAndTellsEachOnce) {
+  constexpr gint32 postings = 12;
+  server.reply(details_path, "<PostInfo><Post><Ann>a</Ann></Post></PostInfo>");
+  server.reply(forum_path, "<Forum><Event Code=\"0\"><View>9</View></Event></Forum>");
+  std::vector<std::string> expected;
+  for (gint32 postId = 1; postId <= postings; ++postId) {
+    cache(postId);
+    expected.push_back("details " + std::to_string(postId) + " 0 (null)");
+    expected.push_back("forum " + std::to_string(postId) + " since 3 0 (null)");
+  }
+  for (gint32 postId = 1; postId <= postings; ++postId) {
+    zox_eventinfo_fetch_async(postId, tell_details, &told);
+    zox_events_forum_fetch_async(postId, 3, tell_forum, &told);
+  }
+  run_until(expected.size());
+  EXPECT_THAT(told.lines, UnorderedElementsAreArray(expected));
+  EXPECT_THAT(told.threads, Each(std::this_thread::get_id()));
+}
+
+TEST_F(Background, FindsManyPostingsAtOnce) {
+  constexpr gint32 postings = 6;
+  server.reply("/3.7.3/xml-findpost.php", "<Post><PostID>1</PostID><Poster>p</Poster></Post>");
+  server.reply(details_path, "<PostInfo><Post><Ann>a</Ann></Post></PostInfo>");
+  for (gint32 postId = 1; postId <= postings; ++postId)
+    zox_eventinfo_fetch_async(postId + 100, tell_details, &told);
+  run_until(postings);
+  EXPECT_THAT(told.lines, SizeIs(postings));
+  EXPECT_EQ(text_of(cached(1)->ann), "a");
+}
+
+/** Notes its life on a place that outlives it. */
+class NotedJob final : public BackgroundJob {
+public:
+  explicit NotedJob(std::vector<std::string> &notes) : notes_(notes) {}
+  ~NotedJob() override { notes_.push_back("freed"); }
+  void run() noexcept override { notes_.push_back("run"); }
+  void report() noexcept override { notes_.push_back("reported"); }
+
+private:
+  std::vector<std::string> &notes_;
+};
+
+TEST(BackgroundJob, RunsIsReportedAndIsFreed) {
+  std::vector<std::string> notes;
+  EXPECT_EQ(start_in_background(std::make_unique<NotedJob>(notes)), nullptr);
+  g_main_context_iteration(nullptr, TRUE);
+  EXPECT_THAT(notes, ElementsAre("run", "reported", "freed"));
+  EXPECT_EQ(g_main_context_iteration(nullptr, FALSE), FALSE);
+}
+
+TEST(BackgroundJob, IsFreedWithoutRunningWhenThereIsNoThread) {
+  const ThreadRefusal refusal;
+  std::vector<std::string> notes;
+  const OwnedText error = start_in_background(std::make_unique<NotedJob>(notes));
+  EXPECT_STREQ(error.get(), "geen thread");
+  EXPECT_THAT(notes, ElementsAre("freed"));
+}
+
+}  // namespace
+}  // namespace velkor::test
