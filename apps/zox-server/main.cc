@@ -7,7 +7,7 @@
 #include <glib.h>
 #include <sys/stat.h>
 
-#include "zox-server/http/control.h"
+#include "zox-server/control/control.h"
 #include "zox-server/http/dispatcher.h"
 #include "zox-server/http/http_server.h"
 #include "zox-server/options.h"
@@ -34,7 +34,7 @@ std::string invent_password() {
 void set_up_accounts(Service &service, const std::vector<Account> &accounts) {
   for (const Account &account : accounts)
     service.accounts.put(account, service.clock.now());
-  if (service.accounts.any_with_password())
+  if (!service.accounts.with_password().empty())
     return;
   const Account demo{"demo", invent_password(), false};
   service.accounts.put(demo, service.clock.now());
@@ -109,10 +109,10 @@ private:
 void serve(const Options &options) {
   const MainLoop loop;
   const std::unique_ptr<Service> service = open_service(options.service);
+  set_up_accounts(*service, options.accounts);
   Stock stock(*service, options.seed);
   if (service->postings.count() == 0)
     stock.fill(options.postings);
-  set_up_accounts(*service, options.accounts);
   Dispatcher dispatcher(*service, options.proxy, options.static_port.has_value());
   for (const Fault &fault : options.faults)
     dispatcher.faults.add(fault);

@@ -97,7 +97,7 @@ void add_stock(CLI::App &app, Options &options) {
       ->check(CLI::Range(1, 100'000));
 }
 
-void add_access(CLI::App &app, RawOptions &raw) {
+void add_access(CLI::App &app, RawOptions &raw, Options &options) {
   app.add_option("--account", raw.accounts,
                  "NAME=FILE: an account whose password is the first line of FILE (- for standard "
                  "input); may be repeated");
@@ -110,6 +110,10 @@ void add_access(CLI::App &app, RawOptions &raw) {
                  "file with that user's password in its first line")
       ->needs(user);
   user->needs("--proxy-password-file");
+  app.add_option("--signup-pause", options.service.signup_pause_hours,
+                 "hours during which nobody can sign up from an address where a member was")
+      ->capture_default_str()
+      ->check(CLI::Range(0, 100'000));
 }
 
 void add_faults(CLI::App &app, RawOptions &raw) {
@@ -151,7 +155,7 @@ std::optional<Options> read_options(int argc, char **argv, int &exit_status) {
   app.set_version_flag("--version", std::string("zox-server ") + ZOX_SERVER_VERSION);
   add_addresses(app, options);
   add_stock(app, options);
-  add_access(app, raw);
+  add_access(app, raw, options);
   add_faults(app, raw);
   try {
     app.parse(argc, argv);

@@ -9,9 +9,15 @@
 
 #include "zox-server/http/auth_rules.h"
 #include "zox-server/store/account_store.h"
+#include "zox-server/store/address_store.h"
 #include "zox-server/store/dump_store.h"
+#include "zox-server/store/forum_store.h"
 #include "zox-server/store/group_store.h"
+#include "zox-server/store/kudos_store.h"
+#include "zox-server/store/mail_store.h"
 #include "zox-server/store/posting_store.h"
+#include "zox-server/store/warning_store.h"
+#include "zox-server/store/watchlist_store.h"
 #include "zox-server/support/clock.h"
 #include "zox-server/support/sqlite.h"
 
@@ -23,6 +29,8 @@ struct ServiceSettings {
   const AuthRule *auth_rule = auth_rules().data();
   std::int64_t postings_per_dump = 1000;
   std::int64_t dumps_per_reply = 20;
+  /** For how long nobody can sign up from an address where a member was; 0 for no time at all. */
+  std::int64_t signup_pause_hours = 48;
 };
 
 struct Service {
@@ -39,6 +47,12 @@ struct Service {
   GroupStore groups;
   PostingStore postings;
   DumpStore dumps;
+  ForumStore forum;
+  WatchlistStore watchlists;
+  MailStore mail;
+  KudosStore kudos;
+  WarningStore warnings;
+  AddressStore addresses;
 };
 
 }  // namespace velkor::server

@@ -15,9 +15,33 @@ namespace velkor::server::endpoints {
 
 inline constexpr std::string_view dump_directory = "/3.7.3/dumps/";
 
+/** The words with which the service answers what needs no document. */
+namespace word {
+inline constexpr const char *ok = "OK";
+inline constexpr const char *failed = "FAIL";
+inline constexpr const char *duplicate = "DUPE";
+inline constexpr const char *not_found = "NOTFOUND";
+inline constexpr const char *locked = "LOCKED";
+inline constexpr const char *sent = "SENT";
+inline constexpr const char *yes = "Y";
+inline constexpr const char *no = "N";
+}  // namespace word
+
 Reply availability(Service &service, const Request &request, const Account &account);
 Reply dump(Service &service, const Request &request, const Account &account);
 Reply newsgroups(Service &service, const Request &request, const Account &account);
+Reply find_posting(Service &service, const Request &request, const Account &account);
+Reply posting_details(Service &service, const Request &request, const Account &account);
+Reply forum(Service &service, const Request &request, const Account &account);
+Reply react(Service &service, const Request &request, const Account &account);
+Reply watchlist(Service &service, const Request &request, const Account &account);
+Reply mail(Service &service, const Request &request, const Account &account);
+Reply kudos(Service &service, const Request &request, const Account &account);
+Reply warn(Service &service, const Request &request, const Account &account);
+Reply profile(Service &service, const Request &request, const Account &account);
+Reply myzox(Service &service, const Request &request, const Account &account);
+Reply new_spot(Service &service, const Request &request, const Account &account);
+Reply signup(Service &service, const Request &request, const Account &account);
 
 }  // namespace velkor::server::endpoints
 

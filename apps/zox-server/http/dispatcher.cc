@@ -97,6 +97,7 @@ Reply Dispatcher::admit(const Request &request, const Route &route) {
   if (account->banned)
     return text_reply("BAN");
   service_.accounts.seen(account->name, service_.clock.now());
+  service_.addresses.seen(request.client_address, service_.clock.now());
   return route.handler(service_, request, *account);
 }
 

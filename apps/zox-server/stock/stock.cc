@@ -9,6 +9,8 @@ namespace velkor::server {
 namespace {
 
 constexpr std::int64_t day = 24 * 3600;
+/** How many postings in a hundred are by members who can log in. */
+constexpr std::int64_t members_share = 2;
 
 /** Most postings are of the last two weeks, the younger the more; a few are older. */
 std::int64_t draw_age(Random &random) {
@@ -17,6 +19,29 @@ std::int64_t draw_age(Random &random) {
   constexpr std::int64_t scale = 1 << 20;
   const std::int64_t draw = random.below(scale);
   return 60 + draw * draw / scale * (14 * day) / scale;
+}
+
+Profile invent_profile(Random &random, const std::string &name, std::int64_t now) {
+  Profile profile;
+  profile.joined = now - random.between(60, 1500) * day;
+  profile.rank = random.between(1, 6);
+  profile.status = random.below(3);
+  if (random.chance(40))
+    profile.avatar = "http://beeld.zox.example/avatar/" + name + ".png";
+  if (random.chance(30))
+    profile.email = name + "@post.example";
+  if (random.chance(30))
+    profile.info = random.one_of(words::sentences);
+  if (random.chance(20))
+    profile.site = "http://www." + name + ".example/";
+  if (random.chance(20))
+    profile.hobby = random.one_of(words::hobbies);
+  if (random.chance(25)) {
+    profile.provider = random.one_of(words::places) + " Net";
+    profile.news_server = "news." + name + ".example";
+  }
+  profile.profile_status = random.below(2);
+  return profile;
 }
 
 std::vector<std::int64_t> draw_stamps(Random &random, std::int64_t count, std::int64_t now) {
@@ -38,12 +63,38 @@ void Stock::fill(std::int64_t count) {
   Transaction transaction(service_.database);
   add_newsgroups();
   add_posters();
-  const std::int64_t now = service_.clock.now();
-  SpotMaker maker(random_, newsgroup_numbers());
-  for (const std::int64_t stamp : draw_stamps(random_, count, now))
-    service_.postings.add(maker.make(stamp, now));
+  add_postings(count);
   service_.dumps.seal();
   transaction.commit();
+}
+
+void Stock::add_postings(std::int64_t count) {
+  const std::int64_t now = service_.clock.now();
+  const std::vector<std::string> members = service_.accounts.with_password();
+  SpotMaker maker(random_, newsgroup_numbers());
+  for (const std::int64_t stamp : draw_stamps(random_, count, now)) {
+    Posting posting = maker.make(stamp, now);
+    if (!members.empty() && random_.chance(members_share))
+      posting.poster = members[static_cast<std::size_t>(random_.below(std::ssize(members)))];
+    const std::int64_t id = service_.postings.add(posting);
+    if (random_.chance(25))
+      add_reactions(id, stamp, now);
+  }
+}
+
+void Stock::add_reactions(std::int64_t posting, std::int64_t since, std::int64_t now) {
+  Reaction reaction;
+  reaction.posting = posting;
+  reaction.stamp = since;
+  for (std::int64_t count = random_.between(1, 5); count > 0; --count) {
+    const std::int64_t span = now - reaction.stamp;
+    if (span < 2)
+      return;
+    reaction.stamp += random_.between(1, std::max<std::int64_t>(span / 2, 1));
+    reaction.author = poster_name(random_.below(poster_count));
+    reaction.body = random_.one_of(words::reactions);
+    service_.forum.add_old(reaction);
+  }
 }
 
 void Stock::add_newsgroups() {
@@ -56,7 +107,8 @@ void Stock::add_posters() {
   const std::int64_t now = service_.clock.now();
   for (std::int64_t number = 0; number < poster_count; ++number) {
     const Account account{poster_name(number), "", false};
-    service_.accounts.put(account, now - random_.between(60, 1500) * day);
+    service_.accounts.put(account, 0);
+    service_.accounts.set_profile(account.name, invent_profile(random_, account.name, now));
     if (random_.chance(8))
       service_.accounts.seen(account.name, now - random_.below(600));
   }

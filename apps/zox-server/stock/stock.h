@@ -32,7 +32,10 @@ class Stock {
 public:
   Stock(Service &service, std::uint64_t seed);
 
-  /** Adds `count` postings of the last weeks, newsgroups and posters. */
+  /**
+   * Adds newsgroups, posters and `count` postings of the last weeks with their reactions; a few
+   * postings are by the members who can log in.
+   */
   void fill(std::int64_t count);
   /** Everything changes now, in one step; as many postings as there are at most. */
   Changed change(const Change &wanted);
@@ -40,6 +43,8 @@ public:
 private:
   void add_newsgroups();
   void add_posters();
+  void add_postings(std::int64_t count);
+  void add_reactions(std::int64_t posting, std::int64_t since, std::int64_t now);
   std::vector<std::int64_t> newsgroup_numbers();
   std::vector<std::int64_t> draw(std::vector<std::int64_t> &live, std::int64_t count);
   std::vector<std::int64_t> add_spots(std::int64_t count, std::int64_t stamp);

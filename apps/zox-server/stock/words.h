@@ -134,6 +134,10 @@ inline constexpr std::array<std::string_view, 6> removal_reasons{
     "Dubbele plaatsing",          "Niet compleet",        "Verkeerde categorie",
     "Op verzoek van de plaatser", "Bevat een wachtwoord", "Spam & misleidende titel"};
 
+inline constexpr std::array<std::string_view, 8> hobbies{
+    "vogels kijken", "fietsen & wandelen", "oude radio's", "koken",
+    "schaken",       "modeltreinen",       "muziek maken", "sterren kijken"};
+
 inline constexpr std::array<std::string_view, 3> signatures{"-- \nGroeten uit de polder",
                                                             "Deel wat je hebt, vraag wat je zoekt.",
                                                             "~ geplaatst met liefde & koffie ~"};

@@ -1,16 +1,55 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "zox-server/store/account_store.h"
 
+#include <array>
+
 namespace velkor::server {
+namespace {
+
+constexpr std::array fields{
+    ProfileField{"Stamp", &Profile::joined},  ProfileField{"Rank", &Profile::rank},
+    ProfileField{"EMail", &Profile::email},   ProfileField{"Info", &Profile::info},
+    ProfileField{"Avatar", &Profile::avatar}, ProfileField{"Status", &Profile::status},
+    ProfileField{"Site", &Profile::site},     ProfileField{"IM", &Profile::messenger},
+    ProfileField{"ISP", &Profile::provider},  ProfileField{"NS", &Profile::news_server},
+    ProfileField{"Hobby", &Profile::hobby},   ProfileField{"PStat", &Profile::profile_status},
+};
+
+using Number = std::int64_t Profile::*;
+using Text = std::string Profile::*;
+
+std::string definition() {
+  std::string sql = "CREATE TABLE IF NOT EXISTS account (name TEXT PRIMARY KEY,"
+                    " password TEXT NOT NULL, banned INTEGER NOT NULL,"
+                    " seen INTEGER NOT NULL DEFAULT 0";
+  for (const ProfileField &field : fields) {
+    const bool is_text = std::holds_alternative<Text>(field.member);
+    sql += std::string(", ") + field.name +
+           (is_text ? " TEXT NOT NULL DEFAULT ''" : " INTEGER NOT NULL DEFAULT 0");
+  }
+  return sql + ")";
+}
+
+/** "Stamp, Rank, ..." with `behind` behind each name. */
+std::string columns(const char *behind = "") {
+  std::string list;
+  for (const ProfileField &field : fields)
+    list += std::string(list.empty() ? "" : ", ") + field.name + behind;
+  return list;
+}
+
+}  // namespace
+
+std::span<const ProfileField> profile_fields() {
+  return fields;
+}
 
 AccountStore::AccountStore(Database &database) : database_(database) {
-  database_.execute("CREATE TABLE IF NOT EXISTS account (name TEXT PRIMARY KEY,"
-                    " password TEXT NOT NULL, banned INTEGER NOT NULL, joined INTEGER NOT NULL,"
-                    " seen INTEGER NOT NULL DEFAULT 0)");
+  database_.execute(definition().c_str());
 }
 
 void AccountStore::put(const Account &account, std::int64_t joined) {
-  database_.run("INSERT INTO account (name, password, banned, joined) VALUES (?1, ?2, ?3, ?4)"
+  database_.run("INSERT INTO account (name, password, banned, Stamp) VALUES (?1, ?2, ?3, ?4)"
                 " ON CONFLICT (name) DO UPDATE SET password = ?2, banned = ?3",
                 account.name, account.password, account.banned, joined);
 }
@@ -23,8 +62,46 @@ std::optional<Account> AccountStore::find(const std::string &name) {
   return Account{statement.text(0), statement.text(1), statement.integer(2) != 0};
 }
 
-bool AccountStore::any_with_password() {
-  return database_.number("SELECT EXISTS (SELECT 1 FROM account WHERE password <> '')") != 0;
+std::vector<std::string> AccountStore::with_password() {
+  std::vector<std::string> names;
+  Statement statement =
+      database_.prepare("SELECT name FROM account WHERE password <> '' ORDER BY name");
+  while (statement.step())
+    names.push_back(statement.text(0));
+  return names;
+}
+
+bool AccountStore::is_taken(const std::string &name) {
+  return database_.number("SELECT EXISTS (SELECT 1 FROM account WHERE name = ? COLLATE NOCASE)",
+                          name) != 0;
+}
+
+std::optional<Profile> AccountStore::profile(const std::string &name) {
+  Statement statement = database_.prepare("SELECT " + columns() + " FROM account WHERE name = ?");
+  if (!statement.bind(name).step())
+    return std::nullopt;
+  Profile profile;
+  int column = 0;
+  for (const ProfileField &field : fields) {
+    if (const Text *text = std::get_if<Text>(&field.member))
+      profile.**text = statement.text(column);
+    else
+      profile.*std::get<Number>(field.member) = statement.integer(column);
+    ++column;
+  }
+  return profile;
+}
+
+void AccountStore::set_profile(const std::string &name, const Profile &profile) {
+  Statement statement =
+      database_.prepare("UPDATE account SET " + columns(" = ?") + " WHERE name = ?");
+  for (const ProfileField &field : fields) {
+    if (const Text *text = std::get_if<Text>(&field.member))
+      statement.append(profile.**text);
+    else
+      statement.append(profile.*std::get<Number>(field.member));
+  }
+  statement.append(name).run();
 }
 
 std::int64_t AccountStore::count() {

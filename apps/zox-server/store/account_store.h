@@ -4,7 +4,10 @@
 #define ZOX_SERVER_STORE_ACCOUNT_STORE_H
 
 #include <optional>
+#include <span>
 #include <string>
+#include <variant>
+#include <vector>
 
 #include "zox-server/support/sqlite.h"
 
@@ -17,6 +20,30 @@ struct Account {
   bool banned = false;
 };
 
+/** What members tell of themselves and the service of them. */
+struct Profile {
+  std::int64_t joined = 0;
+  std::int64_t rank = 0;
+  std::int64_t status = 0;
+  std::int64_t profile_status = 0;
+  std::string email;
+  std::string info;
+  std::string avatar;
+  std::string site;
+  std::string messenger;
+  std::string provider;
+  std::string news_server;
+  std::string hobby;
+};
+
+struct ProfileField {
+  /** The name of the element and of the column. */
+  const char *name;
+  std::variant<std::int64_t Profile::*, std::string Profile::*> member;
+};
+
+std::span<const ProfileField> profile_fields();
+
 class AccountStore {
 public:
   explicit AccountStore(Database &database);
@@ -24,9 +51,14 @@ public:
   /** Adds the account, or gives the one of that name this password and state. */
   void put(const Account &account, std::int64_t joined);
   [[nodiscard]] std::optional<Account> find(const std::string &name);
-  /** Whether anyone can log in. */
-  [[nodiscard]] bool any_with_password();
+  /** The names of those who can log in. */
+  [[nodiscard]] std::vector<std::string> with_password();
+  /** Whether a member has that name, regardless of letter case. */
+  [[nodiscard]] bool is_taken(const std::string &name);
   [[nodiscard]] std::int64_t count();
+
+  [[nodiscard]] std::optional<Profile> profile(const std::string &name);
+  void set_profile(const std::string &name, const Profile &profile);
 
   void seen(const std::string &name, std::int64_t now);
   /** How many were seen at or after `since`. */

@@ -44,18 +44,6 @@ constexpr std::array fields{
 using Number = std::int64_t Posting::*;
 using Text = std::string Posting::*;
 
-/** An empty text and an unknown sub-category are told by leaving the element out. */
-void write_field(XmlWriter &xml, const Posting &posting, const PostingField &field) {
-  if (const Text *text = std::get_if<Text>(&field.member)) {
-    if (!(posting.**text).empty())
-      xml.element(field.name, posting.**text);
-    return;
-  }
-  const Number number = std::get<Number>(field.member);
-  if (number != &Posting::sub_category || posting.*number >= 0)
-    xml.element(field.name, posting.*number);
-}
-
 }  // namespace
 
 std::span<const PostingField> posting_fields() {
@@ -73,6 +61,17 @@ void set_field(Posting &posting, const PostingField &field, const std::string &v
     posting.**text = value;
   else
     posting.*std::get<Number>(field.member) = leading_number(value);
+}
+
+void write_field(XmlWriter &xml, const Posting &posting, const PostingField &field) {
+  if (const Text *text = std::get_if<Text>(&field.member)) {
+    if (!(posting.**text).empty())
+      xml.element(field.name, posting.**text);
+    return;
+  }
+  const Number number = std::get<Number>(field.member);
+  if (number != &Posting::sub_category || posting.*number >= 0)
+    xml.element(field.name, posting.*number);
 }
 
 void write_posting(XmlWriter &xml, const Posting &posting, bool details) {

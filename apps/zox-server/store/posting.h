@@ -81,6 +81,8 @@ const PostingField *posting_field(std::string_view name);
 /** Sets the field from a text. */
 void set_field(Posting &posting, const PostingField &field, const std::string &value);
 
+/** Writes the field, unless it is an empty text or a sub-category that is not known. */
+void write_field(XmlWriter &xml, const Posting &posting, const PostingField &field);
 /** Writes the fields that are told `everywhere`, and with `details` also those. */
 void write_posting(XmlWriter &xml, const Posting &posting, bool details);
 /** Writes the fields that belong to the forum's data event. */

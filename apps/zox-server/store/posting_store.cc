@@ -18,10 +18,11 @@ std::string definition() {
     const bool is_text = std::holds_alternative<Text>(field.member);
     sql += std::string(", \"") + field.name + (is_text ? "\" TEXT" : "\" INTEGER") + " NOT NULL";
   }
-  return sql + ", owner TEXT NOT NULL, waiting INTEGER NOT NULL);"
+  return sql + ", waiting INTEGER NOT NULL);"
                "CREATE INDEX IF NOT EXISTS posting_waiting ON posting (\"Updated\", \"PostID\")"
                " WHERE waiting = 1;"
-               "CREATE INDEX IF NOT EXISTS posting_owner ON posting (owner) WHERE owner <> ''";
+               "CREATE INDEX IF NOT EXISTS posting_poster ON posting (\"Poster\");"
+               "CREATE INDEX IF NOT EXISTS posting_title ON posting (\"Title\")";
 }
 
 std::string column_list() {
@@ -32,10 +33,10 @@ std::string column_list() {
 }
 
 std::string insertion() {
-  std::string sql = "INSERT INTO posting (" + column_list() + ", owner, waiting) VALUES (NULL";
+  std::string sql = "INSERT INTO posting (" + column_list() + ", waiting) VALUES (NULL";
   for (std::size_t count = plain_fields().size(); count > 0; --count)
     sql += ", ?";
-  return sql + ", ?, 1)";
+  return sql + ", 1)";
 }
 
 std::string replacement() {
@@ -83,9 +84,9 @@ Database &with_table(Database &database) {
 PostingStore::PostingStore(Database &database)
     : database_(with_table(database)), insert_(database.prepare(insertion())) {}
 
-std::int64_t PostingStore::add(const Posting &posting, const std::string &owner) {
+std::int64_t PostingStore::add(const Posting &posting) {
   bind_fields(insert_, posting);
-  insert_.append(owner).run();
+  insert_.run();
   return database_.last_id();
 }
 
@@ -102,18 +103,27 @@ std::optional<Posting> PostingStore::find(std::int64_t id) {
   return read_posting(statement);
 }
 
-std::string PostingStore::owner(std::int64_t id) {
-  Statement statement = database_.prepare("SELECT owner FROM posting WHERE \"PostID\" = ?");
-  return statement.bind(id).step() ? statement.text(0) : std::string();
-}
-
-std::vector<Posting> PostingStore::of_owner(const std::string &owner) {
+std::vector<Posting> PostingStore::by(const std::string &poster) {
   std::vector<Posting> postings;
-  Statement statement = database_.prepare(
-      selection("WHERE owner = ? AND owner <> '' ORDER BY \"Stamp\" DESC, \"PostID\" DESC"));
-  for (statement.bind(owner); statement.step();)
+  Statement statement =
+      database_.prepare(selection("WHERE \"Poster\" = ? ORDER BY \"Stamp\" DESC, \"PostID\" DESC"));
+  for (statement.bind(poster); statement.step();)
     postings.push_back(read_posting(statement));
   return postings;
+}
+
+std::int64_t PostingStore::count_by(const std::string &poster) {
+  return database_.number("SELECT count(*) FROM posting WHERE \"Poster\" = ?", poster);
+}
+
+std::int64_t PostingStore::kudos_of(const std::string &poster) {
+  return database_.number("SELECT total(\"Kudos\") FROM posting WHERE \"Poster\" = ?", poster);
+}
+
+bool PostingStore::has_title_since(const std::string &title, std::int64_t stamp) {
+  return database_.number(
+             "SELECT EXISTS (SELECT 1 FROM posting WHERE \"Title\" = ? AND \"Stamp\" >= ?)", title,
+             stamp) != 0;
 }
 
 std::vector<std::int64_t> PostingStore::live_ids() {

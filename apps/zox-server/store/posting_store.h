@@ -17,12 +17,17 @@ public:
   explicit PostingStore(Database &database);
 
   /** Adds a posting under a new id. @return the id */
-  std::int64_t add(const Posting &posting, const std::string &owner = "");
+  std::int64_t add(const Posting &posting);
   /** Replaces the posting of that id; with `announce` the next dump tells of it. */
   void replace(const Posting &posting, bool announce = true);
   [[nodiscard]] std::optional<Posting> find(std::int64_t id);
-  [[nodiscard]] std::string owner(std::int64_t id);
-  [[nodiscard]] std::vector<Posting> of_owner(const std::string &owner);
+  /** The postings of a poster, the latest first. */
+  [[nodiscard]] std::vector<Posting> by(const std::string &poster);
+  [[nodiscard]] std::int64_t count_by(const std::string &poster);
+  /** The kudos of all postings of a poster. */
+  [[nodiscard]] std::int64_t kudos_of(const std::string &poster);
+  /** Whether a posting of that title was made at or after `stamp`. */
+  [[nodiscard]] bool has_title_since(const std::string &title, std::int64_t stamp);
 
   /** The ids of all postings that are neither deleted nor removed, ascending. */
   [[nodiscard]] std::vector<std::int64_t> live_ids();

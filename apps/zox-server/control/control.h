@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** The control address: the stock changes, faults and accounts are set, the log is read. */
-#ifndef ZOX_SERVER_HTTP_CONTROL_H
-#define ZOX_SERVER_HTTP_CONTROL_H
+#ifndef ZOX_SERVER_CONTROL_CONTROL_H
+#define ZOX_SERVER_CONTROL_CONTROL_H
 
 #include <span>
 

@@ -1,0 +1,113 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Members and what they write, done from behind the scenes. */
+#include "zox-server/control/commands.h"
+#include "zox-server/support/json.h"
+#include "zox-server/support/numbers.h"
+
+namespace velkor::server::commands {
+namespace {
+
+const ProfileField *profile_field(std::string_view name) {
+  for (const ProfileField &field : profile_fields()) {
+    if (name == field.name)
+      return &field;
+  }
+  return nullptr;
+}
+
+bool is_account_parameter(std::string_view name) {
+  return name == "user" || name == "password" || name == "banned";
+}
+
+void set_profile_field(Profile &profile, const Parameter &parameter) {
+  const ProfileField *field = profile_field(parameter.name);
+  if (field == nullptr)
+    throw BadCommand("a profile has no field " + parameter.name);
+  if (const auto *text = std::get_if<std::string Profile::*>(&field->member))
+    profile.**text = parameter.value;
+  else
+    profile.*std::get<std::int64_t Profile::*>(field->member) = leading_number(parameter.value);
+}
+
+void set_profile(Service &service, const std::string &name, const Request &request) {
+  Profile profile = service.accounts.profile(name).value_or(Profile());
+  for (const Parameter &parameter : request.parameters) {
+    if (!is_account_parameter(parameter.name))
+      set_profile_field(profile, parameter);
+  }
+  service.accounts.set_profile(name, profile);
+}
+
+Reply id_reply(std::int64_t id) {
+  return json_reply(JsonWriter().begin_object().member("id", id).end_object().finish());
+}
+
+Reply edit_reaction(Service &service, const Request &request) {
+  const std::int64_t id = request.number("id");
+  if (!service.forum.edit(id, needed(request, "body"), service.clock.now()))
+    throw BadCommand("there is no reaction of that id");
+  return id_reply(id);
+}
+
+}  // namespace
+
+Reply account(const Controlled &controlled, const Request &request) {
+  Service &service = controlled.service;
+  const std::string name = needed(request, "user");
+  if (name.find(':') != std::string::npos)
+    throw BadCommand("a user name cannot hold a colon");
+  Account account = service.accounts.find(name).value_or(Account{name, "", false});
+  if (request.has("password"))
+    account.password = request.value("password");
+  if (request.has("banned"))
+    account.banned = request.number("banned") != 0;
+  Transaction transaction(service.database);
+  service.accounts.put(account, service.clock.now());
+  set_profile(service, name, request);
+  transaction.commit();
+  return done();
+}
+
+Reply message(const Controlled &controlled, const Request &request) {
+  Service &service = controlled.service;
+  const std::string to = needed(request, "to");
+  if (!service.accounts.find(to))
+    throw BadCommand("there is no account " + to);
+  service.mail.put({needed(request, "from"), to, request.value("subject"), request.value("body"),
+                    service.clock.now()});
+  return done();
+}
+
+Reply reaction(const Controlled &controlled, const Request &request) {
+  Service &service = controlled.service;
+  if (request.has("id"))
+    return edit_reaction(service, request);
+  Reaction reaction;
+  reaction.posting = request.number("posting");
+  reaction.author = needed(request, "user");
+  reaction.body = needed(request, "body");
+  reaction.reply = request.number("reply");
+  if (!service.postings.find(reaction.posting))
+    throw BadCommand("there is no posting of that id");
+  return id_reply(service.forum.add(reaction, service.clock.now()));
+}
+
+Reply withdraw_reaction(const Controlled &controlled, const Request &request) {
+  Service &service = controlled.service;
+  if (!service.forum.withdraw(request.number("id"), service.clock.now()))
+    throw BadCommand("there is no reaction of that id");
+  return done();
+}
+
+Reply address(const Controlled &controlled, const Request &request) {
+  controlled.service.addresses.ban(needed(request, "address"), request.number("banned") != 0);
+  return done();
+}
+
+Reply signup_pause(const Controlled &controlled, const Request &request) {
+  needed(request, "hours");
+  controlled.service.settings.signup_pause_hours = counted(request, "hours");
+  return done();
+}
+
+}  // namespace velkor::server::commands

@@ -1,0 +1,40 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** One posting: as it is listed, and with its details. */
+#include "zox-server/endpoints/endpoints.h"
+
+namespace velkor::server::endpoints {
+namespace {
+
+/** The posting that is asked for, unless it is gone. */
+std::optional<Posting> asked_posting(Service &service, const Request &request) {
+  std::optional<Posting> posting = service.postings.find(request.number("id"));
+  return posting && posting->status > state_deleted ? posting : std::nullopt;
+}
+
+}  // namespace
+
+Reply find_posting(Service &service, const Request &request, const Account &) {
+  const std::optional<Posting> posting = asked_posting(service, request);
+  if (!posting)
+    return text_reply(word::not_found);
+  XmlWriter xml("Post");
+  write_posting(xml, *posting, false);
+  return xml_reply(xml.finish());
+}
+
+Reply posting_details(Service &service, const Request &request, const Account &) {
+  std::optional<Posting> posting = asked_posting(service, request);
+  if (!posting)
+    return text_reply(word::not_found);
+  ++posting->views;
+  service.postings.replace(*posting, false);
+  XmlWriter xml("PostInfo");
+  xml.open("Post");
+  write_posting(xml, *posting, true);
+  xml.close();
+  // Readers need the posting before its tracks.
+  write_tracks(xml, *posting);
+  return xml_reply(xml.finish());
+}
+
+}  // namespace velkor::server::endpoints

@@ -1,0 +1,56 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Private mail: check, fetch and write. */
+#include "zox-server/endpoints/endpoints.h"
+
+namespace velkor::server::endpoints {
+namespace {
+
+enum Code { code_nothing = 0, code_received = 1 };
+
+Reply check(Service &service, const Account &account) {
+  return text_reply(service.mail.any_waiting(account.name) ? word::yes : word::no);
+}
+
+void write_message(XmlWriter &xml, const Message &message) {
+  xml.open_event(code_received);
+  xml.element("From", message.from);
+  xml.element("Subject", message.subject);
+  xml.element("Body", message.body);
+  xml.element("Stamp", message.stamp);
+  xml.close();
+}
+
+/** What is fetched is no longer kept. */
+Reply read(Service &service, const Account &account) {
+  XmlWriter xml("Mail");
+  const std::vector<Message> messages = service.mail.take(account.name);
+  for (const Message &message : messages)
+    write_message(xml, message);
+  if (messages.empty()) {
+    xml.open_event(code_nothing);
+    xml.close();
+  }
+  return xml_reply(xml.finish());
+}
+
+Reply write(Service &service, const Request &request, const Account &account) {
+  const std::optional<Account> addressee = service.accounts.find(request.value("to"));
+  if (!addressee)
+    return text_reply(word::not_found);
+  service.mail.put(
+      {account.name, addressee->name, request.value("s"), request.value("b"), service.clock.now()});
+  return text_reply(word::sent);
+}
+
+}  // namespace
+
+Reply mail(Service &service, const Request &request, const Account &account) {
+  const std::string mode = request.value("mode");
+  if (mode == "check")
+    return check(service, account);
+  if (mode == "read")
+    return read(service, account);
+  return mode == "write" ? write(service, request, account) : text_reply(word::failed);
+}
+
+}  // namespace velkor::server::endpoints

@@ -1,0 +1,60 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The member's own postings: an overview, and bringing one to everyone's notice again. */
+#include <array>
+
+#include "zox-server/endpoints/endpoints.h"
+
+namespace velkor::server::endpoints {
+namespace {
+
+/** For so long the poster may still edit a posting. */
+constexpr std::int64_t editable_seconds = 14 * 24 * 3600;
+
+constexpr std::array listed_fields{"Stamp", "Title", "Groups", "FName",   "Status", "Poster",
+                                   "Link",  "Cat",   "SCat",   "Updated", "Rating"};
+
+bool can_edit(const Posting &posting, std::int64_t now) {
+  return posting.status > state_deleted && now - posting.stamp < editable_seconds;
+}
+
+void write_own_posting(XmlWriter &xml, Service &service, const Posting &posting) {
+  xml.open("Post");
+  xml.attribute("ID", posting.id);
+  for (const char *name : listed_fields)
+    write_field(xml, posting, *posting_field(name));
+  xml.element("Edit", can_edit(posting, service.clock.now()) ? "y" : "n");
+  xml.element("Kudos", posting.kudos);
+  xml.element("Forum", service.forum.count(posting.id));
+  xml.element("Reps", service.warnings.count(posting.id));
+  xml.element("Reqs", std::int64_t{0});
+  xml.element("Mod", posting.locked);
+  xml.close();
+}
+
+Reply overview(Service &service, const Account &account) {
+  XmlWriter xml("MyZOX");
+  for (const Posting &posting : service.postings.by(account.name))
+    write_own_posting(xml, service, posting);
+  return xml_reply(xml.finish());
+}
+
+/** The next update of every client tells the posting anew. */
+Reply refresh(Service &service, const Request &request, const Account &account) {
+  std::optional<Posting> posting = service.postings.find(request.number("id"));
+  if (!posting || posting->poster != account.name)
+    return text_reply(word::failed);
+  posting->updated = service.change_stamp();
+  service.postings.replace(*posting);
+  return text_reply(word::ok);
+}
+
+}  // namespace
+
+Reply myzox(Service &service, const Request &request, const Account &account) {
+  const std::string mode = request.value("mode");
+  if (mode == "update")
+    return refresh(service, request, account);
+  return mode.empty() || mode == "list" ? overview(service, account) : text_reply(word::failed);
+}
+
+}  // namespace velkor::server::endpoints

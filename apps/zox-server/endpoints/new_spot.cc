@@ -1,0 +1,109 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** A member posts a spot: the posting, then its description, signature and tracks. */
+#include <algorithm>
+#include <array>
+
+#include "zox-server/endpoints/endpoints.h"
+
+namespace velkor::server::endpoints {
+namespace {
+
+constexpr std::size_t longest_title = 255;
+constexpr std::int64_t categories = 4;
+/** A title that was posted within this time is taken with a reservation. */
+constexpr std::int64_t repetition_seconds = 14 * 24 * 3600;
+
+/** The first character of the reply to a new posting. */
+constexpr const char *refused = "C";
+constexpr const char *accepted = "1";
+constexpr const char *reserved = "0";
+
+struct FieldParameter {
+  const char *parameter;
+  const char *field;
+};
+constexpr std::array field_parameters{
+    FieldParameter{"t", "Title"},    FieldParameter{"s", "Status"},
+    FieldParameter{"g", "Groups"},   FieldParameter{"fstr", "FName"},
+    FieldParameter{"ft", "FType"},   FieldParameter{"fn", "Files"},
+    FieldParameter{"l", "Link"},     FieldParameter{"a", "Ann"},
+    FieldParameter{"fs", "FStart"},  FieldParameter{"img", "Img"},
+    FieldParameter{"pars", "Pars"},  FieldParameter{"bs", "BlockSize"},
+    FieldParameter{"pt", "ParType"}, FieldParameter{"c", "Cat"},
+    FieldParameter{"sc", "SCat"},    FieldParameter{"tags", "Tags"},
+    FieldParameter{"tag", "Tag"},
+};
+
+/** The tags are sent without the one that tells the sub-category. */
+void complete_tags(Posting &posting) {
+  std::vector<std::string> tags = split_list(posting.tags);
+  if (posting.sub_category >= 0)
+    tags.insert(tags.begin(), "a" + std::to_string(posting.sub_category));
+  posting.tags = join_list(tags);
+}
+
+Posting sent_posting(const Request &request, const Account &account) {
+  Posting posting;
+  for (const auto &[parameter, field] : field_parameters) {
+    if (request.has(parameter))
+      set_field(posting, *posting_field(field), request.value(parameter));
+  }
+  posting.groups = join_list(split_list(posting.groups));
+  posting.poster = account.name;
+  complete_tags(posting);
+  return posting;
+}
+
+bool is_acceptable(const Posting &posting) {
+  return !posting.title.empty() && posting.title.size() <= longest_title &&
+         !posting.groups.empty() && posting.category >= 0 && posting.category < categories &&
+         posting.status >= state_spot && posting.status <= state_uploading;
+}
+
+Reply add(Service &service, const Request &request, const Account &account) {
+  Posting posting = sent_posting(request, account);
+  if (!is_acceptable(posting))
+    return text_reply(refused);
+  posting.stamp = service.change_stamp();
+  posting.updated = posting.stamp;
+  const bool repeated =
+      service.postings.has_title_since(posting.title, posting.stamp - repetition_seconds);
+  const std::int64_t id = service.postings.add(posting);
+  return text_reply((repeated ? reserved : accepted) + std::to_string(id));
+}
+
+/** Sets one field of a posting of the member's own. */
+Reply complete(Service &service, const Account &account, std::int64_t id,
+               std::string Posting::*field, const std::string &value) {
+  std::optional<Posting> posting = service.postings.find(id);
+  if (!posting || posting->poster != account.name)
+    return text_reply(word::failed);
+  (*posting).*field = value;
+  service.postings.replace(*posting, false);
+  return text_reply(word::ok);
+}
+
+Reply update(Service &service, const Request &request, const Account &account) {
+  const std::string section = request.value("section");
+  const std::int64_t id = request.number("id");
+  if (section == "1")
+    return complete(service, account, id, &Posting::description, request.value("d"));
+  if (section == "2")
+    return complete(service, account, id, &Posting::signature, request.value("sig"));
+  return text_reply(word::failed);
+}
+
+}  // namespace
+
+Reply new_spot(Service &service, const Request &request, const Account &account) {
+  const std::string mode = request.value("m");
+  if (mode == "add")
+    return add(service, request, account);
+  if (mode == "upd")
+    return update(service, request, account);
+  if (mode == "mp3")
+    return complete(service, account, request.number("s"), &Posting::tracks, request.value("str"));
+  return text_reply(word::failed);
+}
+
+}  // namespace velkor::server::endpoints
