@@ -1,0 +1,185 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Kudos, warnings, profiles and signing up. */
+#include <gmock/gmock.h>
+
+#include "tests/integration/server_test.h"
+
+namespace velkor::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr const char *kudos = "/3.7.3/xml-kudos.php";
+constexpr const char *warning = "/3.7.3/xml-warn.php";
+constexpr const char *profile = "/3.7.3/xml-user.php";
+constexpr const char *sign_up = "/3.7.3/xml-signup.php";
+constexpr std::int64_t then = 1'227'351'600;
+
+class ServerCommunity : public ServerTest {
+protected:
+  ServerCommunity() {
+    start({"--postings", "30", "--now", std::to_string(then)});
+    server->add_account("anna", "kwartel");
+    posting =
+        std::to_string(server->add_posting({{"Title", "x"}, {"Poster", "anna"}, {"Kudos", "12"}}));
+  }
+
+  std::string give(const std::string &value, const std::string &id) {
+    return body_of(kudos, {{"mode", "give"}, {"id", id}, {"kudos", value}});
+  }
+  std::string get() { return body_of(kudos, {{"mode", "get"}, {"id", posting}}); }
+  std::string warn(const std::string &id, const std::string &reaction) {
+    return body_of(warning, {{"id", id}, {"forumid", reaction}, {"reason", "spam & zo"}});
+  }
+  std::string register_as(const std::string &name, const std::string &password = "wachtwoord",
+                          const std::string &email = "a@post.example") {
+    return ask_as_nobody(sign_up, {{"mode", "signup"}, {"u", name}, {"p", password}, {"e", email}})
+        .body;
+  }
+
+  std::string posting;
+};
+
+TEST_F(ServerCommunity, KudosAreCountedOnceAMember) {
+  EXPECT_EQ(get(), "12*0");
+  EXPECT_EQ(give("3", posting), "OK");
+  EXPECT_EQ(get(), "15*3");
+  EXPECT_EQ(give("3", posting), "DUPE");
+  EXPECT_EQ(get(), "15*3");
+  EXPECT_EQ(ask(kudos, {{"mode", "get"}, {"id", posting}}, "anna", "kwartel").body, "15*0");
+}
+
+TEST_F(ServerCommunity, UnfairKudosAreRefused) {
+  EXPECT_EQ(ask(kudos, {{"mode", "give"}, {"id", posting}, {"kudos", "1"}}, "anna", "kwartel").body,
+            "FAIL");
+  EXPECT_EQ(give("0", posting), "FAIL");
+  EXPECT_EQ(give("11", posting), "FAIL");
+  EXPECT_EQ(give("1", "99999"), "FAIL");
+  EXPECT_EQ(body_of(kudos, {{"mode", "get"}, {"id", "99999"}}), "FAIL");
+  EXPECT_EQ(body_of(kudos, {{"mode", "neem"}, {"id", posting}}), "FAIL");
+  EXPECT_EQ(get(), "12*0");
+}
+
+TEST_F(ServerCommunity, WarningsAreNumberedAndTakenOnce) {
+  EXPECT_EQ(warn(posting, "0"), "OK1");
+  EXPECT_EQ(warn(posting, "0"), "DUPE");
+  EXPECT_EQ(warn("1", "0"), "OK2");
+  EXPECT_EQ(
+      ask(warning, {{"id", posting}, {"forumid", "0"}, {"reason", "x"}}, "anna", "kwartel").body,
+      "OK3");
+}
+
+TEST_F(ServerCommunity, AWarningMayBeAboutAReaction) {
+  const std::string reaction =
+      body_of("/3.7.3/xml-forum.php", {{"m", "add"}, {"b", "x"}, {"s", posting}}).substr(2);
+  EXPECT_EQ(warn(posting, "0"), "OK1");
+  EXPECT_EQ(warn(posting, reaction), "OK2");
+  EXPECT_EQ(warn(posting, reaction), "DUPE");
+}
+
+TEST_F(ServerCommunity, WarningsAboutNothingFail) {
+  EXPECT_EQ(warn("99999", "0"), "FAIL");
+  EXPECT_EQ(warn(posting, "99999"), "FAIL");
+}
+
+TEST_F(ServerCommunity, AProfileTellsWhatThereIsToTell) {
+  server->command(
+      "POST", "/account",
+      {{"user", "anna"}, {"Info", "Één & ander"}, {"Rank", "4"}, {"EMail", "a@x.example"}});
+  give("3", posting);
+  const std::string reply = body_of(profile, {{"user", "anna"}});
+  const auto told = [&](const char *name) {
+    return find_in_xml(reply, std::string("/UserInfo/") + name);
+  };
+  EXPECT_THAT(told("Name"), ElementsAre("anna"));
+  EXPECT_THAT(told("Stamp"), ElementsAre(std::to_string(then)));
+  EXPECT_THAT(told("Spots"), ElementsAre("1"));
+  EXPECT_THAT(told("Posts"), ElementsAre("0"));
+  EXPECT_THAT(told("Kudos"), ElementsAre("15"));
+  EXPECT_THAT(told("Received"), ElementsAre("15"));
+  EXPECT_THAT(told("Given"), ElementsAre("0"));
+  EXPECT_THAT(told("Rank"), ElementsAre("4"));
+  EXPECT_THAT(told("Info"), ElementsAre("Één & ander"));
+  EXPECT_THAT(told("EMail"), ElementsAre("a@x.example"));
+  EXPECT_THAT(told("Status"), ElementsAre("0"));
+  EXPECT_THAT(told("PStat"), ElementsAre("0"));
+  for (const char *empty : {"Avatar", "Site", "IM", "ISP", "NS", "Hobby"})
+    EXPECT_THAT(told(empty), IsEmpty()) << empty;
+}
+
+TEST_F(ServerCommunity, AProfileCountsWhatItsMemberDid) {
+  give("3", posting);
+  body_of("/3.7.3/xml-forum.php", {{"m", "add"}, {"b", "x"}, {"s", posting}});
+  const std::string reply = body_of(profile, {{"user", "demo"}});
+  EXPECT_EQ(first_in_xml(reply, "//Given"), "3");
+  EXPECT_EQ(first_in_xml(reply, "//Posts"), "1");
+}
+
+TEST_F(ServerCommunity, StrangersHaveNoProfile) {
+  EXPECT_EQ(body_of(profile, {{"user", "niemand"}}), "");
+  EXPECT_EQ(body_of(profile), "");
+  EXPECT_THROW(server->command("POST", "/account", {{"user", "anna"}, {"Schoenmaat", "42"}}),
+               std::runtime_error);
+}
+
+TEST_F(ServerCommunity, WhoSignsUpIsLetIn) {
+  EXPECT_EQ(register_as("nieuw"), "OK");
+  EXPECT_TRUE(is_xml(ask("/3.7.3/xml-groups.php", {}, "nieuw", "wachtwoord").body));
+  EXPECT_THAT(find_in_xml(body_of(profile, {{"user", "nieuw"}}), "//EMail"), IsEmpty());
+}
+
+TEST_F(ServerCommunity, ANameIsGivenOnce) {
+  EXPECT_EQ(register_as("anna"), "E1");
+  EXPECT_EQ(register_as("ANNA"), "E1");
+}
+
+TEST_F(ServerCommunity, BannedAddressesCannotSignUp) {
+  server->command("POST", "/address", {{"address", "127.0.0.1"}, {"banned", "1"}});
+  EXPECT_EQ(register_as("nieuw"), "E2");
+  server->command("POST", "/address", {{"address", "127.0.0.1"}, {"banned", "0"}});
+  EXPECT_EQ(register_as("nieuw"), "OK");
+}
+
+TEST_F(ServerCommunity, AnAddressHasOneMemberInTwoDays) {
+  EXPECT_EQ(register_as("een"), "OK");
+  EXPECT_EQ(register_as("twee"), "E3");
+  server->advance({.seconds = 48 * 3600 - 1});
+  EXPECT_EQ(register_as("twee"), "E3");
+  server->advance({.seconds = 1});
+  EXPECT_EQ(register_as("twee"), "OK");
+}
+
+TEST_F(ServerCommunity, AMemberWhoWasThereCountsToo) {
+  body_of(profile);
+  EXPECT_EQ(register_as("een"), "E3");
+  server->command("POST", "/signup-pause", {{"hours", "0"}});
+  EXPECT_EQ(register_as("een"), "OK");
+}
+
+TEST_F(ServerCommunity, ThePauseIsAnOption) {
+  start({"--postings", "1", "--signup-pause", "0"});
+  EXPECT_EQ(register_as("een"), "OK");
+  EXPECT_EQ(register_as("twee"), "OK");
+}
+
+TEST_F(ServerCommunity, ImpossibleAccountsAreRefused) {
+  EXPECT_EQ(register_as(""), "E0");
+  EXPECT_EQ(register_as("a:b"), "E0");
+  EXPECT_EQ(register_as("a|b"), "E0");
+  EXPECT_EQ(register_as("a\nb"), "E0");
+  EXPECT_EQ(register_as(std::string(33, 'a')), "E0");
+  EXPECT_EQ(register_as("\xff\xfe"), "E0");
+  EXPECT_EQ(register_as("nieuw", "abc"), "E0");
+  EXPECT_EQ(register_as("nieuw", "wachtwoord", "geen adres"), "E0");
+  EXPECT_EQ(ask_as_nobody(sign_up, {{"u", "nieuw"}, {"p", "wachtwoord"}, {"e", "a@b"}}).body, "E0");
+}
+
+TEST_F(ServerCommunity, TheLogHidesThePasswordOfASignup) {
+  register_as("nieuw", "diepgeheim");
+  EXPECT_EQ(server->command("GET", "/requests").find("diepgeheim"), std::string::npos);
+  EXPECT_EQ(server->requests(sign_up).back().parameters[1].second, "nieuw");
+}
+
+}  // namespace
+}  // namespace velkor::test
