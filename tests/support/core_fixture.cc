@@ -12,12 +12,6 @@
 #include <velkor/zox_mail.h>
 #include <velkor/zox_tags.h>
 
-// A test program may be built before the rooms that it does not use.
-#pragma weak zox_categories_free
-#pragma weak zox_group_free_all
-#pragma weak zox_mail_free
-#pragma weak zox_tags_free
-
 namespace velkor::test {
 
 CoreTest::CoreTest() {
