@@ -3,7 +3,7 @@
 #include <velkor/zox_profile.h>
 
 #include "core/tolerance.h"
-#include "services/owned_records.h"
+#include "services/profile_document.h"
 #include "services/record_fields.h"
 #include "services/reply_document.h"
 #include "services/service_request.h"
@@ -46,6 +46,8 @@ void judge_missing_text(const xmlNode *node) noexcept {
   g_warning("zox_profile_get(): element %s zonder tekst\n", xml::chars(node->name));
 }
 
+}  // namespace
+
 OwnedProfile parse_profile(const ZoxString *text) noexcept {
   const ReplyDocument document(text, profile_rule);
   if (document.fault() != DocumentFault::none)
@@ -61,7 +63,6 @@ OwnedProfile parse_profile(const ZoxString *text) noexcept {
   return profile;
 }
 
-}  // namespace
 }  // namespace velkor
 
 using namespace velkor;
