@@ -72,8 +72,10 @@ OwnedString text_of(const std::uint8_t *data, std::size_t size) {
       g_string_new_len(reinterpret_cast<const char *>(data), static_cast<gssize>(size)));
 }
 
-void write_cache_file(const char *name, std::string_view content) {
-  test::write_file(session().sandbox().cache() / name, content);
+std::string write_cache_file(const char *name, std::string_view content) {
+  const std::filesystem::path path = session().sandbox().cache() / name;
+  test::write_file(path, content);
+  return path;
 }
 
 void require(bool holds, const char *property) {

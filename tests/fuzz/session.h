@@ -22,8 +22,8 @@ void start_session();
 
 OwnedString text_of(const std::uint8_t *data, std::size_t size);
 
-/** Writes a file of the cache directory directly, without the library. */
-void write_cache_file(const char *name, std::string_view content);
+/** Writes a file of the cache directory directly, without the library, and gives its path. */
+std::string write_cache_file(const char *name, std::string_view content);
 
 /** Ends the run, naming the property that does not hold. */
 void require(bool holds, const char *property);

@@ -1,0 +1,24 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/* A downloaded dump: what is not compressed comes out as it went in, and never a zero byte. */
+#include <cstring>
+
+#include "events/dump_file.h"
+#include "support/text.h"
+#include "tests/fuzz/session.h"
+
+using namespace velkor;
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+  fuzz::start_session();
+  const OwnedString input = fuzz::text_of(data, size);
+  const std::string path = fuzz::write_cache_file("dump.gz", view_of(input.get()));
+  const OwnedString text = read_dump(path.c_str());
+
+  const bool has_zero = std::memchr(input->str, '\0', input->len) != nullptr;
+  const bool may_be_gzip = size >= 2 && data[0] == 0x1f && data[1] == 0x8b;
+  if (!may_be_gzip && !has_zero)
+    fuzz::require(fuzz::same_text(text.get(), input.get()), "a plain file is taken as it stands");
+  if (text)
+    fuzz::require(std::strlen(text->str) == text->len, "zero bytes cut their block short");
+  return 0;
+}
