@@ -13,8 +13,6 @@ namespace {
 
 constexpr unsigned block_size = 1023;
 constexpr unsigned buffer_size = 128 * 1024;
-/* A dump holds some thousands of postings; a few kilobytes can pretend to hold anything. */
-constexpr std::size_t longest_dump = std::size_t{1} << 30;
 
 using OwnedGzip = std::unique_ptr<gzFile_s, ReleaseWith<gzclose>>;
 
@@ -31,7 +29,7 @@ TemporaryFile::~TemporaryFile() {
     unlink(name.get());
 }
 
-OwnedString read_dump(const char *path) noexcept {
+OwnedString read_dump(const char *path, std::size_t longest) noexcept {
   OwnedGzip file(gzopen(path, "rbe"));
   if (!file)
     return nullptr;
@@ -41,7 +39,7 @@ OwnedString read_dump(const char *path) noexcept {
   int length = 0;
   while ((length = gzread(file.get(), block.data(), block_size)) > 0) {
     const std::size_t bytes = strnlen(block.data(), static_cast<std::size_t>(length));
-    if (text->len + bytes > longest_dump)
+    if (text->len + bytes > longest)
       return nullptr;
     g_string_append_len(text.get(), block.data(), static_cast<gssize>(bytes));
   }
