@@ -58,7 +58,7 @@ constexpr std::array<Field, 5> fields{{
 ZoxFilter *read_filter(xmlNode *element) noexcept {
   Reading reading;
   for (xmlNode *child : xml::Siblings(element->children)) {
-    const auto field = std::ranges::find_if(
+    const auto *field = std::ranges::find_if(
         fields, [child](const Field &each) { return xml::is_named(child, each.element); });
     if (field != fields.end())
       field->read(reading, child);
