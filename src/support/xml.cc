@@ -50,7 +50,7 @@ Document parse(std::string_view text) noexcept {
 }
 
 bool is_named(const xmlNode *node, std::string_view name) noexcept {
-  return equal_ignoring_case(name_of(node), name);
+  return node->type == XML_ELEMENT_NODE && equal_ignoring_case(name_of(node), name);
 }
 
 xmlNode *root_named(const Document &document, const char *expected, const char *reader,

@@ -50,7 +50,7 @@ inline std::string_view name_of(const xmlNode *node) noexcept {
   return node->name == nullptr ? std::string_view() : std::string_view(chars(node->name));
 }
 
-/** Whether the node's name is `name` when letter case does not count. */
+/** Whether the node is an element of that name when letter case does not count. */
 bool is_named(const xmlNode *node, std::string_view name) noexcept;
 
 /** How a reader tells of a document that is none of its own, where it differs from the others. */

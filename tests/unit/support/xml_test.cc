@@ -60,6 +60,14 @@ TEST_F(XmlParse, RefusesEntitiesThatGrowWithoutBound) {
   EXPECT_EQ(text_of_root(text + "]><a>&e11;</a>"), "unusable");
 }
 
+TEST_F(XmlParse, OnlyElementsHaveAName) {
+  const xml::Document document = xml::parse("<a><Kind/><?Kind iets?><!-- Kind -->Kind</a>");
+  int named = 0;
+  for (const xmlNode *child : xml::Siblings(xmlDocGetRootElement(document.get())->children))
+    named += xml::is_named(child, "kIND") ? 1 : 0;
+  EXPECT_EQ(named, 1);
+}
+
 /** The name of the root, or null's stand-in, behind what is said on standard error. */
 std::string checked_root(const char *text) {
   const xml::Document document = xml::parse(text);
