@@ -50,6 +50,12 @@ CacheView::CacheView(const fs::path &directory) : CacheView() {
   link_files(fs::absolute(directory), path_);
 }
 
+void CacheView::detach() const noexcept {
+  std::error_code ignored;
+  for (const auto &entry : fs::directory_iterator(path_, ignored))
+    fs::remove(entry.path(), ignored);
+}
+
 CacheView::~CacheView() {
   std::error_code ignored;
   fs::remove_all(path_, ignored);

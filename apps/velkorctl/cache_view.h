@@ -21,6 +21,9 @@ public:
   CacheView(const CacheView &) = delete;
   CacheView &operator=(const CacheView &) = delete;
 
+  /** Cuts the links: what is saved from now on stays in the view and goes with it. */
+  void detach() const noexcept;
+
   [[nodiscard]] const std::filesystem::path &path() const noexcept { return path_; }
 
 private:

@@ -10,7 +10,6 @@
 
 #include "support/owned.h"
 #include "velkorctl/bus_owner.h"
-#include "velkorctl/cache_view.h"
 #include "velkorctl/failure.h"
 #include "velkorctl/file_stamp.h"
 #include "velkorctl/messages.h"
@@ -19,6 +18,9 @@ namespace velkor::ctl {
 namespace {
 
 namespace fs = std::filesystem;
+
+/** How the library calls the file of a list that is empty. */
+constexpr const char *no_postings = "zox_events_parse(): no children of root-node!";
 
 constexpr const char *plugin_name = "libzox_http_plugin.so.2.0";
 
@@ -140,13 +142,12 @@ CoreSession::~CoreSession() {
   free_core();
 }
 
-/** An interruption waits until the view is gone again. */
 void CoreSession::start_reading(const GlobalOptions &options, Load load) {
-  const Interruption waiting;
-  const CacheView view(directory_);
-  start(options, view.path(), load);
-  if (Interruption::requested())
-    throw Failure(Exit::interrupted, "interrupted");
+  view_.emplace(directory_);
+  start(options, view_->path(), load);
+  view_->detach();
+  if (load == Load::postings && !is_cached(directory_, "velkor.posts"))
+    say("no postings are cached yet; see velkorctl update");
 }
 
 void CoreSession::start_writing(const GlobalOptions &options, Load load) {
@@ -154,7 +155,6 @@ void CoreSession::start_writing(const GlobalOptions &options, Load load) {
     throw Failure(Exit::busy, "Velkor is running and would overwrite what is changed here; "
                               "close it first, or do this in its window");
   make_directory(directory_);
-  interruption_.emplace();
   lock_.emplace(directory_, options.wait);
   start(options, directory_, load);
 }
@@ -180,7 +180,7 @@ void CoreSession::load_postings() {
   char *place = nullptr;
   const ZoxErrorCode result = zox_eventlist_load(core->eventlist, &place);
   const OwnedText reason(place);
-  if (result == 0)
+  if (result == 0 || g_strcmp0(reason.get(), no_postings) == 0)
     return;
   std::string message = "cannot read the postings in " + directory_.string() + "/velkor.posts.gz";
   if (reason)

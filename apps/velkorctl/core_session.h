@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <optional>
 
+#include "velkorctl/cache_view.h"
 #include "velkorctl/command.h"
 #include "velkorctl/interruption.h"
 #include "velkorctl/writer_lock.h"
@@ -21,7 +22,7 @@ enum class Load { settings, mail, postings };
 class CoreSession {
 public:
   enum class Access {
-    /** Works whoever else runs, and leaves no trace in the cache directory. */
+    /** Works whoever else runs; what the library saves meanwhile is thrown away. */
     read,
     /** Refused while the desktop front end or another writing command runs. */
     write,
@@ -50,7 +51,8 @@ private:
 
   std::filesystem::path directory_;
   Access access_;
-  std::optional<Interruption> interruption_;
+  Interruption interruption_;
+  std::optional<CacheView> view_;
   std::optional<WriterLock> lock_;
 };
 

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "velkorctl/failure.h"
+#include "velkorctl/interruption.h"
 #include "velkorctl/terminal.h"
 
 namespace velkor::ctl {
@@ -35,6 +36,8 @@ Output::Output(bool show_traces)
 Output::~Output() = default;
 
 void Output::write(std::string_view text) {
+  if (Interruption::requested())
+    throw Failure(Exit::interrupted, "interrupted");
   if (std::fwrite(text.data(), 1, text.size(), file_.get()) != text.size())
     fail(errno);
 }

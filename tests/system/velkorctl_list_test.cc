@@ -147,7 +147,10 @@ TEST_F(VelkorctlList, ReadingLeavesTheCacheDirectoryAsItIs) {
 
 TEST_F(VelkorctlList, AMissingCacheIsEmptyAndIsNotMade) {
   std::filesystem::remove_all(sandbox.cache());
-  EXPECT_EQ(output({"list", "--format", "json"}), "[]\n");
+  const Outcome outcome = run({"list", "--format", "json"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "[]\n");
+  EXPECT_EQ(outcome.err, "velkorctl: no postings are cached yet; see velkorctl update\n");
   EXPECT_FALSE(std::filesystem::exists(sandbox.cache()));
 }
 
