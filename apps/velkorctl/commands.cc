@@ -5,15 +5,48 @@ namespace velkor::ctl {
 
 std::vector<Command> all_commands() {
   return {
-      update_command(),       list_command(),        categories_command(), groups_command(),
-      filters_command(),      tags_command(),        config_get_command(), config_set_command(),
-      config_unset_command(), config_list_command(),
+      update_command(),
+      list_command(),
+      show_command(),
+      forum_command(),
+      explain_command(),
+      categories_command(),
+      groups_command(),
+      filters_command(),
+      tags_command(),
+      watch_add_command(),
+      watch_remove_command(),
+      watch_list_command(),
+      watch_clear_command(),
+      watch_upload_command(),
+      watch_download_command(),
+      watchers_add_command(),
+      watchers_remove_command(),
+      watchers_list_command(),
+      watchers_run_command(),
+      badwords_add_command(),
+      badwords_remove_command(),
+      badwords_list_command(),
+      badwords_test_command(),
+      config_get_command(),
+      config_set_command(),
+      config_unset_command(),
+      config_list_command(),
+      cache_info_command(),
+      cache_verify_command(),
+      cache_backup_command(),
+      cache_restore_command(),
+      cache_resync_command(),
   };
 }
 
 std::vector<CommandGroup> command_groups() {
   return {
+      {"watch", "The watchlist: postings to keep an eye on"},
+      {"watchers", "Texts to look for in new postings"},
+      {"badwords", "Words whose postings are dropped"},
       {"config", "Show and change the settings"},
+      {"cache", "Look after the files of the cache"},
   };
 }
 

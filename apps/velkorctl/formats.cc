@@ -3,8 +3,12 @@
 
 namespace velkor::ctl {
 
+Option format_option() {
+  return {"--format", "FORMAT", "table (default) or json", false, {"table", "json"}};
+}
+
 std::vector<Option> with_format_options(std::vector<Option> options) {
-  options.push_back({"--format", "FORMAT", "table (default) or json", false, {"table", "json"}});
+  options.push_back(format_option());
   options.push_back({"--no-header", "", "Leave the titles of the columns out"});
   return options;
 }

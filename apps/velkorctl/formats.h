@@ -10,6 +10,9 @@
 
 namespace velkor::ctl {
 
+/** --format */
+Option format_option();
+
 /** --format and --no-header, behind the command's own options. */
 std::vector<Option> with_format_options(std::vector<Option> options);
 

@@ -70,11 +70,6 @@ std::string sub_category_name(const ZoxEvent &posting) {
   return zox_category_get_scat_name(posting.cat, static_cast<guint32>(posting.sCat));
 }
 
-std::string category_words(const ZoxEvent &posting) {
-  const std::string sub = sub_category_name(posting);
-  return zox_string_category(posting.cat) + (sub.empty() ? "" : "/" + sub);
-}
-
 bool is_new(const ZoxEvent &posting) noexcept {
   return posting.stamp >= core->config->prevCheck;
 }
@@ -119,6 +114,16 @@ OwnedEvent find_posting(gint32 id) noexcept {
   return OwnedEvent(zox_eventlist_lookup_id(core->eventlist, id));
 }
 
+std::string status_words(const ZoxEvent &posting) {
+  const std::string words = zox_string_status(posting.status);
+  return words.empty() ? std::to_string(posting.status) : words;
+}
+
+std::string category_words(const ZoxEvent &posting) {
+  const std::string sub = sub_category_name(posting);
+  return zox_string_category(posting.cat) + (sub.empty() ? "" : "/" + sub);
+}
+
 std::vector<Column> posting_columns() {
   using Align = Column::Align;
   return {{"ID", Align::right},
@@ -133,7 +138,7 @@ std::vector<std::string> posting_row(const ZoxEvent &posting) {
   return {std::to_string(posting.postId),
           show_moment(posting.stamp),
           category_words(posting),
-          zox_string_status(posting.status),
+          status_words(posting),
           std::string(view_of(posting.title)),
           std::string(view_of(posting.poster))};
 }

@@ -4,6 +4,7 @@
 #define VELKORCTL_POSTINGS_H
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include <velkor/zox_event.h>
@@ -22,6 +23,11 @@ std::vector<gint32> select_postings(const ZoxFilter &filter);
 
 /** A copy of a cached posting, or null. */
 OwnedEvent find_posting(gint32 id) noexcept;
+
+/** Ready, Spot, ...; the number for a state without a word. */
+std::string status_words(const ZoxEvent &posting);
+/** Beeld/DivX */
+std::string category_words(const ZoxEvent &posting);
 
 std::vector<Column> posting_columns();
 std::vector<std::string> posting_row(const ZoxEvent &posting);

@@ -2,12 +2,19 @@
 /* velkorctl list: the cached postings that a filter accepts. */
 #include <ctime>
 #include <limits>
+#include <string_view>
 
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_eventlist.h>
+#include <velkor/zox_events_sort.h>
+
+#include "support/text.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/filter_options.h"
 #include "velkorctl/formats.h"
 #include "velkorctl/postings.h"
+#include "velkorctl/safe_text.h"
 
 namespace velkor::ctl {
 namespace {
@@ -44,9 +51,27 @@ void print_json(const std::vector<gint32> &ids, Output &out) {
   lines.finish();
 }
 
+/** The display document as the library prints it; only a terminal is spared its controls. */
+void print_xml(ZoxFilter &filter, const Context &context) {
+  if (context.arguments.has("--limit"))
+    throw usage_error("--limit cannot be combined with --format xml");
+  filter.perCategory = context.arguments.has("--per-category") ? 1 : 0;
+  zox_eventlist_apply_filter(core->eventlist, &filter);
+  const OwnedString document(zox_events_sort_filtered(nullptr));
+  const std::string_view text = view_of(document.get());
+  if (context.out.width() > 0)
+    context.out.write(safe_text(text, Lines::keep));
+  else
+    context.out.write(text);
+}
+
 Exit run(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::postings);
   const OwnedFilter filter = filter_of(context.arguments, std::time(nullptr));
+  if (context.arguments.value("--format") == "xml") {
+    print_xml(*filter, context);
+    return Exit::ok;
+  }
   std::vector<gint32> ids = select_postings(*filter);
   limit(ids, context.arguments);
   if (wants_json(context.arguments))
@@ -61,11 +86,14 @@ Exit run(const Context &context) {
 Command list_command() {
   std::vector<Option> options = filter_options();
   options.push_back({"-l,--limit", "N", "Print so many postings at most"});
-  return {"list",
-          "Print the cached postings that the options choose",
-          {},
-          with_format_options(options),
-          run};
+  options.push_back({"--format",
+                     "FORMAT",
+                     "table (default), json, or xml: the display document",
+                     false,
+                     {"table", "json", "xml"}});
+  options.push_back({"--per-category", "", "In the display document, a block per main category"});
+  options.push_back({"--no-header", "", "Leave the titles of the columns out"});
+  return {"list", "Print the cached postings that the options choose", {}, options, run};
 }
 
 }  // namespace velkor::ctl

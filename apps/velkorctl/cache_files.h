@@ -1,0 +1,41 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The files of a cache directory: which there are, and whether each can be read. */
+#ifndef VELKORCTL_CACHE_FILES_H
+#define VELKORCTL_CACHE_FILES_H
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace velkor::ctl {
+
+struct CacheFile {
+  /** The name in the directory, with ".gz" when it is compressed. */
+  std::string name;
+  /** The root element of the document, empty for the settings. */
+  std::string root;
+  /** The element counted, such as "Event". */
+  std::string entry;
+};
+
+/** The files that there can be, settings first and then in the order of writing. */
+const std::vector<CacheFile> &cache_files();
+
+/** Those that exist in `directory`. */
+std::vector<CacheFile> present_files(const std::filesystem::path &directory);
+
+struct Inspection {
+  /** Why the file cannot be used; empty when it can. */
+  std::string problem;
+  /** The entries of the document, or the lines of the settings. */
+  std::int64_t entries = 0;
+};
+
+/** Reads the whole file: decompression with its check sum, well-formed XML, the right root. */
+Inspection inspect(const std::filesystem::path &directory, const CacheFile &file);
+
+}  // namespace velkor::ctl
+
+#endif

@@ -1,0 +1,144 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/* velkorctl cache backup and restore. */
+#include <cerrno>
+#include <string>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "support/owned.h"
+#include "velkorctl/bus_owner.h"
+#include "velkorctl/cache_files.h"
+#include "velkorctl/commands.h"
+#include "velkorctl/core_session.h"
+#include "velkorctl/descriptor.h"
+#include "velkorctl/messages.h"
+
+namespace velkor::ctl {
+namespace {
+
+namespace fs = std::filesystem;
+
+Failure file_failure(const std::string &what, const fs::path &path, const std::string &why) {
+  return {Exit::files, what + " " + path.string() + ": " + why};
+}
+
+void flush_to_disk(const fs::path &path) {
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (!file.valid() || fsync(file.get()) != 0)
+    throw file_failure("cannot write", path, system_error(errno));
+}
+
+/** The target holds the whole copy or is not there; the settings in it hold a password. */
+void copy_durably(const fs::path &from, const fs::path &to) {
+  std::error_code error;
+  fs::copy_file(from, to, fs::copy_options::none, error);
+  if (!error)
+    fs::permissions(to, fs::perms::owner_read | fs::perms::owner_write, error);
+  if (error) {
+    std::error_code ignored;
+    fs::remove(to, ignored);
+    throw file_failure("cannot write", to, error.message());
+  }
+  flush_to_disk(to);
+}
+
+void make_private_directory(const fs::path &directory) {
+  if (mkdir(directory.c_str(), 0700) != 0)
+    throw file_failure("cannot make", directory, system_error(errno));
+}
+
+std::vector<CacheFile> files_in(const fs::path &directory) {
+  std::vector<CacheFile> files = present_files(directory);
+  if (files.empty())
+    throw Failure(Exit::not_found, "there are no files of Velkor in " + directory.string());
+  return files;
+}
+
+/** Every file is replaced as a whole, so each copy is whole; older settings are harmless. */
+Exit run_backup(const Context &context) {
+  const fs::path cache = cache_directory(context.options);
+  const fs::path target = context.arguments.required("DIR");
+  const std::vector<CacheFile> files = files_in(cache);
+  make_private_directory(target);
+  for (const CacheFile &file : files)
+    copy_durably(cache / file.name, target / file.name);
+  say(std::to_string(files.size()) + " files copied to " + target.string());
+  return Exit::ok;
+}
+
+void require_sound(const fs::path &directory, const std::vector<CacheFile> &files) {
+  for (const CacheFile &file : files)
+    if (const Inspection found = inspect(directory, file);
+        !file.root.empty() && !found.problem.empty())
+      throw file_failure("the backup is damaged:", directory / file.name, found.problem);
+}
+
+/** A new directory in the cache for the files that the restored ones replace. */
+fs::path set_aside(const fs::path &cache, const std::vector<CacheFile> &files) {
+  using OwnedDateTime = std::unique_ptr<GDateTime, ReleaseWith<g_date_time_unref>>;
+  const OwnedDateTime now(g_date_time_new_now_local());
+  const OwnedText stamp(g_date_time_format(now.get(), "%Y%m%d-%H%M%S.%f"));
+  const fs::path aside = cache / ("before-restore-" + std::string(stamp.get()));
+  make_private_directory(aside);
+  for (const CacheFile &file : files)
+    copy_durably(cache / file.name, aside / file.name);
+  return aside;
+}
+
+void put_in_place(const fs::path &from, const fs::path &to) {
+  const fs::path temporary = to.string() + ".restore";
+  std::error_code error;
+  fs::remove(temporary, error);
+  copy_durably(from, temporary);
+  fs::rename(temporary, to, error);
+  if (error)
+    throw file_failure("cannot write", to, error.message());
+}
+
+/** A plain file of an earlier version wins over the compressed one. */
+void remove_other_form(const fs::path &cache, const std::string &name,
+                       const std::vector<CacheFile> &restored) {
+  for (const CacheFile &file : restored)
+    if (file.name == name)
+      return;
+  std::error_code ignored;
+  fs::remove(cache / name, ignored);
+}
+
+Exit run_restore(const Context &context) {
+  const fs::path source = context.arguments.required("DIR");
+  const std::vector<CacheFile> files = files_in(source);
+  require_sound(source, files);
+  const CoreSession session(context.options, CoreSession::Access::write, Load::settings);
+  const fs::path &cache = session.directory();
+  const fs::path aside = set_aside(cache, present_files(cache));
+  for (const CacheFile &file : files)
+    put_in_place(source / file.name, cache / file.name);
+  remove_other_form(cache, "velkor.posts", files);
+  remove_other_form(cache, "velkor.groups", files);
+  say(std::to_string(files.size()) + " files restored; the earlier ones are in " + aside.string());
+  return Exit::ok;
+}
+
+}  // namespace
+
+Command cache_backup_command() {
+  return {"cache backup",
+          "Copy settings and cache to a new directory",
+          {{"DIR", "The directory to make"}},
+          {},
+          run_backup};
+}
+
+Command cache_restore_command() {
+  return {"cache restore",
+          "Replace settings and cache by a backup, keeping the present ones aside",
+          {{"DIR", "The directory of the backup"}},
+          {},
+          run_restore};
+}
+
+}  // namespace velkor::ctl

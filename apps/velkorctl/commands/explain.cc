@@ -1,0 +1,226 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/* velkorctl explain: each test of a filter on one posting, in the order of the tests. */
+#include <array>
+#include <ctime>
+#include <limits>
+#include <string>
+
+#include <velkor/zox_category.h>
+#include <velkor/zox_filter.h>
+#include <velkor/zox_string.h>
+
+#include "support/slist.h"
+#include "support/text.h"
+#include "velkorctl/commands.h"
+#include "velkorctl/core_session.h"
+#include "velkorctl/filter_options.h"
+#include "velkorctl/formats.h"
+#include "velkorctl/moment.h"
+#include "velkorctl/postings.h"
+#include "velkorctl/vocabulary.h"
+
+namespace velkor::ctl {
+namespace {
+
+/** Words for what a test wants and for what the posting has. */
+struct Words {
+  std::string wanted;
+  std::string found;
+};
+
+/** One test of the library, by its number there. */
+struct Test {
+  gint32 number;
+  const char *name;
+  /** Whether the filter asks for it at all. */
+  bool (*asked)(const ZoxFilter &filter);
+  Words (*words)(const ZoxFilter &filter, const ZoxEvent &posting);
+};
+
+std::string quoted(const GString *text) {
+  return "\"" + std::string(view_of(text)) + "\"";
+}
+
+template <typename Name>
+std::string joined(const GSList *list, Name name) {
+  std::string words;
+  for (const GSList *cell = list; cell != nullptr; cell = cell->next)
+    words += (words.empty() ? "" : ", ") + name(cell->data);
+  return words;
+}
+
+std::string newsgroups_of(const GSList *ids) {
+  return joined(ids, [](gpointer id) {
+    const auto number = std::strtoul(static_cast<GString *>(id)->str, nullptr, 10);
+    return newsgroup_name(static_cast<guint32>(number));
+  });
+}
+
+std::string tags_of(const GSList *codes, gint32 category) {
+  return joined(codes, [category](gpointer code) {
+    const auto *text = static_cast<const GString *>(code);
+    return std::string(text->str) + " " + tag_name(category, text);
+  });
+}
+
+Words since_words(const ZoxFilter &filter, const ZoxEvent &posting) {
+  return {"since " + show_moment(filter.sinceStamp), show_moment(posting.stamp)};
+}
+
+Words category_test_words(const ZoxFilter &filter, const ZoxEvent &posting) {
+  const std::string sub = zox_category_get_scat_name(filter.cat, static_cast<guint32>(filter.sCat));
+  return {zox_string_category(filter.cat) + (sub.empty() ? "" : "/" + sub),
+          category_words(posting)};
+}
+
+Words state_words(const ZoxFilter &filter, const ZoxEvent &posting) {
+  return {
+      joined(filter.statusList,
+             [](gpointer state) { return std::string(zox_string_status(GPOINTER_TO_INT(state))); }),
+      status_words(posting)};
+}
+
+Words newsgroup_words(const ZoxFilter &filter, const ZoxEvent &posting) {
+  return {"one of: " + newsgroups_of(filter.groupIdList), newsgroups_of(posting.groups)};
+}
+
+Words title_words(const ZoxFilter &filter, const ZoxEvent &posting) {
+  return {"contains " + quoted(filter.titleSearch), quoted(posting.title)};
+}
+
+Words poster_words(const ZoxFilter &filter, const ZoxEvent &posting) {
+  return {"contains " + quoted(filter.posterSearch), quoted(posting.poster)};
+}
+
+Words range_words(const ZoxFilter &filter, const ZoxEvent &posting) {
+  const bool open = filter.dateTo == std::numeric_limits<gint64>::max();
+  return {show_moment(filter.dateFrom) + " to " + (open ? "now" : show_moment(filter.dateTo)),
+          show_moment(posting.stamp)};
+}
+
+Words tag_words(const ZoxFilter &filter, const ZoxEvent &posting) {
+  return {"one of each group: " + tags_of(filter.tags, filter.cat),
+          tags_of(posting.tags, posting.cat)};
+}
+
+Words free_tag_words(const ZoxFilter &filter, const ZoxEvent &posting) {
+  return {"the word " + quoted(filter.extraTag), quoted(posting.tag)};
+}
+
+Words gate_words(const ZoxFilter & /*filter*/, const ZoxEvent &posting) {
+  const std::string name = zox_string_category(posting.cat);
+  return {"a saved filter in the posting's category", name.empty() ? "no category" : name};
+}
+
+constexpr std::array<Test, 10> tests{{
+    {1, "since", [](const ZoxFilter &f) { return f.sinceStamp != 0 && f.useDateRange == 0; },
+     since_words},
+    {2, "category", [](const ZoxFilter &f) { return f.cat != -1; }, category_test_words},
+    {3, "state", [](const ZoxFilter &f) { return f.statusList != nullptr; }, state_words},
+    {4, "newsgroup", [](const ZoxFilter &f) { return f.groupIdList != nullptr; }, newsgroup_words},
+    {5, "title", [](const ZoxFilter &f) { return f.titleSearch != nullptr; }, title_words},
+    {6, "poster", [](const ZoxFilter &f) { return f.posterSearch != nullptr; }, poster_words},
+    {7, "date range", [](const ZoxFilter &f) { return f.useDateRange != 0; }, range_words},
+    {8, "tags", [](const ZoxFilter &f) { return f.tags != nullptr; }, tag_words},
+    {9, "free tag", [](const ZoxFilter &f) { return f.extraTag != nullptr; }, free_tag_words},
+    {10, "gate", [](const ZoxFilter & /*f*/) { return true; }, gate_words},
+}};
+
+/**
+ * A filter with the conditions of one test only, borrowed from `filter`, so that the library's
+ * own answer tells whether that test passes.
+ */
+ZoxFilter only(const ZoxFilter &filter, gint32 number) {
+  ZoxFilter one{};
+  one.cat = number == 2 ? filter.cat : -1;
+  one.sCat = filter.sCat;
+  one.sinceStamp = number == 1 ? filter.sinceStamp : 0;
+  one.statusList = number == 3 ? filter.statusList : nullptr;
+  one.groupIdList = number == 4 ? filter.groupIdList : nullptr;
+  one.titleSearch = number == 5 ? filter.titleSearch : nullptr;
+  one.posterSearch = number == 6 ? filter.posterSearch : nullptr;
+  one.useDateRange = number == 7 ? filter.useDateRange : 0;
+  one.dateFrom = filter.dateFrom;
+  one.dateTo = filter.dateTo;
+  one.tags = number == 8 ? filter.tags : nullptr;
+  one.extraTag = number == 9 ? filter.extraTag : nullptr;
+  return one;
+}
+
+struct Result {
+  const Test *test;
+  bool asked;
+  bool passed;
+  Words words;
+};
+
+std::vector<Result> results_of(const ZoxFilter &filter, const ZoxEvent &posting) {
+  std::vector<Result> results;
+  for (const Test &test : tests) {
+    const ZoxFilter one = only(filter, test.number);
+    const bool asked = test.asked(filter);
+    const bool passed = zox_filter_explain(&one, &posting, 0) != test.number;
+    results.push_back({&test, asked, passed, asked ? test.words(filter, posting) : Words{}});
+  }
+  return results;
+}
+
+std::string verdict(gint32 first_failure) {
+  for (const Test &test : tests)
+    if (test.number == first_failure)
+      return std::string("rejected by: ") + test.name;
+  return "accepted";
+}
+
+void print_table(const std::vector<Result> &results, const std::string &verdict,
+                 const Context &context) {
+  Table table({{"TEST"},
+               {"RESULT"},
+               {"WANTED", Column::Align::left, true},
+               {"POSTING", Column::Align::left, true}});
+  for (const Result &result : results)
+    table.add({result.test->name, !result.asked ? "-" : (result.passed ? "pass" : "FAIL"),
+               result.words.wanted, result.words.found});
+  print(table, context);
+  context.out.write(verdict + "\n");
+}
+
+void print_json(const std::vector<Result> &results, gint32 first_failure, Output &out) {
+  Json json;
+  json.begin_object().flag("accepted", first_failure == 0).begin_array("tests");
+  for (const Result &result : results) {
+    if (!result.asked)
+      continue;
+    json.begin_object().text("test", result.test->name).flag("passed", result.passed);
+    json.text("wanted", result.words.wanted).text("posting", result.words.found).end_object();
+  }
+  out.write(json.end_array().end_object().compact() + "\n");
+}
+
+Exit run(const Context &context) {
+  const gint32 id = posting_id(context.arguments.required("ID"));
+  const CoreSession session(context.options, CoreSession::Access::read, Load::postings);
+  const OwnedFilter filter = filter_of(context.arguments, std::time(nullptr));
+  const OwnedEvent posting = find_posting(id);
+  if (!posting)
+    throw Failure(Exit::not_found, "posting " + std::to_string(id) + " is not in the cache");
+  const std::vector<Result> results = results_of(*filter, *posting);
+  const gint32 first_failure = zox_filter_explain(filter.get(), posting.get(), 0);
+  if (wants_json(context.arguments))
+    print_json(results, first_failure, context.out);
+  else
+    print_table(results, verdict(first_failure), context);
+  return Exit::ok;
+}
+
+}  // namespace
+
+Command explain_command() {
+  return {"explain",
+          "Tell which tests of a filter a posting passes",
+          {{"ID", "The number of the posting"}},
+          with_format_options(filter_options()),
+          run};
+}
+
+}  // namespace velkor::ctl

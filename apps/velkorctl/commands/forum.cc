@@ -1,0 +1,58 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/* velkorctl forum: the reactions to a posting, or a new one. */
+#include <velkor/zox_events_forum.h>
+
+#include "velkorctl/commands.h"
+#include "velkorctl/core_session.h"
+#include "velkorctl/details.h"
+#include "velkorctl/formats.h"
+#include "velkorctl/messages.h"
+#include "velkorctl/text_input.h"
+
+namespace velkor::ctl {
+namespace {
+
+void send_reaction(const Context &context, gint32 id, const std::string &file) {
+  const std::string text = read_text(file);
+  const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
+  session.require_account();
+  char *place = nullptr;
+  const ZoxErrorCode result = zox_events_forum_post(text.c_str(), id, 0, &place);
+  require_success(result, OwnedText(place));
+  say("the reaction is sent");
+}
+
+void print_forum(const Context &context, gint32 id) {
+  const CoreSession session(context.options, CoreSession::Access::read, Load::postings);
+  const OwnedEvent posting = fetch_posting(session, id, Fetch::reactions);
+  if (!wants_json(context.arguments)) {
+    print_reactions(*posting, context.out);
+    return;
+  }
+  Json json;
+  json.begin_object().number("id", posting->postId).flag("locked", posting->locked != 0);
+  add_reactions(json, *posting);
+  context.out.write(json.end_object().compact() + "\n");
+}
+
+Exit run(const Context &context) {
+  const gint32 id = posting_id(context.arguments.required("ID"));
+  if (const auto file = context.arguments.value("--reply"))
+    send_reaction(context, id, *file);
+  else
+    print_forum(context, id);
+  return Exit::ok;
+}
+
+}  // namespace
+
+Command forum_command() {
+  return {"forum",
+          "Print the reactions to a posting, or send one",
+          {{"ID", "The number of the posting"}},
+          {{"--reply", "FILE", "Send the text of the file (- for standard input) as a reaction"},
+           format_option()},
+          run};
+}
+
+}  // namespace velkor::ctl

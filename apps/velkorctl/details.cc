@@ -1,0 +1,171 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "velkorctl/details.h"
+
+#include <cstdlib>
+#include <string>
+#include <utility>
+
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_eventinfo.h>
+#include <velkor/zox_eventlist.h>
+#include <velkor/zox_events_forum.h>
+
+#include "support/slist.h"
+#include "support/text.h"
+#include "velkorctl/failure.h"
+#include "velkorctl/moment.h"
+#include "velkorctl/safe_text.h"
+#include "velkorctl/vocabulary.h"
+
+namespace velkor::ctl {
+namespace {
+
+/** The list is saved with every posting fetched: nothing but that posting should be in it. */
+void keep_only(const OwnedEvent &posting) {
+  zox_eventlist_destroy(std::exchange(core->eventlist, zox_eventlist_new()));
+  if (posting)
+    zox_eventlist_add_or_replace_event(core->eventlist, posting.get());
+}
+
+void fetch_details(gint32 id) {
+  char *place = nullptr;
+  const ZoxErrorCode result = zox_eventinfo_fetch(id, &place);
+  require_success(result, OwnedText(place));
+}
+
+void fetch_reactions(gint32 id) {
+  char *place = nullptr;
+  const ZoxErrorCode result = zox_events_forum_fetch(id, 0, &place);
+  require_success(result, OwnedText(place));
+}
+
+std::string joined_newsgroups(const ZoxEvent &posting) {
+  std::string names;
+  for (const GString *id : Items<GString>(posting.groups))
+    names += (names.empty() ? "" : ", ") +
+             newsgroup_name(static_cast<guint32>(std::strtoul(id->str, nullptr, 10)));
+  return names;
+}
+
+std::string joined_tags(const ZoxEvent &posting) {
+  std::string names;
+  for (const GString *code : Items<GString>(posting.tags))
+    names += (names.empty() ? "" : ", ") + tag_name(posting.cat, code);
+  return names;
+}
+
+std::string number_or_nothing(gint64 number) {
+  return number == 0 ? "" : std::to_string(number);
+}
+
+std::string moment_or_nothing(gint64 seconds) {
+  return seconds <= 0 ? "" : show_moment(seconds);
+}
+
+/** A long text under its title, with its own lines. */
+void print_text(const char *title, const GString *text, Output &out) {
+  if (text != nullptr && text->len > 0)
+    out.write(std::string("\n") + title + ":\n" + safe_text(view_of(text), Lines::keep) + "\n");
+}
+
+void print_reaction(const ZoxReactie &reaction, Output &out) {
+  std::string head = "\n#" + std::to_string(reaction.messId) + "  " +
+                     safe_text(view_of(reaction.author)) + "  " + moment_or_nothing(reaction.stamp);
+  if (reaction.edit > 0)
+    head += "  (edited " + show_moment(reaction.edit) + ")";
+  if (reaction.reply != 0)
+    head += "  (answers #" + std::to_string(reaction.reply) + ")";
+  if (reaction.kudos != 0)
+    head += "  (kudos " + std::to_string(reaction.kudos) + ")";
+  out.write(head + "\n" + safe_text(view_of(reaction.body), Lines::keep) + "\n");
+}
+
+void add_reaction(Json &json, const ZoxReactie &reaction) {
+  json.begin_object().number("id", reaction.messId).text("author", reaction.author);
+  json.number("stamp", reaction.stamp).text("date", moment_or_nothing(reaction.stamp));
+  json.number("edited", reaction.edit).number("kudos", reaction.kudos);
+  json.number("answers", reaction.reply).text("avatar", reaction.avatar);
+  json.text("body", reaction.body).end_object();
+}
+
+}  // namespace
+
+OwnedEvent fetch_posting(const CoreSession &session, gint32 id, Fetch what) {
+  session.require_account();
+  const OwnedEvent cached = find_posting(id);
+  keep_only(cached);
+  if (what == Fetch::details_and_reactions || !cached)
+    fetch_details(id);
+  fetch_reactions(id);
+  return find_posting(id);
+}
+
+void print_details(const ZoxEvent &posting, Output &out) {
+  Table table({{""}, {""}});
+  const auto add = [&table](const char *title, const std::string &value) {
+    if (!value.empty())
+      table.add({title, value});
+  };
+  add("ID", std::to_string(posting.postId));
+  add("Title", std::string(view_of(posting.title)));
+  add("Poster", std::string(view_of(posting.poster)));
+  add("Date", moment_or_nothing(posting.stamp));
+  add("Updated", moment_or_nothing(posting.updated));
+  add("Status", status_words(posting));
+  add("Reason", std::string(view_of(posting.reason)));
+  add("Category", category_words(posting));
+  add("Tags", joined_tags(posting));
+  add("Free tag", std::string(view_of(posting.tag)));
+  add("Newsgroups", joined_newsgroups(posting));
+  add("File name", std::string(view_of(posting.fName)));
+  add("Files", number_or_nothing(posting.files));
+  add("Par files", number_or_nothing(posting.pars));
+  add("Link", std::string(view_of(posting.link)));
+  add("Image", std::string(view_of(posting.img)));
+  add("Rating", number_or_nothing(posting.rating));
+  add("Kudos", number_or_nothing(posting.kudos));
+  add("Views", number_or_nothing(posting.view));
+  for (const GString *track : Items<GString>(posting.mp3Tracks))
+    add("Track", std::string(view_of(track)));
+  out.write(table.text(0, false));
+  print_text("Announcement", posting.ann, out);
+  print_text("Description", posting.des, out);
+  print_text("Signature", posting.sig, out);
+}
+
+void print_reactions(const ZoxEvent &posting, Output &out) {
+  if (posting.forum == nullptr)
+    return;
+  const Items<ZoxReactie> reactions(posting.forum->reactions);
+  for (const ZoxReactie *reaction : reactions)
+    print_reaction(*reaction, out);
+  if (posting.locked != 0)
+    out.write("\n(closed for reactions)\n");
+}
+
+void add_details(Json &json, const ZoxEvent &posting) {
+  json.text("announcement", posting.ann).text("description", posting.des);
+  json.text("signature", posting.sig).text("image", posting.img);
+  json.number("fileType", posting.fType).number("files", posting.files);
+  json.number("fileStart", posting.fStart).number("parFiles", posting.pars);
+  json.number("parType", posting.parType).number("blockSize", posting.blockSize);
+  json.number("kudos", posting.kudos).number("views", posting.view);
+  json.flag("locked", posting.locked != 0).text("reason", posting.reason);
+  json.begin_array("tracks");
+  for (const GString *track : Items<GString>(posting.mp3Tracks))
+    json.item(view_of(track));
+  json.end_array();
+}
+
+void add_reactions(Json &json, const ZoxEvent &posting) {
+  if (posting.forum == nullptr) {
+    json.null("reactions");
+    return;
+  }
+  json.begin_array("reactions");
+  for (const ZoxReactie *reaction : Items<ZoxReactie>(posting.forum->reactions))
+    add_reaction(json, *reaction);
+  json.end_array();
+}
+
+}  // namespace velkor::ctl

@@ -1,0 +1,18 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** A text that the user hands over in a file. */
+#ifndef VELKORCTL_TEXT_INPUT_H
+#define VELKORCTL_TEXT_INPUT_H
+
+#include <string>
+
+namespace velkor::ctl {
+
+/**
+ * The content of a file ("-" for standard input) without the white space at its end. Throws a
+ * Failure when it cannot be read, is empty, is not UTF-8 or is larger than 64 kB.
+ */
+std::string read_text(const std::string &file);
+
+}  // namespace velkor::ctl
+
+#endif

@@ -1,0 +1,115 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "velkorctl/update_run.h"
+
+#include <string>
+
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_config.h>
+#include <velkor/zox_eventlist.h>
+#include <velkor/zox_events.h>
+#include <velkor/zox_http_curl.h>
+
+#include "velkorctl/failure.h"
+#include "velkorctl/interruption.h"
+#include "velkorctl/messages.h"
+
+namespace velkor::ctl {
+namespace {
+
+constexpr ZoxErrorCode nothing_new = 5;
+constexpr const char *cache_name = "velkor.posts.gz";
+
+}  // namespace
+
+UpdateRun *UpdateRun::current_ = nullptr;
+
+UpdateRun::UpdateRun(const CoreSession &session, Extent extent)
+    : directory_(session.directory()), extent_(extent), last_check_(core->config->lastCheck),
+      prev_check_(core->config->prevCheck), recursive_setting_(core->config->recursiveUpdate) {
+  current_ = this;
+  core->watcherNoHits = 1;
+  core->watchlistUnchanged = 1;
+  if (extent != Extent::as_set)
+    core->config->recursiveUpdate = 1;
+  if (extent == Extent::everything)
+    core->config->lastCheck = 0;
+  zox_http_set_transfer_callback(on_bytes, this);
+}
+
+UpdateRun::~UpdateRun() {
+  zox_http_set_transfer_callback(nullptr, nullptr);
+  core->config->recursiveUpdate = recursive_setting_;
+  current_ = nullptr;
+}
+
+bool UpdateRun::run() {
+  char *place = nullptr;
+  const ZoxErrorCode result = zox_events_fetch(on_dump, on_merge, on_done, &place, this);
+  const OwnedText server_text(place);
+  if (result != 0)
+    restore_settings();
+  if (result == nothing_new) {
+    say(sentence_of(result, nullptr));
+    return false;
+  }
+  require_success(result, server_text);
+  require_saved();
+  report();
+  return true;
+}
+
+gint UpdateRun::on_dump(gint32 total, gint32 index) noexcept {
+  current_->progress_.dump(total, index);
+  return 0;
+}
+
+gint UpdateRun::on_bytes(gint64 received, gint64 expected, gpointer self) noexcept {
+  static_cast<UpdateRun *>(self)->progress_.bytes(received, expected);
+  return Interruption::requested() ? 1 : 0;
+}
+
+gint UpdateRun::on_merge(guint32 total, guint32 /*done*/, gpointer self) noexcept {
+  static_cast<UpdateRun *>(self)->received_ = total;
+  return 0;
+}
+
+gint UpdateRun::on_done(gpointer self) noexcept {
+  static_cast<UpdateRun *>(self)->done();
+  return 0;
+}
+
+/** Called right before the cache and the settings are saved, and again after that. */
+void UpdateRun::done() {
+  const std::filesystem::path file = directory_ / cache_name;
+  if (before_saving_) {
+    saved_ = !(FileStamp(file) == *before_saving_);
+    return;
+  }
+  progress_.complete();
+  before_saving_.emplace(file);
+  core->config->recursiveUpdate = recursive_setting_;
+  core->config->lastCheck = last_check_;
+}
+
+void UpdateRun::restore_settings() const noexcept {
+  core->config->lastCheck = last_check_;
+  core->config->prevCheck = prev_check_;
+}
+
+/** The library then leaves the update times as they were. */
+void UpdateRun::require_saved() const {
+  if (!saved_)
+    throw Failure(Exit::files, "the postings received could not be saved in " +
+                                   directory_.string() + "; the next update fetches them again");
+}
+
+void UpdateRun::report() const {
+  say(std::to_string(received_) + " postings received, " +
+      std::to_string(zox_eventlist_get_count(core->eventlist, 0)) + " in the cache");
+  if (core->watcherNoHits == 0)
+    say("a watcher matches a new posting");
+  if (core->watchlistUnchanged == 0)
+    say("a posting on the watchlist has changed");
+}
+
+}  // namespace velkor::ctl

@@ -1,0 +1,63 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** One update from the server, with its progress on standard error. */
+#ifndef VELKORCTL_UPDATE_RUN_H
+#define VELKORCTL_UPDATE_RUN_H
+
+#include <filesystem>
+#include <optional>
+
+#include "velkorctl/core_session.h"
+#include "velkorctl/file_stamp.h"
+#include "velkorctl/progress.h"
+
+namespace velkor::ctl {
+
+/** The library hands no data to the first of its callbacks, so one update runs at a time. */
+class UpdateRun {
+public:
+  enum class Extent {
+    /** As the setting recursiveUpdate says. */
+    as_set,
+    /** Until the server has nothing more. */
+    all_new,
+    /** Everything again, whatever was fetched before. */
+    everything,
+  };
+
+  UpdateRun(const CoreSession &session, Extent extent);
+  ~UpdateRun();
+  UpdateRun(const UpdateRun &) = delete;
+  UpdateRun &operator=(const UpdateRun &) = delete;
+
+  /**
+   * Runs the update and reports on it; false when nothing was new. Throws a Failure when it
+   * fails; the next update then asks again from where this one began.
+   */
+  bool run();
+
+private:
+  static gint on_dump(gint32 total, gint32 index) noexcept;
+  static gint on_bytes(gint64 received, gint64 expected, gpointer self) noexcept;
+  static gint on_merge(guint32 total, guint32 done, gpointer self) noexcept;
+  static gint on_done(gpointer self) noexcept;
+  void done();
+  void restore_settings() const noexcept;
+  void require_saved() const;
+  void report() const;
+
+  static UpdateRun *current_;
+
+  std::filesystem::path directory_;
+  Extent extent_;
+  gint64 last_check_;
+  gint64 prev_check_;
+  gint32 recursive_setting_;
+  Progress progress_;
+  guint32 received_ = 0;
+  std::optional<FileStamp> before_saving_;
+  bool saved_ = false;
+};
+
+}  // namespace velkor::ctl
+
+#endif
