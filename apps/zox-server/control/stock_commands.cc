@@ -71,7 +71,7 @@ Reply posting(const Controlled &controlled, const Request &request) {
   for (const Parameter &parameter : request.parameters) {
     const PostingField *field = posting_field(parameter.name);
     if (field != nullptr && !is_own_field(*field))
-      set_field(posting, *field, parameter.value);
+      set_field(posting, field->member, parameter.value);
     else if (parameter.name != "id")
       throw BadCommand("a posting has no field " + parameter.name + " to be set");
   }

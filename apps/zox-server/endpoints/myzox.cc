@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** The member's own postings: an overview, and bringing one to everyone's notice again. */
+#include <algorithm>
 #include <array>
 
 #include "zox-server/endpoints/endpoints.h"
@@ -10,8 +11,13 @@ namespace {
 /** For so long the poster may still edit a posting. */
 constexpr std::int64_t editable_seconds = 14 * 24 * 3600;
 
-constexpr std::array listed_fields{"Stamp", "Title", "Groups", "FName",   "Status", "Poster",
-                                   "Link",  "Cat",   "SCat",   "Updated", "Rating"};
+constexpr std::array<std::string_view, 11> listed_fields{"Stamp",  "Title",   "Groups", "FName",
+                                                         "Status", "Poster",  "Link",   "Cat",
+                                                         "SCat",   "Updated", "Rating"};
+
+bool is_listed(const PostingField &field) {
+  return std::ranges::find(listed_fields, field.name) != listed_fields.end();
+}
 
 bool can_edit(const Posting &posting, std::int64_t now) {
   return posting.status > state_deleted && now - posting.stamp < editable_seconds;
@@ -20,8 +26,10 @@ bool can_edit(const Posting &posting, std::int64_t now) {
 void write_own_posting(XmlWriter &xml, Service &service, const Posting &posting) {
   xml.open("Post");
   xml.attribute("ID", posting.id);
-  for (const char *name : listed_fields)
-    write_field(xml, posting, *posting_field(name));
+  for (const PostingField &field : posting_fields()) {
+    if (is_listed(field))
+      write_field(xml, posting, field);
+  }
   xml.element("Edit", can_edit(posting, service.clock.now()) ? "y" : "n");
   xml.element("Kudos", posting.kudos);
   xml.element("Forum", service.forum.count(posting.id));

@@ -20,33 +20,32 @@ constexpr const char *reserved = "0";
 
 struct FieldParameter {
   const char *parameter;
-  const char *field;
+  PostingMember member;
 };
 constexpr std::array field_parameters{
-    FieldParameter{"t", "Title"},    FieldParameter{"s", "Status"},
-    FieldParameter{"g", "Groups"},   FieldParameter{"fstr", "FName"},
-    FieldParameter{"ft", "FType"},   FieldParameter{"fn", "Files"},
-    FieldParameter{"l", "Link"},     FieldParameter{"a", "Ann"},
-    FieldParameter{"fs", "FStart"},  FieldParameter{"img", "Img"},
-    FieldParameter{"pars", "Pars"},  FieldParameter{"bs", "BlockSize"},
-    FieldParameter{"pt", "ParType"}, FieldParameter{"c", "Cat"},
-    FieldParameter{"sc", "SCat"},    FieldParameter{"tags", "Tags"},
-    FieldParameter{"tag", "Tag"},
+    FieldParameter{"t", &Posting::title},         FieldParameter{"s", &Posting::status},
+    FieldParameter{"g", &Posting::groups},        FieldParameter{"fstr", &Posting::file_name},
+    FieldParameter{"ft", &Posting::file_type},    FieldParameter{"fn", &Posting::files},
+    FieldParameter{"l", &Posting::link},          FieldParameter{"a", &Posting::announcement},
+    FieldParameter{"fs", &Posting::file_start},   FieldParameter{"img", &Posting::image},
+    FieldParameter{"pars", &Posting::pars},       FieldParameter{"bs", &Posting::block_size},
+    FieldParameter{"pt", &Posting::par_type},     FieldParameter{"c", &Posting::category},
+    FieldParameter{"sc", &Posting::sub_category}, FieldParameter{"tags", &Posting::tags},
+    FieldParameter{"tag", &Posting::tag},
 };
 
 /** The tags are sent without the one that tells the sub-category. */
 void complete_tags(Posting &posting) {
-  std::vector<std::string> tags = split_list(posting.tags);
   if (posting.sub_category >= 0)
-    tags.insert(tags.begin(), "a" + std::to_string(posting.sub_category));
-  posting.tags = join_list(tags);
+    posting.tags = "a" + std::to_string(posting.sub_category) + "|" + posting.tags;
+  posting.tags = join_list(split_list(posting.tags));
 }
 
 Posting sent_posting(const Request &request, const Account &account) {
   Posting posting;
-  for (const auto &[parameter, field] : field_parameters) {
+  for (const auto &[parameter, member] : field_parameters) {
     if (request.has(parameter))
-      set_field(posting, *posting_field(field), request.value(parameter));
+      set_field(posting, member, request.value(parameter));
   }
   posting.groups = join_list(split_list(posting.groups));
   posting.poster = account.name;

@@ -56,11 +56,11 @@ const PostingField *posting_field(std::string_view name) {
   return found == fields.end() ? nullptr : &*found;
 }
 
-void set_field(Posting &posting, const PostingField &field, const std::string &value) {
-  if (const Text *text = std::get_if<Text>(&field.member))
+void set_field(Posting &posting, PostingMember member, const std::string &value) {
+  if (const Text *text = std::get_if<Text>(&member))
     posting.**text = value;
   else
-    posting.*std::get<Number>(field.member) = leading_number(value);
+    posting.*std::get<Number>(member) = leading_number(value);
 }
 
 void write_field(XmlWriter &xml, const Posting &posting, const PostingField &field) {

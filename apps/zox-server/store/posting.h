@@ -67,10 +67,12 @@ enum class Told {
   nowhere,     // in a form of its own
 };
 
+using PostingMember = std::variant<std::int64_t Posting::*, std::string Posting::*>;
+
 struct PostingField {
   /** The name of the element and of the column. */
   const char *name;
-  std::variant<std::int64_t Posting::*, std::string Posting::*> member;
+  PostingMember member;
   Told told;
 };
 
@@ -78,8 +80,8 @@ std::span<const PostingField> posting_fields();
 /** The field of that name, compared exactly; null when there is none. */
 const PostingField *posting_field(std::string_view name);
 
-/** Sets the field from a text. */
-void set_field(Posting &posting, const PostingField &field, const std::string &value);
+/** Sets a field from a text. */
+void set_field(Posting &posting, PostingMember member, const std::string &value);
 
 /** Writes the field, unless it is an empty text or a sub-category that is not known. */
 void write_field(XmlWriter &xml, const Posting &posting, const PostingField &field);
