@@ -1,0 +1,24 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The library in a directory of its own, without start-up. */
+#ifndef VELKOR_BENCH_LIBRARY_H
+#define VELKOR_BENCH_LIBRARY_H
+
+#include <string>
+
+namespace velkor::bench {
+
+/** A core with default settings, the default filters and an empty event list, while it lives. */
+class Library {
+public:
+  explicit Library(const std::string &cache_directory);
+  ~Library();
+  Library(const Library &) = delete;
+  Library &operator=(const Library &) = delete;
+};
+
+/** Loads the event list from the cache; throws when that fails. */
+void load_list();
+
+}  // namespace velkor::bench
+
+#endif
