@@ -44,7 +44,7 @@ extern ZoxAppCore *core;
  * @param isGui         number kept on the D-Bus object, see velkor_dbus_is_gui()
  * @param dbusError     receives a message when the bus cannot be used; may be null; otherwise
  *                      untouched
- * @param dbusOk        receives 1 when this process now owns the service, else 0
+ * @param dbusOk        receives 1 when this process now owns the service, else 0; may be null
  * @return 1
  */
 gint32 zox_app_core_init(const char *dataDir, const char *cacheDir, const char *libDir,
@@ -88,8 +88,7 @@ char *zox_error_msg(ZoxErrorCode code, const char *serverText);
  * that lacks a text it must have is taken for a programming error and aborts. In tolerant mode that
  * one record is passed over with a warning and reading goes on: a posting whose "Groups" or "Tags"
  * has no text, a message without "From", "Subject" or "Body", an overview entry whose "Edit" has no
- * text; of a profile only the empty text is passed over. An "Event" without "Code" in a forum is
- * passed over too, instead of being asked for ever. Does not need the core. Threads: any, before
+ * text, a profile with an empty text element. Does not need the core. Threads: any, before
  * reading starts.
  * @param tolerant  non-zero to switch the tolerant mode on, 0 to switch it off (the default)
  */

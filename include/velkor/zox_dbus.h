@@ -27,13 +27,13 @@ typedef struct _VelkorDBusObject {
 } VelkorDBusObject;
 
 /**
- * Asks a running instance to come to the front; without one, claims the name and exports the
- * object. Asserts "proxy". zox_app_core_init() calls it.
+ * Asks a running instance to come to the front; when none answers within five seconds, claims the
+ * name and exports the object. Asserts "proxy". zox_app_core_init() calls it.
  * @param isGui          kept on the object
  * @param dbusArgument   copied onto the object; may be null
  * @param alreadyActive  receives 1 when another instance answered, else 0; may be null
  * @param errorMessage   receives a message when there is no bus or the name cannot be asked for;
- * may be null; otherwise untouched
+ *                       may be null; otherwise untouched
  * @return 1 when this process now exports the object, else 0
  */
 gint32 zox_dbus_initialize(gint32 isGui, const char *dbusArgument, gint32 *alreadyActive,

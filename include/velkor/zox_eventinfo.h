@@ -17,8 +17,8 @@ G_BEGIN_DECLS
  * Receives the result of zox_eventinfo_fetch_async(), exactly once.
  * @param result    as zox_eventinfo_fetch() returns it
  * @param postId    the posting asked for
- * @param message   the server's notice for 29, else null; the callback's to free. When the worker
- *                  thread could not be made (result 1): that error's text, not to be freed
+ * @param message   the server's notice for 29; the reason when no thread could be made (result 1);
+ *                  else null. The callback's to free
  * @param userData  the data given with the callback
  * @return ignored
  */

@@ -68,12 +68,12 @@ void zox_eventlist_destroy(ZOXEventlist *list);
 
 /**
  * Replaces the postings by those of the cache file and forgets the filtered set, not the filter.
- * Threads: any, one at a time (see zox_events_parse.h).
+ * New postings are counted in their categories. Threads: the core's.
  * @param list      the list
  * @param retError  receives null or a message; may be null
  * @return 0; 11 when the file is missing, empty or broken, 1 when it cannot be read at all; the
- * list is then empty. A broken file is kept aside at the next save, under a name that ends in
- *         ".onleesbaar-" and the time
+ *         list is then empty. A broken file is kept aside at the next save, under a name that ends
+ *         in ".onleesbaar-" and the time
  */
 ZoxErrorCode zox_eventlist_load(ZOXEventlist *list, char **retError);
 
@@ -91,7 +91,7 @@ gint32 zox_eventlist_save(ZOXEventlist *list);
  * `watchlistUnchanged` become 0). Threads: the core's.
  * @param list      the list
  * @param objects   of ZOXEventObject; their references pass to the list, the cells stay the
- * caller's
+ *                  caller's
  * @param progress  called for every tenth posting and at the end with (total, total); may be null
  * @param userData  handed to `progress`
  */
@@ -169,9 +169,9 @@ void zox_eventlist_purge_deleted(ZOXEventlist *list);
 
 /**
  * Removes postings that are older than the setting `verwijderPostsNaXDagen` allows (local clock),
- * except those on the watchlist. If any posting was that old, the list is saved and loaded again,
- * which forgets the filtered set. An invalid setting only gives a warning. Asserts "core->config".
- * Threads: the core's.
+ * except those on the watchlist. If any posting was that old, the list is saved and, once that has
+ * succeeded, loaded again, which forgets the filtered set. An invalid setting only gives a warning.
+ * Asserts "core->config". Threads: the core's.
  * @param list  the list
  */
 void zox_eventlist_cleanup(ZOXEventlist *list);

@@ -47,7 +47,8 @@ ZoxErrorCode zox_events_fetch_get_available(GSList **dumpList, gint32 lastCheck,
  * downloads and reads every dump, merges all postings at once, saves the list, moves `lastCheck` to
  * `prevCheck` and the server's stamp to `lastCheck`, saves the settings and loads the list from the
  * cache, which forgets the filtered set. A failure leaves the times as they were, so that the next
- * update asks for the same again. Asserts "core->config" and "uitvoer".
+ * update asks for the same again; so does a list that cannot be saved, with a warning, but the
+ * merged postings then stay in memory and the result is 0. Asserts "core->config" and "uitvoer".
  * @param progress       called with (0, 0) at the start and before each download; may be null
  * @param mergeProgress  handed to zox_eventlist_merge(); may be null
  * @param done           called twice, after the merge and at the end, on success only; may be null

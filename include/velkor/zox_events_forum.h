@@ -36,8 +36,8 @@ typedef struct _ZoxReactie {
  * @param result     as zox_events_forum_fetch() returns it
  * @param postId     the posting asked for
  * @param lastCheck  the time asked for
- * @param message    the server's notice for 29, else null; the callback's to free. When the worker
- *                   thread could not be made (result 1): that error's text, not to be freed
+ * @param message    the server's notice for 29; the reason when no thread could be made (result 1);
+ *                   else null. The callback's to free
  * @param userData   the data given with the callback
  * @return ignored
  */
@@ -104,8 +104,8 @@ ZoxErrorCode zox_events_forum_post(const char *text, gint32 postId, gint32 unuse
 
 /**
  * Reads a forum reply (root "Forum") into a posting, which gets a new forum, also when the reply is
- * unusable. An "Event" without "Code" is asked for its code for ever; in tolerant mode it is passed
- * over (see zox_set_tolerant()). Asserts "buffer". Threads: any, own data.
+ * unusable. An "Event" without "Code" is passed over with a warning. Asserts "buffer". Threads:
+ * any, own data.
  * @param buffer  the reply
  * @param event   the posting
  * @return 0; 1 when there is no document, 2 for another root, 3 for an empty root, each with a

@@ -3,7 +3,7 @@
  * @file
  * The readers of the Events document: postings (dumps and the cache), and what an update may fetch.
  *
- * The readers share libxml2's error text and are not reentrant: only one thread at a time may read.
+ * libxml2's messages are collected per thread; the readers install their handler for them.
  */
 #ifndef VELKOR_ZOX_EVENTS_PARSE_H
 #define VELKOR_ZOX_EVENTS_PARSE_H
@@ -21,7 +21,7 @@ G_BEGIN_DECLS
  * a configured bad word is dropped unless its state is deleted (-2, -3). Asserts "buffer",
  * "badword" (no bad word is null), "*ret_tree", and "tmp" for a "Groups" or "Tags" without text
  * (see zox_set_tolerant()). Exactly one of `retTree` and `retList` is given; anything else is
- * logged at GLib's error level, which ends the process. Threads: any, one at a time.
+ * logged at GLib's error level, which ends the process. Threads: the core's.
  * @param buffer    the document
  * @param retTree   where an existing hash table of ZOXEventObject by post id is held, to which the
  *                  postings are added; the caller holds its lock. A posting without "PostID" gets
@@ -42,7 +42,7 @@ ZoxErrorCode zox_events_parse(const ZoxString *buffer, GHashTable **retTree, GSL
  * @param doc         the document
  * @param firstChild  the first of the sibling elements, or null
  * @return a new record, which the caller releases with zox_event_free(); in tolerant mode null for
- * a posting that is passed over
+ *         a posting that is passed over
  */
 ZoxEvent *zox_events_parse_event(xmlDocPtr doc, xmlNodePtr firstChild);
 

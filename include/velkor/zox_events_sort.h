@@ -30,10 +30,11 @@ ZoxString *zox_events_sort_total(ZoxTextFunc textFunc);
 /**
  * Prints the display document of `core->eventlist` for the filter applied last: head with counters,
  * times, watchlist and page script, then the postings, divided by main category if the filter says
- * so. Asserts "core->config", "data_dir", and "data", "path_tmp2", "path_tmp3", "path_tmp4",
- * "sortTags" and "tekst" for parts that could not be made. Threads: the core's.
+ * so. `textFunc` is called while the event list is locked for reading and must not change it.
+ * Asserts "core->config", "data_dir", and "data", "path_tmp2", "path_tmp3", "path_tmp4", "sortTags"
+ * and "tekst" for parts that could not be made. Threads: the core's.
  * @param filtered  non-zero for the filtered set, 0 for all postings; the number in the head is
- * that of the filtered set either way
+ *                  that of the filtered set either way
  * @param textFunc  converts announcement, description, signature and reactions; may be null
  * @return a new text
  */

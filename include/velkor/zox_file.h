@@ -83,7 +83,7 @@ char *zox_file_parse_cache_filename(const char *name, gint32 compressed);
 
 /**
  * Reads a whole file of the cache directory. A compressed file is looked for without ".gz" first:
- * such a plain file, left by an earlier version, is read and deleted, and the next save writes the
+ * such a plain file, left by an earlier version, is read and deleted; the next save writes the
  * compressed one. A zero byte ends the block (plain: the line) that it stands in. Asserts
  * "filename" and "cache_dir". Threads: any.
  * @param filename    the bare name, without ".gz"

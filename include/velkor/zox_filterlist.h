@@ -52,10 +52,11 @@ ZOXFilterlist *zox_filterlist_new(void);
 void zox_filterlist_destroy(ZOXFilterlist *list);
 
 /**
- * Replaces the filters by those of the file. Without a file the sixteen default filters are
- * installed and saved. A file that cannot be understood leaves the list empty, with a message on
- * standard error or a warning, and is kept aside at the next save under a name that ends in
- * ".onleesbaar-" and the time. The categories are not rebuilt. Threads: any.
+ * Replaces the filters by those of the file. Without a file that can be opened the sixteen default
+ * filters are installed and saved. A file that cannot be understood leaves the list empty, with a
+ * message on standard error or a warning. Either unreadable file is kept aside at the next save
+ * under a name that ends in ".onleesbaar-" and the time. The categories are not rebuilt. Threads:
+ * any.
  * @param list  the list
  */
 void zox_filterlist_load(ZOXFilterlist *list);

@@ -72,7 +72,11 @@ GSList *zox_group_parse(const ZoxString *buffer);
  */
 ZoxGroup *zox_group_parse_group(xmlDocPtr doc, xmlNodePtr firstChild);
 
-/** Replaces the table by the cache file's; nothing changes when that cannot be opened. */
+/**
+ * Replaces the table by the cache file's; nothing changes when that is missing or empty. A file
+ * that cannot be understood gives an empty table and is kept aside at the next save under a name
+ * that ends in ".onleesbaar-" and the time.
+ */
 void zox_group_load(void);
 
 /** @return the number of bytes written to the cache file as libxml2 counts them; -1 on failure */

@@ -30,7 +30,7 @@ typedef gint (*ZoxMailCallback)(gpointer data);
  * since it last ran. Asserts "url" (`path`) and "core->config"; with `authenticate` also
  * "core->config->username". Threads: any.
  * @param path          path on the server, such as "/3.7.3/xml-mail.php"; a whole URL when
- * `useHost` is 0
+ *                      `useHost` is 0
  * @param parameters    of ZoxHttpParameter, in the order in which they are sent; may be null
  * @param useHost       non-zero to put "http://" and a host in front: the static host for a path
  *                      under "/3.7.3/dumps/", else the main host
@@ -38,14 +38,14 @@ typedef gint (*ZoxMailCallback)(gpointer data);
  *                      for code 29; an empty text with a temporary file; null for codes 6, 8, 9 and
  *                      24. May be null
  * @param authenticate  non-zero to send the user's credentials, never to the static host; without a
- *                      password the request goes out without them
+ *                      configured password the request goes out without them
  * @param tempFileName  null to collect the reply in memory; else receives the path of a new file in
  *                      the system's temporary directory with the reply. The caller removes the file
  *                      and frees the path
  * @param requireData   non-zero to take an empty reply for code 13
  * @return 0; 6, 8 or 9 when the credentials cannot be made; 24 without a transfer handle; 1 when
- * the temporary file cannot be made (the reply is then untouched) or the transfer into it failed;
- * otherwise as zox_http_curl_done()
+ *         the temporary file cannot be made (the reply is then untouched) or the transfer into it
+ *         failed; otherwise as zox_http_curl_done()
  */
 ZoxErrorCode zox_http_curl_execute(const char *path, GSList *parameters, gint32 useHost,
                                    ZoxString **reply, gint32 authenticate, char **tempFileName,
@@ -67,7 +67,7 @@ ZoxErrorCode zox_http_curl_add_auth(const char *url, char **userPassword);
  * "UNAUTH" gives 2, "BAN" 3, "Could not connect to the database" 4, "UPD" 27, "MSG" 29. Threads:
  * any.
  * @param transferResult  libcurl's result: 5 gives 15, 6 gives 14, 7 gives 16, 23 and 55 give 18,
- * 26 and 56 give 17, 28 gives 19, any other but 0 gives 1
+ *                        26 and 56 give 17, 28 gives 19, any other but 0 gives 1
  * @param body            the reply
  * @param serverText      receives for code 29 a new text, everything behind "MSG"; else untouched
  * @param requireData     non-zero to take an empty body for code 13
@@ -78,7 +78,7 @@ ZoxErrorCode zox_http_curl_done(gint32 transferResult, const ZoxString *body, ch
 
 /**
  * Installs the mail hook; the time of its last run starts at 0, so that the first request calls it.
- * Threads: the core's, while no request runs.
+ * Does not need the core. Threads: any.
  * @param function  the hook, called on whichever thread made a request; null for none
  * @param data      handed to the hook
  */
@@ -126,8 +126,8 @@ typedef gint (*ZoxTransferCallback)(gint64 received, gint64 total, gpointer user
 
 /**
  * Addition to the interface: installs a function that every transfer calls about once a second and
- * while data comes in, on the thread of its request. Does not need the core. Threads: the core's,
- * while no request runs.
+ * while data comes in, on the thread of its request. Does not need the core. Threads: any; a
+ * transfer uses the function installed when it starts.
  * @param function  the function; null for none
  * @param userData  handed to the function
  */

@@ -34,8 +34,9 @@ typedef struct _ZoxBericht {
 ZoxErrorCode zox_mail_check(guint32 *mailWaiting, char **message);
 
 /**
- * Fetches the waiting messages, appends them, saves the file and loads it again, so that pointers
- * to messages become invalid. On failure nothing changes. Asserts "numNewMail" and "uitvoer".
+ * Fetches the waiting messages, appends them, saves the file and, once that has succeeded, loads it
+ * again, so that pointers to messages become invalid. On failure nothing changes. Asserts
+ * "numNewMail" and "uitvoer".
  * @param numNewMail  receives the number of new messages on success
  * @param message     on failure receives the server's notice for 29, else null
  * @return 0; 11 when the reply cannot be read or holds no message; a code of
@@ -46,7 +47,7 @@ ZoxErrorCode zox_mail_fetch(guint32 *numNewMail, char **message);
 /**
  * Sends a message. On success its body's line ends become "\r\n<BR />", it gets the local time and
  * the code 2, the list takes it and the file is saved; on failure it stays the caller's, unchanged.
- * Asserts "uitvoer".
+ * Asserts "bericht" and "uitvoer".
  * @param bericht  the message; `from` holds the addressee
  * @param message  on failure receives the server's notice for 29, else null
  * @return 0; 0xFFFFFFFF when the addressee is unknown; 10 when the reply is not understood; a code
@@ -55,7 +56,8 @@ ZoxErrorCode zox_mail_fetch(guint32 *numNewMail, char **message);
 ZoxErrorCode zox_mail_post(ZoxBericht *bericht, char **message);
 
 /**
- * Releases a message of the list and saves the file; the server is not told. Asserts "core->mail".
+ * Takes a message out of the list, saves the file and releases the message; the server is not told.
+ * When the file cannot be saved, the message stays where it was. Asserts "core->mail".
  * @param bericht  a message of `core->mail`
  * @return as zox_mail_save()
  */
@@ -63,8 +65,9 @@ gint32 zox_mail_delete(ZoxBericht *bericht);
 
 /**
  * Replaces the list by the file's messages; pointers to messages become invalid. Without a file the
- * current list is saved. A file that cannot be understood gives an empty list and is kept aside at
- * the next save under a name that ends in ".onleesbaar-" and the time.
+ * current list is saved. A file that cannot be opened leaves the list, one that is not understood
+ * gives what can be read of it; either is kept aside at the next save under a name that ends in
+ * ".onleesbaar-" and the time.
  * @return 0; without a file as zox_mail_save()
  */
 gint32 zox_mail_load(void);
@@ -83,7 +86,7 @@ guint32 zox_mail_get_num_messages(void);
  * @param first   a list, or null
  * @param second  a list, or null
  * @return a new list of the same messages, those of `first` before those of `second`; only its
- * cells are the caller's
+ *         cells are the caller's
  */
 GSList *zox_mail_merge(GSList *first, GSList *second);
 
@@ -113,9 +116,9 @@ void zox_mail_bericht_free(ZoxBericht *bericht);
 void zox_mail_free(GSList *list);
 
 /**
- * Prints a message as the file holds it. Texts stand in CDATA sections as they are; the time is
- * printed as a signed 32-bit number and as local date. Asserts "bericht" and "parsed_tekst" (what
- * `textFunc` returns). Threads: any, own data.
+ * Prints a message as the file holds it. Texts stand in CDATA sections, without characters that XML
+ * cannot hold; the time is printed as a signed 32-bit number and as local date. Asserts "bericht"
+ * and "parsed_tekst" (what `textFunc` returns). Threads: any, own data.
  * @param bericht   the message
  * @param unused    has no meaning
  * @param textFunc  converts the body; may be null

@@ -59,8 +59,9 @@ ZoxErrorCode zox_myzox_update(gint32 postId, char **message);
 gint32 zox_myzox_parse(const ZoxString *buffer, GSList **list);
 
 /**
- * Reads one posting. An "Edit" without text is a programming error (in tolerant mode the posting is
- * passed over with a warning). Does not need the core. Threads: any, own data.
+ * Reads one posting. An "Edit" without text asserts "tmp" (in tolerant mode the posting is passed
+ * over with a warning; what was read before it is in the record). Does not need the core. Threads:
+ * any, own data.
  * @param doc         the document
  * @param firstChild  the first child of the "Post", or null
  * @param post        the record to fill

@@ -14,8 +14,8 @@ G_BEGIN_DECLS
 /**
  * Follows the posting of a spot, on the calling thread.
  * @param step  1 start; 2 before and 3 after the posting's request, 4 accepted; 5 before and 6
- * after the description's, 7 succeeded; 8, 9, 10 likewise for the signature; 11, 12, 13 for the
- * tracks; 14 finished with 26, 15 finished with 0, 16 failed
+ *              after the description's, 7 succeeded; 8, 9, 10 likewise for the signature; 11, 12,
+ *              13 for the tracks; 14 finished with 26, 15 finished with 0, 16 failed
  * @return ignored
  */
 typedef gint (*ZoxPostProgress)(gint32 step);
@@ -26,7 +26,7 @@ typedef gint (*ZoxPostProgress)(gint32 step);
  * handed over. Asserts "event", and by name the intermediate texts "groups", "status", "filtyp",
  * "nfiles", "filsrt", "parcnt", "partyp", "cat", "scat", "tagString" and "subcatTag".
  * @param event     the posting, with a title; its `postId` becomes the server's once it is
- * accepted, and with tracks `fStart` becomes 1 and `files` the number of tracks
+ *                  accepted, and with tracks `fStart` becomes 1 and `files` the number of tracks
  * @param progress  told of each step; may be null
  * @return 0; 26 when it is accepted with a reservation; 25 when it is refused; 11 when the reply is
  *         not understood; a code of zox_http_curl_execute()

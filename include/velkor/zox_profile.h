@@ -36,9 +36,9 @@ typedef struct _ZoxProfile {
 } ZoxProfile;
 
 /**
- * Asks for a profile; blocks. A text element without text, other than the name, asserts "tmp" (in
- * tolerant mode it is passed over with a warning). Asserts "username", "profile", "errmsg" and
- * "uitvoer". Threads: any.
+ * Asks for a profile; blocks. A profile with an empty name is none; any other text element without
+ * text asserts "tmp" (in tolerant mode the profile is passed over with a warning). Asserts
+ * "username", "profile", "errmsg" and "uitvoer". Threads: any.
  * @param username  name of the user
  * @param profile   receives a new profile, which the caller releases with zox_profile_free(), or
  *                  null; untouched when the request failed
