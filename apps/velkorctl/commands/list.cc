@@ -13,6 +13,7 @@
 #include "velkorctl/core_session.h"
 #include "velkorctl/filter_options.h"
 #include "velkorctl/formats.h"
+#include "velkorctl/html/html_page.h"
 #include "velkorctl/postings.h"
 #include "velkorctl/safe_text.h"
 
@@ -51,13 +52,18 @@ void print_json(const std::vector<gint32> &ids, Output &out) {
   lines.finish();
 }
 
-/** The display document as the library prints it; only a terminal is spared its controls. */
-void print_xml(ZoxFilter &filter, const Context &context) {
+/** The display document over the postings that the filter accepts. */
+OwnedString display_document(ZoxFilter &filter, const Context &context) {
   if (context.arguments.has("--limit"))
-    throw usage_error("--limit cannot be combined with --format xml");
+    throw usage_error("--limit cannot be combined with --format xml or html");
   filter.perCategory = context.arguments.has("--per-category") ? 1 : 0;
   zox_eventlist_apply_filter(core->eventlist, &filter);
-  const OwnedString document(zox_events_sort_filtered(nullptr));
+  return OwnedString(zox_events_sort_filtered(nullptr));
+}
+
+/** As the library prints it; only a terminal is spared its controls. */
+void print_xml(ZoxFilter &filter, const Context &context) {
+  const OwnedString document = display_document(filter, context);
   const std::string_view text = view_of(document.get());
   if (context.out.width() > 0)
     context.out.write(safe_text(text, Lines::keep));
@@ -65,11 +71,37 @@ void print_xml(ZoxFilter &filter, const Context &context) {
     context.out.write(text);
 }
 
+/** The numbers of the postings that the display document shows. */
+std::vector<int> shown_numbers(bool perCategory) {
+  struct Walk {
+    bool perCategory;
+    std::vector<int> numbers;
+  } walk{perCategory, {}};
+  const auto note = [](gpointer, ZoxEvent *event, gpointer data) noexcept {
+    auto &found = *static_cast<Walk *>(data);
+    if (!found.perCategory || (event->cat >= 0 && event->cat <= 3))
+      found.numbers.push_back(event->postId);
+    return 0;
+  };
+  zox_eventlist_foreach(core->eventlist, 1, 1, note, &walk);
+  return walk.numbers;
+}
+
+/** A page for a browser, which orders the postings as the document asks for. */
+void print_html(ZoxFilter &filter, const Context &context) {
+  const OwnedString document = display_document(filter, context);
+  const auto page = html_page(view_of(document.get()), shown_numbers(filter.perCategory != 0));
+  if (!page)
+    throw Failure(Exit::failed, "the postings cannot be made into a page");
+  context.out.write(*page);
+}
+
 Exit run(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::postings);
   const OwnedFilter filter = filter_of(context.arguments, std::time(nullptr));
-  if (context.arguments.value("--format") == "xml") {
-    print_xml(*filter, context);
+  const auto format = context.arguments.value("--format");
+  if (format == "xml" || format == "html") {
+    (format == "xml" ? print_xml : print_html)(*filter, context);
     return Exit::ok;
   }
   std::vector<gint32> ids = select_postings(*filter);
@@ -88,9 +120,9 @@ Command list_command() {
   options.push_back({"-l,--limit", "N", "Print so many postings at most"});
   options.push_back({"--format",
                      "FORMAT",
-                     "table (default), json, or xml: the display document",
+                     "table (default), json, xml: the display document, or html: a page of it",
                      false,
-                     {"table", "json", "xml"}});
+                     {"table", "json", "xml", "html"}});
   options.push_back({"--per-category", "", "In the display document, a block per main category"});
   options.push_back({"--no-header", "", "Leave the titles of the columns out"});
   return {"list", "Print the cached postings that the options choose", {}, options, run};

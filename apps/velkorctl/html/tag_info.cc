@@ -31,6 +31,17 @@ bool starts_with_ignoring_case(std::string_view text, std::string_view lower) {
          });
 }
 
+/** Whether the address names a host by nothing but the characters that hosts are written with. */
+bool has_plain_host(std::string_view address) {
+  const std::string_view rest = address.substr(address.find("//") + 2);
+  const std::string_view host = rest.substr(0, rest.find_first_of("/?#"));
+  return !host.empty() && std::ranges::all_of(host, [](char letter) {
+    const auto byte = static_cast<unsigned char>(letter);
+    return std::isalnum(byte) != 0 || byte >= 0x80 ||
+           std::string_view(".-_:[]").find(letter) != std::string_view::npos;
+  });
+}
+
 /** The address behind the library's form of link, or empty when it is anything else. */
 std::string address_of(const xmlNode *anchor) {
   const XmlText href(xmlGetProp(anchor, xml_chars("href")));
@@ -40,7 +51,7 @@ std::string address_of(const xmlNode *anchor) {
   address.remove_prefix(link_prefix.size());
   const bool is_web = starts_with_ignoring_case(address, "http://") ||
                       starts_with_ignoring_case(address, "https://");
-  return is_web ? std::string(address) : std::string();
+  return is_web && has_plain_host(address) ? std::string(address) : std::string();
 }
 
 void copy_reduced(xmlNode *children, xmlNode *target);

@@ -103,11 +103,15 @@ TEST(HtmlPage, KeepsOnlyTheLibrarysFormOfLink) {
   Row row{1, "t"};
   row.tag_info = "<A HREF='iets.html#linkhttp://example.org/x'>good</A>"
                  "<A HREF='http://example.org/y'>other</A>"
-                 "<A HREF='iets.html#linkjavascript:alert(1)'>script</A>";
+                 "<A HREF='iets.html#linkjavascript:alert(1)'>script</A>"
+                 "<A HREF='iets.html#linkhttp://user@example.org/z'>disguise</A>"
+                 "<A HREF='iets.html#linkhttp:///'>nowhere</A>";
   const std::string page = *html_page(display({row}), {1});
   EXPECT_THAT(page, HasSubstr("href=\"http://example.org/x\""));
   EXPECT_THAT(page, Not(HasSubstr("example.org/y")));
   EXPECT_THAT(page, Not(HasSubstr("javascript:")));
+  EXPECT_THAT(page, Not(HasSubstr("user@")));
+  EXPECT_THAT(page, Not(HasSubstr("http:///")));
 }
 
 TEST(HtmlPage, SaysThatTextsDisturbTheDocument) {
