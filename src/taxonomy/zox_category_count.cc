@@ -2,6 +2,8 @@
 /** The entries of the category tree that a posting belongs to, and their counters. */
 #include <velkor/zox_category.h>
 
+#include <atomic>
+
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_filter.h>
 
@@ -42,8 +44,9 @@ void zox_category_update(const ZoxEvent *event) {
   for (ZoxCategory *category : Items<ZoxCategory>(core->categories)) {
     ZOX_ASSERT(category);
     ZOX_ASSERT(category->name);
+    // Fetches in the background count the postings that they find, several at once.
     if (accepts(*category, event, against_id_set))
-      ++category->count;
+      std::atomic_ref(category->count).fetch_add(1, std::memory_order_relaxed);
   }
 }
 
