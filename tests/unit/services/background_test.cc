@@ -6,6 +6,7 @@
 
 #include <velkor/zox_eventinfo.h>
 
+#include "tests/support/filter_fixture.h"
 #include "tests/unit/services/service_fixture.h"
 #include "tests/unit/services/thread_refusal.h"
 
@@ -14,6 +15,7 @@ namespace {
 
 using ::testing::Each;
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using ::testing::UnorderedElementsAreArray;
@@ -104,6 +106,7 @@ TEST_F(Background, TellsAtOnceWhenThereIsNoThread) {
 
 TEST_F(Background, RunsManyFetchesAtOnceAndTellsEachOnce) {
   constexpr gint32 postings = 12;
+  core->config->password = zox_string_new("wachtwoord");
   server.reply(details_path, "<PostInfo><Post><Ann>a</Ann></Post></PostInfo>");
   server.reply(forum_path, "<Forum><Event Code=\"0\"><View>9</View></Event></Forum>");
   std::vector<std::string> expected;
@@ -121,15 +124,20 @@ TEST_F(Background, RunsManyFetchesAtOnceAndTellsEachOnce) {
   EXPECT_THAT(told.threads, Each(std::this_thread::get_id()));
 }
 
-TEST_F(Background, FindsManyPostingsAtOnce) {
-  constexpr gint32 postings = 6;
-  server.reply("/3.7.3/xml-findpost.php", "<Post><PostID>1</PostID><Poster>p</Poster></Post>");
+TEST_F(Background, FindsAndCountsManyPostingsAtOnce) {
+  constexpr gint32 postings = 12;
+  zox_filterlist_append_filter(core->filterlist, filter_of(1).get());
+  zox_categories_init();
+  server.reply("/3.7.3/xml-findpost.php",
+               "<Post><PostID>1</PostID><Poster>p</Poster><Cat>1</Cat></Post>");
   server.reply(details_path, "<PostInfo><Post><Ann>a</Ann></Post></PostInfo>");
   for (gint32 postId = 1; postId <= postings; ++postId)
     zox_eventinfo_fetch_async(postId + 100, tell_details, &told);
   run_until(postings);
   EXPECT_THAT(told.lines, SizeIs(postings));
+  EXPECT_THAT(told.lines, Each(EndsWith(" 0 (null)")));
   EXPECT_EQ(text_of(cached(1)->ann), "a");
+  EXPECT_EQ(zox_category_get_parent(1)->count, postings);
 }
 
 /** Notes its life on a place that outlives it. */
