@@ -14,16 +14,24 @@ Reaction read_reaction(const Statement &row) {
           row.integer(4), row.integer(5), row.integer(6), row.integer(7)};
 }
 
+/** Makes the table before the first statement on it is prepared. */
+Database &with_table(Database &database) {
+  database.execute("CREATE TABLE IF NOT EXISTS reaction (id INTEGER PRIMARY KEY,"
+                   " posting INTEGER NOT NULL, author TEXT NOT NULL, body TEXT NOT NULL,"
+                   " stamp INTEGER NOT NULL, edit INTEGER NOT NULL, reply INTEGER NOT NULL,"
+                   " changed INTEGER NOT NULL);"
+                   "CREATE INDEX IF NOT EXISTS reaction_posting ON reaction (posting, changed);"
+                   "CREATE INDEX IF NOT EXISTS reaction_author ON reaction (author)");
+  return database;
+}
+
 }  // namespace
 
-ForumStore::ForumStore(Database &database) : database_(database) {
-  database_.execute("CREATE TABLE IF NOT EXISTS reaction (id INTEGER PRIMARY KEY,"
-                    " posting INTEGER NOT NULL, author TEXT NOT NULL, body TEXT NOT NULL,"
-                    " stamp INTEGER NOT NULL, edit INTEGER NOT NULL, reply INTEGER NOT NULL,"
-                    " changed INTEGER NOT NULL);"
-                    "CREATE INDEX IF NOT EXISTS reaction_posting ON reaction (posting, changed);"
-                    "CREATE INDEX IF NOT EXISTS reaction_author ON reaction (author)");
-}
+ForumStore::ForumStore(Database &database)
+    : database_(with_table(database)),
+      insert_(database.prepare(
+          "INSERT INTO reaction (posting, author, body, stamp, edit, reply, changed)"
+          " VALUES (?1, ?2, ?3, ?4, 0, ?5, ?4)")) {}
 
 std::int64_t ForumStore::add(Reaction reaction, std::int64_t now) {
   reaction.stamp = std::max(now, stamp(reaction.posting) + 1);
@@ -32,9 +40,8 @@ std::int64_t ForumStore::add(Reaction reaction, std::int64_t now) {
 }
 
 void ForumStore::add_old(const Reaction &reaction) {
-  database_.run("INSERT INTO reaction (posting, author, body, stamp, edit, reply, changed)"
-                " VALUES (?1, ?2, ?3, ?4, 0, ?5, ?4)",
-                reaction.posting, reaction.author, reaction.body, reaction.stamp, reaction.reply);
+  insert_.bind(reaction.posting, reaction.author, reaction.body, reaction.stamp, reaction.reply)
+      .run();
 }
 
 bool ForumStore::edit(std::int64_t id, const std::string &body, std::int64_t now) {

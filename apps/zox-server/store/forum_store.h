@@ -50,6 +50,7 @@ private:
   bool change(std::int64_t id, const std::string &body, bool withdrawn, std::int64_t now);
 
   Database &database_;
+  Statement insert_;
 };
 
 }  // namespace velkor::server

@@ -82,7 +82,8 @@ void Statement::check(int result) const {
 Database::Database(const std::string &file) {
   sqlite3 *database = nullptr;
   const int result =
-      sqlite3_open_v2(file.c_str(), &database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+      sqlite3_open_v2(file.c_str(), &database,
+                      SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
   handle_.reset(database);
   if (result != SQLITE_OK)
     throw DatabaseError(database == nullptr ? "out of memory" : sqlite3_errmsg(database));

@@ -63,6 +63,7 @@ private:
   int bound_ = 0;
 };
 
+/** One connection to a database; it belongs to one thread. */
 class Database {
 public:
   /** Opens `file`, making it when needed; ":memory:" keeps everything in memory. */
