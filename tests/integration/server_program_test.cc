@@ -3,6 +3,7 @@
 #include <csignal>
 
 #include <gmock/gmock.h>
+#include <sqlite3.h>
 #include <sys/stat.h>
 
 #include "tests/integration/server_test.h"
@@ -24,6 +25,13 @@ Outcome run(const std::string &arguments) {
       {"sh", "-c", std::string("exec " ZOX_SERVER_PROGRAM " ") + arguments + " 2>&1"});
   std::string output = process.read_rest();
   return {process.wait(), std::move(output)};
+}
+
+void change_database(const std::string &file, const char *sql) {
+  sqlite3 *database = nullptr;
+  ASSERT_EQ(sqlite3_open(file.c_str(), &database), SQLITE_OK);
+  EXPECT_EQ(sqlite3_exec(database, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+  sqlite3_close(database);
 }
 
 class ServerProgram : public ServerTest {};
@@ -138,6 +146,39 @@ TEST_F(ServerProgram, RefusesADatabaseOutOfReach) {
   const Outcome outcome = run("--port 0 --database /nergens/zox.db");
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.output, HasSubstr("cannot use the database /nergens/zox.db"));
+}
+
+TEST_F(ServerProgram, RefusesADatabaseOfAnotherProgram) {
+  const std::string file = (sandbox.home() / "ander.db").string();
+  change_database(file, "CREATE TABLE boodschappen (wat TEXT)");
+  const Outcome outcome = run("--port 0 --database " + file);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.output, HasSubstr("it belongs to another program"));
+}
+
+TEST_F(ServerProgram, RefusesADatabaseOfAnotherVersion) {
+  const std::string file = (sandbox.home() / "zox.db").string();
+  start({"--postings", "1", "--database", file});
+  server->stop();
+  change_database(file, "PRAGMA user_version = 99");
+  const Outcome outcome = run("--port 0 --database " + file);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.output, HasSubstr("of another version of zox-server"));
+}
+
+TEST_F(ServerProgram, TellsClientsWhenItsDatabaseFails) {
+  const std::string file = (sandbox.home() / "zox.db").string();
+  start({"--postings", "1", "--database", file});
+  change_database(file, "DROP TABLE newsgroup");
+  EXPECT_EQ(body_of("/3.7.3/xml-groups.php"), "Could not connect to the database");
+}
+
+TEST_F(ServerProgram, ListensOnOtherAddressesToo) {
+  start({"--postings", "1", "--listen", "127.0.0.2"});
+  EXPECT_TRUE(server->host().starts_with("127.0.0.2:")) << server->host();
+  EXPECT_TRUE(is_xml(body_of("/3.7.3/xml-groups.php")));
+  EXPECT_FALSE(server->requests().back().proxied);
+  EXPECT_TRUE(server->control_host().starts_with("127.0.0.1:"));
 }
 
 TEST_F(ServerProgram, KeepsItsDatabaseToItself) {

@@ -48,7 +48,17 @@ Reply json_error(unsigned status, const char *reason) {
   return reply;
 }
 
+struct ControlCommand {
+  const char *method;
+  const char *path;
+  const char *description;
+  Reply (*handler)(const Controlled &, const Request &);
+};
+
+Reply list_commands(const Controlled &controlled, const Request &request);
+
 constexpr std::array all_commands{
+    ControlCommand{"GET", "/commands", "this list", list_commands},
     ControlCommand{"GET", "/status", "the clock and how much there is of everything",
                    commands::status},
     ControlCommand{"POST", "/advance",
@@ -82,6 +92,16 @@ constexpr std::array all_commands{
                    commands::signup_pause},
 };
 
+Reply list_commands(const Controlled &, const Request &) {
+  JsonWriter json;
+  json.begin_array();
+  for (const ControlCommand &command : all_commands) {
+    json.begin_object().member("method", command.method).member("path", command.path);
+    json.member("description", command.description).end_object();
+  }
+  return commands::json_reply(json.end_array().finish());
+}
+
 Reply carry_out(const Controlled &controlled, const Request &request) {
   // A page in a browser could otherwise command the server behind its user's back.
   if (request.from_browser_page)
@@ -95,10 +115,6 @@ Reply carry_out(const Controlled &controlled, const Request &request) {
 }
 
 }  // namespace
-
-std::span<const ControlCommand> control_commands() {
-  return all_commands;
-}
 
 Reply answer_control(const Controlled &controlled, const Request &request) noexcept {
   try {

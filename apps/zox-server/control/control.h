@@ -3,8 +3,6 @@
 #ifndef ZOX_SERVER_CONTROL_CONTROL_H
 #define ZOX_SERVER_CONTROL_CONTROL_H
 
-#include <span>
-
 #include "zox-server/http/dispatcher.h"
 #include "zox-server/http/message.h"
 #include "zox-server/service.h"
@@ -18,15 +16,6 @@ struct Controlled {
   Dispatcher &dispatcher;
   Stock &stock;
 };
-
-struct ControlCommand {
-  const char *method;
-  const char *path;
-  const char *description;
-  Reply (*handler)(const Controlled &, const Request &);
-};
-
-std::span<const ControlCommand> control_commands();
 
 Reply answer_control(const Controlled &controlled, const Request &request) noexcept;
 

@@ -65,7 +65,9 @@ bool is_proxied(SoupServerMessage *message, GUri *uri) {
 }
 
 std::string host_of(GUri *uri) {
-  const std::string host = g_uri_get_host(uri);
+  std::string host = g_uri_get_host(uri);
+  if (host.find(':') != std::string::npos)
+    host = "[" + host + "]";
   const int port = g_uri_get_port(uri);
   return port < 0 || port == default_port ? host : host + ":" + std::to_string(port);
 }
