@@ -24,7 +24,7 @@ namespace {
 [[noreturn]] void leave_to_the_running_instance() noexcept {
   std::printf("Velkor is reeds actief\n");
   g_free(std::exchange(core, nullptr));
-  std::exit(1);
+  std::exit(1);  // NOLINT(concurrency-mt-unsafe): no other thread has been started yet
 }
 
 /** Each step builds on those before it: the postings are counted, the newsgroups looked up. */

@@ -53,11 +53,11 @@ void dbus_glib_marshal_velkor_dbus_BOOLEAN__INT_POINTER(GClosure *closure, GValu
  * Interface, name and "S" for synchronous, then each argument as name, "I" for in and its type; an
  * empty string ends a method. The second method's description begins at open_posting_offset.
  */
-constexpr char methods_data[] = "org.Velkor.Velkor\0bringToFront\0S\0\0"
-                                "org.Velkor.Velkor\0openPosting\0S\0postId\0I\0i\0\0";
+constexpr const char *methods_data = "org.Velkor.Velkor\0bringToFront\0S\0\0"
+                                     "org.Velkor.Velkor\0openPosting\0S\0postId\0I\0i\0\0";
 constexpr int open_posting_offset = sizeof "org.Velkor.Velkor\0bringToFront\0S\0";
-constexpr char signals_data[] = "org.Velkor.Velkor\0bring_to_front\0"
-                                "org.Velkor.Velkor\0open_posting\0";
+constexpr const char *signals_data = "org.Velkor.Velkor\0bring_to_front\0"
+                                     "org.Velkor.Velkor\0open_posting\0";
 
 const std::array methods{
     DBusGMethodInfo{G_CALLBACK(velkor_dbus_bring_to_front),

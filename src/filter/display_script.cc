@@ -78,7 +78,8 @@ void add_page_script(TextWriter &out) noexcept {
   constexpr std::string_view placeholder = "%s";
   const OwnedString directory = data_directory();
   std::string_view rest = page_script;
-  for (auto place = rest.find(placeholder); place != rest.npos; place = rest.find(placeholder)) {
+  for (auto place = rest.find(placeholder); place != std::string_view::npos;
+       place = rest.find(placeholder)) {
     out.add(rest.substr(0, place));
     out.add(directory->str);
     rest.remove_prefix(place + placeholder.size());

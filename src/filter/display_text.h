@@ -29,7 +29,7 @@ public:
   void add_number(gint64 number) noexcept {
     constexpr std::size_t longest = 20;
     char *start = room_for(longest);
-    const auto end = std::to_chars(start, start + longest, number).ptr;
+    const char *const end = std::to_chars(start, start + longest, number).ptr;
     text_->len += static_cast<std::size_t>(end - start);
   }
 

@@ -192,6 +192,7 @@ ZoxString *zox_events_sort(gint32 filtered, ZoxTextFunc textFunc) {
 }
 
 ZoxString *zox_events_sort_apply_filter(const ZoxFilter *filter) {
+  ZOX_ASSERT(filter);
   TextWriter out;
   const auto mode = static_cast<std::size_t>(filter->sortMode);
   if (mode < sort_modes.size()) {

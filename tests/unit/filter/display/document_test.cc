@@ -1,7 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** The display document around the postings. */
 #include <limits>
-#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -26,8 +25,6 @@ using namespace velkor::test;
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
 
 constexpr gint64 generated = 1234567890;
 

@@ -20,7 +20,6 @@ using namespace velkor;
 using namespace velkor::test;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Not;
 
 class ElementTest : public DisplayTest {};
