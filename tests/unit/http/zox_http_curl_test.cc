@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include <velkor/zox_http_curl.h>
 
+#include <cstdarg>
 #include <cstdlib>
 #include <filesystem>
 #include <map>
@@ -24,6 +25,9 @@ namespace {
 
 bool no_handles = false;
 
+/** The options with a number that this thread set last. */
+thread_local std::map<CURLoption, long> numbers;
+
 }  // namespace
 }  // namespace velkor
 
@@ -32,6 +36,25 @@ extern "C" CURL *curl_easy_init() {
   using Function = CURL *(*)();
   static const auto original = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "curl_easy_init"));
   return velkor::no_handles ? nullptr : original();
+}
+
+#undef curl_easy_setopt
+
+/** Stands before libcurl's own function, so that a test sees the options that show no effect. */
+extern "C" CURLcode curl_easy_setopt(CURL *handle, CURLoption option, ...) {
+  using Function = CURLcode (*)(CURL *, CURLoption, ...);
+  static const auto original = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "curl_easy_setopt"));
+  va_list arguments;
+  va_start(arguments, option);
+  CURLcode result = CURLE_OK;
+  if (option < CURLOPTTYPE_OBJECTPOINT) {
+    velkor::numbers[option] = va_arg(arguments, long);
+    result = original(handle, option, velkor::numbers[option]);
+  } else {
+    result = original(handle, option, va_arg(arguments, void *));
+  }
+  va_end(arguments);
+  return result;
 }
 
 namespace velkor {
@@ -80,6 +103,17 @@ TEST_F(ZoxHttpCurlExecute, IntroducesItself) {
   EXPECT_EQ(request().headers["user-agent"], "Velkor 1.0 Beta 5 (Linux)");
   EXPECT_EQ(request().headers["accept-encoding"], "gzip");
   EXPECT_EQ(request().headers["host"], server.host());
+}
+
+TEST_F(ZoxHttpCurlExecute, WaitsTwentySecondsForAConnectionAndWithoutSignals) {
+  server.reply(path, "OK");
+  numbers.clear();
+  EXPECT_EQ(Request{}.execute().code, 0U);
+  EXPECT_EQ(numbers.at(CURLOPT_CONNECTTIMEOUT), 20);
+  EXPECT_EQ(numbers.at(CURLOPT_NOSIGNAL), 1);
+  EXPECT_EQ(numbers.at(CURLOPT_NOPROGRESS), 1);
+  EXPECT_FALSE(numbers.contains(CURLOPT_TIMEOUT));
+  EXPECT_FALSE(numbers.contains(CURLOPT_TIMEOUT_MS));
 }
 
 TEST_F(ZoxHttpCurlExecute, TakesAWholeAddressWithoutAHost) {
