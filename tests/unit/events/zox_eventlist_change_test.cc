@@ -5,6 +5,7 @@
 #include <velkor/zox_string.h>
 #include <velkor/zox_watchlist.h>
 
+#include "events/event_age.h"
 #include "tests/support/log_capture.h"
 #include "tests/unit/events/list_fixture.h"
 
@@ -133,7 +134,19 @@ TEST_F(ZoxEventlistChange, PurgeTakesPostingsOffTheWatchlist) {
   EXPECT_THAT(ids(list), ElementsAre(2));
 }
 
-TEST_F(ZoxEventlistChange, PurgeStopsAtTheExactDay) {
+TEST(EventAge, IsLongDeletedAfterMoreThanADay) {
+  const OwnedEvent event = basic_event(1);
+  constexpr gint64 now = 1300000000;
+  event->status = -2;
+  event->updated = now - 86400;
+  EXPECT_FALSE(is_long_deleted(*event, now));
+  event->updated = now - 86401;
+  EXPECT_TRUE(is_long_deleted(*event, now));
+  event->status = -3;
+  EXPECT_FALSE(is_long_deleted(*event, now));
+}
+
+TEST_F(ZoxEventlistChange, PurgeCopesWithTheFarthestTimes) {
   const OwnedEvent event = basic_event(1);
   event->status = -2;
   event->updated = G_MININT64;
