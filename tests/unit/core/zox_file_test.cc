@@ -65,7 +65,7 @@ TEST_F(ZoxFileDirectories, HoldTheNamesOfFiles) {
   EXPECT_EQ(taken(zox_file_parse_cache_filename(nullptr, 1)), cache);
 }
 
-TEST_F(ZoxFileDirectories, MayBeSetAgainEvenToThemselves) {
+TEST_F(ZoxFileDirectories, ReplaceTheEarlierNameWhenSetAgain) {
   zox_file_set_lib_dir("/een");
   zox_file_set_lib_dir("/twee");
   EXPECT_EQ(taken(zox_file_parse_lib_dir(nullptr)), "/twee");

@@ -166,8 +166,10 @@ TEST(ZoxStringReplace, TakesTimeInProportion) {
   EXPECT_EQ(replaced(source.c_str(), "a", "bb").size(), source.size() * 2);
 }
 
-TEST(ZoxStringReplaceDeathTest, NeedsASource) {
+TEST(ZoxStringReplaceDeathTest, NeedsASourceAndSomethingToLookFor) {
   EXPECT_DEATH(zox_string_replace(nullptr, "a", "b"), "assertion failed: \\(bron\\)");
+  const OwnedString text(zox_string_new("tekst"));
+  EXPECT_DEATH(zox_string_replace(text.get(), "", "b"), "assertion failed: \\(\\*search");
 }
 
 }  // namespace
