@@ -78,8 +78,9 @@ void zox_eventlist_destroy(ZOXEventlist *list);
 ZoxErrorCode zox_eventlist_load(ZOXEventlist *list, char **retError);
 
 /**
- * Writes all postings to the cache file, except those in state -2 that changed more than a day ago.
- * Several threads may save the same list: each save is whole, the last one stands. Threads: any.
+ * Writes all postings to the cache file, except those in state -2 that changed more than a day ago
+ * and, with a warning, those that zox_events_xml_add_basic() cannot write. Several threads may save
+ * the same list: each save is whole, the last one stands. Threads: any.
  * @param list  the list
  * @return 1; 0 when the file cannot be written
  */

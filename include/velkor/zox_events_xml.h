@@ -17,16 +17,18 @@ G_BEGIN_DECLS
 /**
  * Makes the "Event" element of a posting from its fields up to `rating`; details and forum are not
  * written. Both times are written as signed 32-bit numbers. Asserts "event".
- * @param event  the posting; its poster is not null
+ * @param event  the posting
  * @param doc    the document for which the element is made
- * @return a new element, not yet attached; the caller attaches it or frees it with `xmlFreeNode()`
+ * @return a new element, not yet attached; the caller attaches it or frees it with `xmlFreeNode()`.
+ *         Null, with a warning, for a posting without poster or with a text that no reader would
+ *         take back (not UTF-8, control characters, more than 10,000,000 bytes)
  */
 xmlNodePtr zox_events_xml_add_basic(const ZoxEvent *event, xmlDocPtr doc);
 
 /**
  * The place for a fuller form; does what zox_events_xml_add_basic() does. Asserts "event" and
  * "doc".
- * @param event  the posting; its poster is not null
+ * @param event  the posting
  * @param doc    the document for which the element is made
  * @return as zox_events_xml_add_basic()
  */

@@ -25,8 +25,8 @@ ZoxString *zox_string_new(const char *text);
 const char *zox_string_value(const ZoxString *s);
 
 /**
- * Prints a number in decimal, at most 10 characters: -2147483648, the one value that needs 11,
- * comes out as "-214748364".
+ * Prints a number in decimal, at most 10 characters: a negative number of ten digits loses its last
+ * one, so that -2147483648 comes out as "-214748364".
  * @param n  any number
  * @return a new text
  */
@@ -51,7 +51,7 @@ const char *zox_string_status(gint32 n);
  * The short form of a newsgroup name: "alt.binaries.tv" becomes "a.b.tv".
  * @param s  the full name
  * @return a new text: "a.b." and what follows the 13th character when the name begins with
- *         "alt.binaries", else a copy
+ *         "alt.binaries", "a.b" for that name alone, else a copy
  */
 char *zox_string_strip_newsgroup(const ZoxString *s);
 
@@ -78,7 +78,7 @@ char *zox_string_date(gint64 seconds);
 
 /**
  * Replaces every occurrence, found from the left without overlap and without regard to the case of
- * ASCII letters. Asserts "bron" (`source`).
+ * ASCII letters. Asserts "bron" (`source`) and that `search` is not empty.
  * @param source       the text to search; it is not changed
  * @param search       what to replace; not empty
  * @param replacement  what to put there, as it is
