@@ -11,6 +11,7 @@ be defined on the same floor or a lower one, or be listed as an exception.
 import argparse
 import fnmatch
 import pathlib
+import posixpath
 import re
 import subprocess
 import sys
@@ -82,8 +83,8 @@ def find_circle(includes):
 
 
 def source_of(obj):
-    """The source file below src/ of an object as CMake names it."""
-    return re.sub(r"^.*\.dir/", "", obj)[: -len(".o")]
+    """The source file below src/ of an object as CMake names it, "target.dir/./room/file.cc.o"."""
+    return posixpath.normpath(re.sub(r"^.*\.dir/", "", obj)[: -len(".o")])
 
 
 def read_symbols(objects):
@@ -110,7 +111,7 @@ def check_symbols(objects, floors):
     for user, symbols in sorted(needed.items()):
         for symbol in symbols:
             owner = defined.get(symbol)
-            if owner is None or (floors.of(owner) or 0) <= (floors.of(user) or 0):
+            if owner is None or floors.of(owner) <= floors.of(user):
                 continue
             name = readable(symbol)
             if not floors.allows(user, name):
@@ -134,7 +135,9 @@ def main():
     circle = find_circle(includes)
     if circle:
         faults.append("a circle of includes: " + " -> ".join(circle))
-    if arguments.objects:
+    strangers = {source_of(obj) for obj in arguments.objects} - includes.keys()
+    faults += [f"{name}: is not a path below src/" for name in sorted(strangers)]
+    if arguments.objects and not faults:
         faults += check_symbols(arguments.objects, floors)
     for fault in faults:
         print(f"check_floors: {fault}", file=sys.stderr)

@@ -29,10 +29,10 @@ class CheckFloors(unittest.TestCase):
     def compiled(self, name, text):
         """An object of the source file src/<name>, named as CMake names it."""
         self.write(f"src/{name}", text)
-        target = self.root / f"build/library.dir/{name}.o"
-        target.parent.mkdir(parents=True, exist_ok=True)
+        target = f"{self.root}/build/library.dir/./{name}.o"
+        pathlib.Path(target).parent.mkdir(parents=True, exist_ok=True)
         subprocess.run(["cc", "-x", "c", "-c", self.root / f"src/{name}", "-o", target], check=True)
-        return str(target)
+        return target
 
     def run_tool(self, *objects):
         run = subprocess.run([sys.executable, TOOL, "--root", self.root, *objects],
@@ -85,6 +85,11 @@ class CheckFloors(unittest.TestCase):
         high = self.compiled("top/special.c", "int table[4] = {1};")
         low = self.compiled("top/a.c", "extern int table[4]; int low(void) { return table[0]; }")
         self.assertIn("needs table", self.run_tool(high, low))
+
+    def test_refuses_an_object_of_elsewhere(self):
+        stranger = self.compiled("top/a.c", "int low(void) { return 1; }")
+        (self.root / "src/top/a.c").unlink()
+        self.assertIn("top/a.c: is not a path below src/", self.run_tool(stranger))
 
     def test_accepts_a_call_that_goes_down_and_a_listed_exception(self):
         high = self.compiled("top/special.c", "int low(void); int high(void) { return low(); }")
