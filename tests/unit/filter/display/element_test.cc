@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** The element of one posting. */
 #include <limits>
+#include <ostream>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -157,6 +158,10 @@ struct Rating {
   gint32 scale;
   const char *printed;
 };
+
+void PrintTo(const Rating &rating, std::ostream *out) {
+  *out << rating.rating << " of scale " << rating.scale;
+}
 
 class RatingTest : public DisplayTest, public testing::WithParamInterface<Rating> {};
 
