@@ -10,6 +10,7 @@
 
 #include "support/owned.h"
 #include "velkorctl/bus_owner.h"
+#include "velkorctl/cache_files.h"
 #include "velkorctl/failure.h"
 #include "velkorctl/file_stamp.h"
 #include "velkorctl/messages.h"
@@ -151,7 +152,7 @@ void CoreSession::start_reading(const GlobalOptions &options, Load load) {
 }
 
 void CoreSession::start_writing(const GlobalOptions &options, Load load) {
-  if (instance_is_running())
+  if (front_end_is_running())
     throw Failure(Exit::busy, "Velkor is running and would overwrite what is changed here; "
                               "close it first, or do this in its window");
   make_directory(directory_);
@@ -170,7 +171,7 @@ void CoreSession::start(const GlobalOptions &options, const fs::path &cache, Loa
   if (is_cached(cache, "velkor.groups"))
     zox_group_load();
   if (load == Load::mail && is_cached(cache, "velkor.mail"))
-    zox_mail_load();
+    load_mail();
   core->eventlist = zox_eventlist_new();
   if (load == Load::postings && is_cached(cache, "velkor.posts"))
     load_postings();
@@ -182,12 +183,22 @@ void CoreSession::load_postings() {
   const OwnedText reason(place);
   if (result == 0 || g_strcmp0(reason.get(), no_postings) == 0)
     return;
-  std::string message = "cannot read the postings in " + directory_.string() + "/velkor.posts.gz";
-  if (reason)
-    message.append(": ").append(reason.get());
+  report_unreadable("the postings in " + directory_.string() + "/velkor.posts.gz" +
+                    (reason ? std::string(": ") + reason.get() : ""));
+}
+
+void CoreSession::load_mail() {
+  zox_mail_load();
+  const Inspection found = inspect(directory_, {"velkor.mail", "Mail", "Event"});
+  if (!found.problem.empty())
+    report_unreadable("the messages in " + directory_.string() + "/velkor.mail: " + found.problem);
+}
+
+/** A reading command has nothing to show; a writing one goes on, the file is kept aside. */
+void CoreSession::report_unreadable(const std::string &what) const {
   if (access_ == Access::read)
-    throw Failure(Exit::files, message);
-  say("warning: " + message);
+    throw Failure(Exit::files, "cannot read " + what);
+  say("warning: cannot read " + what);
 }
 
 void CoreSession::save_settings() {

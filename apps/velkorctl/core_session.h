@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 
 #include "velkorctl/cache_view.h"
 #include "velkorctl/command.h"
@@ -48,6 +49,8 @@ private:
   void start_writing(const GlobalOptions &options, Load load);
   void start(const GlobalOptions &options, const std::filesystem::path &cache, Load load);
   void load_postings();
+  void load_mail();
+  void report_unreadable(const std::string &what) const;
 
   std::filesystem::path directory_;
   Access access_;

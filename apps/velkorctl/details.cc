@@ -106,7 +106,8 @@ void print_details(const ZoxEvent &posting, Output &out) {
     if (!value.empty())
       table.add({title, value});
   };
-  add("ID", std::to_string(posting.postId));
+  if (posting.postId > 0)
+    add("ID", std::to_string(posting.postId));
   add("Title", std::string(view_of(posting.title)));
   add("Poster", std::string(view_of(posting.poster)));
   add("Date", moment_or_nothing(posting.stamp));

@@ -61,14 +61,16 @@ OwnedString display_document(ZoxFilter &filter, const Context &context) {
   return OwnedString(zox_events_sort_filtered(nullptr));
 }
 
-/** As the library prints it; only a terminal is spared its controls. */
-void print_xml(ZoxFilter &filter, const Context &context) {
-  const OwnedString document = display_document(filter, context);
-  const std::string_view text = view_of(document.get());
-  if (context.out.width() > 0)
-    context.out.write(safe_text(text, Lines::keep));
+/** As it is; only a terminal is spared its controls. */
+void write_document(std::string_view text, Output &out) {
+  if (out.width() > 0)
+    out.write(safe_text(text, Lines::keep));
   else
-    context.out.write(text);
+    out.write(text);
+}
+
+void print_xml(ZoxFilter &filter, const Context &context) {
+  write_document(view_of(display_document(filter, context).get()), context.out);
 }
 
 /** The numbers of the postings that the display document shows. */
@@ -93,7 +95,7 @@ void print_html(ZoxFilter &filter, const Context &context) {
   const auto page = html_page(view_of(document.get()), shown_numbers(filter.perCategory != 0));
   if (!page)
     throw Failure(Exit::failed, "the postings cannot be made into a page");
-  context.out.write(*page);
+  write_document(*page, context.out);
 }
 
 Exit run(const Context &context) {

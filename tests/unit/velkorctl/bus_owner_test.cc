@@ -14,19 +14,19 @@ using test::EnvironmentVariable;
 TEST(BusOwner, WithoutABusNobodyRuns) {
   const EnvironmentVariable address("DBUS_SESSION_BUS_ADDRESS", std::nullopt);
   const EnvironmentVariable runtime("XDG_RUNTIME_DIR", "/nonexistent");
-  EXPECT_FALSE(instance_is_running());
+  EXPECT_FALSE(name_is_owned());
 }
 
 TEST(BusOwner, ABusThatIsGoneIsNoBus) {
   const EnvironmentVariable address("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
-  EXPECT_FALSE(instance_is_running());
+  EXPECT_FALSE(name_is_owned());
 }
 
 TEST(BusOwner, AsksTheBusForTheName) {
   const test::PrivateBus bus;
-  EXPECT_FALSE(instance_is_running());
+  EXPECT_FALSE(name_is_owned());
   const test::BusNameOwner owner;
-  EXPECT_TRUE(instance_is_running());
+  EXPECT_TRUE(name_is_owned());
   EXPECT_TRUE(owner.calls().empty());
 }
 

@@ -1,0 +1,183 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/* velkorctl open and listen: the two sides of the session bus. */
+#include <exception>
+#include <memory>
+#include <string>
+
+#include <glib-unix.h>
+
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_dbus.h>
+#include <velkor/zox_mail.h>
+
+#include "velkorctl/bus_owner.h"
+#include "velkorctl/commands.h"
+#include "velkorctl/core_session.h"
+#include "velkorctl/formats.h"
+#include "velkorctl/json.h"
+#include "velkorctl/messages.h"
+
+namespace velkor::ctl {
+namespace {
+
+Exit run_open(const Context &context) {
+  const gint32 id = posting_id(context.arguments.required("ID"));
+  if (!hand_to_instance(id))
+    throw Failure(Exit::not_found, "Velkor is not running");
+  return Exit::ok;
+}
+
+/** A front end that prints what it is asked to show, until it is interrupted. */
+class Listener {
+public:
+  explicit Listener(const Context &context);
+  ~Listener();
+  Listener(const Listener &) = delete;
+  Listener &operator=(const Listener &) = delete;
+
+  Exit run();
+
+private:
+  void claim_name();
+  void print(const char *event, gint32 id = 0);
+  void check_mail();
+
+  static void on_bring_to_front(VelkorDBusObject *object, gpointer self) noexcept;
+  static void on_open_posting(VelkorDBusObject *object, gint id, gpointer self) noexcept;
+  static gboolean on_mail_time(gpointer self) noexcept;
+  static gboolean on_signal(gpointer self) noexcept;
+  /** No exception may cross the main loop: it ends the loop and run() throws it on. */
+  template <typename Action>
+  void guarded(Action action) noexcept;
+
+  const Context &context_;
+  CoreSession session_;
+  std::unique_ptr<GMainLoop, ReleaseWith<g_main_loop_unref>> loop_;
+  std::exception_ptr failure_;
+  bool mail_waits_ = false;
+};
+
+Listener::Listener(const Context &context)
+    : context_(context), session_(context.options, CoreSession::Access::read, Load::settings),
+      loop_(g_main_loop_new(nullptr, FALSE)) {
+  claim_name();
+  VelkorDBusObject *object = zox_dbus_get_object();
+  g_signal_connect(object, "bring_to_front", G_CALLBACK(on_bring_to_front), this);
+  g_signal_connect(object, "open_posting", G_CALLBACK(on_open_posting), this);
+  g_unix_signal_add(SIGINT, on_signal, this);
+  g_unix_signal_add(SIGTERM, on_signal, this);
+}
+
+Listener::~Listener() {
+  zox_dbus_cleanup();
+}
+
+/** Asked first whether another one has the name, since that one would come to the front. */
+void Listener::claim_name() {
+  if (name_is_owned())
+    throw Failure(Exit::busy, "Velkor is already running");
+  char *place = nullptr;
+  gint32 active = 0;
+  const gint32 exported = zox_dbus_initialize(0, nullptr, &active, &place);
+  const OwnedText message(place);
+  if (exported == 0)
+    throw Failure(Exit::failed, message ? message.get() : "Velkor is already running");
+}
+
+Exit Listener::run() {
+  const auto minutes = context_.arguments.value("--mail");
+  if (minutes) {
+    session_.require_account();
+    const auto pause = number_in_range(*minutes, 1, 24 * 60, "--mail");
+    g_timeout_add_seconds(static_cast<guint>(pause * 60), on_mail_time, this);
+    guarded([this] { check_mail(); });
+  }
+  guarded([this] { print("listening"); });
+  if (!failure_)
+    g_main_loop_run(loop_.get());
+  if (failure_)
+    std::rethrow_exception(failure_);
+  return Exit::ok;
+}
+
+void Listener::print(const char *event, gint32 id) {
+  Json json;
+  json.begin_object().text("event", event);
+  std::string line = event;
+  if (id != 0) {
+    json.number("id", id);
+    line += " " + std::to_string(id);
+  }
+  const bool as_json = wants_json(context_.arguments);
+  context_.out.write((as_json ? json.end_object().compact() : line) + "\n");
+  context_.out.flush();
+}
+
+/** Tells once that mail waits, until it has been fetched. */
+void Listener::check_mail() {
+  guint32 waiting = 0;
+  char *place = nullptr;
+  const ZoxErrorCode result = zox_mail_check(&waiting, &place);
+  const OwnedText notice(place);
+  if (result != 0)
+    say(sentence_of(result, notice.get()));
+  else if (waiting != 0 && !mail_waits_)
+    print("mail");
+  if (result == 0)
+    mail_waits_ = waiting != 0;
+}
+
+template <typename Action>
+void Listener::guarded(Action action) noexcept {
+  try {
+    action();
+  } catch (...) {
+    failure_ = std::current_exception();
+    g_main_loop_quit(loop_.get());
+  }
+}
+
+void Listener::on_bring_to_front(VelkorDBusObject * /*object*/, gpointer self) noexcept {
+  auto *listener = static_cast<Listener *>(self);
+  listener->guarded([listener] { listener->print("bring_to_front"); });
+}
+
+void Listener::on_open_posting(VelkorDBusObject * /*object*/, gint id, gpointer self) noexcept {
+  auto *listener = static_cast<Listener *>(self);
+  listener->guarded([listener, id] { listener->print("open_posting", id); });
+}
+
+gboolean Listener::on_mail_time(gpointer self) noexcept {
+  auto *listener = static_cast<Listener *>(self);
+  listener->guarded([listener] { listener->check_mail(); });
+  return G_SOURCE_CONTINUE;
+}
+
+gboolean Listener::on_signal(gpointer self) noexcept {
+  g_main_loop_quit(static_cast<Listener *>(self)->loop_.get());
+  return G_SOURCE_CONTINUE;
+}
+
+Exit run_listen(const Context &context) {
+  return Listener(context).run();
+}
+
+}  // namespace
+
+Command open_command() {
+  return {"open",
+          "Let the running Velkor show a posting",
+          {{"ID", "The number of the posting"}},
+          {},
+          run_open};
+}
+
+Command listen_command() {
+  return {"listen",
+          "Stand in for the desktop front end and print what it is asked to show",
+          {},
+          {{"--mail", "MINUTES", "Ask the server so often whether messages wait"}, format_option()},
+          run_listen};
+}
+
+}  // namespace velkor::ctl

@@ -1,0 +1,151 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/* velkorctl myzox: the user's own postings. */
+#include <memory>
+#include <string>
+
+#include <velkor/zox_http_curl.h>
+#include <velkor/zox_myzox.h>
+#include <velkor/zox_splitted_list.h>
+#include <velkor/zox_string.h>
+
+#include "support/slist.h"
+#include "support/text.h"
+#include "velkorctl/commands.h"
+#include "velkorctl/core_session.h"
+#include "velkorctl/formats.h"
+#include "velkorctl/json.h"
+#include "velkorctl/messages.h"
+#include "velkorctl/moment.h"
+#include "velkorctl/safe_text.h"
+
+namespace velkor::ctl {
+namespace {
+
+using XmlDocument = std::unique_ptr<xmlDoc, ReleaseWith<xmlFreeDoc>>;
+
+constexpr ZoxErrorCode unreadable_reply = 11;
+
+void free_post(ZoxMyzoxPost *post) noexcept {
+  for (GString *text : {post->title, post->fName, post->poster, post->link})
+    if (text != nullptr)
+      free_string(text);
+  zox_splitted_list_free(&post->groups);
+  g_free(post);
+}
+
+void free_posts(GSList *posts) noexcept {
+  for (ZoxMyzoxPost *post : Items<ZoxMyzoxPost>(posts))
+    free_post(post);
+  g_slist_free(posts);
+}
+using OwnedPosts = std::unique_ptr<GSList, ReleaseWith<free_posts>>;
+
+OwnedPosts fetch_posts() {
+  ZoxString *place = nullptr;
+  const ZoxErrorCode result =
+      zox_http_curl_execute("/3.7.3/xml-myzox.php", nullptr, 1, &place, 1, nullptr, 1);
+  const OwnedString reply(place);
+  require_success(result, OwnedText(g_strdup(chars_or_null(reply.get()))));
+  GSList *posts = nullptr;
+  constexpr gint32 no_children = 3;
+  const gint32 problem = zox_myzox_parse(reply.get(), &posts);
+  OwnedPosts owned(posts);
+  if (problem != 0 && problem != no_children)
+    require_success(unreadable_reply, nullptr);
+  return owned;
+}
+
+void print_table(const GSList *posts, const Context &context) {
+  using Align = Column::Align;
+  Table table({{"ID", Align::right},
+               {"DATE"},
+               {"STATUS"},
+               {"CATEGORY"},
+               {"KUDOS", Align::right},
+               {"REACTIONS", Align::right},
+               {"EDIT"},
+               {"TITLE", Align::left, true}});
+  for (const ZoxMyzoxPost *post : Items<ZoxMyzoxPost>(posts))
+    table.add({std::to_string(post->postId), show_moment(post->stamp),
+               zox_string_status(static_cast<gint32>(post->status)),
+               zox_string_category(static_cast<gint32>(post->cat)), std::to_string(post->kudos),
+               std::to_string(post->forum), post->canEdit != 0 ? "yes" : "no",
+               std::string(view_of(post->title))});
+  print(table, context);
+}
+
+void add_post(Json &json, const ZoxMyzoxPost &post) {
+  json.begin_object().number("id", post.postId).number("stamp", post.stamp);
+  json.number("updated", post.updated).flag("canEdit", post.canEdit != 0);
+  json.number("status", static_cast<gint32>(post.status)).number("category", post.cat);
+  json.number("subCategory", static_cast<gint32>(post.sCat)).text("title", post.title);
+  json.text("poster", post.poster).text("fileName", post.fName).text("link", post.link);
+  json.number("kudos", post.kudos).number("reactions", post.forum).number("reps", post.reps);
+  json.number("reqs", post.reqs).number("rating", post.rating).number("mod", post.mod);
+  json.begin_array("newsgroups");
+  for (const GString *id : Items<GString>(post.groups))
+    json.item(view_of(id));
+  json.end_array().end_object();
+}
+
+void print_json(const GSList *posts, Output &out) {
+  JsonLines lines(out);
+  for (const ZoxMyzoxPost *post : Items<ZoxMyzoxPost>(posts)) {
+    Json json;
+    add_post(json, *post);
+    lines.add(json);
+  }
+  lines.finish();
+}
+
+void print_xml(GSList *posts, Output &out) {
+  const XmlDocument document(zox_myzox_print(posts));
+  xmlChar *text = nullptr;
+  int length = 0;
+  xmlDocDumpFormatMemory(document.get(), &text, &length, 1);
+  const std::string copy(reinterpret_cast<const char *>(text), static_cast<std::size_t>(length));
+  xmlFree(text);
+  out.write(out.width() > 0 ? safe_text(copy, Lines::keep) : copy);
+}
+
+void update_post(const std::string &text) {
+  char *place = nullptr;
+  const ZoxErrorCode result = zox_myzox_update(posting_id(text), &place);
+  require_success(result, OwnedText(place));
+  say("the server is asked to refresh posting " + text);
+}
+
+Exit run(const Context &context) {
+  const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
+  session.require_account();
+  if (const auto id = context.arguments.value("--update")) {
+    update_post(*id);
+    return Exit::ok;
+  }
+  const OwnedPosts posts = fetch_posts();
+  if (wants_json(context.arguments))
+    print_json(posts.get(), context.out);
+  else if (context.arguments.value("--format") == "xml")
+    print_xml(posts.get(), context.out);
+  else
+    print_table(posts.get(), context);
+  return Exit::ok;
+}
+
+}  // namespace
+
+Command myzox_command() {
+  return {"myzox",
+          "Print the postings that you placed",
+          {},
+          {{"--update", "ID", "Ask the server to refresh one of them instead"},
+           {"--format",
+            "FORMAT",
+            "table (default), json, or xml: the library's document",
+            false,
+            {"table", "json", "xml"}},
+           {"--no-header", "", "Leave the titles of the columns out"}},
+          run};
+}
+
+}  // namespace velkor::ctl

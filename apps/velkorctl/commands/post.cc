@@ -1,0 +1,83 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/* velkorctl post: a new spot. */
+#include <array>
+#include <string>
+
+#include <velkor/zox_post.h>
+
+#include "velkorctl/commands.h"
+#include "velkorctl/core_session.h"
+#include "velkorctl/details.h"
+#include "velkorctl/messages.h"
+#include "velkorctl/spot_file.h"
+
+namespace velkor::ctl {
+namespace {
+
+constexpr ZoxErrorCode reservation = 26;
+
+/** What there is to tell about a step; nothing about most of them. */
+constexpr std::array<const char *, 17> step_words{
+    nullptr,
+    nullptr,
+    "sending the posting",
+    nullptr,
+    "the posting is accepted",
+    "sending its description",
+    nullptr,
+    nullptr,
+    "sending its signature",
+    nullptr,
+    nullptr,
+    "sending its tracks",
+    nullptr,
+    nullptr,
+    nullptr,
+    "finished",
+    nullptr,
+};
+
+gint tell_step(gint32 step) noexcept {
+  const auto place = static_cast<std::size_t>(step);
+  if (place < step_words.size() && step_words[place] != nullptr)
+    say(step_words[place]);
+  return 0;
+}
+
+/** A posting whose later parts failed stands on the server without them. */
+void require_whole(ZoxErrorCode result, const ZoxEvent &spot) {
+  if (result == 0 || result == reservation)
+    return;
+  std::string words = sentence_of(result, "");
+  if (spot.postId > 0)
+    words += "; posting " + std::to_string(spot.postId) + " stands without the rest";
+  throw Failure(exit_of(result), words);
+}
+
+Exit run(const Context &context) {
+  const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
+  const OwnedEvent spot = read_spot(context.arguments.required("FILE"));
+  if (context.arguments.has("--dry-run")) {
+    print_details(*spot, context.out);
+    return Exit::ok;
+  }
+  session.require_account();
+  const ZoxErrorCode result = zox_post_send(spot.get(), tell_step);
+  require_whole(result, *spot);
+  if (result == reservation)
+    say(sentence_of(result, nullptr));
+  context.out.write(std::to_string(spot->postId) + "\n");
+  return Exit::ok;
+}
+
+}  // namespace
+
+Command post_command() {
+  return {"post",
+          "Place a new spot and print its number",
+          {{"FILE", "The key file that describes it"}},
+          {{"--dry-run", "", "Check it and print what would be sent"}},
+          run};
+}
+
+}  // namespace velkor::ctl

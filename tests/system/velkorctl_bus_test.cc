@@ -1,0 +1,91 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/* velkorctl open and listen on a session bus of the test's own. */
+#include <csignal>
+
+#include "tests/support/bus_name_owner.h"
+#include "tests/support/private_bus.h"
+#include "tests/system/velkorctl_fixture.h"
+
+namespace velkor::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+class VelkorctlBus : public VelkorctlTest {
+protected:
+  PrivateBus bus;
+};
+
+TEST_F(VelkorctlBus, OpenHandsThePostingToTheRunningInstance) {
+  const BusNameOwner front_end;
+  EXPECT_EQ(output({"open", "42"}), "");
+  EXPECT_THAT(front_end.calls(), ElementsAre("openPosting (42,)"));
+}
+
+TEST_F(VelkorctlBus, WithoutAnInstanceOpenSaysSo) {
+  const Outcome outcome = run({"open", "42"});
+  EXPECT_EQ(outcome.status, 7);
+  EXPECT_EQ(outcome.err, "velkorctl: Velkor is not running\n");
+  bus.stop();
+  EXPECT_EQ(run({"open", "42"}).status, 7);
+}
+
+TEST_F(VelkorctlBus, ListenPrintsWhatItIsAsked) {
+  ChildProcess listener(command({"listen"}));
+  EXPECT_EQ(listener.read_line(), "listening");
+  EXPECT_EQ(output({"open", "42"}), "");
+  EXPECT_EQ(listener.read_line(), "open_posting 42");
+  EXPECT_EQ(run_program({"dbus-send", "--session", "--print-reply", "--dest=org.Velkor.Velkor",
+                         "/org/Velkor/Velkor/object", "org.Velkor.Velkor.bringToFront"})
+                .status,
+            0);
+  EXPECT_EQ(listener.read_line(), "bring_to_front");
+  listener.send_signal(SIGTERM);
+  EXPECT_EQ(listener.wait(), 0);
+}
+
+TEST_F(VelkorctlBus, ListenPrintsJson) {
+  ChildProcess listener(command({"listen", "--format", "json"}));
+  EXPECT_EQ(listener.read_line(), R"({"event":"listening"})");
+  EXPECT_EQ(output({"open", "7"}), "");
+  EXPECT_EQ(listener.read_line(), R"({"event":"open_posting","id":7})");
+}
+
+TEST_F(VelkorctlBus, OtherCommandsMayWriteBesideAListener) {
+  ChildProcess listener(command({"listen"}));
+  EXPECT_EQ(listener.read_line(), "listening");
+  EXPECT_EQ(output({"config", "set", "trayIcon", "0"}), "");
+}
+
+TEST_F(VelkorctlBus, ListenDoesNotDisturbARunningInstance) {
+  const BusNameOwner front_end;
+  const Outcome outcome = run({"listen"});
+  EXPECT_EQ(outcome.status, 4);
+  EXPECT_EQ(outcome.err, "velkorctl: Velkor is already running\n");
+  EXPECT_THAT(front_end.calls(), ElementsAre());
+}
+
+TEST_F(VelkorctlBus, WithoutABusListenFails) {
+  bus.stop();
+  const Outcome outcome = run({"listen"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("Maken van verbinding met DBus mislukt:"));
+}
+
+class VelkorctlMailNotice : public ServerVelkorctlTest {
+protected:
+  PrivateBus bus;
+};
+
+TEST_F(VelkorctlMailNotice, ListenTellsThatMailWaits) {
+  Surroundings around;
+  around.input = "text";
+  ASSERT_EQ(run({"mail", "send", "demo", "subject"}, around).status, 0);
+  ChildProcess listener(command({"listen", "--mail", "60"}));
+  EXPECT_EQ(listener.read_line(), "mail");
+  EXPECT_EQ(listener.read_line(), "listening");
+}
+
+}  // namespace
+}  // namespace velkor::test
