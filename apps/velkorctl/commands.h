@@ -23,6 +23,7 @@ Command cache_restore_command();
 Command cache_resync_command();
 Command cache_verify_command();
 Command categories_command();
+Command completion_command();
 Command config_get_command();
 Command config_list_command();
 Command config_set_command();
