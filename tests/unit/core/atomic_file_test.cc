@@ -3,13 +3,20 @@
 
 #include <atomic>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <string>
 #include <thread>
+#include <vector>
+
+#include <fcntl.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include "tests/support/full_disk.h"
 #include "tests/support/log_capture.h"
@@ -18,7 +25,30 @@
 namespace velkor {
 namespace {
 
+/** What this thread did for a file to last, in order. */
+thread_local std::vector<std::string> steps;
+
+}  // namespace
+}  // namespace velkor
+
+/** Stand before the system's own functions, so that a test sees what no file shows. */
+extern "C" int fsync(int descriptor) {
+  struct stat status {};
+  fstat(descriptor, &status);
+  velkor::steps.emplace_back(S_ISDIR(status.st_mode) ? "sync directory" : "sync file");
+  return static_cast<int>(syscall(SYS_fsync, descriptor));
+}
+
+extern "C" int rename(const char *from, const char *to) noexcept {
+  velkor::steps.emplace_back("rename");
+  return renameat(AT_FDCWD, from, AT_FDCWD, to);
+}
+
+namespace velkor {
+namespace {
+
 namespace fs = std::filesystem;
+using testing::ElementsAre;
 using Form = AtomicFile::Form;
 
 mode_t mode_of(const fs::path &path) {
@@ -81,6 +111,16 @@ TEST_F(AtomicFileTest, KeepsTheOldContentUntilItIsCommitted) {
   EXPECT_EQ(test::read_file(path), "oud");
   EXPECT_TRUE(file.commit());
   EXPECT_EQ(test::read_file(path), std::string(1 << 20, 'n'));
+}
+
+TEST_F(AtomicFileTest, IsOnTheDiskBeforeItGetsItsName) {
+  for (const Form form : {Form::plain, Form::gzip}) {
+    AtomicFile file(path, form);
+    file.write("tekst");
+    steps.clear();
+    EXPECT_TRUE(file.commit());
+    EXPECT_THAT(steps, ElementsAre("sync file", "rename", "sync directory"));
+  }
 }
 
 TEST_F(AtomicFileTest, LeavesNoTraceWhenItIsGivenUp) {
