@@ -8,6 +8,7 @@
 #include <velkor/zox_http_curl.h>
 #include <velkor/zox_string.h>
 
+#include "tests/support/fresh_process.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/server_fixture.h"
 #include "tests/unit/events/list_fixture.h"
@@ -163,6 +164,16 @@ TEST_F(ZoxEventsFetch, SavesListSettingsAndNewsgroups) {
   EXPECT_EQ(core->config->prevCheck, 1000);
   EXPECT_THAT(test::read_gzip(cache_file("velkor.groups.gz")), HasSubstr("alt.binaries.tv"));
   EXPECT_THAT(test::read_gzip(cache_file("velkor.posts.gz")), HasSubstr("<PostID>2</PostID>"));
+}
+
+TEST_F(ZoxEventsFetch, LoadsWhatItSaved) {
+  available_are(available(2000, "een"));
+  // The third one is merged, but a posting that was deleted so long ago is not saved.
+  offer("een", document_of({recent_posting(2), recent_posting(3),
+                            recent_posting(4, "<Status>-2</Status><Updated>1</Updated>")}));
+  EXPECT_EQ(update(), 0U);
+  EXPECT_THAT(calls.steps, ElementsAre("dump 0/0", "dump 1/1", "merge 3/3", "done 3", "done 2"));
+  EXPECT_THAT(ids(core->eventlist), ElementsAre(2, 3));
 }
 
 TEST_F(ZoxEventsFetch, AsksOnceUnlessRecursive) {
@@ -418,6 +429,7 @@ TEST_F(ZoxEventsFetch, QuestionAppendsToTheNames) {
 using ZoxEventsFetchDeathTest = ZoxEventsFetch;
 
 TEST_F(ZoxEventsFetchDeathTest, NeedsCoreAndSettings) {
+  const test::FreshProcess fresh(sandbox);
   char *text = nullptr;
   EXPECT_DEATH(
       {
