@@ -23,6 +23,7 @@ namespace {
 using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::Field;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::IsSupersetOf;
 using ::testing::Not;
@@ -412,12 +413,17 @@ const std::map<std::string, Expected> expected_codes{
 
 class FaultyUpdate : public Update {
 protected:
-  /** What comes of an update that prints what it cannot use and may meet with silence. */
+  /** What comes of an update that prints what it cannot use, never a secret, and may meet silence.
+   */
   ZoxErrorCode faulty_update() {
     zox_http_set_transfer_callback(stop_when_stalled, &*server);
     testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
     const ZoxErrorCode code = update();
-    testing::internal::GetCapturedStdout();
+    const std::string printed =
+        testing::internal::GetCapturedStdout() + testing::internal::GetCapturedStderr();
+    EXPECT_THAT(printed, Not(HasSubstr(ServerProcess::password)));
+    EXPECT_THAT(printed, Not(HasSubstr(std::string(ServerProcess::user) + ":")));
     zox_http_set_transfer_callback(nullptr, nullptr);
     return code;
   }
