@@ -104,6 +104,24 @@ TEST_F(BusTest, OpensAPostingByItsNumber) {
   EXPECT_EQ(first.next(), "signal open_posting 42");
 }
 
+TEST_F(BusTest, AnswersAClientThatIsNotGLibs) {
+  FrontEnd first;
+  EXPECT_EQ(first.next(), started);
+  const auto send = [](const std::vector<std::string> &message) {
+    std::vector<std::string> words{"dbus-send", "--session", "--print-reply=literal",
+                                   "--dest=org.Velkor.Velkor", "/org/Velkor/Velkor/object"};
+    words.insert(words.end(), message.begin(), message.end());
+    return ChildProcess(words).wait();
+  };
+  EXPECT_EQ(send({"org.Velkor.Velkor.openPosting", "int32:42"}), 0);
+  EXPECT_EQ(first.next(), "velkor_dbus_open_posting(42)");
+  EXPECT_EQ(first.next(), "signal open_posting 42");
+  EXPECT_EQ(send({"org.Velkor.Velkor.bringToFront"}), 0);
+  EXPECT_EQ(first.next(), "velkor_dbus_bring_to_front");
+  EXPECT_EQ(first.next(), "signal bring_to_front");
+  EXPECT_NE(send({"org.Velkor.Velkor.openPosting", "string:tekst"}), 0);
+}
+
 TEST_F(BusTest, TakesTheWholeRangeOfNumbers) {
   FrontEnd first;
   EXPECT_EQ(first.next(), started);
