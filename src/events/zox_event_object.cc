@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** The locked holder of one posting. */
+#include <atomic>
 #include <utility>
 
 #include <velkor/zox_event.h>
@@ -12,9 +13,13 @@
 namespace velkor {
 namespace {
 
-/** Replaces the record held by `object`, releasing the earlier one. */
+/**
+ * Replaces the record held by `object`, releasing the earlier one. A walk may look at the pointer
+ * itself without the lock, to fetch what it points to.
+ */
 void hold(ZOXEventObject &object, PackedEvent event) noexcept {
-  const PackedEvent earlier(std::exchange(object.event, event.release()));
+  const PackedEvent earlier(
+      std::atomic_ref(object.event).exchange(event.release(), std::memory_order_relaxed));
 }
 
 void init(ZOXEventObject &object) noexcept {
