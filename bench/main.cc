@@ -65,7 +65,9 @@ public:
     print("load", own("load"), "xmllint --stream", stream);
     print("save", own("save"), "pigz -9 -p1", compress);
     print("merge", own("merge"), nullptr, 0);
-    print("filter", own("filter"), "SQLite LIKE", own("like").seconds);
+    const double like = own("like").seconds;
+    print("filter", own("filter"), "SQLite LIKE", like);
+    print("again", own("again"), "SQLite LIKE", like);
     print("display", own("display"), "copy of the document", own("copy").seconds);
   }
 
