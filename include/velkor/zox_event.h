@@ -34,20 +34,20 @@ typedef struct _ZoxEvent {
   gint32 sCat;             /**< -1; sub-category, see zox_category_get_scat_name() */
   ZoxSplittedList *tags;   /**< null; tag codes such as "a0", see zox_tags.h */
   ZoxString *tag;          /**< null; free tag text given by the poster */
-  gint32 rating;           /**< 0; as the server states it, in units of `ratingScale` / 100 */
-  ZoxString *ann;          /**< null; details: announcement */
-  ZoxString *des;          /**< null; details: description */
-  ZoxString *sig;          /**< null; details: signature */
-  gint32 fType;            /**< 0; details: file type */
-  gint32 files;            /**< 0; details: number of files */
-  gint32 fStart;           /**< 0; details: number of the first file */
-  ZoxString *img;          /**< null; details: image */
-  ZoxForum *forum;         /**< null until the forum was fetched */
-  gint32 parType;          /**< 0; forum: type of the par files */
-  gint32 pars;             /**< 0; forum: number of par files */
-  gint32 blockSize;        /**< 0; forum: block size of the par files */
-  gint32 view;             /**< 0; forum: number of views */
-  gint32 kudos;            /**< 0; forum: number of kudos */
+  gint32 rating;    /**< 0; as the server states it; the display scales it by 100 / `ratingScale` */
+  ZoxString *ann;   /**< null; details: announcement */
+  ZoxString *des;   /**< null; details: description */
+  ZoxString *sig;   /**< null; details: signature */
+  gint32 fType;     /**< 0; details: file type */
+  gint32 files;     /**< 0; details: number of files */
+  gint32 fStart;    /**< 0; details: where the files start */
+  ZoxString *img;   /**< null; details: image */
+  ZoxForum *forum;  /**< null until the forum was fetched */
+  gint32 parType;   /**< 0; forum: the server's "ParType" */
+  gint32 pars;      /**< 0; forum: number of par files */
+  gint32 blockSize; /**< 0; forum: block size of the par files */
+  gint32 view;      /**< 0; forum: number of views */
+  gint32 kudos;     /**< 0; forum: number of kudos */
   GSList *mp3Tracks;       /**< null; of ZoxString, none null; details: track texts in order */
   gint32 locked;           /**< 0; forum: non-zero when closed for reactions */
   ZoxString *reason;       /**< null; forum: why the posting was removed */

@@ -73,7 +73,7 @@ void zox_events_forum_reactie_free(ZoxReactie *reactie);
  * Fetches the forum of a posting into the event list, whose cache file is not written; blocks. On
  * failure the posting stays as it was. Asserts "uitvoer". Threads: any.
  * @param postId     id of the posting
- * @param lastCheck  time since when, as the server states it; 0 for all
+ * @param lastCheck  time of the last check, sent as it is
  * @param message    receives the server's notice for 29, else null
  * @return 0; 12 when the event list does not know the posting; 11 when the reply cannot be read; a
  *         code of zox_http_curl_execute()

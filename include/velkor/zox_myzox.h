@@ -33,7 +33,7 @@ typedef struct _ZoxMyzoxPost {
   guint32 sCat;            /**< sub-category */
   gint64 updated;          /**< time of the last change */
   guint32 kudos;           /**< number of kudos */
-  guint32 forum;           /**< number of reactions */
+  guint32 forum;           /**< the server's "Forum" count */
   guint32 reps;            /**< the server's "Reps" count */
   guint32 reqs;            /**< the server's "Reqs" count */
   guint32 rating;          /**< rating */

@@ -16,23 +16,23 @@ G_BEGIN_DECLS
  */
 typedef struct _ZoxProfile {
   char *name;            /**< user name; never null in a profile received */
-  gint64 stamp;          /**< seconds since 1970 */
-  guint32 posts;         /**< number of reactions */
-  guint32 spots;         /**< number of spots */
-  guint32 kudos;         /**< kudos */
+  gint64 stamp;          /**< the server's "Stamp", seconds since 1970 */
+  guint32 posts;         /**< the server's "Posts" */
+  guint32 spots;         /**< the server's "Spots" */
+  guint32 kudos;         /**< the server's "Kudos" */
   guint32 kudosGiven;    /**< kudos given */
   guint32 kudosReceived; /**< kudos received */
-  guint32 rank;          /**< rank */
+  guint32 rank;          /**< the server's "Rank" */
   char *email;           /**< e-mail address */
   char *info;            /**< about the user */
   char *avatar;          /**< avatar */
-  guint32 status;        /**< state of the account */
+  guint32 status;        /**< the server's "Status" */
   char *site;            /**< web site */
   char *im;              /**< instant messaging */
   char *isp;             /**< provider */
   char *newsServer;      /**< news server */
   char *hobby;           /**< hobby */
-  guint32 profileStatus; /**< state of the profile */
+  guint32 profileStatus; /**< the server's "PStat" */
 } ZoxProfile;
 
 /**
