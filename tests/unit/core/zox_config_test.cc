@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_string.h>
@@ -261,6 +262,39 @@ TEST_F(ZoxConfigTest, WarnsWhenItCannotBeRead) {
   zox_config_load();
   EXPECT_THAT(log.warnings(), ElementsAre("zox_config_load(): cannot load configfile " +
                                           path.string() + ": Is a directory"));
+}
+
+/** No file can be opened while it lives. */
+class NoMoreFiles {
+public:
+  NoMoreFiles() {
+    getrlimit(RLIMIT_NOFILE, &earlier_);
+    const rlimit none{0, earlier_.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+  }
+  ~NoMoreFiles() { setrlimit(RLIMIT_NOFILE, &earlier_); }
+  NoMoreFiles(const NoMoreFiles &) = delete;
+  NoMoreFiles &operator=(const NoMoreFiles &) = delete;
+
+private:
+  rlimit earlier_{};
+};
+
+TEST_F(ZoxConfigTest, KeepsAFileThatCouldNotBeReadAsideWhenItSaves) {
+  test::write_file(path, "username=u\n");
+  {
+    const NoMoreFiles none;
+    zox_config_load();
+  }
+  EXPECT_EQ(core->config->username, nullptr);
+  ASSERT_THAT(log.warnings(), ElementsAre("zox_config_load(): cannot load configfile " +
+                                          path.string() + ": Too many open files"));
+  EXPECT_THAT(saved(), HasSubstr("\nratingScale=100\n"));
+  std::vector<std::string> kept;
+  for (const auto &entry : fs::directory_iterator(path.parent_path()))
+    if (entry.path().filename().string().starts_with("velkor.conf.onleesbaar-"))
+      kept.push_back(test::read_file(entry.path()));
+  EXPECT_THAT(kept, ElementsAre("username=u\n"));
 }
 
 TEST_F(ZoxConfigTest, StartsANewUserWithAStarterFile) {

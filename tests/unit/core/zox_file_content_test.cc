@@ -80,9 +80,9 @@ TEST_F(ZoxFileContent, KeepsAPlainFileThatIsAskedForAsSuch) {
 }
 
 TEST_F(ZoxFileContent, DeletesNothingThatCouldNotBeRead) {
-  fs::create_directory(plain);
+  fs::create_symlink("/proc/self/mem", plain);  // can be opened, but nothing is at its start
   EXPECT_THAT(load(true), Optional(StrEq("")));
-  EXPECT_TRUE(fs::exists(plain));
+  EXPECT_TRUE(fs::is_symlink(plain));
 }
 
 TEST_F(ZoxFileContent, LosesTheRestOfALineBehindAZeroByte) {
