@@ -73,8 +73,15 @@ std::string gunzip(const std::string &packed) {
   return content;
 }
 
-ServerProcess &ServerTest::start(const std::vector<std::string> &options) {
+void ServerTest::stop() {
+  if (server && server->is_running()) {
+    EXPECT_EQ(server->stop(), 0);
+  }
   server.reset();
+}
+
+ServerProcess &ServerTest::start(const std::vector<std::string> &options) {
+  stop();
   return server.emplace(options);
 }
 

@@ -29,7 +29,12 @@ class ServerTest : public ::testing::Test {
 protected:
   using Parameters = ServerProcess::Parameters;
 
-  /** Starts the server; without it a test has none. */
+  /** However a server was treated, it ends in good order (and without leaks, where that is seen).
+   */
+  void TearDown() override { stop(); }
+
+  void stop();
+  /** Starts a server in the place of the one there is; without it a test has none. */
   ServerProcess &start(const std::vector<std::string> &options = {"--postings", "30"});
 
   /** What the member gets for `path`, with the right secret. */

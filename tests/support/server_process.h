@@ -103,6 +103,8 @@ public:
 
   /** Asks the server to end. @return its exit status */
   int stop();
+  /** Whether it has not been stopped yet. */
+  [[nodiscard]] bool is_running() const { return running_; }
 
 private:
   void wait_until_ready();
