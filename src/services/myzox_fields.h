@@ -3,6 +3,8 @@
 #ifndef VELKOR_SERVICES_MYZOX_FIELDS_H
 #define VELKOR_SERVICES_MYZOX_FIELDS_H
 
+#include <array>
+
 #include <velkor/zox_myzox.h>
 
 #include "services/record_fields.h"
@@ -13,7 +15,7 @@ namespace velkor {
 inline constexpr std::string_view myzox_permission = "Edit";
 
 /** In the order of printing. The post id is read from an attribute, not from an element. */
-inline constexpr Field<ZoxMyzoxPost> myzox_fields[] = {
+inline constexpr auto myzox_fields = std::to_array<Field<ZoxMyzoxPost>>({
     {"", &ZoxMyzoxPost::postId, "PostID"},
     {"Stamp", &ZoxMyzoxPost::stamp, "Datum"},
     {myzox_permission, &ZoxMyzoxPost::canEdit, "CanEdit"},
@@ -32,7 +34,7 @@ inline constexpr Field<ZoxMyzoxPost> myzox_fields[] = {
     {"Reqs", &ZoxMyzoxPost::reqs, "Reqs"},
     {"Rating", &ZoxMyzoxPost::rating, "Rating"},
     {"Mod", &ZoxMyzoxPost::mod, "Mod"},
-};
+});
 
 }  // namespace velkor
 

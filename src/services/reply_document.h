@@ -15,9 +15,9 @@ enum class DocumentFault : gint32 { none = 0, empty = 1, wrong_root = 2, no_chil
 /** What a reader expects of the root, and how it tells of a document that differs. */
 struct DocumentRule {
   /** Name of the root; letter case does not count. */
-  const char *root;
+  const char *root = nullptr;
   /** The function that the messages name. */
-  const char *reader;
+  const char *reader = nullptr;
   xml::Complaint complaint{};
   /** Whether a root without children is logged as a warning. */
   bool childless_logged = true;

@@ -2,6 +2,7 @@
 /** The reader of the "Forum" document. */
 #include <velkor/zox_events_forum.h>
 
+#include <array>
 #include <string>
 #include <unordered_map>
 
@@ -20,18 +21,26 @@ namespace {
 
 constexpr DocumentRule forum_rule{.root = "Forum", .reader = "zox_events_forum_parse"};
 
-constexpr Field<ZoxReactie> reactie_fields[] = {
-    {"MessID", &ZoxReactie::messId}, {"Author", &ZoxReactie::author}, {"Body", &ZoxReactie::body},
-    {"Stamp", &ZoxReactie::stamp},   {"Edit", &ZoxReactie::edit},     {"Reply", &ZoxReactie::reply},
+constexpr auto reactie_fields = std::to_array<Field<ZoxReactie>>({
+    {"MessID", &ZoxReactie::messId},
+    {"Author", &ZoxReactie::author},
+    {"Body", &ZoxReactie::body},
+    {"Stamp", &ZoxReactie::stamp},
+    {"Edit", &ZoxReactie::edit},
+    {"Reply", &ZoxReactie::reply},
     {"Avatar", &ZoxReactie::avatar},
-};
-constexpr Field<ZoxEvent> event_fields[] = {
-    {"Kudos", &ZoxEvent::kudos},     {"Pars", &ZoxEvent::pars},
-    {"ParType", &ZoxEvent::parType}, {"BlockSize", &ZoxEvent::blockSize},
-    {"Status", &ZoxEvent::status},   {"View", &ZoxEvent::view},
-    {"Locked", &ZoxEvent::locked},   {"Reason", &ZoxEvent::reason},
-};
-constexpr Field<ZoxForum> forum_fields[] = {{"Stamp", &ZoxForum::stamp}};
+});
+constexpr auto event_fields = std::to_array<Field<ZoxEvent>>({
+    {"Kudos", &ZoxEvent::kudos},
+    {"Pars", &ZoxEvent::pars},
+    {"ParType", &ZoxEvent::parType},
+    {"BlockSize", &ZoxEvent::blockSize},
+    {"Status", &ZoxEvent::status},
+    {"View", &ZoxEvent::view},
+    {"Locked", &ZoxEvent::locked},
+    {"Reason", &ZoxEvent::reason},
+});
+constexpr auto forum_fields = std::to_array<Field<ZoxForum>>({{"Stamp", &ZoxForum::stamp}});
 
 /** What a kudos element tells: the kudos of one user, who is null when it names none. */
 struct UserKudos {
@@ -43,8 +52,8 @@ struct UserKudos {
   GString *user = nullptr;
   guint32 kudos = 0;
 };
-constexpr Field<UserKudos> kudos_fields[] = {{"User", &UserKudos::user},
-                                             {"Kudos", &UserKudos::kudos}};
+constexpr auto kudos_fields =
+    std::to_array<Field<UserKudos>>({{"User", &UserKudos::user}, {"Kudos", &UserKudos::kudos}});
 
 UserKudos::UserKudos(xmlDoc *doc, xmlNode *first) noexcept {
   read_fields<UserKudos>(doc, first, kudos_fields, *this);

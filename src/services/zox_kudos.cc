@@ -10,7 +10,7 @@
 namespace velkor {
 namespace {
 
-constexpr char kudos_path[] = "/3.7.3/xml-kudos.php";
+constexpr const char *kudos_path = "/3.7.3/xml-kudos.php";
 
 }  // namespace
 }  // namespace velkor

@@ -12,7 +12,7 @@
 namespace velkor {
 namespace {
 
-constexpr char mail_file[] = "velkor.mail";
+constexpr const char *mail_file = "velkor.mail";
 
 bool mail_file_exists() noexcept {
   const OwnedText path(zox_file_parse_cache_filename(mail_file, 0));

@@ -19,12 +19,12 @@ namespace {
 constexpr DocumentRule mail_rule{
     .root = "Mail", .reader = "zox_mail_parse", .complaint = {.other_root = "Events"}};
 
-constexpr Field<ZoxBericht> bericht_fields[] = {
+constexpr auto bericht_fields = std::to_array<Field<ZoxBericht>>({
     {"From", &ZoxBericht::from},
     {"Subject", &ZoxBericht::subject},
     {"Body", &ZoxBericht::body},
     {"Stamp", &ZoxBericht::stamp},
-};
+});
 
 /** A message while it is read: unlike a finished one it may lack texts. */
 class BerichtParts {
@@ -44,7 +44,7 @@ public:
 private:
   void read(xmlDoc *doc, xmlNode *node, const Field<ZoxBericht> &field) noexcept {
     // An element that is there but empty is an empty text, so that such a message can be kept.
-    auto *text = std::get_if<GString * ZoxBericht::*>(&field.member);
+    const auto *text = std::get_if<GString * ZoxBericht::*>(&field.member);
     if (!read_field(doc, node, field, parts_) && text != nullptr)
       parts_.**text = g_string_new(nullptr);
   }

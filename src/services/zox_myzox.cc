@@ -62,7 +62,9 @@ OwnedPost read_post(xmlDoc *doc, xmlNode *node) noexcept {
     return nullptr;
   OwnedPost post(g_new0(ZoxMyzoxPost, 1));
   post->postId = postId;
-  return read_entry(doc, node->children, *post) ? std::move(post) : nullptr;
+  if (!read_entry(doc, node->children, *post))
+    return nullptr;
+  return post;
 }
 
 }  // namespace

@@ -16,7 +16,7 @@
 namespace velkor {
 namespace {
 
-constexpr char post_path[] = "/3.7.3/xml-post.php";
+constexpr const char *post_path = "/3.7.3/xml-post.php";
 constexpr ZoxErrorCode code_refused = 25;
 constexpr ZoxErrorCode code_with_reservation = 26;
 
@@ -96,10 +96,10 @@ private:
   ZoxErrorCode send_posting() noexcept;
   ZoxErrorCode accept(const char *reply) noexcept;
   /** Sends what belongs to a posting that was accepted, between its steps. */
-  ZoxErrorCode follow_up(Step step, const Parameters &parameters) const noexcept;
-  ZoxErrorCode send_description() const noexcept;
-  ZoxErrorCode send_signature() const noexcept;
-  ZoxErrorCode send_tracks() const noexcept;
+  [[nodiscard]] ZoxErrorCode follow_up(Step step, const Parameters &parameters) const noexcept;
+  [[nodiscard]] ZoxErrorCode send_description() const noexcept;
+  [[nodiscard]] ZoxErrorCode send_signature() const noexcept;
+  [[nodiscard]] ZoxErrorCode send_tracks() const noexcept;
   ZoxErrorCode send_all() noexcept;
 
   ZoxEvent &event_;

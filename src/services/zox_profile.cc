@@ -2,6 +2,8 @@
 /* The public profile of a user. */
 #include <velkor/zox_profile.h>
 
+#include <array>
+
 #include "core/tolerance.h"
 #include "services/profile_document.h"
 #include "services/record_fields.h"
@@ -17,7 +19,7 @@ constexpr ZoxErrorCode code_no_profile = 33;
 constexpr DocumentRule profile_rule{
     .root = "UserInfo", .reader = "zox_profile_parse", .childless_logged = false};
 
-constexpr Field<ZoxProfile> profile_fields[] = {
+constexpr auto profile_fields = std::to_array<Field<ZoxProfile>>({
     {"Name", &ZoxProfile::name},
     {"Stamp", &ZoxProfile::stamp},
     {"Posts", &ZoxProfile::posts},
@@ -36,7 +38,7 @@ constexpr Field<ZoxProfile> profile_fields[] = {
     {"NS", &ZoxProfile::newsServer},
     {"Hobby", &ZoxProfile::hobby},
     {"PStat", &ZoxProfile::profileStatus},
-};
+});
 
 /** A text that is missing in its element makes the profile unusable; only a name may be missing. */
 void judge_missing_text(const xmlNode *node) noexcept {

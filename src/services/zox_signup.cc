@@ -2,6 +2,8 @@
 /** Creating an account. */
 #include <velkor/zox_signup.h>
 
+#include <array>
+
 #include "services/service_request.h"
 
 namespace velkor {
@@ -12,7 +14,8 @@ struct Answer {
   ZoxErrorCode code;
 };
 
-constexpr Answer answers[] = {{"OK", 0}, {"E0", 20}, {"E1", 21}, {"E2", 22}, {"E3", 23}};
+constexpr auto answers =
+    std::to_array<Answer>({{"OK", 0}, {"E0", 20}, {"E1", 21}, {"E2", 22}, {"E3", 23}});
 
 }  // namespace
 }  // namespace velkor

@@ -1,6 +1,10 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include <velkor/zox_mail.h>
 
+#include <cstdlib>
+
+#include <unistd.h>
+
 #include <velkor/zox_file.h>
 
 #include "tests/support/full_disk.h"
@@ -159,6 +163,16 @@ TEST_F(ZoxMailBox, ForgetsAnUnreadableFileThatBecameGood) {
   EXPECT_THAT(kept_aside(), IsEmpty());
 }
 
+TEST_F(ZoxMailBox, KeepsManyAndLongMessages) {
+  const std::string body(300000, 'x');
+  for (int number = 0; number < 60; ++number)
+    put_in_box(std::to_string(number).c_str(), "s", body.c_str());
+  const std::vector<std::string> before = shown(core->mail);
+  EXPECT_EQ(zox_mail_save(), 0);
+  EXPECT_EQ(zox_mail_load(), 0);
+  EXPECT_TRUE(shown(core->mail) == before);
+}
+
 TEST_F(ZoxMailBox, DeletesAMessageFromListAndFile) {
   ZoxBericht *first = put_in_box("een");
   ZoxBericht *second = put_in_box("twee");
@@ -204,6 +218,35 @@ TEST_F(ZoxMailBoxDeathTest, KeepsTheFileWhenTheDiskIsFull) {
       },
       testing::ExitedWithCode(0), "");
   EXPECT_EQ(file(), before);
+}
+
+/** Goes on as a user without privileges, who owns the sandbox. */
+void drop_privileges(const std::filesystem::path &home) {
+  constexpr uid_t nobody = 65534;
+  if (geteuid() != 0)
+    return;
+  for (const auto &entry : std::filesystem::recursive_directory_iterator(home))
+    ASSERT_EQ(chown(entry.path().c_str(), nobody, nobody), 0);
+  ASSERT_EQ(chown(home.c_str(), nobody, nobody), 0);
+  ASSERT_EQ(seteuid(nobody), 0);
+}
+
+TEST_F(ZoxMailBoxDeathTest, KeepsAFileThatCannotBeOpened) {
+  put_in_box("oud");
+  ASSERT_EQ(zox_mail_save(), 0);
+  const std::string before = file();
+  std::filesystem::permissions(cache_file("velkor.mail"), std::filesystem::perms::none);
+  EXPECT_EXIT(
+      {
+        drop_privileges(sandbox.home());
+        const bool loaded = zox_mail_load() == 0 && zox_mail_get_num_messages() == 1;
+        put_in_box("nieuw");
+        std::_Exit(loaded && zox_mail_save() == 0 ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+  ASSERT_EQ(kept_aside().size(), 1U);
+  std::filesystem::permissions(kept_aside().front(), std::filesystem::perms::owner_all);
+  EXPECT_EQ(read_file(kept_aside().front()), before);
 }
 
 TEST_F(ZoxMailBoxDeathTest, AssertsTheMessageAndTheBox) {
