@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <utility>
 
 #include <velkor/zox_file.h>
@@ -113,8 +114,9 @@ void add_cdata(xmlNode *parent, const char *name, const ZoxString *text) noexcep
   if (text == nullptr)
     return;
   xmlNode *child = xmlNewChild(parent, nullptr, xml::chars(name), nullptr);
-  xmlAddChild(child,
-              xmlNewCDataBlock(parent->doc, xml::chars(text->str), static_cast<int>(text->len)));
+  const std::string content = xml::storable(view_of(text));
+  xmlAddChild(child, xmlNewCDataBlock(parent->doc, xml::chars(content.c_str()),
+                                      static_cast<int>(content.size())));
 }
 
 void add_filter(xmlNode *root, const ZoxFilter &filter) noexcept {

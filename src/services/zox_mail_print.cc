@@ -10,6 +10,7 @@
 #include "support/assertion.h"
 #include "support/slist.h"
 #include "support/text.h"
+#include "support/xml.h"
 
 namespace velkor {
 namespace {
@@ -30,32 +31,9 @@ void append_element(GString *out, const char *name, std::string_view content) no
   append(out, "</" + tag + ">\n");
 }
 
-/** Whether XML can hold the character in any form. */
-bool is_xml_character(gunichar character) noexcept {
-  if (character < 0x20)
-    return character == '\t' || character == '\n' || character == '\r';
-  return character != 0xfffe && character != 0xffff;
-}
-
-/** The text as UTF-8 that a document can hold: what it cannot hold is left out. */
-std::string printable(std::string_view text) noexcept {
-  if (text.empty())
-    return {};
-  const OwnedText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
-  std::string kept;
-  kept.reserve(text.size());
-  for (const char *place = valid.get(); *place != '\0';) {
-    const char *next = g_utf8_next_char(place);
-    if (is_xml_character(g_utf8_get_char(place)))
-      kept.append(place, next);
-    place = next;
-  }
-  return kept;
-}
-
 /** One CDATA section, or several where the text holds the mark that ends one. */
 std::string cdata(std::string_view text) noexcept {
-  std::string content = printable(text);
+  std::string content = xml::storable(text);
   for (std::size_t mark = content.find(cdata_end); mark != std::string::npos;
        mark = content.find(cdata_end, mark)) {
     // The new end stands between the second bracket and the ">" of the mark.

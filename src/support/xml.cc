@@ -24,6 +24,13 @@ xmlParserInputPtr resolve_nothing(void *, const xmlChar *, const xmlChar *) {
 
 void ignore_external_subset(void *, const xmlChar *, const xmlChar *, const xmlChar *) {}
 
+/** Whether XML can hold the character in any form. */
+bool is_xml_character(gunichar character) noexcept {
+  if (character < 0x20)
+    return character == '\t' || character == '\n' || character == '\r';
+  return character != 0xfffe && character != 0xffff;
+}
+
 }  // namespace
 
 xmlSAXHandler closed_handler() noexcept {
@@ -68,6 +75,21 @@ xmlNode *root_named(const Document &document, const char *expected, const char *
   else
     std::fputs(text.get(), stderr);
   return nullptr;
+}
+
+std::string storable(std::string_view text) noexcept {
+  if (text.empty())
+    return {};
+  const OwnedText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
+  std::string kept;
+  kept.reserve(text.size());
+  for (const char *place = valid.get(); *place != '\0';) {
+    const char *next = g_utf8_next_char(place);
+    if (is_xml_character(g_utf8_get_char(place)))
+      kept.append(place, next);
+    place = next;
+  }
+  return kept;
 }
 
 }  // namespace velkor::xml

@@ -4,6 +4,7 @@
 #define VELKOR_SUPPORT_XML_H
 
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include <libxml/parser.h>
@@ -67,6 +68,9 @@ struct Complaint {
  */
 xmlNode *root_named(const Document &document, const char *expected, const char *reader,
                     const Complaint &complaint = {}) noexcept;
+
+/** The text as UTF-8 that a document can hold: what XML cannot hold in any form is left out. */
+std::string storable(std::string_view text) noexcept;
 
 /** Siblings from `first` on as a range of `xmlNode *`. */
 class Siblings {

@@ -48,7 +48,8 @@ void add_group(xmlNode *root, const ZoxGroup &group) noexcept {
   g_snprintf(id.data(), id.size(), "%u", group.id);
   xmlNewProp(element, xml::chars("ID"), xml::chars(id.data()));
   if (group.groupName != nullptr)
-    xmlNewTextChild(element, nullptr, xml::chars("Name"), xml::chars(group.groupName->str));
+    xmlNewTextChild(element, nullptr, xml::chars("Name"),
+                    xml::chars(xml::storable(view_of(group.groupName)).c_str()));
 }
 
 }  // namespace

@@ -170,6 +170,21 @@ TEST_F(ZoxFilterlistDocument, TextsSurviveWhateverTheyHold) {
   EXPECT_STREQ(static_cast<const ZoxFilter *>(core->filterlist->filters->data)->name->str, text);
 }
 
+TEST_F(ZoxFilterlistDocument, WhatXmlCannotHoldIsLeftOut) {
+  const OwnedFilter filter = test::filter_of(0);
+  filter->name = zox_string_new("een\1twee\xff");
+  filter->extraTag = zox_string_new("\x1fHD");
+  filter->tags = zox_splitted_list_split("a\b0");
+  zox_filterlist_append_filter(core->filterlist, filter.get());
+  zox_filterlist_save(core->filterlist);
+  zox_filterlist_load(core->filterlist);
+  ASSERT_EQ(g_slist_length(core->filterlist->filters), 1U);
+  const auto *read = static_cast<const ZoxFilter *>(core->filterlist->filters->data);
+  EXPECT_STREQ(read->name->str, "eentwee\ufffd");
+  EXPECT_STREQ(read->extraTag->str, "HD");
+  EXPECT_EQ(joined(read->tags), "|a0|");
+}
+
 TEST_F(ZoxFilterlistDocument, FilterWithoutNameStaysWithout) {
   EXPECT_EQ(load_one("<cat>1</cat>")->name, nullptr);
   zox_filterlist_save(core->filterlist);

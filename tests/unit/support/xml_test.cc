@@ -93,5 +93,25 @@ TEST_F(XmlRoot, AnotherRootIsReported) {
             "lees(): document of the wrong type, root node != Wortel-");
 }
 
+TEST(XmlStorable, KeepsWhatADocumentCanHold) {
+  EXPECT_EQ(xml::storable(""), "");
+  const std::string_view text = "a\t\n\r <&>]]> \u00e9\u20ac\U0001f600\ufffd";
+  EXPECT_EQ(xml::storable(text), text);
+}
+
+TEST(XmlStorable, LeavesOutWhatNoDocumentCanHold) {
+  EXPECT_EQ(xml::storable("a\1b\x1f"
+                          "c\uffff"
+                          "d\ufffe."),
+            "abcd.");
+  EXPECT_EQ(xml::storable(std::string_view("\b", 1)), "");
+}
+
+TEST(XmlStorable, ReplacesBytesThatAreNoUtf8) {
+  EXPECT_EQ(xml::storable("caf\xe9!"), "caf\ufffd!");
+  const std::string document = "<a>" + xml::storable("\xff\1\xc3") + "</a>";
+  EXPECT_NE(xml::parse(document), nullptr);
+}
+
 }  // namespace
 }  // namespace velkor

@@ -194,6 +194,13 @@ TEST_F(ZoxGroupsDocument, LoadReadsWhatSaveWrote) {
   EXPECT_EQ(printed(core->groups), "7=alt.binaries.a 8=- 7=a & <b> ");
 }
 
+TEST_F(ZoxGroupsDocument, WhatXmlCannotHoldIsLeftOut) {
+  add_group(7, "alt\1.bin\xff");
+  zox_group_save();
+  EXPECT_EQ(load(), "");
+  EXPECT_EQ(printed(core->groups), "7=alt.bin\ufffd ");
+}
+
 TEST_F(ZoxGroupsDocument, LoadReplacesTheTable) {
   add_group(1, "oud");
   test::write_gzip(path, "<Groups><Group ID=\"1\"><Name>nieuw</Name></Group></Groups>");
