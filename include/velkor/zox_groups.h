@@ -83,7 +83,9 @@ void zox_group_load(void);
 gint32 zox_group_save(void);
 
 /**
- * Replaces the table by the server's and saves it. Blocks. Asserts "uitvoer".
+ * Replaces the table by the server's and saves it. Blocks. Asserts "uitvoer". Before an empty table
+ * is saved over one with newsgroups, the file of that is kept aside under a name that ends in
+ * ".vorige-" and the time.
  * @return 0; 11 when the reply holds no newsgroup (the earlier table is then gone); a code of
  *         zox_http_curl_execute(), which leaves the table as it was
  */

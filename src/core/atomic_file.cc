@@ -115,7 +115,7 @@ bool AtomicFile::flush() noexcept {
 }
 
 bool AtomicFile::commit() noexcept {
-  if (!ok() || !flush() || !note(set_aside_if_unreadable(path_, target_)) ||
+  if (!ok() || !flush() || !note(set_aside_if_noted(path_, target_)) ||
       !note(rename(temporary_.c_str(), target_.c_str()) == 0))
     return false;
   temporary_.clear();

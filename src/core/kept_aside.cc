@@ -3,9 +3,11 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <map>
 #include <memory>
 #include <mutex>
-#include <set>
+#include <optional>
+#include <string_view>
 
 #include <glib.h>
 #include <sys/stat.h>
@@ -17,24 +19,34 @@
 namespace velkor {
 namespace {
 
+/** Why a file is kept: in its new name and in the warning. */
+struct Reason {
+  std::string_view mark;
+  const char *words;
+};
+
+constexpr Reason unreadable{"onleesbaar", "was onleesbaar"};
+constexpr Reason emptied{"vorige", "wordt vervangen door een leeg bestand"};
+
 /** The paths of the files that are to be kept. */
-class Unreadable {
+class ToKeep {
 public:
-  void add(const std::string &path) noexcept {
+  void add(const std::string &path, const Reason &reason) noexcept {
     const std::lock_guard lock(mutex_);
-    paths_.insert(path);
+    reasons_.emplace(path, reason);
   }
-  bool remove(const std::string &path) noexcept {
+  std::optional<Reason> remove(const std::string &path) noexcept {
     const std::lock_guard lock(mutex_);
-    return paths_.erase(path) > 0;
+    const auto node = reasons_.extract(path);
+    return node.empty() ? std::nullopt : std::optional(node.mapped());
   }
 
 private:
   std::mutex mutex_;
-  std::set<std::string> paths_;
+  std::map<std::string, Reason> reasons_;
 };
 
-Unreadable unreadable;
+ToKeep to_keep;
 
 bool has_content(const std::string &path) noexcept {
   struct stat status {};
@@ -48,8 +60,8 @@ std::string local_stamp() noexcept {
 }
 
 /** A name beside `path` that no file has. */
-std::string name_aside(const std::string &path) noexcept {
-  const std::string first = path + ".onleesbaar-" + local_stamp();
+std::string name_aside(const std::string &path, std::string_view mark) noexcept {
+  const std::string first = path + "." + std::string(mark) + "-" + local_stamp();
   std::string name = first;
   for (int number = 2; access(name.c_str(), F_OK) == 0; ++number)
     name = first + "-" + std::to_string(number);
@@ -61,29 +73,38 @@ bool keep_as(const std::string &path, const std::string &name) noexcept {
   return link(path.c_str(), name.c_str()) == 0 || std::rename(path.c_str(), name.c_str()) == 0;
 }
 
+void note(const char *cache_name, bool compressed, const Reason &reason) noexcept {
+  const std::string path = cache_path(cache_name, compressed);
+  if (has_content(path))
+    to_keep.add(path, reason);
+}
+
 }  // namespace
 
 void note_unreadable(const char *cache_name, bool compressed) noexcept {
-  const std::string path = cache_path(cache_name, compressed);
-  if (has_content(path))
-    unreadable.add(path);
+  note(cache_name, compressed, unreadable);
+}
+
+void note_emptied(const char *cache_name, bool compressed) noexcept {
+  note(cache_name, compressed, emptied);
 }
 
 void note_readable(const char *cache_name, bool compressed) noexcept {
-  unreadable.remove(cache_path(cache_name, compressed));
+  to_keep.remove(cache_path(cache_name, compressed));
 }
 
-bool set_aside_if_unreadable(const std::string &path, const std::string &target) noexcept {
-  if (!unreadable.remove(path) || !has_content(target))
+bool set_aside_if_noted(const std::string &path, const std::string &target) noexcept {
+  const std::optional<Reason> reason = to_keep.remove(path);
+  if (!reason || !has_content(target))
     return true;
-  const std::string name = name_aside(target);
+  const std::string name = name_aside(target, reason->mark);
   if (!keep_as(target, name)) {
-    const int reason = errno;
-    unreadable.add(path);
-    errno = reason;
+    const int error = errno;
+    to_keep.add(path, *reason);
+    errno = error;
     return false;
   }
-  g_warning("%s(): %s was onleesbaar en blijft bewaard als %s", __func__, path.c_str(),
+  g_warning("%s(): %s %s en blijft bewaard als %s", __func__, path.c_str(), reason->words,
             name.c_str());
   return true;
 }

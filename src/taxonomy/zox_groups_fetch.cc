@@ -6,6 +6,7 @@
 #include <velkor/zox_http_curl.h>
 
 #include "core/error_code.h"
+#include "core/kept_aside.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 
@@ -22,8 +23,11 @@ ZoxErrorCode zox_group_fetch(void) {
   if (code != result::success)
     return code;
   ZOX_ASSERT_AS(text, "uitvoer");
+  const bool had_groups = core->groups != nullptr;
   zox_group_free_all();
   core->groups = zox_group_parse(text.get());
+  if (had_groups && core->groups == nullptr)
+    note_emptied("velkor.groups", true);
   zox_group_save();
   return core->groups == nullptr ? result::not_parsed : result::success;
 }

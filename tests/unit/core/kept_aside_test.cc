@@ -30,10 +30,10 @@ protected:
   }
 
   /** The contents of the files kept, in the order of their names. */
-  [[nodiscard]] std::vector<std::string> kept() const {
+  [[nodiscard]] std::vector<std::string> kept(const char *mark = ".onleesbaar-") const {
     std::vector<fs::path> paths;
     for (const auto &entry : fs::directory_iterator(sandbox.cache())) {
-      if (entry.path().filename().string().find(".onleesbaar-") != std::string::npos)
+      if (entry.path().filename().string().find(mark) != std::string::npos)
         paths.push_back(entry.path());
     }
     std::ranges::sort(paths);
@@ -103,6 +103,27 @@ TEST_F(KeptAside, IsNeitherAMissingNorAnEmptyFile) {
   save("nieuw");
   EXPECT_THAT(kept(), IsEmpty());
   EXPECT_THAT(log.warnings(), IsEmpty());
+}
+
+TEST_F(KeptAside, IsWhatAnEmptyFileWouldReplace) {
+  test::write_file(cache_file("cache"), "goed");
+  note_emptied("cache", false);
+  save("leeg");
+  save("leeg");
+  EXPECT_THAT(kept(".vorige-"), ElementsAre("goed"));
+  EXPECT_THAT(kept(), IsEmpty());
+  EXPECT_THAT(log.warnings(),
+              ElementsAre(testing::ContainsRegex("/cache wordt vervangen door een leeg bestand en "
+                                                 "blijft bewaard als .*/cache\\.vorige-")));
+}
+
+TEST_F(KeptAside, UnreadableStaysTheReason) {
+  test::write_file(cache_file("cache"), "stuk");
+  note_unreadable("cache", false);
+  note_emptied("cache", false);
+  save("leeg");
+  EXPECT_THAT(kept(), ElementsAre("stuk"));
+  EXPECT_THAT(kept(".vorige-"), IsEmpty());
 }
 
 TEST_F(KeptAside, KeepsItsPermissions) {

@@ -3,17 +3,22 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 
 #include <velkor/zox_http_curl.h>
 #include <velkor/zox_string.h>
 
+#include "tests/support/log_capture.h"
 #include "tests/support/server_fixture.h"
 
 namespace velkor {
 namespace {
 
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
@@ -38,6 +43,16 @@ protected:
     const ZoxErrorCode result = zox_group_fetch();
     said = testing::internal::GetCapturedStderr();
     return result;
+  }
+
+  /** The tables kept beside the cache file. */
+  [[nodiscard]] std::vector<std::string> kept() const {
+    std::vector<std::string> tables;
+    for (const auto &entry : std::filesystem::directory_iterator(sandbox.cache())) {
+      if (entry.path().filename().string().starts_with("velkor.groups.gz.vorige-"))
+        tables.push_back(test::read_gzip(entry.path()));
+    }
+    return tables;
   }
 
   std::string said;
@@ -89,6 +104,24 @@ TEST_F(ZoxGroupsFetch, ReplyThatIsNoDocumentGivesAnEmptyTable) {
   EXPECT_EQ(fetch(), 11U);
   EXPECT_EQ(core->groups, nullptr);
   EXPECT_EQ(said, "zox_group_parse(): document of the wrong type, root node != Groups");
+}
+
+TEST_F(ZoxGroupsFetch, EmptyTableDoesNotCostTheSavedOne) {
+  for (const char *reply : {"<html/>", "<Groups/>", "geen document"}) {
+    SCOPED_TRACE(reply);
+    server.reply(path, "<Groups><Group ID=\"7\"><Name>alt.binaries.a</Name></Group></Groups>");
+    ASSERT_EQ(fetch(), 0U);
+    const std::string good = saved();
+    const std::size_t earlier = kept().size();
+    server.reply(path, reply);
+    const test::LogCapture log;
+    EXPECT_EQ(fetch(), 11U);
+    EXPECT_EQ(saved(), "<?xml version=\"1.0\"?>\n<Groups/>\n");
+    EXPECT_EQ(fetch(), 11U);
+    EXPECT_THAT(log.warnings(), ElementsAre(HasSubstr("velkor.groups.gz.vorige-")));
+    ASSERT_THAT(kept(), SizeIs(earlier + 1));
+    EXPECT_THAT(kept(), Each(good));
+  }
 }
 
 TEST_F(ZoxGroupsFetch, StatusWordsKeepTheTable) {
