@@ -166,15 +166,14 @@ guint32 messages_in_file() {
   return zox_mail_get_num_messages();
 }
 
-/** Fetches again and again in a child that is killed once it has fetched a few times. */
-void fetch_until_killed() {
+/** Does something again and again in a child that is killed once it did it a few times. */
+void repeat_until_killed(bool (*action)()) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
   const pid_t child = fork();
   ASSERT_GE(child, 0);
   if (child == 0) {
-    guint32 count = 0;
-    while (zox_mail_fetch(&count, nullptr) == 0 && write(ends[1], "x", 1) == 1)
+    while (action() && write(ends[1], "x", 1) == 1)
       continue;
     _exit(1);
   }
@@ -189,16 +188,57 @@ void fetch_until_killed() {
   EXPECT_TRUE(WIFSIGNALED(status));
 }
 
-TEST_F(ZoxMail, LosesNoEarlierMessageWhenItIsKilled) {
-  put_in_box("oud", "s", std::string(200000, 'x').c_str());
-  ASSERT_EQ(zox_mail_save(), 0);
-  server.reply(path, "<Mail>" + received("nieuw") + "</Mail>");
-  guint32 before = 1;
-  for (int round = 0; round < 10; ++round) {
-    fetch_until_killed();
-    const guint32 now = messages_in_file();
-    EXPECT_GE(now, before + 3);
+class ZoxMailKilled : public ZoxMail {
+protected:
+  ZoxMailKilled() {
+    put_in_box("oud", "s", std::string(200000, 'x').c_str());
+    zox_mail_save();
+  }
+  /** Lets the action grow the box in several runs that are killed. */
+  static void expect_growth(bool (*action)()) {
+    guint32 before = 1;
+    for (int round = 0; round < 5; ++round) {
+      repeat_until_killed(action);
+      const guint32 now = messages_in_file();
+      EXPECT_GE(now, before + 3);
+      expect_old_first();
+      before = now;
+    }
+  }
+  static void expect_old_first() {
     EXPECT_EQ(text_of(static_cast<ZoxBericht *>(core->mail->data)->from), "oud");
+  }
+};
+
+TEST_F(ZoxMailKilled, WhileFetchingItLosesNoEarlierMessage) {
+  server.reply(path, "<Mail>" + received("nieuw") + "</Mail>");
+  expect_growth([] {
+    guint32 fetched = 0;
+    return zox_mail_fetch(&fetched, nullptr) == 0;
+  });
+}
+
+TEST_F(ZoxMailKilled, WhileSendingItLosesNoEarlierMessage) {
+  server.reply(path, "SENT");
+  expect_growth(
+      [] { return zox_mail_post(zox_mail_bericht_new("anna", "s", "b", 0), nullptr) == 0; });
+}
+
+TEST_F(ZoxMailKilled, WhileDeletingItLosesNothingElse) {
+  for (int number = 0; number < 200; ++number)
+    put_in_box("te wissen", "s", "b");
+  ASSERT_EQ(zox_mail_save(), 0);
+  guint32 before = 201;
+  for (int round = 0; round < 3; ++round) {
+    repeat_until_killed([] {
+      if (zox_mail_get_num_messages() == 1)
+        pause();  // the old one stays
+      return zox_mail_delete(static_cast<ZoxBericht *>(g_slist_last(core->mail)->data)) == 0;
+    });
+    const guint32 now = messages_in_file();
+    EXPECT_LE(now, before - 3);
+    EXPECT_GE(now, 1U);
+    expect_old_first();
     before = now;
   }
 }
