@@ -76,10 +76,12 @@ TEST(ZoxEventsParseEvent, ListWithoutTextIsPassedOverWhenTolerant) {
   const test::LogCapture log;
   zox_set_tolerant(1);
   EXPECT_EQ(read("<PostID>4</PostID><Groups/>"), nullptr);
+  EXPECT_EQ(read("<PostID>5</PostID><Tags/>"), nullptr);
   zox_set_tolerant(0);
   EXPECT_EQ(log.warnings(),
             (std::vector<std::string>{
-                "zox_events_parse_event(): posting 4: no text in Groups, passed over\n"}));
+                "zox_events_parse_event(): posting 4: no text in Groups, passed over\n",
+                "zox_events_parse_event(): posting 5: no text in Tags, passed over\n"}));
 }
 
 TEST(ZoxEventsParseEventDeathTest, ListsAlwaysHaveAText) {
