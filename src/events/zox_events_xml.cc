@@ -66,29 +66,9 @@ private:
   xmlNode *parent_;
 };
 
-/** Whether `byte` may stand in a document: no control character. */
-bool is_printable(char byte) noexcept {
-  return static_cast<unsigned char>(byte) >= 0x20 || byte == '\t' || byte == '\n' || byte == '\r';
-}
-
-bool is_ascii(char byte) noexcept {
-  return static_cast<unsigned char>(byte) < 0x80;
-}
-
-/** Whether the bytes are characters that a document may hold. */
-bool is_xml_text(std::string_view bytes) noexcept {
-  if (!std::ranges::all_of(bytes, is_printable))
-    return false;
-  if (std::ranges::all_of(bytes, is_ascii))
-    return true;
-  // U+FFFE and U+FFFF are the only code points that pass the check of UTF-8 and are no characters.
-  return g_utf8_validate_len(bytes.data(), bytes.size(), nullptr) &&
-         bytes.find("\xEF\xBF\xBE") == bytes.npos && bytes.find("\xEF\xBF\xBF") == bytes.npos;
-}
-
 /** Whether a reader will take the text back; one that it refuses would cost the whole document. */
 bool is_readable(const GString *text) noexcept {
-  return text == nullptr || (text->len <= XML_MAX_TEXT_LENGTH && is_xml_text(view_of(text)));
+  return text == nullptr || (text->len <= XML_MAX_TEXT_LENGTH && xml::is_storable(view_of(text)));
 }
 
 bool is_readable(const ZoxEvent &event, const EventField &field) noexcept {

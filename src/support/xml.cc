@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "support/xml.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstdio>
 
@@ -24,10 +25,19 @@ xmlParserInputPtr resolve_nothing(void *, const xmlChar *, const xmlChar *) {
 
 void ignore_external_subset(void *, const xmlChar *, const xmlChar *, const xmlChar *) {}
 
+/** Whether `byte` may stand in a document: no control character. */
+bool is_printable(char byte) noexcept {
+  return static_cast<unsigned char>(byte) >= 0x20 || byte == '\t' || byte == '\n' || byte == '\r';
+}
+
+bool is_ascii(char byte) noexcept {
+  return static_cast<unsigned char>(byte) < 0x80;
+}
+
 /** Whether XML can hold the character in any form. */
 bool is_xml_character(gunichar character) noexcept {
-  if (character < 0x20)
-    return character == '\t' || character == '\n' || character == '\r';
+  if (character < 0x80)
+    return is_printable(static_cast<char>(character));
   return character != 0xfffe && character != 0xffff;
 }
 
@@ -77,9 +87,19 @@ xmlNode *root_named(const Document &document, const char *expected, const char *
   return nullptr;
 }
 
+bool is_storable(std::string_view text) noexcept {
+  if (!std::ranges::all_of(text, is_printable))
+    return false;
+  if (std::ranges::all_of(text, is_ascii))
+    return true;
+  // U+FFFE and U+FFFF are the only code points that pass the check of UTF-8 and are no characters.
+  return g_utf8_validate_len(text.data(), text.size(), nullptr) &&
+         text.find("\xEF\xBF\xBE") == text.npos && text.find("\xEF\xBF\xBF") == text.npos;
+}
+
 std::string storable(std::string_view text) noexcept {
-  if (text.empty())
-    return {};
+  if (is_storable(text))
+    return std::string(text);
   const OwnedText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
   std::string kept;
   kept.reserve(text.size());

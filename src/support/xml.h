@@ -69,6 +69,8 @@ struct Complaint {
 xmlNode *root_named(const Document &document, const char *expected, const char *reader,
                     const Complaint &complaint = {}) noexcept;
 
+/** Whether the bytes are UTF-8 of characters that a document can hold. */
+bool is_storable(std::string_view text) noexcept;
 /** The text as UTF-8 that a document can hold: what XML cannot hold in any form is left out. */
 std::string storable(std::string_view text) noexcept;
 

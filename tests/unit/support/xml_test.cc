@@ -93,6 +93,14 @@ TEST_F(XmlRoot, AnotherRootIsReported) {
             "lees(): document of the wrong type, root node != Wortel-");
 }
 
+TEST(XmlStorable, TellsWhatADocumentCanHold) {
+  for (const char *text : {"", "a\t\n\r~", "\u00e9\ufffd\U0001ffff"})
+    EXPECT_TRUE(xml::is_storable(text)) << text;
+  for (const char *text : {"\1", "a\x1f", "\ufffe", "\u00e9\uffff", "\xe9", "\xed\xa0\x80"})
+    EXPECT_FALSE(xml::is_storable(text)) << text;
+  EXPECT_FALSE(xml::is_storable(std::string_view("a\0b", 3)));
+}
+
 TEST(XmlStorable, KeepsWhatADocumentCanHold) {
   EXPECT_EQ(xml::storable(""), "");
   const std::string_view text = "a\t\n\r <&>]]> \u00e9\u20ac\U0001f600\ufffd";
