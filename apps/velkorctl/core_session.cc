@@ -196,9 +196,10 @@ void CoreSession::load_mail() {
 
 /** A reading command has nothing to show; a writing one goes on, the file is kept aside. */
 void CoreSession::report_unreadable(const std::string &what) const {
+  const std::string message = "cannot read " + what + "; see velkorctl cache for what can be done";
   if (access_ == Access::read)
-    throw Failure(Exit::files, "cannot read " + what);
-  say("warning: cannot read " + what);
+    throw Failure(Exit::files, message);
+  say("warning: " + message);
 }
 
 void CoreSession::save_settings() {
