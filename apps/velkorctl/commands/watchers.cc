@@ -53,14 +53,16 @@ std::vector<gint32> matches_of(const std::string &text) {
 }
 
 void print_table(const std::vector<std::string> &watchers, const Context &context) {
-  std::vector<Column> columns = posting_columns();
-  columns.insert(columns.begin(), {"WATCHER", Column::Align::left, true});
+  std::vector<Column> columns{{"WATCHER", Column::Align::left, true}};
+  for (const Column &column : posting_columns())
+    columns.push_back(column);
   Table table(columns);
   for (const std::string &text : watchers)
     for (const gint32 id : matches_of(text))
       if (const OwnedEvent posting = find_posting(id)) {
-        std::vector<std::string> row = posting_row(*posting);
-        row.insert(row.begin(), text);
+        std::vector<std::string> row{text};
+        for (const std::string &cell : posting_row(*posting))
+          row.push_back(cell);
         table.add(row);
       }
   print(table, context);
