@@ -98,7 +98,9 @@ std::string ChildProcess::read_rest() {
 }
 
 void ChildProcess::send_signal(int number) const {
-  kill(pid_, number);
+  // Without a process, -1 would mean every process there is.
+  if (pid_ > 0)
+    kill(pid_, number);
 }
 
 int ChildProcess::wait() {

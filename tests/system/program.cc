@@ -82,7 +82,9 @@ Program::~Program() {
 }
 
 void Program::send_signal(int number) const {
-  kill(pid_, number);
+  // Without a process, -1 would mean every process there is.
+  if (pid_ > 0)
+    kill(pid_, number);
 }
 
 Outcome Program::finish() {
