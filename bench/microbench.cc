@@ -5,9 +5,9 @@
 #include <velkor/zox_events_xml.h>
 
 #include "bench/posting_data.h"
-#include "events/event_reader.h"
-#include "events/event_record.h"
-#include "events/packed_event.h"
+#include "posting/event_record.h"
+#include "posting/packed_event.h"
+#include "store/event_reader.h"
 #include "support/text.h"
 #include "support/xml.h"
 

@@ -43,6 +43,7 @@
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_category.h>
+#include <velkor/zox_codes.h>
 #include <velkor/zox_config.h>
 #include <velkor/zox_dbus.h>
 #include <velkor/zox_event.h>

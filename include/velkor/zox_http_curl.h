@@ -77,6 +77,14 @@ ZoxErrorCode zox_http_curl_done(gint32 transferResult, const ZoxString *body, ch
                                 gint32 requireData);
 
 /**
+ * Tells which status word a reply begins with; letter case counts. An addition to the interface.
+ * Threads: any.
+ * @param body  the reply
+ * @return the word, or ZOX_STATUS_WORD_NONE when the reply is data
+ */
+ZoxStatusWord zox_http_status_word(const char *body);
+
+/**
  * Installs the mail hook; the time of its last run starts at 0, so that the first request calls it.
  * Does not need the core. Threads: any.
  * @param function  the hook, called on whichever thread made a request; null for none

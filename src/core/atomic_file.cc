@@ -11,7 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "core/kept_aside.h"
+#include "core/backup.h"
 
 namespace velkor {
 namespace {

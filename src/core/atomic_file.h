@@ -16,7 +16,7 @@
 #include <sys/types.h>
 #include <zlib.h>
 
-#include "core/descriptor.h"
+#include "support/descriptor.h"
 #include "support/owned.h"
 
 namespace velkor {

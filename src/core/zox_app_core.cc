@@ -6,9 +6,8 @@
 
 #include <glib-object.h>
 
-#include "core/error_code.h"
+#include "core/hosts.h"
 #include "core/tolerance.h"
-#include "http/hosts.h"
 #include "support/assertion.h"
 
 namespace velkor {
@@ -85,9 +84,9 @@ ZOXEventlist *zox_eventlist_get(void) {
 }
 
 char *zox_error_msg(ZoxErrorCode code, const char *serverText) {
-  if (code == result::host_not_resolved)
+  if (code == ZOX_RESULT_HOST_NOT_RESOLVED)
     return g_strdup_printf("Kan %s niet resolven", main_host().c_str());
-  if (code == result::server_notice)
+  if (code == ZOX_RESULT_SERVER_NOTICE)
     return g_strdup_printf("Servermededeling ontvangen: %s",
                            serverText == nullptr ? "" : serverText);
   const char *sentence = code < sentences.size() ? sentences[code] : nullptr;

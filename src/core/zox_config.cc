@@ -10,8 +10,8 @@
 #include <velkor/zox_app_core.h>
 
 #include "core/atomic_file.h"
+#include "core/backup.h"
 #include "core/cache_path.h"
-#include "core/kept_aside.h"
 #include "core/settings.h"
 #include "support/assertion.h"
 #include "support/owned.h"

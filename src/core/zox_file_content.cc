@@ -13,8 +13,8 @@
 
 #include "core/atomic_file.h"
 #include "core/cache_path.h"
-#include "core/descriptor.h"
 #include "support/assertion.h"
+#include "support/descriptor.h"
 #include "support/owned.h"
 #include "support/text.h"
 

@@ -16,8 +16,7 @@ namespace {
 
 constexpr std::array category_names{"Beeld", "Geluid", "Spelletjes", "Applicaties"};
 
-/** The words of the states -5 to 3. */
-constexpr gint32 first_status = -5;
+/** The words of the states from ZOX_STATUS_UNKNOWN on. */
 constexpr std::array status_words{"Onbekend",
                                   "",
                                   "Verwijderd",
@@ -64,7 +63,7 @@ const char *zox_string_category(gint32 n) {
 }
 
 const char *zox_string_status(gint32 n) {
-  return word_at(status_words, gint64{n} - first_status);
+  return word_at(status_words, gint64{n} - ZOX_STATUS_UNKNOWN);
 }
 
 char *zox_string_strip_newsgroup(const ZoxString *s) {

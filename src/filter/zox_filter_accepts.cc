@@ -145,30 +145,30 @@ gint32 zox_filter_explain(const ZoxFilter *filter, const ZoxEvent *event, guint3
   ZOX_ASSERT(filter);
   ZOX_ASSERT(event);
   if (!stamp_bound_passes(*filter, *event) || !post_id_passes(*filter, *event))
-    return 1;
+    return ZOX_FILTER_TEST_STAMP_OR_ID;
   if (filter->postId != 0)
-    return 0;
+    return ZOX_FILTER_TEST_NONE;
   if (!category_passes(*filter, *event))
-    return 2;
+    return ZOX_FILTER_TEST_CATEGORY;
   if (!status_passes(*filter, *event))
-    return 3;
+    return ZOX_FILTER_TEST_STATUS;
   if (!newsgroups_pass(*filter, *event, groupMode))
-    return 4;
+    return ZOX_FILTER_TEST_GROUPS;
   if (!text_passes(filter->titleSearch, event->title))
-    return 5;
+    return ZOX_FILTER_TEST_TITLE;
   if (!text_passes(filter->posterSearch, event->poster))
-    return 6;
+    return ZOX_FILTER_TEST_POSTER;
   if (!date_range_passes(*filter, *event))
-    return 7;
+    return ZOX_FILTER_TEST_DATE;
   if (!tags_pass(*filter, *event))
-    return 8;
+    return ZOX_FILTER_TEST_TAGS;
   if (!extra_tag_passes(*filter, *event))
-    return 9;
-  return category_is_kept(*event) ? 0 : 10;
+    return ZOX_FILTER_TEST_EXTRA_TAG;
+  return category_is_kept(*event) ? ZOX_FILTER_TEST_NONE : ZOX_FILTER_TEST_KEPT;
 }
 
 gboolean zox_filter_accepts(const ZoxFilter *filter, const ZoxEvent *event, guint32 groupMode) {
-  return zox_filter_explain(filter, event, groupMode) == 0;
+  return zox_filter_explain(filter, event, groupMode) == ZOX_FILTER_TEST_NONE;
 }
 
 gboolean zox_filter_accepts_tags(const ZoxFilter *filter, const ZoxEvent *event) {

@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include <velkor/zox_category.h>
+
 #include "filter/filter_record.h"
 #include "support/assertion.h"
 #include "support/object_type.h"
@@ -36,6 +38,19 @@ void call_for_each(GSList *filters, ZoxFilterlistFunc func, gpointer userData) {
     func(filter, userData);
 }
 
+GSList *copies_of(const GSList *filters) noexcept {
+  FilterBuilder copies;
+  for (const ZoxFilter *filter : Items<ZoxFilter>(filters))
+    copies.append(zox_filter_duplicate(filter));
+  return copies.release();
+}
+
+/** Puts `filters` in the place of the filters held, which it returns. */
+GSList *exchange_filters(ZOXFilterlist &list, GSList *filters) noexcept {
+  const WriteLock lock(list.lock);
+  return std::exchange(list.filters, filters);
+}
+
 }  // namespace
 }  // namespace velkor
 
@@ -55,6 +70,13 @@ ZOXFilterlist *zox_filterlist_new(void) {
 void zox_filterlist_destroy(ZOXFilterlist *list) {
   g_return_if_fail(is_filterlist(list));
   g_object_unref(list);
+}
+
+void zox_filterlist_set_filters(ZOXFilterlist *list, GSList *filters) {
+  g_return_if_fail(is_filterlist(list));
+  free_filters(exchange_filters(*list, copies_of(filters)));
+  zox_categories_init();  // the category tree follows the filters
+  zox_filterlist_save(list);
 }
 
 void zox_filterlist_append_filter(ZOXFilterlist *list, const ZoxFilter *filter) {

@@ -10,7 +10,7 @@
 #include <velkor/zox_file.h>
 #include <velkor/zox_xml_parse.h>
 
-#include "core/kept_aside.h"
+#include "core/backup.h"
 #include "core/xml_file.h"
 #include "filter/default_filters.h"
 #include "filter/filter_record.h"

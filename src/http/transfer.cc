@@ -1,7 +1,14 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "http/transfer.h"
 
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <mutex>
+
+#include <unistd.h>
+
+#include "support/assertion.h"
 
 namespace velkor {
 namespace {
@@ -12,6 +19,9 @@ CURL *new_handle() noexcept {
   std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
   return curl_easy_init();
 }
+
+/** No reply comes near this; a server that sends more is broken or hostile. */
+constexpr size_t max_reply_size = size_t{256} << 20;
 
 int report_progress(void *observer, curl_off_t total, curl_off_t received, curl_off_t, curl_off_t) {
   const auto *callback = static_cast<const Callback<ZoxTransferCallback> *>(observer);
@@ -82,3 +92,29 @@ CURLcode Transfer::perform() noexcept {
 }
 
 }  // namespace velkor
+
+using namespace velkor;
+
+extern "C" {
+
+size_t zox_curl_write_function(void *chunk, size_t size, size_t count, void *data) {
+  ZOX_ASSERT(data);
+  auto *text = static_cast<ZoxString *>(data);
+  const size_t length = size * count;
+  if (length > max_reply_size || text->len > max_reply_size - length)
+    return 0;
+  const char *bytes = static_cast<const char *>(chunk);
+  g_string_append_len(text, bytes, static_cast<gssize>(strnlen(bytes, length)));
+  return length;
+}
+
+size_t zox_curl_file_write_function(void *chunk, size_t size, size_t count, void *fp) {
+  ZOX_ASSERT(fp);
+  const size_t length = size * count;
+  const ssize_t written = write(*static_cast<const int *>(fp), chunk, length);
+  if (written < 0 || static_cast<size_t>(written) < length)
+    std::printf("write(): error = %s (%i)", g_strerror(errno), errno);
+  return length;
+}
+
+}  // extern "C"

@@ -10,7 +10,7 @@
 #include <curl/curl.h>
 #include <velkor/zox_http_curl.h>
 
-#include "http/shared_callback.h"
+#include "http/callbacks.h"
 #include "support/owned.h"
 
 namespace velkor {

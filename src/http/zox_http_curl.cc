@@ -9,12 +9,11 @@
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_http_parameter.h>
 
-#include "core/descriptor.h"
-#include "core/error_code.h"
-#include "http/hosts.h"
-#include "http/mail_hook.h"
+#include "core/hosts.h"
+#include "http/callbacks.h"
 #include "http/transfer.h"
 #include "support/assertion.h"
+#include "support/descriptor.h"
 #include "support/owned.h"
 #include "support/slist.h"
 #include "support/text.h"
@@ -52,9 +51,9 @@ ZoxErrorCode authenticate_transfer(Transfer &transfer, const std::string &url) n
   char *credentials = nullptr;
   const ZoxErrorCode code = zox_http_curl_add_auth(url.c_str(), &credentials);
   const OwnedText owned(credentials);
-  if (code == result::success)
+  if (code == ZOX_RESULT_SUCCESS)
     transfer.set_credentials(credentials);
-  return code == result::unauthorised ? result::success : code;
+  return code == ZOX_RESULT_UNAUTHORIZED ? ZoxErrorCode{ZOX_RESULT_SUCCESS} : code;
 }
 
 void choose_proxy(Transfer &transfer, const ZoxConfig &config) noexcept {
@@ -94,7 +93,7 @@ ZoxErrorCode receive_in_memory(Transfer &transfer, OwnedString &body,
 ZoxErrorCode receive_in_file(Transfer &transfer, Descriptor file) noexcept {
   int descriptor = file.get();
   transfer.receive_into(&descriptor);
-  return perform(transfer) == CURLE_OK ? result::success : result::unknown_error;
+  return perform(transfer) == CURLE_OK ? ZOX_RESULT_SUCCESS : ZOX_RESULT_UNKNOWN_ERROR;
 }
 
 /** Hands the reply to the caller, if he wants it. */
@@ -122,11 +121,12 @@ ZoxErrorCode zox_http_curl_execute(const char *path, GSList *parameters, gint32 
   if (!transfer) {
     deliver(reply, nullptr);
     g_warning("zox_http_curl_execute(): curl_easy_init() mislukt\n");
-    return result::no_transfer_handle;
+    return ZOX_RESULT_NO_TRANSFER_HANDLE;
   }
   const std::string url = address_of(path, useHost != 0) + query_of(transfer, parameters);
   if (authenticate != 0 && !(useHost != 0 && is_dump(path))) {
-    if (const ZoxErrorCode code = authenticate_transfer(transfer, url); code != result::success) {
+    if (const ZoxErrorCode code = authenticate_transfer(transfer, url);
+        code != ZOX_RESULT_SUCCESS) {
       deliver(reply, nullptr);
       return code;
     }
@@ -135,7 +135,7 @@ ZoxErrorCode zox_http_curl_execute(const char *path, GSList *parameters, gint32 
   if (tempFileName != nullptr) {
     file = Descriptor(g_file_open_tmp(nullptr, tempFileName, nullptr));
     if (!file)
-      return result::unknown_error;
+      return ZOX_RESULT_UNKNOWN_ERROR;
   }
   transfer.set_url(url);
   OwnedString body(g_string_new(""));

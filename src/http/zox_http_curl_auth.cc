@@ -9,7 +9,6 @@
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_file.h>
 
-#include "core/error_code.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 
@@ -42,21 +41,21 @@ extern "C" ZoxErrorCode zox_http_curl_add_auth(const char *url, char **userPassw
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->config);
   if (g_module_supported() == FALSE)
-    return result::no_modules;
+    return ZOX_RESULT_NO_MODULES;
   const std::lock_guard lock(plugin_mutex);
   const Module plugin = open_plugin();
   if (!plugin)
-    return result::plugin_not_loaded;
+    return ZOX_RESULT_PLUGIN_NOT_LOADED;
   const ZoxPluginAuth authenticate = entry_point(plugin);
   if (authenticate == nullptr)
-    return result::plugin_not_run;
+    return ZOX_RESULT_PLUGIN_NOT_RUN;
   const ZoxConfig &config = *core->config;
   if (config.password == nullptr)
-    return result::unauthorised;
+    return ZOX_RESULT_UNAUTHORIZED;
   ZOX_ASSERT(core->config->username);
   const OwnedText secret(authenticate(url, config.password));
   if (!secret)
-    return result::plugin_not_run;
+    return ZOX_RESULT_PLUGIN_NOT_RUN;
   *userPassword = g_strconcat(config.username->str, ":", secret.get(), nullptr);
-  return result::success;
+  return ZOX_RESULT_SUCCESS;
 }

@@ -12,8 +12,6 @@ namespace velkor {
 /** The messages of a list with the list's cells. */
 using OwnedMail = std::unique_ptr<GSList, ReleaseWith<zox_mail_free>>;
 
-enum class MailCode : guint32 { unsent = 0, received = 1, sent = 2 };
-
 struct MailReading {
   OwnedMail messages;
   /** Whether all that the text holds is in `messages`: it is a document and no message was bad. */
@@ -22,7 +20,24 @@ struct MailReading {
 
 MailReading read_mail(const ZoxString *text) noexcept;
 
-/** The document that the mail file holds, without its last line end. */
+/** The texts of one message; null stands for an empty one. */
+struct MessageTexts {
+  const GString *from;
+  const GString *subject;
+  const GString *body;
+};
+
+/**
+ * Appends one message as an "Event" element, its texts unchanged in CDATA sections.
+ * @param code   what kind of message it is
+ * @param stamp  seconds since 1970
+ */
+void append_message(GString *out, const MessageTexts &texts, guint32 code, gint64 stamp) noexcept;
+
+/**
+ * The document that the mail file holds, without its last line end. What XML cannot hold is left
+ * out of the texts.
+ */
 OwnedString mail_document(const GSList *messages) noexcept;
 
 }  // namespace velkor

@@ -7,7 +7,7 @@
 
 #include <velkor/zox_myzox.h>
 
-#include "services/record_fields.h"
+#include "core/record_fields.h"
 
 namespace velkor {
 
@@ -35,6 +35,12 @@ inline constexpr auto myzox_fields = std::to_array<Field<ZoxMyzoxPost>>({
     {"Rating", &ZoxMyzoxPost::rating, "Rating"},
     {"Mod", &ZoxMyzoxPost::mod, "Mod"},
 });
+
+/** Frees a posting of the overview and all that it holds. */
+inline void free_myzox_post(ZoxMyzoxPost *post) noexcept {
+  release_fields<ZoxMyzoxPost>(myzox_fields, *post);
+  g_free(post);
+}
 
 }  // namespace velkor
 

@@ -3,9 +3,15 @@
 #ifndef VELKOR_SERVICES_PROFILE_DOCUMENT_H
 #define VELKOR_SERVICES_PROFILE_DOCUMENT_H
 
-#include "services/owned_records.h"
+#include <memory>
+
+#include <velkor/zox_profile.h>
+
+#include "support/owned.h"
 
 namespace velkor {
+
+using OwnedProfile = std::unique_ptr<ZoxProfile, ReleaseWith<zox_profile_free>>;
 
 /** The profile of a reply; null when it holds none. */
 OwnedProfile parse_profile(const ZoxString *text) noexcept;

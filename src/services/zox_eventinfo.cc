@@ -5,15 +5,33 @@
 #include <cstdio>
 
 #include <velkor/zox_app_core.h>
+#include <velkor/zox_category.h>
 #include <velkor/zox_eventlist.h>
+#include <velkor/zox_events_parse.h>
 
+#include "core/reply_document.h"
+#include "http/service_request.h"
+#include "posting/event_record.h"
 #include "services/background_job.h"
-#include "services/owned_records.h"
-#include "services/service_request.h"
 #include "support/assertion.h"
 
 namespace velkor {
 namespace {
+
+constexpr DocumentRule findpost_rule{.root = "Post",
+                                     .reader = "zox_eventinfo_parse_findpost",
+                                     .complaint = {.logged = true},
+                                     .childless_logged = false};
+constexpr DocumentRule details_rule{.root = "PostInfo", .reader = "zox_eventinfo_parse"};
+
+void read_tracks(xmlDoc *doc, const xmlNode *node, ZoxEvent *event) noexcept {
+  if (event == nullptr) {
+    g_warning("zox_eventinfo_parse(): event == NULL\n");
+    return;
+  }
+  zox_splitted_list_free(&event->mp3Tracks);
+  event->mp3Tracks = zox_events_parse_mp3_tracks(doc, node->children);
+}
 
 /** The server takes post ids of at most nine characters. */
 constexpr std::size_t longest_id = 9;
@@ -86,14 +104,14 @@ ZoxErrorCode zox_eventinfo_fetch(gint32 postId, char **message) {
   ZOX_ASSERT(core);
   const OwnedEvent event = cached_or_found(postId);
   if (!event)
-    return result::posting_gone;
+    return ZOX_RESULT_POSTING_GONE;
   const ServiceReply reply = request_by_id("/3.7.3/xml-posts.php", postId);
   if (reply.failed())
     return report_failure(reply, message);
   const OwnedEvent details(zox_eventinfo_parse(reply.text.get()));
   if (!details) {
     g_warning("zox_eventinfo_fetch(): Parsen van gegevens mislukt\n");
-    return result::not_parsed;
+    return ZOX_RESULT_NOT_PARSED;
   }
   merge_details(*event, *details);
   zox_eventlist_add_or_replace_event(core->eventlist, event.get());
@@ -106,7 +124,35 @@ void zox_eventinfo_fetch_async(gint32 postId, ZoxEventinfoCallback callback, gpo
   OwnedText failure =
       start_in_background(std::make_unique<ZoxEventinfoJob>(postId, callback, userData));
   if (failure)
-    callback(result::unknown_error, postId, failure.release(), userData);
+    callback(ZOX_RESULT_UNKNOWN_ERROR, postId, failure.release(), userData);
+}
+
+ZoxEvent *zox_eventinfo_parse_findpost(const ZoxString *buffer) {
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(buffer);
+  const ReplyDocument document(buffer, findpost_rule);
+  // A posting without elements is a posting all the same.
+  if (document.fault() == DocumentFault::empty || document.fault() == DocumentFault::wrong_root)
+    return nullptr;
+  ZoxEvent *event = zox_events_parse_event(document.get(), document.first_child());
+  if (event != nullptr)
+    zox_category_update(event);
+  return event;
+}
+
+ZoxEvent *zox_eventinfo_parse(const ZoxString *text) {
+  ZOX_ASSERT_AS(text, "tekst");
+  const ReplyDocument document(text, details_rule);
+  if (document.fault() != DocumentFault::none)
+    return nullptr;
+  OwnedEvent event;
+  for (xmlNode *node : document.children()) {
+    if (xml::is_named(node, "Post"))
+      event.reset(zox_events_parse_event(document.get(), node->children));
+    else if (xml::is_named(node, "MP3"))
+      read_tracks(document.get(), node, event.get());
+  }
+  return event.release();
 }
 
 }  // extern "C"

@@ -8,9 +8,9 @@
 #include <velkor/zox_eventlist.h>
 #include <velkor/zox_string.h>
 
+#include "http/service_request.h"
+#include "posting/event_record.h"
 #include "services/background_job.h"
-#include "services/owned_records.h"
-#include "services/service_request.h"
 #include "support/assertion.h"
 
 namespace velkor {
@@ -50,7 +50,7 @@ ZoxErrorCode zox_events_forum_fetch(gint32 postId, gint32 lastCheck, char **mess
   const OwnedEvent event(zox_eventlist_lookup_id(core->eventlist, postId));
   if (!event) {
     std::printf("zox_events_forum:%i postid = %i\n", __LINE__, postId);
-    return result::posting_not_cached;
+    return ZOX_RESULT_POSTING_NOT_CACHED;
   }
   const ServiceReply reply =
       send_request("/3.7.3/xml-dyn.php",
@@ -58,7 +58,7 @@ ZoxErrorCode zox_events_forum_fetch(gint32 postId, gint32 lastCheck, char **mess
   if (reply.failed())
     return report_failure(reply, message);
   if (zox_events_forum_parse(reply.text.get(), event.get()) != 0)
-    return result::not_parsed;
+    return ZOX_RESULT_NOT_PARSED;
   zox_eventlist_add_or_replace_event(core->eventlist, event.get());
   return 0;
 }
@@ -69,7 +69,7 @@ void zox_events_forum_fetch_async(gint32 postId, gint32 lastCheck, ZoxForumCallb
   OwnedText failure =
       start_in_background(std::make_unique<ZoxForumJob>(postId, lastCheck, callback, userData));
   if (failure)
-    callback(result::unknown_error, postId, lastCheck, failure.release(), userData);
+    callback(ZOX_RESULT_UNKNOWN_ERROR, postId, lastCheck, failure.release(), userData);
 }
 
 ZoxErrorCode zox_events_forum_post(const char *text, gint32 postId, gint32, char **message) {

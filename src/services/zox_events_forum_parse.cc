@@ -9,9 +9,9 @@
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_xml_parse.h>
 
-#include "services/owned_records.h"
-#include "services/record_fields.h"
-#include "services/reply_document.h"
+#include "core/record_fields.h"
+#include "core/reply_document.h"
+#include "posting/forum_record.h"
 #include "support/assertion.h"
 #include "support/slist.h"
 #include "support/text.h"

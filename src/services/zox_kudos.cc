@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-#include "services/service_request.h"
+#include "http/service_request.h"
 #include "support/text.h"
 
 namespace velkor {
@@ -34,7 +34,7 @@ ZoxErrorCode zox_kudos_get(gint32 postId, gint32 *first, gint32 *second, char **
   const char *star = std::strchr(reply.text->str, '*');
   if (star == nullptr) {
     hand_over(message, nullptr);
-    return result::not_parsed;
+    return ZOX_RESULT_NOT_PARSED;
   }
   *first = leading_integer(reply.text->str);
   *second = leading_integer(star + 1);

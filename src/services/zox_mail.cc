@@ -7,15 +7,15 @@
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_string.h>
 
+#include "http/service_request.h"
 #include "services/mail_document.h"
-#include "services/service_request.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 
 namespace velkor {
 namespace {
 
-constexpr auto code_not_found = static_cast<ZoxErrorCode>(-1);
+constexpr auto addressee_unknown = static_cast<ZoxErrorCode>(ZOX_RESULT_ADDRESSEE_UNKNOWN);
 
 ServiceReply ask(const Parameters &parameters) noexcept {
   return send_request("/3.7.3/xml-mail.php", parameters);
@@ -35,7 +35,7 @@ void add_to_box(GSList *messages) noexcept {
 void keep_sent(ZoxBericht *bericht) noexcept {
   replace_string(bericht->body, zox_string_replace(bericht->body, "\n", "\r\n<BR />"));
   bericht->stamp = std::time(nullptr);
-  bericht->code = static_cast<guint32>(MailCode::sent);
+  bericht->code = ZOX_MAIL_SENT;
   add_to_box(g_slist_prepend(nullptr, bericht));
   zox_mail_save();
 }
@@ -53,7 +53,7 @@ ZoxErrorCode zox_mail_check(guint32 *mailWaiting, char **message) {
   if (reply.failed())
     return report_failure(reply, message);
   if (!reply.view().starts_with('Y') && !reply.view().starts_with('N'))
-    return finish_without_message(result::unknown_reply, message);
+    return finish_without_message(ZOX_RESULT_UNKNOWN_REPLY, message);
   *mailWaiting = reply.view().starts_with('Y') ? 1 : 0;
   return 0;
 }
@@ -65,7 +65,7 @@ ZoxErrorCode zox_mail_fetch(guint32 *numNewMail, char **message) {
     return report_failure(reply, message);
   GSList *messages = zox_mail_parse(reply.text.get());
   if (messages == nullptr)
-    return finish_without_message(result::not_parsed, message);
+    return finish_without_message(ZOX_RESULT_NOT_PARSED, message);
   *numNewMail = g_slist_length(messages);
   add_to_box(messages);
   // When the file could not be written, the list in memory is all there is of the new messages.
@@ -88,7 +88,8 @@ ZoxErrorCode zox_mail_post(ZoxBericht *bericht, char **message) {
     return 0;
   }
   const bool unknown = reply.view().starts_with("NOTFOUND");
-  return finish_without_message(unknown ? code_not_found : result::unknown_reply, message);
+  return finish_without_message(
+      unknown ? addressee_unknown : ZoxErrorCode{ZOX_RESULT_UNKNOWN_REPLY}, message);
 }
 
 }  // extern "C"

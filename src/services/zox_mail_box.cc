@@ -4,7 +4,7 @@
 #include <velkor/zox_file.h>
 #include <velkor/zox_string.h>
 
-#include "core/kept_aside.h"
+#include "core/backup.h"
 #include "services/mail_document.h"
 #include "support/assertion.h"
 #include "support/slist.h"

@@ -3,11 +3,10 @@
 #include <array>
 #include <optional>
 
+#include "core/record_fields.h"
+#include "core/reply_document.h"
 #include "core/tolerance.h"
 #include "services/mail_document.h"
-#include "services/owned_records.h"
-#include "services/record_fields.h"
-#include "services/reply_document.h"
 #include "support/assertion.h"
 #include "support/slist.h"
 #include "support/text.h"
@@ -53,7 +52,7 @@ private:
 };
 
 /** The code of an "Event" that holds a message; none for any other. */
-std::optional<MailCode> message_code(const xmlNode *node) noexcept {
+std::optional<ZoxMailCode> message_code(const xmlNode *node) noexcept {
   if (!xml::is_named(node, "Event"))
     return std::nullopt;
   const xml::Chars attribute(xmlGetProp(node, xml::chars("Code")));
@@ -61,8 +60,8 @@ std::optional<MailCode> message_code(const xmlNode *node) noexcept {
     return std::nullopt;
   const std::string_view code = xml::chars(attribute.get());
   if (code == "1")
-    return MailCode::received;
-  return code == "2" ? std::optional(MailCode::sent) : std::nullopt;
+    return ZOX_MAIL_RECEIVED;
+  return code == "2" ? std::optional(ZOX_MAIL_SENT) : std::nullopt;
 }
 
 }  // namespace
@@ -74,7 +73,7 @@ MailReading read_mail(const ZoxString *text) noexcept {
   ListBuilder<ZoxBericht, zox_mail_bericht_free> messages;
   bool complete = true;
   for (xmlNode *node : document.children()) {
-    const std::optional<MailCode> code = message_code(node);
+    const std::optional<ZoxMailCode> code = message_code(node);
     if (!code)
       continue;
     ZoxBericht *bericht = zox_mail_parse_bericht(document.get(), node->children);
@@ -82,7 +81,7 @@ MailReading read_mail(const ZoxString *text) noexcept {
       complete = false;
       continue;
     }
-    bericht->code = static_cast<guint32>(*code);
+    bericht->code = *code;
     messages.append(bericht);
   }
   return {OwnedMail(messages.release()), complete};

@@ -4,26 +4,24 @@
 
 #include <velkor/zox_app_core.h>
 
-#include "services/service_request.h"
+#include "http/service_request.h"
 #include "support/assertion.h"
 #include "support/text.h"
 
 namespace velkor {
 namespace {
 
-constexpr ZoxErrorCode code_posting_known = 31;
-constexpr ZoxErrorCode code_reaction_known = 32;
 constexpr std::string_view accepted = "OK";
 
 /** Only the word of success may be followed by something: the number of the warning. */
 ZoxErrorCode judge(std::string_view reply, gint32 forumId) noexcept {
   if (reply == "FAIL")
-    return result::database_down;
+    return ZOX_RESULT_DATABASE_DOWN;
   if (reply.starts_with(accepted))
-    return 0;
+    return ZOX_RESULT_SUCCESS;
   if (reply == "DUPE")
-    return forumId < 1 ? code_posting_known : code_reaction_known;
-  return result::unknown_reply;
+    return forumId < 1 ? ZOX_RESULT_POSTING_WARNED : ZOX_RESULT_REACTION_WARNED;
+  return ZOX_RESULT_UNKNOWN_REPLY;
 }
 
 }  // namespace
@@ -43,7 +41,7 @@ ZoxErrorCode zox_modje_send(gint32 postId, gint32 forumId, const char *reason, g
   if (reply.failed())
     return report_failure(reply, message);
   const ZoxErrorCode code = judge(reply.view(), forumId);
-  if (code != 0)
+  if (code != ZOX_RESULT_SUCCESS)
     hand_over(message, nullptr);
   else if (number != nullptr)
     *number = leading_integer(reply.text->str + accepted.size());

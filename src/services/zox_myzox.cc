@@ -5,10 +5,10 @@
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_xml_parse.h>
 
+#include "core/reply_document.h"
 #include "core/tolerance.h"
+#include "http/service_request.h"
 #include "services/myzox_fields.h"
-#include "services/reply_document.h"
-#include "services/service_request.h"
 #include "support/assertion.h"
 #include "support/slist.h"
 
@@ -21,15 +21,7 @@ constexpr DocumentRule overview_rule{.root = "MyZOX",
                                      .complaint = {.other_root = "Groups"},
                                      .childless_logged = false};
 
-void free_post(ZoxMyzoxPost *post) noexcept {
-  release_fields<ZoxMyzoxPost>(myzox_fields, *post);
-  g_free(post);
-}
-
-struct FreePost {
-  void operator()(ZoxMyzoxPost *post) const noexcept { free_post(post); }
-};
-using OwnedPost = std::unique_ptr<ZoxMyzoxPost, FreePost>;
+using OwnedPost = std::unique_ptr<ZoxMyzoxPost, ReleaseWith<free_myzox_post>>;
 
 /** Only the word "n" forbids editing; false when there is no word at all. */
 bool read_permission(xmlDoc *doc, xmlNode *node, guint32 &canEdit) noexcept {
@@ -78,7 +70,7 @@ ZoxErrorCode zox_myzox_update(gint32 postId, char **message) {
   const ServiceReply reply =
       send_request("/3.7.3/xml-myzox.php", {{"mode", "update"}, {"id", decimal(postId).c_str()}},
                    {.require_data = false});
-  return reply.failed() ? report_failure(reply, message) : result::success;
+  return reply.failed() ? report_failure(reply, message) : ZoxErrorCode{ZOX_RESULT_SUCCESS};
 }
 
 gint32 zox_myzox_parse(const ZoxString *buffer, GSList **list) {
@@ -86,7 +78,7 @@ gint32 zox_myzox_parse(const ZoxString *buffer, GSList **list) {
   ZOX_ASSERT(buffer);
   *list = nullptr;
   const ReplyDocument document(buffer, overview_rule);
-  ListBuilder<ZoxMyzoxPost, free_post> posts;
+  ListBuilder<ZoxMyzoxPost, free_myzox_post> posts;
   for (xmlNode *node : document.children()) {
     if (!xml::is_named(node, "Post"))
       continue;

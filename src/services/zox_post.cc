@@ -8,7 +8,7 @@
 #include <velkor/zox_splitted_list.h>
 #include <velkor/zox_string.h>
 
-#include "services/service_request.h"
+#include "http/service_request.h"
 #include "support/assertion.h"
 #include "support/slist.h"
 #include "support/text.h"
@@ -17,22 +17,6 @@ namespace velkor {
 namespace {
 
 constexpr const char *post_path = "/3.7.3/xml-post.php";
-constexpr ZoxErrorCode code_refused = 25;
-constexpr ZoxErrorCode code_with_reservation = 26;
-
-/** The moments that are reported. A follow-up's three are before, after and succeeded. */
-enum Step : gint32 {
-  step_start = 1,
-  step_before_posting = 2,
-  step_after_posting = 3,
-  step_accepted = 4,
-  step_description = 5,
-  step_signature = 8,
-  step_tracks = 11,
-  step_done_with_reservation = 14,
-  step_done = 15,
-  step_failed = 16,
-};
 
 /** The stored form of the tags without the one that only repeats the sub-category; may be empty. */
 OwnedString tags_to_send(const ZoxEvent &event) noexcept {
@@ -95,8 +79,9 @@ private:
   }
   ZoxErrorCode send_posting() noexcept;
   ZoxErrorCode accept(const char *reply) noexcept;
-  /** Sends what belongs to a posting that was accepted, between its steps. */
-  [[nodiscard]] ZoxErrorCode follow_up(Step step, const Parameters &parameters) const noexcept;
+  /** Sends what belongs to a posting that was accepted; `step` is the first of its three. */
+  [[nodiscard]] ZoxErrorCode follow_up(ZoxPostStep step,
+                                       const Parameters &parameters) const noexcept;
   [[nodiscard]] ZoxErrorCode send_description() const noexcept;
   [[nodiscard]] ZoxErrorCode send_signature() const noexcept;
   [[nodiscard]] ZoxErrorCode send_tracks() const noexcept;
@@ -108,26 +93,26 @@ private:
 };
 
 ZoxErrorCode SpotSender::send() noexcept {
-  report(step_start);
+  report(ZOX_POST_STARTED);
   if (event_.mp3Tracks != nullptr) {
     event_.fStart = 1;
     event_.files = static_cast<gint32>(g_slist_length(event_.mp3Tracks));
   }
   if (const ZoxErrorCode code = send_all()) {
-    report(step_failed);
+    report(ZOX_POST_FAILED);
     return code;
   }
-  report(reserved_ ? step_done_with_reservation : step_done);
-  return reserved_ ? code_with_reservation : result::success;
+  report(reserved_ ? ZOX_POST_DONE_RESERVED : ZOX_POST_DONE);
+  return reserved_ ? ZOX_RESULT_SPOT_RESERVED : ZOX_RESULT_SUCCESS;
 }
 
 ZoxErrorCode SpotSender::send_all() noexcept {
   ZoxErrorCode code = send_posting();
-  if (code == result::success)
+  if (code == ZOX_RESULT_SUCCESS)
     code = send_description();
-  if (code == result::success)
+  if (code == ZOX_RESULT_SUCCESS)
     code = send_signature();
-  if (code == result::success)
+  if (code == ZOX_RESULT_SUCCESS)
     code = send_tracks();
   return code;
 }
@@ -135,9 +120,9 @@ ZoxErrorCode SpotSender::send_all() noexcept {
 ZoxErrorCode SpotSender::send_posting() noexcept {
   Parameters parameters;
   add_posting(parameters, event_);
-  report(step_before_posting);
+  report(ZOX_POST_SENDING);
   const ServiceReply reply = send_request(post_path, parameters);
-  report(step_after_posting);
+  report(ZOX_POST_SENT);
   return reply.failed() ? reply.code : accept(reply.text->str);
 }
 
@@ -145,16 +130,16 @@ ZoxErrorCode SpotSender::send_posting() noexcept {
 ZoxErrorCode SpotSender::accept(const char *reply) noexcept {
   const char verdict = reply[0];
   if (verdict == 'C')
-    return code_refused;
+    return ZOX_RESULT_SPOT_REFUSED;
   if (verdict != '0' && verdict != '1')
-    return result::not_parsed;
+    return ZOX_RESULT_NOT_PARSED;
   reserved_ = verdict == '0';
-  report(step_accepted);
+  report(ZOX_POST_ACCEPTED);
   event_.postId = leading_integer(reply + 1);
-  return result::success;
+  return ZOX_RESULT_SUCCESS;
 }
 
-ZoxErrorCode SpotSender::follow_up(Step step, const Parameters &parameters) const noexcept {
+ZoxErrorCode SpotSender::follow_up(ZoxPostStep step, const Parameters &parameters) const noexcept {
   report(step);
   const ServiceReply reply = send_request(post_path, parameters);
   report(step + 1);
@@ -165,29 +150,29 @@ ZoxErrorCode SpotSender::follow_up(Step step, const Parameters &parameters) cons
 
 ZoxErrorCode SpotSender::send_description() const noexcept {
   if (event_.des == nullptr)
-    return result::success;
-  return follow_up(step_description, {{"section", "1"},
-                                      {"d", event_.des->str},
-                                      {"id", decimal(event_.postId).c_str()},
-                                      {"m", "upd"}});
+    return ZOX_RESULT_SUCCESS;
+  return follow_up(ZOX_POST_DESCRIPTION, {{"section", "1"},
+                                          {"d", event_.des->str},
+                                          {"id", decimal(event_.postId).c_str()},
+                                          {"m", "upd"}});
 }
 
 ZoxErrorCode SpotSender::send_signature() const noexcept {
   if (event_.sig == nullptr)
-    return result::success;
-  return follow_up(step_signature, {{"section", "2"},
-                                    {"sig", event_.sig->str},
-                                    {"id", decimal(event_.postId).c_str()},
-                                    {"m", "upd"}});
+    return ZOX_RESULT_SUCCESS;
+  return follow_up(ZOX_POST_SIGNATURE, {{"section", "2"},
+                                        {"sig", event_.sig->str},
+                                        {"id", decimal(event_.postId).c_str()},
+                                        {"m", "upd"}});
 }
 
 // Unlike the other two, this request names the post id "s".
 ZoxErrorCode SpotSender::send_tracks() const noexcept {
   if (event_.mp3Tracks == nullptr)
-    return result::success;
-  return follow_up(step_tracks, {{"s", decimal(event_.postId).c_str()},
-                                 {"m", "mp3"},
-                                 {"str", joined_tracks(event_.mp3Tracks).c_str()}});
+    return ZOX_RESULT_SUCCESS;
+  return follow_up(ZOX_POST_TRACKS, {{"s", decimal(event_.postId).c_str()},
+                                     {"m", "mp3"},
+                                     {"str", joined_tracks(event_.mp3Tracks).c_str()}});
 }
 
 }  // namespace

@@ -4,17 +4,15 @@
 
 #include <array>
 
+#include "core/record_fields.h"
+#include "core/reply_document.h"
 #include "core/tolerance.h"
+#include "http/service_request.h"
 #include "services/profile_document.h"
-#include "services/record_fields.h"
-#include "services/reply_document.h"
-#include "services/service_request.h"
 #include "support/assertion.h"
 
 namespace velkor {
 namespace {
-
-constexpr ZoxErrorCode code_no_profile = 33;
 
 constexpr DocumentRule profile_rule{
     .root = "UserInfo", .reader = "zox_profile_parse", .childless_logged = false};
@@ -81,7 +79,7 @@ ZoxErrorCode zox_profile_get(const char *username, ZoxProfile **profile, char **
     return report_failure(reply, errmsg);
   *errmsg = nullptr;
   *profile = parse_profile(reply.text.get()).release();
-  return *profile != nullptr ? result::success : code_no_profile;
+  return *profile != nullptr ? ZOX_RESULT_SUCCESS : ZOX_RESULT_NO_PROFILE;
 }
 
 void zox_profile_free(ZoxProfile *profile) {

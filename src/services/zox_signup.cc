@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "services/service_request.h"
+#include "http/service_request.h"
 
 namespace velkor {
 namespace {
@@ -14,8 +14,11 @@ struct Answer {
   ZoxErrorCode code;
 };
 
-constexpr auto answers =
-    std::to_array<Answer>({{"OK", 0}, {"E0", 20}, {"E1", 21}, {"E2", 22}, {"E3", 23}});
+constexpr auto answers = std::to_array<Answer>({{"OK", ZOX_RESULT_SUCCESS},
+                                                {"E0", ZOX_RESULT_SIGNUP_REFUSED},
+                                                {"E1", ZOX_RESULT_USERNAME_TAKEN},
+                                                {"E2", ZOX_RESULT_ADDRESS_BANNED},
+                                                {"E3", ZOX_RESULT_ADDRESS_IN_USE}});
 
 }  // namespace
 }  // namespace velkor
@@ -38,7 +41,7 @@ ZoxErrorCode zox_signup_register(const char *username, const char *password, con
   }
   const char *text = reply.text ? reply.text->str : "";
   hand_over(message, OwnedText(g_strdup_printf("Onjuiste response van server :\n%s", text)));
-  return result::not_parsed;
+  return ZOX_RESULT_NOT_PARSED;
 }
 
 }  // extern "C"

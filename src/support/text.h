@@ -1,8 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Text operations that more than one room needs: ASCII letter case, search and numbers. */
+/** Text operations that more than one layer needs: ASCII letter case, search and numbers. */
 #ifndef VELKOR_SUPPORT_TEXT_H
 #define VELKOR_SUPPORT_TEXT_H
 
+#include <string>
 #include <string_view>
 
 #include <glib.h>
@@ -29,6 +30,11 @@ bool contains_ignoring_case(std::string_view text, std::string_view needle) noex
  * (leading white space and sign allowed, 0 without digits), cut to its low 32 bits.
  */
 gint32 leading_integer(const char *text) noexcept;
+
+/** `number` in decimal. */
+inline std::string decimal(gint32 number) noexcept {
+  return std::to_string(number);
+}
 
 }  // namespace velkor
 

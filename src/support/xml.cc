@@ -112,4 +112,16 @@ std::string storable(std::string_view text) noexcept {
   return kept;
 }
 
+std::string cdata(std::string_view text) noexcept {
+  constexpr std::string_view begin = "<![CDATA[";
+  constexpr std::string_view end = "]]>";
+  std::string section(begin);
+  section.reserve(begin.size() + text.size() + end.size());
+  for (std::size_t mark = text.find(end); mark != text.npos; mark = text.find(end)) {
+    section.append(text.substr(0, mark + 2)).append(end).append(begin);
+    text.remove_prefix(mark + 2);
+  }
+  return section.append(text).append(end);
+}
+
 }  // namespace velkor::xml

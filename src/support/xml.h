@@ -74,6 +74,12 @@ bool is_storable(std::string_view text) noexcept;
 /** The text as UTF-8 that a document can hold: what XML cannot hold in any form is left out. */
 std::string storable(std::string_view text) noexcept;
 
+/**
+ * The text, unchanged, as one CDATA section, or as several where it holds the mark that ends one:
+ * the new end stands between the second bracket and the ">" of the mark.
+ */
+std::string cdata(std::string_view text) noexcept;
+
 /** Siblings from `first` on as a range of `xmlNode *`. */
 class Siblings {
 public:

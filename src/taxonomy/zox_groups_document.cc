@@ -8,7 +8,7 @@
 #include <velkor/zox_file.h>
 #include <velkor/zox_xml_parse.h>
 
-#include "core/kept_aside.h"
+#include "core/backup.h"
 #include "core/xml_file.h"
 #include "support/assertion.h"
 #include "support/text.h"

@@ -2,7 +2,7 @@
 /* The two replies about one posting: its details, and its basic fields. */
 #include <velkor/zox_eventinfo.h>
 
-#include "services/owned_records.h"
+#include "posting/event_record.h"
 #include "tests/fuzz/session.h"
 
 using namespace velkor;

@@ -2,7 +2,7 @@
 /* A downloaded dump: what is not compressed comes out as it went in, and never a zero byte. */
 #include <cstring>
 
-#include "events/dump_file.h"
+#include "operations/dump_file.h"
 #include "support/text.h"
 #include "tests/fuzz/session.h"
 

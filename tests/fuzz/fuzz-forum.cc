@@ -2,7 +2,7 @@
 /* The forum reply; a copy of the posting prints the same forum. */
 #include <velkor/zox_events_forum.h>
 
-#include "services/owned_records.h"
+#include "posting/event_record.h"
 #include "tests/fuzz/session.h"
 
 using namespace velkor;

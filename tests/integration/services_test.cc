@@ -10,10 +10,11 @@
 
 #include <velkor/velkor.h>
 
-#include "services/owned_records.h"
+#include "posting/event_record.h"
+#include "services/profile_document.h"
 #include "support/slist.h"
 #include "support/text.h"
-#include "tests/support/core_fixture.h"
+#include "tests/support/layer_fixtures.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/server_process.h"
 
@@ -61,7 +62,7 @@ private:
 };
 
 /** The library with its tables, and the member "demo" logged in; "anna" is another member. */
-class Services : public CoreTest {
+class Services : public LibraryTest {
 protected:
   Services() : server({"--postings", "20", "--chunk-size", "15"}) {
     zox_file_set_lib_dir(ServerProcess::plugin_directory());

@@ -6,11 +6,7 @@
 
 #include <glib-object.h>
 
-#include <velkor/zox_category.h>
 #include <velkor/zox_file.h>
-#include <velkor/zox_groups.h>
-#include <velkor/zox_mail.h>
-#include <velkor/zox_tags.h>
 
 namespace velkor::test {
 
@@ -27,18 +23,10 @@ CoreTest::CoreTest() {
 CoreTest::~CoreTest() {
   if (core->config != nullptr)
     zox_config_free();
-  if (core->tags != nullptr)
-    zox_tags_free();
-  if (core->categories != nullptr)
-    zox_categories_free();
   if (core->filterlist != nullptr)
     g_object_unref(core->filterlist);
   if (core->eventlist != nullptr)
     g_object_unref(core->eventlist);
-  if (core->mail != nullptr)
-    zox_mail_free(std::exchange(core->mail, nullptr));
-  if (core->groups != nullptr)
-    zox_group_free_all();
   zox_file_free_cache_dir();
   zox_file_free_data_dir();
   zox_file_free_lib_dir();

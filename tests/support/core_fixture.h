@@ -16,7 +16,8 @@ namespace velkor::test {
 
 /**
  * The library's directories lie in the sandbox, but for the library directory: that is where the
- * test plug-in lies. Whatever a case puts into the core is freed at its end.
+ * test plug-in lies. Settings, filters and postings that a case puts into the core are freed at its
+ * end; layer_fixtures.h frees the rest.
  */
 class CoreTest : public ::testing::Test {
 protected:

@@ -15,7 +15,7 @@
 
 #include "filter/filter_record.h"
 #include "support/owned.h"
-#include "tests/support/core_fixture.h"
+#include "tests/support/layer_fixtures.h"
 
 namespace velkor::test {
 
@@ -50,7 +50,7 @@ public:
 };
 
 /** A core with an empty filter list. */
-class FilterTest : public CoreTest {
+class FilterTest : public CategoryTest {
 protected:
   FilterTest() { core->filterlist = zox_filterlist_new(); }
 

@@ -9,7 +9,7 @@
 namespace velkor {
 namespace {
 
-using ZoxFilterRecord = test::CoreTest;
+using ZoxFilterRecord = test::CategoryTest;
 
 std::string joined(GSList *list) {
   const OwnedString text(zox_splitted_list_concat(list));

@@ -7,12 +7,12 @@
 #include <velkor/zox_string.h>
 
 #include "support/owned.h"
-#include "tests/support/core_fixture.h"
+#include "tests/support/layer_fixtures.h"
 
 namespace velkor {
 namespace {
 
-class ZoxWatchlist : public test::CoreTest {
+class ZoxWatchlist : public test::CategoryTest {
 protected:
   static std::string entries() {
     const OwnedString text(zox_splitted_list_concat(core->config->watchlist));

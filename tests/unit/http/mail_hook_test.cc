@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-#include "http/mail_hook.h"
+#include "http/callbacks.h"
 
 #include <thread>
 #include <vector>

@@ -89,5 +89,16 @@ TEST(ZoxHttpCurlDoneDeathTest, NeedsACore) {
   EXPECT_DEATH(zox_http_curl_done(0, nullptr, nullptr, 0), "assertion failed: \\(core\\)");
 }
 
+TEST(ZoxHttpStatusWord, IsTheOneThatTheReplyBeginsWith) {
+  EXPECT_EQ(zox_http_status_word(""), ZOX_STATUS_WORD_NONE);
+  EXPECT_EQ(zox_http_status_word("unauth"), ZOX_STATUS_WORD_NONE);
+  EXPECT_EQ(zox_http_status_word(" BAN"), ZOX_STATUS_WORD_NONE);
+  EXPECT_EQ(zox_http_status_word("UNAUTH"), ZOX_STATUS_WORD_UNAUTH);
+  EXPECT_EQ(zox_http_status_word("BANANA"), ZOX_STATUS_WORD_BAN);
+  EXPECT_EQ(zox_http_status_word("Could not connect to the database!"), ZOX_STATUS_WORD_DATABASE);
+  EXPECT_EQ(zox_http_status_word("UPDATE"), ZOX_STATUS_WORD_UPD);
+  EXPECT_EQ(zox_http_status_word("MSG tekst"), ZOX_STATUS_WORD_MSG);
+}
+
 }  // namespace
 }  // namespace velkor

@@ -7,7 +7,7 @@
 #include <velkor/zox_http_curl.h>
 #include <velkor/zox_string.h>
 
-#include "core/descriptor.h"
+#include "support/descriptor.h"
 #include "support/owned.h"
 #include "tests/support/sandbox.h"
 

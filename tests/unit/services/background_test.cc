@@ -5,6 +5,7 @@
 #include <thread>
 
 #include <velkor/zox_eventinfo.h>
+#include <velkor/zox_events_forum.h>
 
 #include "tests/support/filter_fixture.h"
 #include "tests/unit/services/service_fixture.h"

@@ -4,11 +4,13 @@
 #include <ostream>
 
 #include <velkor/zox_eventinfo.h>
+#include <velkor/zox_events_forum.h>
 #include <velkor/zox_file.h>
 #include <velkor/zox_http_curl.h>
 #include <velkor/zox_kudos.h>
 #include <velkor/zox_modje.h>
 #include <velkor/zox_myzox.h>
+#include <velkor/zox_profile.h>
 
 #include "tests/unit/services/service_fixture.h"
 

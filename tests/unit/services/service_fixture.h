@@ -14,10 +14,10 @@
 #include <velkor/zox_filterlist.h>
 #include <velkor/zox_string.h>
 
-#include "services/owned_records.h"
+#include "posting/event_record.h"
 #include "support/xml.h"
+#include "tests/support/layer_fixtures.h"
 #include "tests/support/log_capture.h"
-#include "tests/support/server_fixture.h"
 
 namespace velkor::test {
 
@@ -107,7 +107,7 @@ inline std::string shown(const StubRequest &request) {
 }
 
 /** A core with a scripted server, an empty event list and the categories. */
-class ServiceTest : public ServerCoreTest {
+class ServiceTest : public LibraryServerTest {
 protected:
   ServiceTest() {
     core->filterlist = zox_filterlist_new();

@@ -144,7 +144,7 @@ TEST_F(ZoxEventinfoParseFindpost, YieldsNothingForAnUnusablePostInTolerantMode) 
   EXPECT_EQ(parse("<Post><Groups/></Post>"), nullptr);
 }
 
-using ZoxEventinfoParseDeathTest = CoreTest;
+using ZoxEventinfoParseDeathTest = LibraryTest;
 
 TEST_F(ZoxEventinfoParseDeathTest, AssertsItsArgumentsAndTheCore) {
   EXPECT_DEATH(zox_eventinfo_parse(nullptr), "assertion failed: \\(tekst\\)");

@@ -135,7 +135,7 @@ TEST_F(ZoxEventinfo, AddsNothingThatIsFoundWithoutDetails) {
   EXPECT_FALSE(saved());
 }
 
-using ZoxEventinfoDeathTest = CoreTest;
+using ZoxEventinfoDeathTest = LibraryTest;
 
 TEST_F(ZoxEventinfoDeathTest, AssertsTheCallback) {
   EXPECT_DEATH(zox_eventinfo_fetch_async(1, nullptr, nullptr), "assertion failed: \\(cb\\)");

@@ -10,7 +10,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class ZoxEventsForumParse : public CoreTest {
+class ZoxEventsForumParse : public LibraryTest {
 protected:
   gint32 parse(const std::string &reply) {
     const OwnedString text = string_of(reply);

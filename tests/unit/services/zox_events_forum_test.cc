@@ -87,7 +87,7 @@ TEST_F(ZoxEventsForum, PostsAnEmptyReaction) {
   EXPECT_THAT(sent(), ElementsAre("/3.7.3/xml-forum.php m=add b= s=5"));
 }
 
-using ZoxEventsForumDeathTest = CoreTest;
+using ZoxEventsForumDeathTest = LibraryTest;
 
 TEST_F(ZoxEventsForumDeathTest, AssertsItsArguments) {
   EXPECT_DEATH(zox_events_forum_fetch_async(1, 0, nullptr, nullptr), "assertion failed: \\(cb\\)");

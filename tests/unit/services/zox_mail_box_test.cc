@@ -17,7 +17,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-class ZoxMailBox : public CoreTest {
+class ZoxMailBox : public LibraryTest {
 protected:
   [[nodiscard]] std::string file() const { return read_file(cache_file("velkor.mail")); }
   void write(std::string_view content) const { write_file(cache_file("velkor.mail"), content); }

@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include <velkor/zox_myzox.h>
 
+#include "services/myzox_fields.h"
 #include "support/slist.h"
 #include "tests/unit/services/service_fixture.h"
 
@@ -10,15 +11,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-/** Frees an entry as a front end has to. */
-void free_post(ZoxMyzoxPost *post) {
-  for (GString *text : {post->title, post->fName, post->poster, post->link})
-    OwnedString(text).reset();
-  zox_splitted_list_free(&post->groups);
-  g_free(post);
-}
-
-class ZoxMyzox : public CoreTest {
+class ZoxMyzox : public LibraryTest {
 protected:
   ~ZoxMyzox() override { clear(); }
 
@@ -44,17 +37,8 @@ protected:
 
   void clear() {
     for (ZoxMyzoxPost *post : Items<ZoxMyzoxPost>(list))
-      free_post(post);
+      free_myzox_post(post);
     g_slist_free(std::exchange(list, nullptr));
-  }
-
-  static std::string printed(GSList *posts) {
-    const xml::Document document(zox_myzox_print(posts));
-    xmlChar *bytes = nullptr;
-    int length = 0;
-    xmlDocDumpFormatMemory(document.get(), &bytes, &length, 1);
-    const xml::Chars owned(bytes);
-    return {xml::chars(bytes), static_cast<std::size_t>(length)};
   }
 
   GSList *list = nullptr;
@@ -85,15 +69,6 @@ TEST_F(ZoxMyzox, ReadsAllElements) {
   EXPECT_EQ(post.reqs, 6U);
   EXPECT_EQ(post.rating, 7U);
   EXPECT_EQ(post.mod, 8U);
-}
-
-TEST_F(ZoxMyzox, PrintsWhatItReads) {
-  EXPECT_EQ(parse(read_file(VELKOR_TEST_DIR "/fixtures/myzox.xml")), 0);
-  EXPECT_EQ(printed(list), read_file(VELKOR_TEST_DIR "/golden/myzox.xml"));
-}
-
-TEST_F(ZoxMyzox, PrintsAnEmptyRootForNoList) {
-  EXPECT_EQ(printed(nullptr), "<?xml version=\"1.0\"?>\n<MyZOX/>\n");
 }
 
 TEST_F(ZoxMyzox, SkipsPostsWithoutAValidId) {
@@ -171,7 +146,7 @@ TEST_F(ZoxMyzoxUpdate, SendsTheIdAndAcceptsAnyReply) {
   }
 }
 
-using ZoxMyzoxDeathTest = CoreTest;
+using ZoxMyzoxDeathTest = LibraryTest;
 
 TEST_F(ZoxMyzoxDeathTest, AssertsTheDocumentTheCoreAndEdit) {
   GSList *posts = nullptr;

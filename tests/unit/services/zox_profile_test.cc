@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include <velkor/zox_profile.h>
 
+#include "services/profile_document.h"
 #include "tests/support/fresh_process.h"
 #include "tests/unit/services/service_fixture.h"
 

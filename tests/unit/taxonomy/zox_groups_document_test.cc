@@ -9,7 +9,7 @@
 
 #include "support/xml.h"
 #include "taxonomy/group_record.h"
-#include "tests/support/core_fixture.h"
+#include "tests/support/layer_fixtures.h"
 #include "tests/support/log_capture.h"
 
 namespace velkor {
@@ -30,7 +30,7 @@ std::string printed(const GSList *groups) {
   return text;
 }
 
-class ZoxGroupsDocument : public test::CoreTest {
+class ZoxGroupsDocument : public test::TableTest {
 protected:
   ZoxGroupsDocument() : path(cache_file("velkor.groups.gz")) {}
 

@@ -4,12 +4,12 @@
 #include <velkor/zox_splitted_list.h>
 #include <velkor/zox_string.h>
 
-#include "tests/support/core_fixture.h"
+#include "tests/support/layer_fixtures.h"
 
 namespace velkor {
 namespace {
 
-using ZoxGroups = test::CoreTest;
+using ZoxGroups = test::TableTest;
 
 void add_group(guint32 id, const char *name) {
   ZoxGroup *group = zox_group_new();

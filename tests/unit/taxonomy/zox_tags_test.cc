@@ -8,12 +8,12 @@
 
 #include "support/owned.h"
 #include "support/slist.h"
-#include "tests/support/core_fixture.h"
+#include "tests/support/layer_fixtures.h"
 
 namespace velkor {
 namespace {
 
-class ZoxTags : public test::CoreTest {
+class ZoxTags : public test::TableTest {
 protected:
   ZoxTags() { zox_tags_init(); }
 

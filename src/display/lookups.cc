@@ -1,0 +1,55 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "display/lookups.h"
+
+#include <velkor/zox_groups.h>
+#include <velkor/zox_string.h>
+#include <velkor/zox_watchlist.h>
+
+#include "support/assertion.h"
+#include "support/owned.h"
+#include "support/slist.h"
+#include "support/text.h"
+
+namespace velkor {
+namespace {
+
+std::optional<std::string> short_name(guint32 id) noexcept {
+  const ZoxGroup *group = zox_group_by_id(id);
+  if (group == nullptr || group->groupName == nullptr)
+    return std::nullopt;
+  return OwnedText(zox_string_strip_newsgroup(group->groupName)).get();
+}
+
+std::unordered_set<gint32> watched_ids() noexcept {
+  std::unordered_set<gint32> ids;
+  for (const ZoxString *watchlist : Items<ZoxString>(zox_watchlist_get())) {
+    ZOX_ASSERT(watchlist);
+    ids.insert(leading_integer(watchlist->str));
+  }
+  return ids;
+}
+
+}  // namespace
+
+const std::string *DisplayLookups::newsgroup(guint32 id) noexcept {
+  auto place = newsgroups_.find(id);
+  if (place == newsgroups_.end())
+    place = newsgroups_.emplace(id, short_name(id)).first;
+  return place->second ? &*place->second : nullptr;
+}
+
+const ZoxTag *DisplayLookups::tag(const ZoxString &code, gint32 category) noexcept {
+  tagKey_.assign(reinterpret_cast<const char *>(&category), sizeof category).append(code.str);
+  auto place = tags_.find(tagKey_);
+  if (place == tags_.end())
+    place = tags_.emplace(tagKey_, zox_tag_find(&code, category)).first;
+  return place->second;
+}
+
+bool DisplayLookups::watched(gint32 postId) noexcept {
+  if (!watchlist_)
+    watchlist_ = watched_ids();
+  return watchlist_->contains(postId);
+}
+
+}  // namespace velkor

@@ -1,0 +1,34 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The tables that a display document asks again and again, each answer looked up once. */
+#ifndef VELKOR_DISPLAY_LOOKUPS_H
+#define VELKOR_DISPLAY_LOOKUPS_H
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+
+#include <velkor/zox_tags.h>
+
+namespace velkor {
+
+/** Serves one document; the tables do not change meanwhile. */
+class DisplayLookups {
+public:
+  /** The short name of the newsgroup, or null when there is no such group or it has no name. */
+  const std::string *newsgroup(guint32 id) noexcept;
+  /** The tag of that code and main category, or null. */
+  const ZoxTag *tag(const ZoxString &code, gint32 category) noexcept;
+  /** Whether the posting is on the watchlist. */
+  bool watched(gint32 postId) noexcept;
+
+private:
+  std::unordered_map<guint32, std::optional<std::string>> newsgroups_;
+  std::unordered_map<std::string, const ZoxTag *> tags_;  // by category and code
+  std::string tagKey_;
+  std::optional<std::unordered_set<gint32>> watchlist_;
+};
+
+}  // namespace velkor
+
+#endif

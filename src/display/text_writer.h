@@ -1,0 +1,140 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Writes a long text, and the lines of a posting's element within it. */
+#ifndef VELKOR_DISPLAY_TEXT_WRITER_H
+#define VELKOR_DISPLAY_TEXT_WRITER_H
+
+#include <charconv>
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+
+#include "support/owned.h"
+
+namespace velkor {
+
+/** Writes straight into the string that is handed out in the end. */
+class TextWriter {
+public:
+  TextWriter() = default;
+
+  void add(std::string_view part) noexcept {
+    std::memcpy(room_for(part.size()), part.data(), part.size());
+    text_->len += part.size();
+  }
+
+  /** The characters of a text as "%s" prints them: up to a zero byte, "(null)" for none. */
+  void add_text(const GString *text) noexcept {
+    add(text == nullptr ? std::string_view("(null)") : std::string_view(text->str));
+  }
+
+  void add_number(gint64 number) noexcept {
+    constexpr std::size_t longest = 20;
+    char *start = room_for(longest);
+    const char *const end = std::to_chars(start, start + longest, number).ptr;
+    text_->len += static_cast<std::size_t>(end - start);
+  }
+
+  [[nodiscard]] std::size_t size() const noexcept { return text_->len; }
+
+  /** Cuts what was written since `start` to `limit` bytes, as a line buffer would have. */
+  void cut(std::size_t start, std::size_t limit) noexcept {
+    if (text_->len - start > limit)
+      text_->len = start + limit;
+  }
+
+  /** The text; the writer has none any more. */
+  [[nodiscard]] GString *release() noexcept {
+    text_->str[text_->len] = '\0';
+    return text_.release();
+  }
+
+private:
+  /** Where the next bytes go; there is always room for the closing zero behind them. */
+  char *room_for(std::size_t count) noexcept {
+    if (text_->allocated_len - text_->len <= count) [[unlikely]]
+      grow(count);
+    return text_->str + text_->len;
+  }
+
+  void grow(std::size_t count) noexcept {
+    const std::size_t used = text_->len;
+    g_string_set_size(text_.get(), used + count);
+    text_->len = used;
+  }
+
+  OwnedString text_{g_string_sized_new(4096)};
+};
+
+/** An element that fills a line. */
+struct LineElement {
+  std::string_view name;
+  std::size_t tabs = 2;
+};
+
+/** Writes the lines of a posting's element. */
+class LineWriter {
+public:
+  LineWriter(TextWriter &out, bool indent) noexcept : out_(out), indent_(indent) {}
+
+  void plain_line(std::string_view text) noexcept {
+    line([&] { out_.add(text); });
+  }
+
+  void number_line(const LineElement &element, gint64 number) noexcept {
+    element_line(element, [&] { out_.add_number(number); });
+  }
+
+  /** A line with a text that needs no CDATA section. */
+  void word_line(const LineElement &element, std::string_view word) noexcept {
+    element_line(element, [&] { out_.add(word); });
+  }
+
+  /** A line with a text in a CDATA section, as it is; null is printed as a null text. */
+  void text_line(const LineElement &element, const GString *text) noexcept {
+    cdata_line(element, [&] { out_.add_text(text); });
+  }
+
+  /** A line whose content, written by `content`, stands in a CDATA section. */
+  template <typename Content>
+  void cdata_line(const LineElement &element, Content &&content) noexcept {
+    element_line(element, [&] {
+      out_.add("<![CDATA[");
+      content();
+      out_.add("]]>");
+    });
+  }
+
+private:
+  /** What fits into a line: anything longer is cut there. */
+  static constexpr std::size_t line_limit = 65534;
+
+  template <typename Content>
+  void line(Content &&content) noexcept {
+    if (indent_)
+      out_.add("\t");
+    const std::size_t start = out_.size();
+    content();
+    out_.cut(start, line_limit);
+  }
+
+  template <typename Content>
+  void element_line(const LineElement &element, Content &&content) noexcept {
+    line([&] {
+      out_.add(std::string_view("\t\t\t").substr(0, element.tabs));
+      out_.add("<");
+      out_.add(element.name);
+      out_.add(">");
+      content();
+      out_.add("</");
+      out_.add(element.name);
+      out_.add(">\n");
+    });
+  }
+
+  TextWriter &out_;
+  const bool indent_;
+};
+
+}  // namespace velkor
+
+#endif

@@ -1,0 +1,210 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include <velkor/zox_events_sort.h>
+
+#include <array>
+#include <ctime>
+
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_config.h>
+#include <velkor/zox_eventlist.h>
+#include <velkor/zox_filter.h>
+#include <velkor/zox_string.h>
+#include <velkor/zox_watchlist.h>
+
+#include "display/parts.h"
+#include "filter/filter_record.h"
+#include "posting/event_record.h"
+#include "store/event_walk.h"
+#include "support/assertion.h"
+#include "support/rw_lock.h"
+
+namespace velkor {
+namespace {
+
+/** What fits into a line of the head: anything longer is cut there. */
+constexpr std::size_t head_line_limit = 8191;
+
+constexpr std::array sort_modes{"Stamp", "Title", "Poster", "Rating"};
+
+/** The opening lines of the main categories, with names of the page's own. */
+constexpr std::array category_openings{
+    "\t<CatEvents catName=\"Beeld\">\n",
+    "\t<CatEvents catName=\"Geluid\">\n",
+    "\t<CatEvents catName=\"Games\">\n",
+    "\t<CatEvents catName=\"Apps\">\n",
+};
+
+constexpr gint32 every_category = -1;
+
+/** The filter applied last; an empty one before any was. */
+OwnedFilter active_filter() noexcept {
+  OwnedFilter filter(zox_eventlist_get_filter(core->eventlist));
+  return filter ? std::move(filter) : OwnedFilter(zox_filter_new_filter());
+}
+
+/** Whether printing this posting would hand one of its texts to a conversion. */
+bool has_converted_text(const ZoxEvent &event) noexcept {
+  return event.ann != nullptr || event.des != nullptr || event.sig != nullptr ||
+         event.forum != nullptr;
+}
+
+/** One display document while it is being written. */
+class Document {
+public:
+  Document(bool filtered, ZoxTextFunc textFunc) noexcept
+      : filtered_(filtered), textFunc_(textFunc), filter_(active_filter()) {}
+
+  ZoxString *write(gint64 now) noexcept;
+
+private:
+  void add_sort_instructions() noexcept;
+  void add_head(gint64 now) noexcept;
+  void add_head_number(std::string_view opening, gint32 number, std::string_view closing) noexcept;
+  void add_category(gint32 category) noexcept;
+  gint32 add_events(gint32 category, bool indent) noexcept;
+  bool add_held_event(ZOXEventObject &object, gint32 category, bool indent,
+                      gint32 position) noexcept;
+
+  const bool filtered_;
+  const ZoxTextFunc textFunc_;
+  const OwnedFilter filter_;
+  DisplayLookups lookups_;
+  TextWriter out_;
+};
+
+ZoxString *Document::write(gint64 now) noexcept {
+  out_.add("<Events>\n");
+  if (filter_->perCategory != 0) {
+    add_head(now);
+    for (gint32 category = 0; category < gint32{category_openings.size()}; ++category)
+      add_category(category);
+  } else {
+    add_sort_instructions();
+    add_head(now);
+    add_events(every_category, false);
+  }
+  out_.add("</Events>\n");
+  return out_.release();
+}
+
+void Document::add_sort_instructions() noexcept {
+  const OwnedString sortTags(zox_events_sort_apply_filter(filter_.get()));
+  ZOX_ASSERT(sortTags);
+  out_.add(sortTags->str);
+}
+
+void Document::add_head(gint64 now) noexcept {
+  add_head_number("\t<AantalEvents>",
+                  static_cast<gint32>(zox_eventlist_get_count(core->eventlist, 1)),
+                  "</AantalEvents>\n");
+  const OwnedText date(zox_string_date(now));
+  out_.add("\t<DateTimeGenerated><![CDATA[");
+  out_.add(date ? date.get() : "(null)");
+  out_.add("]]></DateTimeGenerated>\n");
+  add_head_number("\t<PrevCheck>", static_cast<gint32>(core->config->prevCheck), "</PrevCheck>\n");
+  const OwnedString data(zox_watchlist_print());
+  ZOX_ASSERT(data);
+  out_.add(data->str);
+  const std::size_t script = out_.size();
+  add_page_script(out_);
+  out_.cut(script, head_line_limit);
+}
+
+void Document::add_head_number(std::string_view opening, gint32 number,
+                               std::string_view closing) noexcept {
+  out_.add(opening);
+  out_.add_number(number);
+  out_.add(closing);
+}
+
+void Document::add_category(gint32 category) noexcept {
+  out_.add(category_openings[static_cast<std::size_t>(category)]);
+  add_sort_instructions();
+  const gint32 count = add_events(category, true);
+  add_head_number("\t\t<AantalEvents>", count, "</AantalEvents>\n");
+  out_.add("\t</CatEvents>\n");
+}
+
+/** The postings of a category in the list's walking order; tells how many there were. */
+gint32 Document::add_events(gint32 category, bool indent) noexcept {
+  ZOXEventlist &list = *core->eventlist;
+  const ReadLock lock(list.lock);
+  GHashTable *table = filtered_ ? list.filtered : list.tree;
+  if (table == nullptr)
+    return 0;
+  gint32 count = 0;
+  for_each_object(table, [&](gpointer, ZOXEventObject *object) {
+    if (add_held_event(*object, category, indent, count))
+      ++count;
+  });
+  return count;
+}
+
+/**
+ * Prints a posting where it is held, since a copy of each would take as long again. Only the
+ * front end's conversion, which may do what it likes with its texts, works on a copy, with the
+ * posting's lock released.
+ */
+bool Document::add_held_event(ZOXEventObject &object, gint32 category, bool indent,
+                              gint32 position) noexcept {
+  const ElementSettings settings{indent, position, textFunc_};
+  OwnedEvent copy;
+  {
+    const ReadLock lock(object.lock);
+    const ZoxEvent &event = *object.event;
+    if (category != every_category && category != event.cat)
+      return false;
+    if (textFunc_ == nullptr || !has_converted_text(event)) {
+      add_event(out_, event, settings, lookups_);
+      return true;
+    }
+    copy.reset(zox_event_duplicate(&event));
+  }
+  add_event(out_, *copy, settings, lookups_);
+  return true;
+}
+
+}  // namespace
+
+ZoxString *events_document(bool filtered, ZoxTextFunc textFunc, gint64 now) noexcept {
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(core->config);
+  return Document(filtered, textFunc).write(now);
+}
+
+}  // namespace velkor
+
+using namespace velkor;
+
+extern "C" {
+
+ZoxString *zox_events_sort_filtered(ZoxTextFunc textFunc) {
+  return zox_events_sort(1, textFunc);
+}
+
+ZoxString *zox_events_sort_total(ZoxTextFunc textFunc) {
+  return zox_events_sort(0, textFunc);
+}
+
+ZoxString *zox_events_sort(gint32 filtered, ZoxTextFunc textFunc) {
+  return events_document(filtered != 0, textFunc, std::time(nullptr));
+}
+
+ZoxString *zox_events_sort_apply_filter(const ZoxFilter *filter) {
+  ZOX_ASSERT(filter);
+  TextWriter out;
+  const auto mode = static_cast<std::size_t>(filter->sortMode);
+  if (mode < sort_modes.size()) {
+    out.add("\t<SortMode>");
+    out.add(sort_modes[mode]);
+    out.add("</SortMode>\n");
+  } else {
+    g_warning("zox_events_sort_apply_filter(): Onbekend sorteerveld %i\n", filter->sortMode);
+  }
+  out.add("\t<SortRichting>");
+  out.add(filter->sortAscending != 0 ? "ascending" : "descending");
+  out.add("</SortRichting>\n");
+  return out.release();
+}
+
+}  // extern "C"

@@ -1,0 +1,49 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "operations/dump_file.h"
+
+#include <array>
+#include <cstring>
+#include <memory>
+
+#include <unistd.h>
+#include <zlib.h>
+
+namespace velkor {
+namespace {
+
+constexpr unsigned block_size = 1023;
+constexpr unsigned buffer_size = 128 * 1024;
+
+using OwnedGzip = std::unique_ptr<gzFile_s, ReleaseWith<gzclose>>;
+
+/** Closes the stream; false when its data broke off before its end. */
+bool ends_properly(OwnedGzip file) noexcept {
+  return gzclose_r(file.release()) == Z_OK;
+}
+
+}  // namespace
+
+TemporaryFile::~TemporaryFile() {
+  const OwnedText name(name_);
+  if (name)
+    unlink(name.get());
+}
+
+OwnedString read_dump(const char *path, std::size_t longest) noexcept {
+  OwnedGzip file(gzopen(path, "rbe"));
+  if (!file)
+    return nullptr;
+  gzbuffer(file.get(), buffer_size);
+  OwnedString text(g_string_new(nullptr));
+  std::array<char, block_size> block;
+  int length = 0;
+  while ((length = gzread(file.get(), block.data(), block_size)) > 0) {
+    const std::size_t bytes = strnlen(block.data(), static_cast<std::size_t>(length));
+    if (text->len + bytes > longest)
+      return nullptr;
+    g_string_append_len(text.get(), block.data(), static_cast<gssize>(bytes));
+  }
+  return length == 0 && ends_properly(std::move(file)) ? std::move(text) : nullptr;
+}
+
+}  // namespace velkor

@@ -1,0 +1,41 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** A downloaded dump in its temporary file. */
+#ifndef VELKOR_OPERATIONS_DUMP_FILE_H
+#define VELKOR_OPERATIONS_DUMP_FILE_H
+
+#include <cstddef>
+
+#include "support/owned.h"
+
+namespace velkor {
+
+/** Removes the file that it names at the end of its life. */
+class TemporaryFile {
+public:
+  TemporaryFile() = default;
+  ~TemporaryFile();
+  TemporaryFile(const TemporaryFile &) = delete;
+  TemporaryFile &operator=(const TemporaryFile &) = delete;
+
+  /** Where a newly allocated name is to be put. */
+  [[nodiscard]] char **place() noexcept { return &name_; }
+  [[nodiscard]] const char *name() const noexcept { return name_; }
+
+private:
+  char *name_ = nullptr;
+};
+
+/** A dump holds some thousands of postings; a few kilobytes can pretend to hold anything. */
+inline constexpr std::size_t longest_dump = std::size_t{1} << 30;
+
+/**
+ * Decompresses a dump in blocks of 1023 bytes; a zero byte cuts the block that holds it. A file
+ * that is not gzip at all is taken as it stands.
+ * @param longest  how many bytes the text may have
+ * @return the text; null when the gzip data is broken or incomplete, or makes too much
+ */
+OwnedString read_dump(const char *path, std::size_t longest = longest_dump) noexcept;
+
+}  // namespace velkor
+
+#endif

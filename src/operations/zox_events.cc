@@ -1,0 +1,201 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The update from the server. */
+#include <velkor/zox_events.h>
+
+#include <memory>
+#include <utility>
+
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_events_parse.h>
+#include <velkor/zox_groups.h>
+#include <velkor/zox_http_curl.h>
+#include <velkor/zox_http_parameter.h>
+
+#include "operations/dump_file.h"
+#include "support/assertion.h"
+#include "support/owned.h"
+#include "support/slist.h"
+
+namespace velkor {
+namespace {
+
+using OwnedParameters = std::unique_ptr<GSList, ReleaseWith<zox_http_parameter_free_all>>;
+
+/** The names of the dumps to fetch. */
+class DumpNames {
+public:
+  DumpNames() = default;
+  ~DumpNames() { g_slist_free_full(list_, g_free); }
+  DumpNames(const DumpNames &) = delete;
+  DumpNames &operator=(const DumpNames &) = delete;
+
+  /** Where names are to be appended. */
+  [[nodiscard]] GSList **place() noexcept { return &list_; }
+  [[nodiscard]] Items<const char> names() const noexcept { return Items<const char>(list_); }
+  [[nodiscard]] guint count() const noexcept { return g_slist_length(list_); }
+
+private:
+  GSList *list_ = nullptr;
+};
+
+/** The postings of all dumps; they are given up unless they are merged. */
+class Postings {
+public:
+  Postings() = default;
+  ~Postings() { g_slist_free_full(list_, g_object_unref); }
+  Postings(const Postings &) = delete;
+  Postings &operator=(const Postings &) = delete;
+
+  void append(GSList *objects) noexcept {
+    *tail_ = objects;
+    if (objects != nullptr)
+      tail_ = &g_slist_last(objects)->next;
+  }
+
+  [[nodiscard]] bool empty() const noexcept { return list_ == nullptr; }
+
+  void merge_into(ZOXEventlist *list, ZoxEventlistProgress progress, gpointer userData) noexcept {
+    const OwnedCells objects(std::exchange(list_, nullptr));
+    zox_eventlist_merge(list, objects.get(), progress, userData);
+  }
+
+private:
+  GSList *list_ = nullptr;
+  GSList **tail_ = &list_;
+};
+
+/** One run of the update. */
+class Update {
+public:
+  Update(ZoxEventsProgress progress, char **serverText) noexcept
+      : progress_(progress), server_text_(serverText) {}
+
+  /** Asks what is available, once or until no more dumps come; fills names and stamp. */
+  ZoxErrorCode ask() noexcept {
+    stamp_ = core->config->lastCheck;
+    if (core->config->recursiveUpdate == 0)
+      return ask_once();
+    guint known = 0;
+    do {
+      known = dumps_.count();
+      if (const ZoxErrorCode code = ask_once(); code != ZOX_RESULT_SUCCESS) {
+        zox_eventlist_load(core->eventlist, nullptr);
+        return code;
+      }
+    } while (dumps_.count() > known);
+    return ZOX_RESULT_SUCCESS;
+  }
+
+  /** Downloads and reads every dump. */
+  ZoxErrorCode fetch_dumps() noexcept {
+    const auto total = static_cast<gint32>(dumps_.count());
+    gint32 number = 0;
+    for (const char *name : dumps_.names()) {
+      if (progress_ != nullptr)
+        progress_(total, ++number);
+      if (const ZoxErrorCode code = fetch_dump(name); code != ZOX_RESULT_SUCCESS)
+        return code;
+    }
+    return postings_.empty() ? ZOX_RESULT_NOTHING_NEW : ZOX_RESULT_SUCCESS;
+  }
+
+  /** The server's stamp; the one of the last update when the server sent none. */
+  [[nodiscard]] gint64 stamp() const noexcept { return stamp_; }
+  [[nodiscard]] bool has_dumps() const noexcept { return dumps_.count() > 0; }
+  [[nodiscard]] Postings &postings() noexcept { return postings_; }
+
+private:
+  ZoxErrorCode ask_once() noexcept {
+    return zox_events_fetch_get_available(dumps_.place(), static_cast<gint32>(stamp_), &stamp_,
+                                          server_text_);
+  }
+
+  ZoxErrorCode fetch_dump(const char *name) noexcept {
+    const OwnedText path(g_strdup_printf("%s%s.gz", "/3.7.3/dumps/", name));
+    TemporaryFile file;
+    const ZoxErrorCode code =
+        zox_http_curl_execute(path.get(), nullptr, 1, nullptr, 1, file.place(), 1);
+    if (code != ZOX_RESULT_SUCCESS)
+      return code;
+    const OwnedString decompressedData = read_dump(file.name());
+    if (!decompressedData)
+      return ZOX_RESULT_UNKNOWN_ERROR;
+    GSList *objects = nullptr;
+    const ZoxErrorCode parsed =
+        zox_events_parse(decompressedData.get(), nullptr, &objects, server_text_, 0);
+    postings_.append(objects);
+    return parsed;
+  }
+
+  ZoxEventsProgress progress_;
+  char **server_text_;
+  gint64 stamp_ = 0;
+  DumpNames dumps_;
+  Postings postings_;
+};
+
+/** Saves the merged list and moves the update times on; false when the list cannot be saved. */
+bool save(gint64 stamp) noexcept {
+  if (zox_eventlist_save(core->eventlist) == 0) {
+    g_warning("zox_events_fetch(): de postings konden niet worden opgeslagen\n");
+    return false;
+  }
+  core->config->prevCheck = std::exchange(core->config->lastCheck, stamp);
+  zox_config_save();
+  return true;
+}
+
+}  // namespace
+}  // namespace velkor
+
+using namespace velkor;
+
+extern "C" {
+
+ZoxErrorCode zox_events_fetch_get_available(GSList **dumpList, gint32 lastCheck,
+                                            gint64 *newLastCheck, char **serverText) {
+  const OwnedText value(g_strdup_printf("%d", lastCheck));
+  const OwnedParameters parameters(
+      g_slist_prepend(nullptr, zox_http_parameter_new("lc", value.get())));
+  ZoxString *reply = nullptr;
+  const ZoxErrorCode code =
+      zox_http_curl_execute("/3.7.3/xml.php", parameters.get(), 1, &reply, 1, nullptr, 1);
+  const OwnedString uitvoer(reply);
+  if (code == ZOX_RESULT_SUCCESS) {
+    ZOX_ASSERT(uitvoer);
+    return zox_events_list_parse(uitvoer.get(), newLastCheck, dumpList, serverText);
+  }
+  *serverText = code == ZOX_RESULT_SERVER_NOTICE ? g_strdup(chars_or_null(uitvoer.get())) : nullptr;
+  return code;
+}
+
+ZoxErrorCode zox_events_fetch(ZoxEventsProgress progress, ZoxEventlistProgress mergeProgress,
+                              ZoxEventsDone done, char **serverText, gpointer userData) {
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(core->config);
+  zox_eventlist_cleanup(core->eventlist);
+  if (progress != nullptr)
+    progress(0, 0);
+  Update update(progress, serverText);
+  if (const ZoxErrorCode code = update.ask(); code != ZOX_RESULT_SUCCESS)
+    return code;
+  zox_group_save();
+  if (!update.has_dumps())
+    return ZOX_RESULT_NOTHING_NEW;
+  if (const ZoxErrorCode code = update.fetch_dumps(); code != ZOX_RESULT_SUCCESS)
+    return code;
+  if (core->config->lastCheck != 0)
+    zox_eventlist_load(core->eventlist, nullptr);
+  update.postings().merge_into(core->eventlist, mergeProgress, userData);
+  if (done != nullptr)
+    done(userData);
+  // Without a saved list the times stay as they are and the merged postings in memory: the next
+  // update asks for them again, and until then nothing is lost.
+  if (save(update.stamp()))
+    zox_eventlist_load(core->eventlist, nullptr);
+  if (done != nullptr)
+    done(userData);
+  return ZOX_RESULT_SUCCESS;
+}
+
+}  // extern "C"

@@ -1,0 +1,41 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** A posting's record: how it begins, what it owns, its owner, and what its fields tell. */
+#ifndef VELKOR_POSTING_EVENT_RECORD_H
+#define VELKOR_POSTING_EVENT_RECORD_H
+
+#include <array>
+#include <memory>
+
+#include <velkor/zox_event.h>
+
+#include "support/owned.h"
+
+namespace velkor {
+
+using OwnedEvent = std::unique_ptr<ZoxEvent, ReleaseWith<zox_event_free>>;
+
+/** Every text that a record owns. */
+inline constexpr std::array text_members{
+    &ZoxEvent::fName, &ZoxEvent::title, &ZoxEvent::poster, &ZoxEvent::link, &ZoxEvent::tag,
+    &ZoxEvent::ann,   &ZoxEvent::des,   &ZoxEvent::sig,    &ZoxEvent::img,  &ZoxEvent::reason,
+};
+
+/** Every list of texts that a record owns. */
+inline constexpr std::array list_members{&ZoxEvent::groups, &ZoxEvent::tags, &ZoxEvent::mp3Tracks};
+
+/** A record as it begins: nothing known. */
+inline constexpr ZoxEvent fresh_event = [] {
+  ZoxEvent event{};
+  event.postId = -1;
+  event.status = ZOX_STATUS_UNKNOWN;
+  event.cat = -1;
+  event.sCat = -1;
+  return event;
+}();
+
+/** Gives a posting without sub-category the number of its first tag that begins with "a". */
+void derive_sub_category(ZoxEvent &event) noexcept;
+
+}  // namespace velkor
+
+#endif

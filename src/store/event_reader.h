@@ -1,0 +1,79 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/**
+ * Reads a document of postings as a stream: no copy of the text is made and no tree built, and
+ * each posting is packed as soon as its element ends. What was read is only good once the whole
+ * document has turned out to be.
+ */
+#ifndef VELKOR_STORE_EVENT_READER_H
+#define VELKOR_STORE_EVENT_READER_H
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include <libxml/parser.h>
+
+#include "posting/event_fields.h"
+#include "posting/packed_event.h"
+#include "store/event_draft.h"
+
+namespace velkor {
+
+/** Something odd about one posting, to be told when the posting is taken over. */
+struct EventRemark {
+  std::size_t posting;  // its number in the document, from 0
+  const char *list;     // the list that it is about
+  ListOddity oddity;
+};
+
+class EventReader {
+public:
+  enum class Outcome { NotWellFormed, WrongRoot, NoChildren, Read };
+
+  EventReader() = default;
+  EventReader(const EventReader &) = delete;
+  EventReader &operator=(const EventReader &) = delete;
+
+  /** Reads a whole document, once. */
+  Outcome read(std::string_view document) noexcept;
+
+  /** The postings and what was odd about them, both in the order of the document. */
+  std::vector<PackedEvent> postings;
+  std::vector<EventRemark> remarks;
+
+private:
+  /** The callbacks, which libxml2 calls with the parser as their context. */
+  struct Callbacks;
+
+  void note_names(xmlDict *dictionary) noexcept;
+  void start_element(xmlParserCtxt *parser, const xmlChar *name) noexcept;
+  void end_element() noexcept;
+  void characters(xmlParserCtxt *parser, std::string_view text) noexcept;
+  void other_node() noexcept;
+
+  void start_field(const xmlChar *name) noexcept;
+  void end_field(const EventField &field) noexcept;
+  [[nodiscard]] bool is_event(const xmlChar *name) const noexcept;
+  /** Counts what the parser delivers; false when entities have made far too much of it. */
+  bool within_bounds(xmlParserCtxt *parser, std::size_t bytes) noexcept;
+
+  std::size_t bytes_allowed_ = 0;
+  /* The names as the parser's dictionary holds them, so that addresses can be compared. */
+  std::array<const xmlChar *, event_fields.size()> field_names_{};
+  const xmlChar *event_name_ = nullptr;
+  const xmlChar *track_name_ = nullptr;
+
+  int depth_ = 0;  // open elements
+  bool root_matches_ = false;
+  bool root_has_children_ = false;
+  bool refused_ = false;
+  bool in_posting_ = false;            // the open element below the root is a posting
+  const EventField *field_ = nullptr;  // the open element below the posting, if it is known
+  bool in_track_ = false;
+  EventDraft draft_;
+};
+
+}  // namespace velkor
+
+#endif

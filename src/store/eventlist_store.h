@@ -1,0 +1,40 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/**
+ * What the operations of the event list share; all of it is called with the list's lock held for
+ * writing.
+ *
+ * The filtered set holds its entries without references. What leaves the list while it is still in
+ * that set is therefore kept until the set goes, and an earlier filter until the list goes, since
+ * a front end may still look at it.
+ */
+#ifndef VELKOR_STORE_EVENTLIST_STORE_H
+#define VELKOR_STORE_EVENTLIST_STORE_H
+
+#include <velkor/zox_eventlist.h>
+
+#include "filter/filter_record.h"
+#include "store/event_table.h"
+
+namespace velkor {
+
+/** Drops every entry of `tree` and the table; complains when there is none. */
+void drop_tree(ZOXEventlist *list) noexcept;
+
+/** Replaces the filtered set by `filtered`, which may be null. */
+void set_filtered(ZOXEventlist *list, EventTable filtered) noexcept;
+
+/** Replaces the active filter by `filter`, which may be null. */
+void set_active_filter(ZOXEventlist *list, OwnedFilter filter) noexcept;
+
+/** Releases what was kept; for the list's end. */
+void release_kept(ZOXEventlist *list) noexcept;
+
+/** Puts `object` into the list; true when it replaced an entry. */
+bool put_entry(ZOXEventlist *list, OwnedEventObject object) noexcept;
+
+/** Takes the entry out of the list; false when there is none. */
+bool remove_entry(ZOXEventlist *list, gint32 postId) noexcept;
+
+}  // namespace velkor
+
+#endif

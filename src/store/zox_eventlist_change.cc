@@ -1,0 +1,148 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** Adding postings to the event list and removing them from it. */
+#include <velkor/zox_eventlist.h>
+
+#include <cstdio>
+#include <ctime>
+#include <vector>
+
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_watcher.h>
+#include <velkor/zox_watchlist.h>
+
+#include "posting/event_age.h"
+#include "posting/packed_event.h"
+#include "store/event_walk.h"
+#include "store/eventlist_store.h"
+#include "support/assertion.h"
+#include "support/rw_lock.h"
+#include "support/slist.h"
+
+namespace velkor {
+namespace {
+
+bool is_on_watchlist(gint32 postId) noexcept {
+  return zox_watchlist_is_in_list(static_cast<guint32>(postId)) != FALSE;
+}
+
+/* The list is locked and nobody else sees the object yet, so its own lock is not needed. */
+void merge_object(ZOXEventlist *list, ZOXEventObject *object) noexcept {
+  ZoxEvent &event = *object->event;
+  if (zox_watcher_test_event(&event) != FALSE) {
+    core->watcherNoHits = 0;
+    event.watcherHit = 1;
+  }
+  if (put_entry(list, OwnedEventObject(object)) && is_on_watchlist(event.postId)) {
+    core->watchlistUnchanged = 0;
+    event.watchlistUpdated = 1;
+  }
+}
+
+/** The post ids of all entries whose posting meets the condition. */
+template <typename Condition>
+std::vector<gint32> ids_where(ZOXEventlist *list, Condition condition) noexcept {
+  std::vector<gint32> ids;
+  for_each_held_event(list->tree, [&](gpointer key, const ZoxEvent &event) {
+    if (condition(event))
+      ids.push_back(GPOINTER_TO_INT(key));
+  });
+  return ids;
+}
+
+void remove_known_entry(ZOXEventlist *list, gint32 postId, int place) noexcept {
+  if (!remove_entry(list, postId))
+    std::printf("zox_eventlist:%i dit mag niet voorkomen!!\n", place);
+}
+
+/** The stamp from which on postings are kept; false when the setting is none of its values. */
+bool find_age_limit(gint64 &limit) noexcept {
+  constexpr guint32 longest_choice = 6;
+  const gint32 choice = core->config->verwijderPostsNaXDagen;
+  if (static_cast<guint32>(choice) > longest_choice) {
+    g_warning("Ongeldige waarde : core->config->verwijderPostsNaXDagen = %i\n", choice);
+    return false;
+  }
+  const gint64 days = 7 * (gint64{choice} + 1);
+  limit = std::time(nullptr) - days * seconds_a_day;
+  return true;
+}
+
+/** Removes what is older, except for the watchlist; true when there was anything that old. */
+bool remove_older(ZOXEventlist *list, gint64 limit) noexcept {
+  const WriteLock lock(list->lock);
+  const auto ids = ids_where(list, [limit](const ZoxEvent &event) { return event.stamp < limit; });
+  for (const gint32 postId : ids) {
+    if (!is_on_watchlist(postId))
+      remove_known_entry(list, postId, 702);
+  }
+  return !ids.empty();
+}
+
+bool has_tree(ZOXEventlist *list) noexcept {
+  const ReadLock lock(list->lock);
+  return list->tree != nullptr;
+}
+
+}  // namespace
+}  // namespace velkor
+
+using namespace velkor;
+
+extern "C" {
+
+void zox_eventlist_merge(ZOXEventlist *list, GSList *objects, ZoxEventlistProgress progress,
+                         gpointer userData) {
+  constexpr guint32 step = 10;
+  ZOX_ASSERT(core);
+  const WriteLock lock(list->lock);
+  const guint32 total = g_slist_length(objects);
+  guint32 number = 0;
+  for (ZOXEventObject *object : Items<ZOXEventObject>(objects)) {
+    ++number;
+    if (progress != nullptr && number % step == 0)
+      progress(total, number, userData);
+    merge_object(list, object);
+  }
+  if (progress != nullptr)
+    progress(total, total, userData);
+}
+
+void zox_eventlist_add_or_replace_event(ZOXEventlist *list, const ZoxEvent *event) {
+  const WriteLock lock(list->lock);
+  ZOXEventObject *object = find_object(list->tree, event->postId);
+  if (object == nullptr) {
+    put_entry(list, new_object(pack(*event)));
+    return;
+  }
+  zox_event_object_set_event(object, event);
+  if (is_on_watchlist(event->postId))
+    core->watchlistUnchanged = 0;
+}
+
+void zox_eventlist_purge_deleted(ZOXEventlist *list) {
+  const WriteLock lock(list->lock);
+  const gint64 now = std::time(nullptr);
+  const auto ids = ids_where(list, [now](const ZoxEvent &event) {
+    return event.status == ZOX_STATUS_REMOVED || is_long_deleted(event, now);
+  });
+  for (const gint32 postId : ids) {
+    if (is_on_watchlist(postId))
+      zox_watchlist_remove(postId);
+    remove_known_entry(list, postId, 597);
+  }
+}
+
+void zox_eventlist_cleanup(ZOXEventlist *list) {
+  if (!has_tree(list))
+    return;
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(core->config);
+  gint64 limit = 0;
+  if (!find_age_limit(limit) || !remove_older(list, limit))
+    return;
+  // What could not be saved must not be replaced by what the file still holds.
+  if (zox_eventlist_save(list) != 0)
+    zox_eventlist_load(list, nullptr);
+}
+
+}  // extern "C"

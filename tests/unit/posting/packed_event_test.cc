@@ -1,0 +1,74 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "posting/packed_event.h"
+
+#include <cstdint>
+#include <cstring>
+
+#include <gtest/gtest.h>
+
+#include "posting/event_record.h"
+#include "support/slist.h"
+#include "tests/unit/posting/event_samples.h"
+
+namespace velkor {
+namespace {
+
+using test::describe;
+using test::full_event;
+using test::zox;
+
+void expect_whole(const GString *text) {
+  if (text == nullptr)
+    return;
+  EXPECT_EQ(reinterpret_cast<std::uintptr_t>(text) % alignof(GString), 0U);
+  EXPECT_EQ(text->allocated_len, text->len + 1);
+  EXPECT_EQ(text->str[text->len], '\0');
+}
+
+TEST(PackedEventTest, EqualsItsSource) {
+  const OwnedEvent event = full_event();
+  EXPECT_EQ(describe(*pack(*event)), describe(*event));
+}
+
+TEST(PackedEventTest, EqualsARecordWithoutAnything) {
+  EXPECT_EQ(describe(*pack(fresh_event)), describe(fresh_event));
+}
+
+TEST(PackedEventTest, OutlivesItsSource) {
+  OwnedEvent event = full_event();
+  const std::string expected = describe(*event);
+  const PackedEvent packed = pack(*event);
+  event.reset();
+  EXPECT_EQ(describe(*packed), expected);
+}
+
+TEST(PackedEventTest, CanBePackedAgain) {
+  const PackedEvent packed = pack(*full_event());
+  EXPECT_EQ(describe(*pack(*packed)), describe(*packed));
+}
+
+TEST(PackedEventTest, TextsAreWholeGStrings) {
+  for (std::size_t length = 0; length < 20; ++length) {
+    const OwnedEvent event = full_event();
+    replace_string(event->title, zox(std::string(length, 'x')).release());
+    const PackedEvent packed = pack(*event);
+    for (const auto member : text_members)
+      expect_whole((*packed).*member);
+    for (const auto member : list_members) {
+      for (const GString *item : Items<const GString>((*packed).*member))
+        expect_whole(item);
+    }
+    EXPECT_EQ(std::strlen(packed->title->str), length);
+  }
+}
+
+TEST(PackedEventTest, KeepsZeroBytesWithinAText) {
+  const OwnedEvent event(zox_event_new());
+  event->title = zox(std::string_view("a\0b", 3)).release();
+  const PackedEvent packed = pack(*event);
+  ASSERT_EQ(packed->title->len, 3U);
+  EXPECT_EQ(std::memcmp(packed->title->str, "a\0b", 4), 0);
+}
+
+}  // namespace
+}  // namespace velkor
