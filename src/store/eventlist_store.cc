@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "store/event_walk.h"
+#include "support/rw_lock.h"
 
 namespace velkor {
 namespace {
@@ -43,6 +44,7 @@ void part_with(ZOXEventlist *list, OwnedEventObject object) noexcept {
 }  // namespace
 
 void drop_tree(ZOXEventlist *list) noexcept {
+  assert_held_for_writing(list->lock);
   const EventTable eventTree(std::exchange(list->tree, nullptr));
   if (!eventTree) {
     g_return_if_fail_warning(G_LOG_DOMAIN, "zox_eventlist_tree_free", "eventTree != NULL");
@@ -53,21 +55,25 @@ void drop_tree(ZOXEventlist *list) noexcept {
 }
 
 void set_filtered(ZOXEventlist *list, EventTable filtered) noexcept {
+  assert_held_for_writing(list->lock);
   const EventTable earlier(std::exchange(list->filtered, filtered.release()));
   if (earlier)
     kept_of(list).objects.clear();
 }
 
 void set_active_filter(ZOXEventlist *list, OwnedFilter filter) noexcept {
+  assert_held_for_writing(list->lock);
   if (ZoxFilter *earlier = std::exchange(list->activeFilter, filter.release()))
     kept_of(list).filters.emplace_back(earlier);
 }
 
 void release_kept(ZOXEventlist *list) noexcept {
+  assert_held_for_writing(list->lock);
   g_object_set_qdata(&list->parent, quark_of_kept(), nullptr);
 }
 
 bool put_entry(ZOXEventlist *list, OwnedEventObject object) noexcept {
+  assert_held_for_writing(list->lock);
   OwnedEventObject earlier = put_object(list->tree, std::move(object));
   if (!earlier)
     return false;
@@ -76,6 +82,7 @@ bool put_entry(ZOXEventlist *list, OwnedEventObject object) noexcept {
 }
 
 bool remove_entry(ZOXEventlist *list, gint32 postId) noexcept {
+  assert_held_for_writing(list->lock);
   OwnedEventObject object = take_object(list->tree, postId);
   if (!object)
     return false;

@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * What the operations of the event list share; all of it is called with the list's lock held for
- * writing.
+ * What the operations of the event list share; all of it needs the list's lock held for writing,
+ * which debug builds check.
  *
  * The filtered set holds its entries without references. What leaves the list while it is still in
  * that set is therefore kept until the set goes, and an earlier filter until the list goes, since

@@ -25,8 +25,9 @@ bool is_on_watchlist(gint32 postId) noexcept {
   return zox_watchlist_is_in_list(static_cast<guint32>(postId)) != FALSE;
 }
 
-/* The list is locked and nobody else sees the object yet, so its own lock is not needed. */
+/* No other thread sees the object before it is in the list, so its own lock is not needed. */
 void merge_object(ZOXEventlist *list, ZOXEventObject *object) noexcept {
+  assert_held_for_writing(list->lock);
   ZoxEvent &event = *object->event;
   if (zox_watcher_test_event(&event) != FALSE) {
     core->watcherNoHits = 0;
@@ -41,6 +42,7 @@ void merge_object(ZOXEventlist *list, ZOXEventObject *object) noexcept {
 /** The post ids of all entries whose posting meets the condition. */
 template <typename Condition>
 std::vector<gint32> ids_where(ZOXEventlist *list, Condition condition) noexcept {
+  assert_held(list->lock);
   std::vector<gint32> ids;
   for_each_held_event(list->tree, [&](gpointer key, const ZoxEvent &event) {
     if (condition(event))
@@ -56,9 +58,9 @@ void remove_known_entry(ZOXEventlist *list, gint32 postId, int place) noexcept {
 
 /** The stamp from which on postings are kept; false when the setting is none of its values. */
 bool find_age_limit(gint64 &limit) noexcept {
-  constexpr guint32 longest_choice = 6;
+  constexpr guint32 max_choice = 6;
   const gint32 choice = core->config->verwijderPostsNaXDagen;
-  if (static_cast<guint32>(choice) > longest_choice) {
+  if (static_cast<guint32>(choice) > max_choice) {
     g_warning("Ongeldige waarde : core->config->verwijderPostsNaXDagen = %i\n", choice);
     return false;
   }

@@ -20,7 +20,8 @@ void rw_lock_free(RwLock &lock) noexcept {
   g_static_rw_lock_free(&lock);
 }
 
-HeldLock::HeldLock(RwLock &lock) noexcept : lock_(lock), outer_(innermost) {
+HeldLock::HeldLock(RwLock &lock, LockMode mode) noexcept
+    : lock_(lock), mode_(mode), outer_(innermost) {
   innermost = this;
 }
 
@@ -28,36 +29,39 @@ HeldLock::~HeldLock() {
   innermost = outer_;
 }
 
-bool HeldLock::held_already() const noexcept {
-  for (const HeldLock *held = outer_; held != nullptr; held = held->outer_) {
-    if (&held->lock_ == &lock_)
+bool HeldLock::holds(const RwLock &lock, LockMode mode) noexcept {
+  for (const HeldLock *held = innermost; held != nullptr; held = held->outer_) {
+    if (&held->lock_ == &lock && (mode == LockMode::read || held->mode_ == LockMode::write))
       return true;
   }
   return false;
 }
 
-ReadLock::ReadLock(RwLock &lock) noexcept : HeldLock(lock), nested_(held_already()) {
+ReadLock::ReadLock(RwLock &lock) noexcept : ReadLock(lock, holds(lock, LockMode::read)) {}
+
+ReadLock::ReadLock(RwLock &lock, bool nested) noexcept
+    : HeldLock(lock, LockMode::read), nested_(nested) {
   if (nested_)
     return;
-  g_static_rw_lock_reader_lock(&lock_);
-  order_after(&lock_);
+  g_static_rw_lock_reader_lock(&lock);
+  order_after(&lock);
 }
 
 ReadLock::~ReadLock() {
   if (nested_)
     return;
-  order_before(&lock_);
-  g_static_rw_lock_reader_unlock(&lock_);
+  order_before(&lock());
+  g_static_rw_lock_reader_unlock(&lock());
 }
 
-WriteLock::WriteLock(RwLock &lock) noexcept : HeldLock(lock) {
-  g_static_rw_lock_writer_lock(&lock_);
-  order_after(&lock_);
+WriteLock::WriteLock(RwLock &lock) noexcept : HeldLock(lock, LockMode::write) {
+  g_static_rw_lock_writer_lock(&lock);
+  order_after(&lock);
 }
 
 WriteLock::~WriteLock() {
-  order_before(&lock_);
-  g_static_rw_lock_writer_unlock(&lock_);
+  order_before(&lock());
+  g_static_rw_lock_writer_unlock(&lock());
 }
 
 }  // namespace velkor

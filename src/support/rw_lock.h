@@ -11,6 +11,8 @@
 
 #include <glib.h>
 
+#include "support/assertion.h"
+
 G_GNUC_BEGIN_IGNORE_DEPRECATIONS
 
 namespace velkor {
@@ -20,22 +22,26 @@ using RwLock = GStaticRWLock;
 void rw_lock_init(RwLock &lock) noexcept;
 void rw_lock_free(RwLock &lock) noexcept;
 
+enum class LockMode { read, write };
+
 /** A lock that the current thread holds; the guards of a thread form a chain, innermost first. */
 class HeldLock {
 public:
   HeldLock(const HeldLock &) = delete;
   HeldLock &operator=(const HeldLock &) = delete;
 
+  /** Whether the current thread holds the lock in that mode; one held for writing may be read. */
+  static bool holds(const RwLock &lock, LockMode mode) noexcept;
+
 protected:
-  explicit HeldLock(RwLock &lock) noexcept;
+  HeldLock(RwLock &lock, LockMode mode) noexcept;
   ~HeldLock();
 
-  /** Whether a guard further out holds the same lock. */
-  [[nodiscard]] bool held_already() const noexcept;
-
-  RwLock &lock_;
+  [[nodiscard]] RwLock &lock() const noexcept { return lock_; }
 
 private:
+  RwLock &lock_;
+  const LockMode mode_;
   const HeldLock *const outer_;
 };
 
@@ -46,6 +52,8 @@ public:
   ~ReadLock();
 
 private:
+  ReadLock(RwLock &lock, bool nested) noexcept;
+
   const bool nested_;
 };
 
@@ -55,6 +63,20 @@ public:
   explicit WriteLock(RwLock &lock) noexcept;
   ~WriteLock();
 };
+
+/** In debug builds, aborts unless the current thread holds the lock for reading or writing. */
+inline void assert_held([[maybe_unused]] const RwLock &lock) noexcept {
+#ifndef NDEBUG
+  ZOX_ASSERT(HeldLock::holds(lock, LockMode::read));
+#endif
+}
+
+/** In debug builds, aborts unless the current thread holds the lock for writing. */
+inline void assert_held_for_writing([[maybe_unused]] const RwLock &lock) noexcept {
+#ifndef NDEBUG
+  ZOX_ASSERT(HeldLock::holds(lock, LockMode::write));
+#endif
+}
 
 }  // namespace velkor
 

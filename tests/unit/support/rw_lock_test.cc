@@ -73,5 +73,21 @@ TEST_F(RwLockTest, ReaderOfAnotherLockTakesItsOwn) {
   rw_lock_free(other);
 }
 
+#ifndef NDEBUG
+using RwLockDeathTest = RwLockTest;
+
+TEST_F(RwLockDeathTest, DebugBuildsAssertWhatIsHeld) {
+  EXPECT_DEATH(assert_held(lock), "assertion failed");
+  {
+    const ReadLock held(lock);
+    assert_held(lock);
+    EXPECT_DEATH(assert_held_for_writing(lock), "assertion failed");
+  }
+  const WriteLock held(lock);
+  assert_held(lock);
+  assert_held_for_writing(lock);
+}
+#endif
+
 }  // namespace
 }  // namespace velkor
