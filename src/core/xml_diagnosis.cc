@@ -8,8 +8,8 @@
 namespace velkor {
 namespace {
 
-/** A document may hold a fault in every line; what comes after this many bytes helps nobody. */
-constexpr gsize longest_diagnosis = gsize{1} << 20;
+/** A document may hold a fault in every line; after this many bytes the rest adds nothing. */
+constexpr gsize max_diagnosis_size = gsize{1} << 20;
 
 thread_local OwnedString xmlParserErrorText;
 
@@ -35,7 +35,7 @@ using namespace velkor;
 extern "C" void xml_parser_error_func(void *, const char *format, ...) {
   if (!xmlParserErrorText)
     xmlParserErrorText.reset(g_string_new(nullptr));
-  else if (xmlParserErrorText->len < longest_diagnosis)
+  else if (xmlParserErrorText->len < max_diagnosis_size)
     g_string_append_c(xmlParserErrorText.get(), ' ');
   else
     return;

@@ -18,7 +18,7 @@ static_assert(sizeof(ZoxEvent) % alignof(GString) == 0);
 static_assert(sizeof(GString) % alignof(GSList) == 0 && alignof(GString) == alignof(GSList));
 static_assert(sizeof(GSList) % alignof(GString) == 0);
 
-/** How much room a record takes: its fixed parts and, behind them, its characters. */
+/** The size of a packed record: its fixed parts and, behind them, its characters. */
 struct Extent {
   std::size_t fixed = sizeof(ZoxEvent);
   std::size_t characters = 0;

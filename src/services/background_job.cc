@@ -29,7 +29,7 @@ OwnedText start_in_background(std::unique_ptr<BackgroundJob> job) noexcept {
     const OwnedError owner(error);
     return OwnedText(std::exchange(error->message, nullptr));
   }
-  // The thread owns the job from here on, and nobody joins the thread.
+  // From here on the thread, which is detached, owns the job.
   static_cast<void>(job.release());
   g_thread_unref(thread);
   return nullptr;

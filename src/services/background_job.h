@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Work on a thread of its own whose outcome is told on the main loop. */
+/** Work on a thread of its own whose outcome is reported on the main loop. */
 #ifndef VELKOR_SERVICES_BACKGROUND_JOB_H
 #define VELKOR_SERVICES_BACKGROUND_JOB_H
 
@@ -18,7 +18,7 @@ public:
 
   /** Does the work, on the job's thread. */
   virtual void run() noexcept = 0;
-  /** Tells the outcome, once, on the thread of the default main loop after run(). */
+  /** Reports the outcome, once, on the thread of the default main loop after run(). */
   virtual void report() noexcept = 0;
 };
 

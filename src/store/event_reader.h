@@ -20,7 +20,7 @@
 
 namespace velkor {
 
-/** Something odd about one posting, to be told when the posting is taken over. */
+/** Something odd about one posting, reported when the posting is accepted into the list. */
 struct EventRemark {
   std::size_t posting;  // its number in the document, from 0
   const char *list;     // the list that it is about

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstdio>
+#include <mutex>
 
 #include <libxml/SAX2.h>
 #include <libxml/parserInternals.h>
@@ -43,7 +44,13 @@ bool is_xml_character(gunichar character) noexcept {
 
 }  // namespace
 
+void initialize() noexcept {
+  static std::once_flag once;
+  std::call_once(once, xmlInitParser);
+}
+
 xmlSAXHandler closed_handler() noexcept {
+  initialize();
   xmlSAXHandler handler{};
   xmlSAXVersion(&handler, 2);
   handler.entityDecl = declare_internal_entity;
@@ -55,6 +62,7 @@ xmlSAXHandler closed_handler() noexcept {
 Document parse(std::string_view text) noexcept {
   if (text.empty() || text.size() > INT_MAX)
     return nullptr;
+  initialize();
   const Parser parser(xmlCreateMemoryParserCtxt(text.data(), static_cast<int>(text.size())));
   if (!parser)
     return nullptr;

@@ -27,6 +27,12 @@ using Parser = std::unique_ptr<xmlParserCtxt, ReleaseWith<xmlFreeParserCtxt>>;
 inline constexpr int parse_options = XML_PARSE_NONET | XML_PARSE_NOENT;
 
 /**
+ * Sets libxml2 up, which does that unguarded at its first use: here only the first thread does.
+ * Every parse of this library does so by itself.
+ */
+void initialize() noexcept;
+
+/**
  * Makes a SAX2 handler block whose documents cannot reach outside: declarations of external
  * entities are passed over, so that no file or address is ever opened, and diagnostics go to
  * libxml2's generic error handler.
