@@ -25,40 +25,40 @@ std::unique_ptr<Service> open_service(const ServiceSettings &settings) {
   }
 }
 
-std::string invent_password() {
+std::string generate_password() {
   const OwnedText uuid(g_uuid_string_random());
   return std::string(uuid.get()).substr(0, 8);
 }
 
-/** Someone must be able to log in: without any account there is one for trying things out. */
-void set_up_accounts(Service &service, const std::vector<Account> &accounts) {
+/** Without any account nobody could log in, so a demo account is created then. */
+void create_accounts(Service &service, const std::vector<Account> &accounts) {
   for (const Account &account : accounts)
     service.accounts.put(account, service.clock.now());
   if (!service.accounts.with_password().empty())
     return;
-  const Account demo{"demo", invent_password(), false};
+  const Account demo{"demo", generate_password(), false};
   service.accounts.put(demo, service.clock.now());
   std::cout << "zox-server: account " << demo.name << " with the password " << demo.password
             << '\n';
 }
 
-/** The addresses at which the program answers. */
-class Addresses {
+/** The listeners that the options ask for. */
+class Listeners {
 public:
-  Addresses(const Options &options, Dispatcher &dispatcher, const Controlled &controlled) {
+  Listeners(const Options &options, Dispatcher &dispatcher, const ControlContext &context) {
     const auto answer = [&dispatcher](const Request &request) {
       return dispatcher.answer(request);
     };
-    main_.emplace(Entrance::main, options.listen, options.port, answer);
+    main_.emplace(Listener::main, options.listen, options.port, answer);
     if (options.static_port)
-      dumps_.emplace(Entrance::dumps, options.listen, *options.static_port, answer);
+      dumps_.emplace(Listener::dumps, options.listen, *options.static_port, answer);
     if (options.control_port)
       control_.emplace(
-          Entrance::control, "127.0.0.1", *options.control_port,
-          [controlled](const Request &request) { return answer_control(controlled, request); });
+          Listener::control, "127.0.0.1", *options.control_port,
+          [context](const Request &request) { return answer_control(context, request); });
   }
 
-  /** The line about the main address is the last: whoever reads it can begin. */
+  /** The line about the main listener comes last: it tells that the server is ready. */
   void announce() const {
     if (dumps_)
       std::cout << "zox-server: dumps on " << dumps_->url() << '\n';
@@ -88,14 +88,14 @@ private:
   std::optional<HttpServer> control_;
 };
 
-/** Runs until the program is asked to end; that is understood from its construction on. */
+/** Runs until SIGTERM or SIGINT; signals are caught from construction on. */
 class MainLoop {
 public:
   MainLoop() : loop_(g_main_loop_new(nullptr, FALSE)) {}
   void run() const { g_main_loop_run(loop_.get()); }
 
 private:
-  EventSource ending_on(int signal) const {
+  EventSource quit_on(int signal) const {
     return EventSource::signal(signal, [loop = loop_.get()] {
       g_main_loop_quit(loop);
       return true;
@@ -103,23 +103,23 @@ private:
   }
 
   std::unique_ptr<GMainLoop, ReleaseWith<g_main_loop_unref>> loop_;
-  std::array<EventSource, 2> signals_{ending_on(SIGTERM), ending_on(SIGINT)};
+  std::array<EventSource, 2> signals_{quit_on(SIGTERM), quit_on(SIGINT)};
 };
 
 void serve(const Options &options) {
   const MainLoop loop;
   const std::unique_ptr<Service> service = open_service(options.service);
-  set_up_accounts(*service, options.accounts);
-  Stock stock(*service, options.seed);
+  create_accounts(*service, options.accounts);
+  SampleData sample_data(*service, options.seed);
   if (service->postings.count() == 0)
-    stock.fill(options.postings);
+    sample_data.fill(options.postings);
   Dispatcher dispatcher(*service, options.proxy, options.static_port.has_value());
   for (const Fault &fault : options.faults)
     dispatcher.faults.add(fault);
-  const Addresses addresses(options, dispatcher, {*service, dispatcher, stock});
+  const Listeners listeners(options, dispatcher, {*service, dispatcher, sample_data});
   if (!options.ready_file.empty())
-    addresses.write_ready_file(options.ready_file);
-  addresses.announce();
+    listeners.write_ready_file(options.ready_file);
+  listeners.announce();
   loop.run();
 }
 
@@ -128,7 +128,7 @@ void serve(const Options &options) {
 
 int main(int argc, char **argv) {
   using namespace velkor::server;
-  // The database holds passwords.
+  // The database contains passwords.
   umask(S_IRWXG | S_IRWXO);
   int exit_status = 0;
   const std::optional<Options> options = read_options(argc, argv, exit_status);

@@ -12,11 +12,11 @@ namespace velkor::server {
 namespace {
 
 constexpr const char *password_variable = "ZOX_SERVER_PASSWORD";
-/** Times reach clients as signed 32-bit numbers, and the stock begins some months earlier. */
+/** Clients read times as signed 32-bit numbers, and sample data starts some months before now. */
 constexpr std::int64_t earliest_time = 100'000'000;
 constexpr std::int64_t latest_time = 2'000'000'000;
 
-/** Options as they stand on the command line, before they are understood. */
+/** Options as given on the command line, before they are interpreted. */
 struct RawOptions {
   std::vector<std::string> accounts;
   std::vector<std::string> faults;
@@ -26,7 +26,7 @@ struct RawOptions {
   bool list_faults = false;
 };
 
-/** The first line of a file, of standard input for "-". */
+/** The first line of a file, or of standard input for "-". */
 std::string read_password(const std::string &file) {
   std::ifstream opened;
   if (file != "-")
@@ -38,20 +38,21 @@ std::string read_password(const std::string &file) {
   return password;
 }
 
-/** NAME=FILE, the file holding the password. */
+/** Parses NAME=FILE, where FILE contains the password. */
 Account read_account(const std::string &text) {
   const std::size_t equals = text.find('=');
   if (equals == 0 || equals == std::string::npos || text.find(':') < equals)
-    throw std::runtime_error("--account: " + text + " is not of the form NAME=PASSWORDFILE");
+    throw std::runtime_error("--account: " + text + " does not have the form NAME=PASSWORDFILE");
   return {text.substr(0, equals), read_password(text.substr(equals + 1)), false};
 }
 
 Fault read_fault(const std::string &text) {
   const std::optional<Fault> fault = parse_fault(text);
   if (!fault)
-    throw std::runtime_error("--fault: " + text +
-                             " is not of the form PATH=KIND[:TIMES[:ARGUMENT]] with a KIND of "
-                             "--list-faults");
+    throw std::runtime_error(
+        "--fault: " + text +
+        " does not have the form PATH=KIND[:TIMES[:ARGUMENT]] with a KIND from "
+        "--list-faults");
   return *fault;
 }
 
@@ -62,64 +63,67 @@ std::vector<std::string> rule_names() {
   return names;
 }
 
-void add_addresses(CLI::App &app, Options &options) {
+void add_listener_options(CLI::App &app, Options &options) {
   app.add_option("--listen", options.listen, "IP address to listen on")->capture_default_str();
-  app.add_option("--port", options.port, "port to listen on, 0 for any that is free")
+  app.add_option("--port", options.port, "port to listen on, 0 for any free port")
       ->capture_default_str()
       ->check(CLI::Range(0, 65535));
   app.add_option("--static-port", options.static_port,
-                 "serve the dumps on a port of their own, 0 for any")
+                 "serve the dumps on a separate port, 0 for any free port")
       ->check(CLI::Range(0, 65535));
   app.add_option("--control", options.control_port,
-                 "take commands on this port of 127.0.0.1, 0 for any")
+                 "accept control commands on this port of 127.0.0.1, 0 for any free port")
       ->check(CLI::Range(0, 65535));
   app.add_option("--ready-file", options.ready_file,
-                 "write the addresses to FILE, as JSON, when ready");
+                 "write the addresses to this file, as JSON, when ready");
 }
 
-void add_stock(CLI::App &app, Options &options) {
+void add_data_options(CLI::App &app, Options &options) {
   app.add_option("--database", options.service.database,
-                 "SQLite file to keep everything in; without it all is forgotten at the end");
-  app.add_option("--seed", options.seed, "number that decides on the invented stock")
+                 "SQLite file for all data; without it the data is lost on exit");
+  app.add_option("--seed", options.seed, "seed of the generated sample data")
       ->capture_default_str();
-  app.add_option("--postings", options.postings, "postings in a new database")
+  app.add_option("--postings", options.postings, "number of postings to generate in a new database")
       ->capture_default_str()
       ->check(CLI::Range(0, 10'000'000));
   app.add_option("--now", options.service.pinned_time,
-                 "let the clock stand still at this second since 1970")
+                 "stop the clock at this time, in seconds since 1970")
       ->check(CLI::Range(earliest_time, latest_time));
-  app.add_option("--chunk-size", options.service.postings_per_dump, "postings in a dump")
+  app.add_option("--chunk-size", options.service.postings_per_dump,
+                 "maximum number of postings in a dump")
       ->capture_default_str()
       ->check(CLI::Range(1, 1'000'000));
   app.add_option("--chunks-per-reply", options.service.dumps_per_reply,
-                 "dumps named in one reply at most")
+                 "maximum number of dumps named in one reply")
       ->capture_default_str()
       ->check(CLI::Range(1, 100'000));
 }
 
-void add_access(CLI::App &app, RawOptions &raw, Options &options) {
-  app.add_option("--account", raw.accounts,
-                 "NAME=FILE: an account whose password is the first line of FILE (- for standard "
-                 "input); may be repeated");
-  app.add_option("--auth-rule", raw.auth_rule, "how clients make the secret of a request")
+void add_access_options(CLI::App &app, RawOptions &raw, Options &options) {
+  app.add_option(
+      "--account", raw.accounts,
+      "NAME=FILE: add an account whose password is the first line of FILE (- for standard "
+      "input); may be repeated");
+  app.add_option("--auth-rule", raw.auth_rule, "how clients derive the secret of a request")
       ->capture_default_str()
       ->check(CLI::IsMember(rule_names()));
   CLI::Option *user =
-      app.add_option("--proxy-user", raw.proxy_user, "let only this user in as with a proxy");
+      app.add_option("--proxy-user", raw.proxy_user, "require this user name from proxy clients");
   app.add_option("--proxy-password-file", raw.proxy_password_file,
-                 "file with that user's password in its first line")
+                 "file whose first line is the password of that user")
       ->needs(user);
   user->needs("--proxy-password-file");
   app.add_option("--signup-pause", options.service.signup_pause_hours,
-                 "hours during which nobody can sign up from an address where a member was")
+                 "hours before an address from which a member came can sign up another; 0 for none")
       ->capture_default_str()
       ->check(CLI::Range(0, 100'000));
 }
 
-void add_faults(CLI::App &app, RawOptions &raw) {
-  app.add_option("--fault", raw.faults,
-                 "PATH=KIND[:TIMES[:ARGUMENT]]: answer PATH wrongly; may be repeated");
-  app.add_flag("--list-faults", raw.list_faults, "print the kinds of faults and end");
+void add_fault_options(CLI::App &app, RawOptions &raw) {
+  app.add_option(
+      "--fault", raw.faults,
+      "PATH=KIND[:TIMES[:ARGUMENT]]: inject a fault into replies for PATH; may be repeated");
+  app.add_flag("--list-faults", raw.list_faults, "print the kinds of faults and exit");
 }
 
 void print_faults() {
@@ -148,15 +152,16 @@ void interpret(const RawOptions &raw, Options &options) {
 }  // namespace
 
 std::optional<Options> read_options(int argc, char **argv, int &exit_status) {
-  CLI::App app("A stand-in for the ZOX server: the whole HTTP interface over an invented stock.",
-               "zox-server");
+  CLI::App app(
+      "A stand-in for the ZOX server: its whole HTTP interface with generated sample data.",
+      "zox-server");
   Options options;
   RawOptions raw;
   app.set_version_flag("--version", std::string("zox-server ") + ZOX_SERVER_VERSION);
-  add_addresses(app, options);
-  add_stock(app, options);
-  add_access(app, raw, options);
-  add_faults(app, raw);
+  add_listener_options(app, options);
+  add_data_options(app, options);
+  add_access_options(app, raw, options);
+  add_fault_options(app, raw);
   try {
     app.parse(argc, argv);
     interpret(raw, options);

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** What the command line asks for. */
+/** The command-line options. */
 #ifndef ZOX_SERVER_OPTIONS_H
 #define ZOX_SERVER_OPTIONS_H
 
@@ -30,8 +30,8 @@ struct Options {
 };
 
 /**
- * Reads the command line, the environment and the password files that they name.
- * @return the options, or nothing when the program is to end with `exit_status`
+ * Reads the command line, the environment and the password files that it names.
+ * @return the options, or nothing when the program should exit with `exit_status`
  */
 std::optional<Options> read_options(int argc, char **argv, int &exit_status);
 

@@ -9,7 +9,7 @@ namespace {
 constexpr std::int64_t application_id = 0x5A4F5853;  // "ZOXS"
 constexpr std::int64_t layout_version = 1;
 
-/** Refuses the database of another program and that of another version of this one. */
+/** Rejects databases of other programs and of other versions of this one. */
 Database open_database(const std::string &file) {
   Database database(file);
   if (database.number("SELECT count(*) FROM sqlite_schema") == 0) {
@@ -19,7 +19,7 @@ Database open_database(const std::string &file) {
   } else if (database.number("PRAGMA application_id") != application_id) {
     throw DatabaseError("it belongs to another program");
   } else if (database.number("PRAGMA user_version") != layout_version) {
-    throw DatabaseError("it is of another version of zox-server");
+    throw DatabaseError("it was created by another version of zox-server");
   }
   database.execute("PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL");
   return database;

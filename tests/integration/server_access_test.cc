@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Who is let in: members and their secrets, plug-ins, proxies, the address of the dumps. */
+/** Authentication: members and their secrets, plug-ins, proxies, the listener of the dumps. */
 #include <functional>
 #include <memory>
 
@@ -21,7 +21,7 @@ protected:
   std::string ask_with(const std::string &credentials, const std::string &path = groups) {
     return send({.url = url_of(path), .credentials = credentials}).body;
   }
-  std::string right_secret(const std::string &path = groups) {
+  std::string valid_secret(const std::string &path = groups) {
     return server_secret(url_of(path), ServerProcess::password);
   }
 };
@@ -55,14 +55,14 @@ private:
   char *(*auth_)(const char *, const GString *);
 };
 
-TEST_F(ServerAccess, TheRightSecretOpens) {
+TEST_F(ServerAccess, TheRightSecretIsAccepted) {
   start();
-  EXPECT_TRUE(is_xml(ask_with("demo:" + right_secret())));
+  EXPECT_TRUE(is_xml(ask_with("demo:" + valid_secret())));
 }
 
-TEST_F(ServerAccess, NobodyElseIsLetIn) {
+TEST_F(ServerAccess, AllOtherCredentialsAreRejected) {
   start();
-  const std::string secret = right_secret();
+  const std::string secret = valid_secret();
   EXPECT_EQ(ask_as_nobody(groups).body, "UNAUTH");
   EXPECT_EQ(ask_as_nobody(groups).status, 200);
   EXPECT_EQ(ask_with(std::string("demo:") + ServerProcess::password), "UNAUTH");
@@ -75,11 +75,11 @@ TEST_F(ServerAccess, NobodyElseIsLetIn) {
 TEST_F(ServerAccess, TheSecretCoversTheParameters) {
   start();
   const std::string asked = "/3.7.3/xml.php?lc=5";
-  EXPECT_TRUE(is_xml(ask_with("demo:" + right_secret(asked), asked)));
-  EXPECT_EQ(ask_with("demo:" + right_secret(asked), "/3.7.3/xml.php?lc=6"), "UNAUTH");
+  EXPECT_TRUE(is_xml(ask_with("demo:" + valid_secret(asked), asked)));
+  EXPECT_EQ(ask_with("demo:" + valid_secret(asked), "/3.7.3/xml.php?lc=6"), "UNAUTH");
 }
 
-TEST_F(ServerAccess, EveryByteMayStandInAParameter) {
+TEST_F(ServerAccess, ParametersMayContainAnyByte) {
   start();
   std::string value;
   for (int code = 1; code < 256; ++code)
@@ -95,7 +95,7 @@ TEST_F(ServerAccess, PostersWithoutAPasswordCannotLogIn) {
   EXPECT_EQ(ask(groups, {}, poster, "").body, "UNAUTH");
 }
 
-TEST_F(ServerAccess, TheBannedAreToldSo) {
+TEST_F(ServerAccess, BannedMembersGetBan) {
   start();
   server->add_account("schurk", "boef", true);
   EXPECT_EQ(ask(groups, {}, "schurk", "boef").body, "BAN");
@@ -104,7 +104,7 @@ TEST_F(ServerAccess, TheBannedAreToldSo) {
   EXPECT_TRUE(is_xml(ask(groups, {}, "schurk", "boef").body));
 }
 
-TEST_F(ServerAccess, ThePluginMakesTheSecretThatTheServerExpects) {
+TEST_F(ServerAccess, ThePluginComputesTheSecretThatTheServerExpects) {
   start();
   const Plugin plugin(ServerProcess::plugin_directory());
   EXPECT_TRUE(is_xml(ask_with("demo:" + plugin.secret(url_of(groups), ServerProcess::password))));
@@ -117,11 +117,11 @@ TEST_F(ServerAccess, ThePluginComputesHmacSha256) {
             "5bdcc146bf60754e6a042426089575c75a003f089d2739839dec58b964ec3843");
 }
 
-TEST_F(ServerAccess, AnotherRuleLetsAnotherPluginIn) {
+TEST_F(ServerAccess, AnotherRuleAcceptsAnotherPlugin) {
   start({"--postings", "5", "--auth-rule", "plain"});
   const Plugin plugin(VELKOR_PLAIN_PLUGIN_DIRECTORY);
   EXPECT_TRUE(is_xml(ask_with("demo:" + plugin.secret(url_of(groups), ServerProcess::password))));
-  EXPECT_EQ(ask_with("demo:" + right_secret()), "UNAUTH");
+  EXPECT_EQ(ask_with("demo:" + valid_secret()), "UNAUTH");
 }
 
 TEST_F(ServerAccess, AnswersAsAProxyForAnyHost) {
@@ -141,12 +141,12 @@ TEST_F(ServerAccess, AnswersAsAProxyForAnyHost) {
 TEST_F(ServerAccess, TheSecretOfAProxiedRequestIsThatOfItsHost) {
   start();
   const HttpReply reply = send({.url = std::string("http://www.zox.example") + groups,
-                                .credentials = "demo:" + right_secret(),
+                                .credentials = "demo:" + valid_secret(),
                                 .proxy = server->host()});
   EXPECT_EQ(reply.body, "UNAUTH");
 }
 
-TEST_F(ServerAccess, AProxyMayAskForCredentialsOfItsOwn) {
+TEST_F(ServerAccess, AProxyMayRequireCredentials) {
   const std::string file = (sandbox.home() / "proxy").string();
   write_file(file, "poort\n");
   start({"--postings", "5", "--proxy-user", "wachter", "--proxy-password-file", file});
@@ -165,7 +165,7 @@ TEST_F(ServerAccess, AProxyMayAskForCredentialsOfItsOwn) {
   EXPECT_FALSE(server->requests().back().credentials);
 }
 
-TEST_F(ServerAccess, DumpsMayHaveAnAddressOfTheirOwn) {
+TEST_F(ServerAccess, DumpsMayHaveAListenerOfTheirOwn) {
   start({"--postings", "5", "--static-port", "0"});
   ASSERT_NE(server->dump_host(), server->host());
   const std::string path = "/3.7.3/dumps/" + dump_names().front() + ".gz";
@@ -173,11 +173,11 @@ TEST_F(ServerAccess, DumpsMayHaveAnAddressOfTheirOwn) {
   const std::string url = "http://" + server->dump_host();
   EXPECT_EQ(send({.url = url + path}).status, 200);
   EXPECT_EQ(send({.url = url + groups}).status, 404);
-  EXPECT_EQ(server->requests(path).back().entrance, "dumps");
-  EXPECT_EQ(server->requests(path).front().entrance, "main");
+  EXPECT_EQ(server->requests(path).back().listener, "dumps");
+  EXPECT_EQ(server->requests(path).front().listener, "main");
 }
 
-TEST_F(ServerAccess, CredentialsThatReachTheDumpsAreNoted) {
+TEST_F(ServerAccess, CredentialsSentWithDumpRequestsAreLogged) {
   start({"--postings", "5", "--static-port", "0"});
   const std::string path = "/3.7.3/dumps/" + dump_names().front() + ".gz";
   send({.url = "http://" + server->dump_host() + path});
@@ -187,7 +187,7 @@ TEST_F(ServerAccess, CredentialsThatReachTheDumpsAreNoted) {
   EXPECT_TRUE(requests[1].credentials);
 }
 
-TEST_F(ServerAccess, TheLogHoldsWhatWasAskedAndNoSecrets) {
+TEST_F(ServerAccess, TheLogContainsRequestsWithoutSecrets) {
   start();
   server->forget_requests();
   ask("/3.7.3/xml.php", {{"lc", "12"}, {"é", "1 & 2"}});
@@ -201,7 +201,7 @@ TEST_F(ServerAccess, TheLogHoldsWhatWasAskedAndNoSecrets) {
   EXPECT_FALSE(requests[0].proxied);
   const std::string log = server->command("GET", "/requests");
   EXPECT_EQ(log.find(ServerProcess::password), std::string::npos);
-  EXPECT_EQ(log.find(right_secret("/3.7.3/xml.php")), std::string::npos);
+  EXPECT_EQ(log.find(valid_secret("/3.7.3/xml.php")), std::string::npos);
 }
 
 TEST_F(ServerAccess, UnknownPathsAreNotFound) {
@@ -210,7 +210,7 @@ TEST_F(ServerAccess, UnknownPathsAreNotFound) {
     EXPECT_EQ(ask(path).status, 404) << path;
 }
 
-TEST_F(ServerAccess, OnlyReadingMethodsAreAnswered) {
+TEST_F(ServerAccess, OnlyGetAndHeadAreSupported) {
   start();
   EXPECT_EQ(send({.url = url_of(groups), .method = "POST"}).status, 405);
   EXPECT_EQ(send({.url = url_of(groups), .method = "DELETE"}).status, 405);
@@ -219,15 +219,15 @@ TEST_F(ServerAccess, OnlyReadingMethodsAreAnswered) {
   EXPECT_EQ(head.body, "");
 }
 
-TEST_F(ServerAccess, LongRepliesAreCompressedForClientsThatTakeIt) {
+TEST_F(ServerAccess, LongRepliesAreCompressedForClientsThatAcceptIt) {
   start();
   const HttpReply reply =
-      send({.url = url_of(groups), .credentials = "demo:" + right_secret(), .accept_gzip = true});
+      send({.url = url_of(groups), .credentials = "demo:" + valid_secret(), .accept_gzip = true});
   EXPECT_EQ(reply.headers.at("content-encoding"), "gzip");
   EXPECT_EQ(reply.body, body_of(groups));
 }
 
-TEST_F(ServerAccess, EndlessRequestsAreCutOff) {
+TEST_F(ServerAccess, OverlongRequestsAreRejected) {
   start();
   const std::string url = url_of(groups) + "?x=" + std::string(200'000, 'a');
   const HttpReply reply = send({.url = url});
@@ -235,7 +235,7 @@ TEST_F(ServerAccess, EndlessRequestsAreCutOff) {
   EXPECT_TRUE(is_xml(ask(groups).body));
 }
 
-TEST_F(ServerAccess, TheControlAddressRefusesWebPagesAndNonsense) {
+TEST_F(ServerAccess, TheControlPortRejectsWebPagesAndInvalidCommands) {
   start();
   const std::string control = "http://" + server->control_host();
   EXPECT_EQ(send({.url = control + "/faults",

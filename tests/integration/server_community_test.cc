@@ -41,7 +41,7 @@ protected:
   std::string posting;
 };
 
-TEST_F(ServerCommunity, KudosAreCountedOnceAMember) {
+TEST_F(ServerCommunity, KudosCountOncePerMember) {
   EXPECT_EQ(get(), "12*0");
   EXPECT_EQ(give("3", posting), "OK");
   EXPECT_EQ(get(), "15*3");
@@ -50,7 +50,7 @@ TEST_F(ServerCommunity, KudosAreCountedOnceAMember) {
   EXPECT_EQ(ask(kudos, {{"mode", "get"}, {"id", posting}}, "anna", "kwartel").body, "15*0");
 }
 
-TEST_F(ServerCommunity, UnfairKudosAreRefused) {
+TEST_F(ServerCommunity, InvalidKudosAreRejected) {
   EXPECT_EQ(ask(kudos, {{"mode", "give"}, {"id", posting}, {"kudos", "1"}}, "anna", "kwartel").body,
             "FAIL");
   EXPECT_EQ(give("0", posting), "FAIL");
@@ -61,7 +61,7 @@ TEST_F(ServerCommunity, UnfairKudosAreRefused) {
   EXPECT_EQ(get(), "12*0");
 }
 
-TEST_F(ServerCommunity, WarningsAreNumberedAndTakenOnce) {
+TEST_F(ServerCommunity, WarningsAreNumberedAndAcceptedOnce) {
   EXPECT_EQ(warn(posting, "0"), "OK1");
   EXPECT_EQ(warn(posting, "0"), "DUPE");
   EXPECT_EQ(warn("1", "0"), "OK2");
@@ -78,37 +78,37 @@ TEST_F(ServerCommunity, AWarningMayBeAboutAReaction) {
   EXPECT_EQ(warn(posting, reaction), "DUPE");
 }
 
-TEST_F(ServerCommunity, WarningsAboutNothingFail) {
+TEST_F(ServerCommunity, WarningsAboutUnknownPostingsFail) {
   EXPECT_EQ(warn("99999", "0"), "FAIL");
   EXPECT_EQ(warn(posting, "99999"), "FAIL");
 }
 
-TEST_F(ServerCommunity, AProfileTellsWhatThereIsToTell) {
+TEST_F(ServerCommunity, AProfileOmitsEmptyFields) {
   server->command(
       "POST", "/account",
       {{"user", "anna"}, {"Info", "Één & ander"}, {"Rank", "4"}, {"EMail", "a@x.example"}});
   give("3", posting);
   const std::string reply = body_of(profile, {{"user", "anna"}});
-  const auto told = [&](const char *name) {
+  const auto values_of = [&](const char *name) {
     return find_in_xml(reply, std::string("/UserInfo/") + name);
   };
-  EXPECT_THAT(told("Name"), ElementsAre("anna"));
-  EXPECT_THAT(told("Stamp"), ElementsAre(std::to_string(then)));
-  EXPECT_THAT(told("Spots"), ElementsAre("1"));
-  EXPECT_THAT(told("Posts"), ElementsAre("0"));
-  EXPECT_THAT(told("Kudos"), ElementsAre("15"));
-  EXPECT_THAT(told("Received"), ElementsAre("15"));
-  EXPECT_THAT(told("Given"), ElementsAre("0"));
-  EXPECT_THAT(told("Rank"), ElementsAre("4"));
-  EXPECT_THAT(told("Info"), ElementsAre("Één & ander"));
-  EXPECT_THAT(told("EMail"), ElementsAre("a@x.example"));
-  EXPECT_THAT(told("Status"), ElementsAre("0"));
-  EXPECT_THAT(told("PStat"), ElementsAre("0"));
+  EXPECT_THAT(values_of("Name"), ElementsAre("anna"));
+  EXPECT_THAT(values_of("Stamp"), ElementsAre(std::to_string(then)));
+  EXPECT_THAT(values_of("Spots"), ElementsAre("1"));
+  EXPECT_THAT(values_of("Posts"), ElementsAre("0"));
+  EXPECT_THAT(values_of("Kudos"), ElementsAre("15"));
+  EXPECT_THAT(values_of("Received"), ElementsAre("15"));
+  EXPECT_THAT(values_of("Given"), ElementsAre("0"));
+  EXPECT_THAT(values_of("Rank"), ElementsAre("4"));
+  EXPECT_THAT(values_of("Info"), ElementsAre("Één & ander"));
+  EXPECT_THAT(values_of("EMail"), ElementsAre("a@x.example"));
+  EXPECT_THAT(values_of("Status"), ElementsAre("0"));
+  EXPECT_THAT(values_of("PStat"), ElementsAre("0"));
   for (const char *empty : {"Avatar", "Site", "IM", "ISP", "NS", "Hobby"})
-    EXPECT_THAT(told(empty), IsEmpty()) << empty;
+    EXPECT_THAT(values_of(empty), IsEmpty()) << empty;
 }
 
-TEST_F(ServerCommunity, AProfileCountsWhatItsMemberDid) {
+TEST_F(ServerCommunity, AProfileCountsTheActivityOfItsMember) {
   give("3", posting);
   body_of("/3.7.3/xml-forum.php", {{"m", "add"}, {"b", "x"}, {"s", posting}});
   const std::string reply = body_of(profile, {{"user", "demo"}});
@@ -116,20 +116,20 @@ TEST_F(ServerCommunity, AProfileCountsWhatItsMemberDid) {
   EXPECT_EQ(first_in_xml(reply, "//Posts"), "1");
 }
 
-TEST_F(ServerCommunity, StrangersHaveNoProfile) {
+TEST_F(ServerCommunity, UnknownMembersHaveNoProfile) {
   EXPECT_EQ(body_of(profile, {{"user", "niemand"}}), "");
   EXPECT_EQ(body_of(profile), "");
   EXPECT_THROW(server->command("POST", "/account", {{"user", "anna"}, {"Schoenmaat", "42"}}),
                std::runtime_error);
 }
 
-TEST_F(ServerCommunity, WhoSignsUpIsLetIn) {
+TEST_F(ServerCommunity, ANewMemberCanLogIn) {
   EXPECT_EQ(register_as("nieuw"), "OK");
   EXPECT_TRUE(is_xml(ask("/3.7.3/xml-groups.php", {}, "nieuw", "wachtwoord").body));
   EXPECT_THAT(find_in_xml(body_of(profile, {{"user", "nieuw"}}), "//EMail"), IsEmpty());
 }
 
-TEST_F(ServerCommunity, ANameIsGivenOnce) {
+TEST_F(ServerCommunity, NamesAreUniqueRegardlessOfCase) {
   EXPECT_EQ(register_as("anna"), "E1");
   EXPECT_EQ(register_as("ANNA"), "E1");
 }
@@ -141,7 +141,7 @@ TEST_F(ServerCommunity, BannedAddressesCannotSignUp) {
   EXPECT_EQ(register_as("nieuw"), "OK");
 }
 
-TEST_F(ServerCommunity, AnAddressHasOneMemberInTwoDays) {
+TEST_F(ServerCommunity, AnAddressCanSignUpOnceInTwoDays) {
   EXPECT_EQ(register_as("een"), "OK");
   EXPECT_EQ(register_as("twee"), "E3");
   server->advance({.seconds = 48 * 3600 - 1});
@@ -150,7 +150,7 @@ TEST_F(ServerCommunity, AnAddressHasOneMemberInTwoDays) {
   EXPECT_EQ(register_as("twee"), "OK");
 }
 
-TEST_F(ServerCommunity, AMemberWhoWasThereCountsToo) {
+TEST_F(ServerCommunity, RequestsOfMembersStartThePauseToo) {
   body_of(profile);
   EXPECT_EQ(register_as("een"), "E3");
   server->command("POST", "/signup-pause", {{"hours", "0"}});
@@ -163,7 +163,7 @@ TEST_F(ServerCommunity, ThePauseIsAnOption) {
   EXPECT_EQ(register_as("twee"), "OK");
 }
 
-TEST_F(ServerCommunity, ImpossibleAccountsAreRefused) {
+TEST_F(ServerCommunity, InvalidAccountsAreRejected) {
   EXPECT_EQ(register_as(""), "E0");
   EXPECT_EQ(register_as("a:b"), "E0");
   EXPECT_EQ(register_as("a|b"), "E0");

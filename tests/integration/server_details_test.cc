@@ -1,6 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** One posting: found by its number, and with its details; the watchlist that is kept for members.
- */
+/** Single postings: found by number and with details; the watchlists stored for members. */
 #include <gmock/gmock.h>
 
 #include "tests/integration/server_test.h"
@@ -22,7 +21,7 @@ protected:
   std::string add(const Parameters &fields) { return std::to_string(server->add_posting(fields)); }
 };
 
-TEST_F(ServerDetails, FindsAPostingAsItIsListed) {
+TEST_F(ServerDetails, FindsAPostingAsListedInDumps) {
   const std::string listed = dump(dump_names().front());
   const std::string id = first_in_xml(listed, "//Event[Status=0]/PostID");
   const std::string found = body_of(find, {{"id", id}});
@@ -30,7 +29,7 @@ TEST_F(ServerDetails, FindsAPostingAsItIsListed) {
   EXPECT_EQ(find_in_xml(found, "/Post/*"), find_in_xml(listed, event));
 }
 
-TEST_F(ServerDetails, TellsTheDetails) {
+TEST_F(ServerDetails, IncludesTheDetails) {
   const std::string id = add({{"Title", "Één"},
                               {"Cat", "1"},
                               {"Ann", "aankondiging"},
@@ -41,18 +40,18 @@ TEST_F(ServerDetails, TellsTheDetails) {
                               {"FStart", "1"},
                               {"Img", "http://x.example/1.jpg"}});
   const std::string reply = body_of(details, {{"id", id}});
-  const auto told = [&](const char *name) {
+  const auto values_of = [&](const char *name) {
     return find_in_xml(reply, std::string("/PostInfo/Post/") + name);
   };
-  EXPECT_THAT(told("PostID"), ElementsAre(id));
-  EXPECT_THAT(told("Title"), ElementsAre("Één"));
-  EXPECT_THAT(told("Ann"), ElementsAre("aankondiging"));
-  EXPECT_THAT(told("Des"), ElementsAre("regel 1\r\nregel 2 <&>"));
-  EXPECT_THAT(told("Sig"), ElementsAre("groet"));
-  EXPECT_THAT(told("FType"), ElementsAre("2"));
-  EXPECT_THAT(told("Files"), ElementsAre("12"));
-  EXPECT_THAT(told("FStart"), ElementsAre("1"));
-  EXPECT_THAT(told("Img"), ElementsAre("http://x.example/1.jpg"));
+  EXPECT_THAT(values_of("PostID"), ElementsAre(id));
+  EXPECT_THAT(values_of("Title"), ElementsAre("Één"));
+  EXPECT_THAT(values_of("Ann"), ElementsAre("aankondiging"));
+  EXPECT_THAT(values_of("Des"), ElementsAre("regel 1\r\nregel 2 <&>"));
+  EXPECT_THAT(values_of("Sig"), ElementsAre("groet"));
+  EXPECT_THAT(values_of("FType"), ElementsAre("2"));
+  EXPECT_THAT(values_of("Files"), ElementsAre("12"));
+  EXPECT_THAT(values_of("FStart"), ElementsAre("1"));
+  EXPECT_THAT(values_of("Img"), ElementsAre("http://x.example/1.jpg"));
   EXPECT_THAT(find_in_xml(reply, "//MP3"), IsEmpty());
 }
 
@@ -63,14 +62,14 @@ TEST_F(ServerDetails, TracksFollowThePosting) {
               ElementsAre("1. een", "2. twee & drie", ""));
 }
 
-TEST_F(ServerDetails, WhatIsAbsentHasNoElement) {
+TEST_F(ServerDetails, EmptyFieldsHaveNoElement) {
   const std::string reply = body_of(details, {{"id", add({{"Title", "x"}, {"Cat", "0"}})}});
   for (const char *name :
        {"FName", "Groups", "Tags", "Tag", "Link", "SCat", "Ann", "Des", "Sig", "Img"})
     EXPECT_THAT(find_in_xml(reply, std::string("//") + name), IsEmpty()) << name;
 }
 
-TEST_F(ServerDetails, GoneIsGone) {
+TEST_F(ServerDetails, DeletedAndRemovedPostingsAreNotFound) {
   const std::string deleted = add({{"Title", "x"}, {"Status", "-2"}});
   const std::string removed = add({{"Title", "x"}, {"Status", "-3"}});
   for (const std::string &id : {deleted, removed, std::string("99999"), std::string("x")}) {
@@ -79,14 +78,14 @@ TEST_F(ServerDetails, GoneIsGone) {
   }
 }
 
-TEST_F(ServerDetails, LookingCountsAsAView) {
+TEST_F(ServerDetails, ARequestCountsAsAView) {
   const std::string id = add({{"Title", "x"}, {"View", "7"}});
   body_of(details, {{"id", id}});
   EXPECT_EQ(first_in_xml(body_of("/3.7.3/xml-dyn.php", {{"id", id}, {"lastcheck", "0"}}), "//View"),
             "8");
 }
 
-TEST_F(ServerDetails, LookingIsNoChange) {
+TEST_F(ServerDetails, AViewIsNotAnnounced) {
   const std::string id = add({{"Title", "x"}});
   const std::string reply = body_of("/3.7.3/xml.php", {{"lc", "0"}});
   body_of(details, {{"id", id}});
@@ -107,7 +106,7 @@ TEST_F(ServerDetails, SavingReplacesTheWatchlist) {
   EXPECT_EQ(body_of(watchlist, {{"mode", "load"}}), "|8|");
 }
 
-TEST_F(ServerDetails, AnUnreadableWatchlistChangesNothing) {
+TEST_F(ServerDetails, AMalformedWatchlistChangesNothing) {
   body_of(watchlist, {{"mode", "save"}, {"data", "|12*1|"}});
   for (const char *data : {"|5|", "|x*1|", "|0*1|", "|5*1|6*2|"})
     EXPECT_EQ(body_of(watchlist, {{"mode", "save"}, {"data", data}}), "FAIL") << data;

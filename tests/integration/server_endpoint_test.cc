@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** What holds at every endpoint alike. */
+/** What all endpoints have in common. */
 #include <glib.h>
 
 #include "tests/integration/server_test.h"
@@ -16,12 +16,12 @@ TEST_P(ServerEndpoint, IsForMembersOnly) {
   EXPECT_EQ(ask(GetParam()).status, 200);
 }
 
-TEST_P(ServerEndpoint, CommitsFaultsToo) {
+TEST_P(ServerEndpoint, InjectsFaults) {
   start({"--postings", "1", "--fault", std::string(GetParam()) + "=message:1:Onderhoud"});
   EXPECT_EQ(ask(GetParam()).body, "MSGOnderhoud");
 }
 
-TEST_P(ServerEndpoint, BearsNonsense) {
+TEST_P(ServerEndpoint, SurvivesInvalidParameters) {
   start();
   for (const char *value : {"", "-1", "0", "99999999999999999999", "'; DROP TABLE posting; --",
                             "\xff\xfe\x01", "|||", "<a>&amp;"}) {

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The faults that the server commits on request, as a client meets them. */
+/** The injected faults, as clients see them. */
 #include <gmock/gmock.h>
 
 #include <curl/curl.h>
@@ -19,13 +19,13 @@ protected:
     server->fault(groups, kind, 1, argument);
     return ask(groups);
   }
-  /** A dump, spoilt. */
+  /** A faulty dump. */
   HttpReply faulty_dump(const std::string &kind) {
     const std::string path = "/3.7.3/dumps/" + dump_names().front() + ".gz";
     server->fault("/3.7.3/dumps/", kind, 1);
     return ask_as_nobody(path);
   }
-  /** What a client that lets libcurl decompress gets. */
+  /** The reply to a client that lets libcurl decompress. */
   HttpReply faulty_encoding(const std::string &kind) {
     const std::string url = "http://" + server->host() + groups;
     server->fault(groups, kind, 1);
@@ -48,14 +48,14 @@ TEST_F(ServerFault, StatusWordsAreOrdinaryReplies) {
   EXPECT_EQ(faulty("ban").status, 200);
 }
 
-TEST_F(ServerFault, IsCommittedAsOftenAsAsked) {
+TEST_F(ServerFault, AppliesAsOftenAsRequested) {
   server->fault(groups, "ban", 2);
   EXPECT_EQ(ask(groups).body, "BAN");
   EXPECT_EQ(ask(groups).body, "BAN");
   EXPECT_TRUE(is_xml(ask(groups).body));
 }
 
-TEST_F(ServerFault, WithoutANumberLastsUntilItIsTakenAway) {
+TEST_F(ServerFault, WithoutANumberAppliesUntilRemoved) {
   server->fault("*", "ban");
   EXPECT_EQ(ask(groups).body, "BAN");
   EXPECT_EQ(ask_as_nobody("/3.7.3/dumps/x.gz").body, "BAN");
@@ -63,19 +63,19 @@ TEST_F(ServerFault, WithoutANumberLastsUntilItIsTakenAway) {
   EXPECT_TRUE(is_xml(ask(groups).body));
 }
 
-TEST_F(ServerFault, FaultsOfOnePathFollowEachOther) {
+TEST_F(ServerFault, FaultsOfOnePathApplyInOrder) {
   server->fault(groups, "ban", 1);
   server->fault(groups, "update", 1);
   EXPECT_EQ(ask(groups).body, "BAN");
   EXPECT_EQ(ask(groups).body, "UPD");
 }
 
-TEST_F(ServerFault, OtherPathsAreNotMet) {
+TEST_F(ServerFault, DoesNotApplyToOtherPaths) {
   server->fault("/3.7.3/xml.php", "ban");
   EXPECT_TRUE(is_xml(ask(groups).body));
 }
 
-TEST_F(ServerFault, MayBeAskedForOnTheCommandLine) {
+TEST_F(ServerFault, MayBeGivenOnTheCommandLine) {
   start({"--postings", "5", "--fault", "/3.7.3/xml-groups.php=message:1:Tot 12:30", "--fault",
          "/3.7.3/dumps/=error"});
   EXPECT_EQ(ask(groups).body, "MSGTot 12:30");
@@ -92,14 +92,14 @@ TEST_F(ServerFault, Reset) {
   EXPECT_EQ(faulty("reset").result, CURLE_RECV_ERROR);
 }
 
-TEST_F(ServerFault, StallAnswersNobodyWhileOthersAreServed) {
+TEST_F(ServerFault, StallBlocksOneClientOnly) {
   server->fault(groups, "stall", 1);
   const std::string url = "http://" + server->host() + groups;
   EXPECT_EQ(send({.url = url, .seconds = 1}).result, CURLE_OPERATION_TIMEDOUT);
   EXPECT_TRUE(is_xml(ask(groups).body));
 }
 
-TEST_F(ServerFault, StallDoesNotKeepTheServerFromStopping) {
+TEST_F(ServerFault, StallDoesNotPreventTheServerFromStopping) {
   server->fault(groups, "stall", 1);
   send({.url = "http://" + server->host() + groups, .seconds = 1});
   EXPECT_EQ(server->stop(), 0);
@@ -112,7 +112,7 @@ TEST_F(ServerFault, Drop) {
   EXPECT_EQ(reply.body, whole.substr(0, whole.size() / 2));
 }
 
-TEST_F(ServerFault, DripArrivesWhole) {
+TEST_F(ServerFault, DripArrivesComplete) {
   const std::string whole = ask(groups).body;
   const HttpReply reply = faulty("drip", "100000");
   EXPECT_EQ(reply.result, CURLE_OK);
@@ -171,7 +171,7 @@ TEST_F(ServerFault, HttpFailures) {
   EXPECT_EQ(redirected.headers.at("location"), "/3.7.3/verhuisd");
 }
 
-TEST_F(ServerFault, IsNotedInTheLog) {
+TEST_F(ServerFault, IsLogged) {
   faulty("ban");
   ask(groups);
   const std::vector<LoggedRequest> requests = server->requests(groups);
@@ -180,7 +180,7 @@ TEST_F(ServerFault, IsNotedInTheLog) {
   EXPECT_EQ(requests[1].fault, "");
 }
 
-TEST_F(ServerFault, UnknownKindsAreRefused) {
+TEST_F(ServerFault, UnknownKindsAreRejected) {
   EXPECT_THROW(server->fault(groups, "aardbeving"), std::runtime_error);
 }
 

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The reactions under a posting: what a fetch tells, and writing one. */
+/** Reading and writing the reactions to a posting. */
 #include <gmock/gmock.h>
 
 #include "tests/integration/server_test.h"
@@ -41,28 +41,28 @@ protected:
   std::string posting;
 };
 
-TEST_F(ServerForum, TellsTheDataOfThePosting) {
+TEST_F(ServerForum, IncludesTheDataOfThePosting) {
   const std::string reply = forum();
-  const auto told = [&](const char *name) {
+  const auto values_of = [&](const char *name) {
     return find_in_xml(reply, std::string("/Forum/Event[@Code=0]/") + name);
   };
-  EXPECT_THAT(told("Status"), ElementsAre("0"));
-  EXPECT_THAT(told("ParType"), ElementsAre("1"));
-  EXPECT_THAT(told("Pars"), ElementsAre("9"));
-  EXPECT_THAT(told("BlockSize"), ElementsAre("384000"));
-  EXPECT_THAT(told("View"), ElementsAre("3"));
-  EXPECT_THAT(told("Kudos"), ElementsAre("5"));
-  EXPECT_THAT(told("Locked"), ElementsAre("0"));
-  EXPECT_THAT(told("Reason"), IsEmpty());
-  EXPECT_THAT(told("Stamp"), ElementsAre("0"));
+  EXPECT_THAT(values_of("Status"), ElementsAre("0"));
+  EXPECT_THAT(values_of("ParType"), ElementsAre("1"));
+  EXPECT_THAT(values_of("Pars"), ElementsAre("9"));
+  EXPECT_THAT(values_of("BlockSize"), ElementsAre("384000"));
+  EXPECT_THAT(values_of("View"), ElementsAre("3"));
+  EXPECT_THAT(values_of("Kudos"), ElementsAre("5"));
+  EXPECT_THAT(values_of("Locked"), ElementsAre("0"));
+  EXPECT_THAT(values_of("Reason"), IsEmpty());
+  EXPECT_THAT(values_of("Stamp"), ElementsAre("0"));
 }
 
-TEST_F(ServerForum, TellsWhyAPostingIsGone) {
+TEST_F(ServerForum, IncludesTheReasonOfARemoval) {
   server->change_posting(std::stoll(posting), {{"Status", "-3"}, {"Reason", "Dubbel & leeg"}});
   EXPECT_EQ(first_in_xml(forum(), "//Reason"), "Dubbel & leeg");
 }
 
-TEST_F(ServerForum, AReactionAppearsInTheNextFetch) {
+TEST_F(ServerForum, AReactionAppearsInTheNextReply) {
   const std::string reply = react("regel 1\r\nregel 2 <é>");
   ASSERT_TRUE(reply.starts_with("OK"));
   const std::string reaction = "/Forum/Event[@Code=1]/";
@@ -73,7 +73,7 @@ TEST_F(ServerForum, AReactionAppearsInTheNextFetch) {
   EXPECT_THAT(find_in_xml(forum(), reaction + "Reply"), IsEmpty());
 }
 
-TEST_F(ServerForum, SinceALastCheckOnlyTheNewIsTold) {
+TEST_F(ServerForum, AfterALastCheckOnlyNewReactionsAreIncluded) {
   react("een");
   const std::string between = stamp();
   react("twee");
@@ -84,7 +84,7 @@ TEST_F(ServerForum, SinceALastCheckOnlyTheNewIsTold) {
   EXPECT_THAT(find_in_xml(forum(stamp()), "//Body"), IsEmpty());
 }
 
-TEST_F(ServerForum, AnEditedReactionIsToldAsChanged) {
+TEST_F(ServerForum, AnEditedReactionIsMarkedAsChanged) {
   const std::string id = react("een").substr(2);
   const std::string between = stamp();
   server->command("POST", "/reaction", {{"id", id}, {"body", "beter"}});
@@ -92,7 +92,7 @@ TEST_F(ServerForum, AnEditedReactionIsToldAsChanged) {
   EXPECT_THAT(find_in_xml(forum(), "//Event[@Code=1][Edit>0]/Body"), ElementsAre("beter"));
 }
 
-TEST_F(ServerForum, AWithdrawnReactionIsToldOnlyToThoseWhoSawIt) {
+TEST_F(ServerForum, AWithdrawnReactionIsReportedOnlyToClientsThatHaveIt) {
   const std::string id = react("een").substr(2);
   const std::string between = stamp();
   server->command("DELETE", "/reaction", {{"id", id}});
@@ -120,14 +120,14 @@ TEST_F(ServerForum, AvatarsComeFromTheProfile) {
   EXPECT_EQ(first_in_xml(forum(), "//Avatar"), "http://x.example/a.png");
 }
 
-TEST_F(ServerForum, AReactionMayAnswerAnother) {
+TEST_F(ServerForum, AReactionMayReplyToAnother) {
   const std::string first = react("een").substr(2);
   react("twee", {{"r", first}});
   EXPECT_EQ(first_in_xml(forum(), "//Event[Body='twee']/Reply"), first);
   EXPECT_EQ(react("drie", {{"r", "99999"}}), "FAIL");
 }
 
-TEST_F(ServerForum, WhatCannotBeTakenIsRefused) {
+TEST_F(ServerForum, InvalidReactionsAreRejected) {
   EXPECT_EQ(react(""), "FAIL");
   EXPECT_EQ(react(std::string(16 * 1024 + 1, 'x')), "FAIL");
   EXPECT_EQ(body_of(write, {{"m", "remove"}, {"b", "x"}, {"s", posting}}), "FAIL");
@@ -137,7 +137,7 @@ TEST_F(ServerForum, WhatCannotBeTakenIsRefused) {
   EXPECT_THAT(find_in_xml(forum(), "//Body"), IsEmpty());
 }
 
-TEST_F(ServerForum, EveryEventBearsACode) {
+TEST_F(ServerForum, EveryEventHasACode) {
   for (int id = 1; id <= 30; ++id) {
     const std::string reply = body_of(fetch, {{"id", std::to_string(id)}, {"lastcheck", "0"}});
     EXPECT_THAT(find_in_xml(reply, "/Forum/*[not(self::Event and @Code)]"), IsEmpty());
@@ -148,7 +148,7 @@ TEST_F(ServerForum, UnknownPostingsHaveNoForum) {
   EXPECT_EQ(body_of(fetch, {{"id", "99999"}, {"lastcheck", "0"}}), "NOTFOUND");
 }
 
-TEST_F(ServerForum, RemembersReactionsInItsDatabase) {
+TEST_F(ServerForum, KeepsReactionsInItsDatabase) {
   const std::string file = (sandbox.home() / "zox.db").string();
   start({"--postings", "3", "--database", file});
   posting = std::to_string(server->add_posting({{"Title", "x"}}));

@@ -23,7 +23,7 @@ protected:
   }
 };
 
-TEST_F(ServerMail, AMessageWaitsForItsAddresseeOnce) {
+TEST_F(ServerMail, AMessageIsDeliveredOnce) {
   EXPECT_EQ(body_of(mail, {{"mode", "check"}}), "N");
   EXPECT_EQ(as_anna({{"mode", "write"}, {"to", "demo"}, {"s", "Hé & ho"}, {"b", "a\n<b>]]>"}}),
             "SENT");
@@ -38,29 +38,29 @@ TEST_F(ServerMail, AMessageWaitsForItsAddresseeOnce) {
   EXPECT_EQ(body_of(mail, {{"mode", "check"}}), "N");
 }
 
-TEST_F(ServerMail, MessagesComeInTheOrderInWhichTheyWereSent) {
+TEST_F(ServerMail, MessagesArriveInTheOrderOfSending) {
   for (const char *subject : {"een", "twee", "drie"})
     as_anna({{"mode", "write"}, {"to", "demo"}, {"s", subject}, {"b", "x"}});
   EXPECT_THAT(find_in_xml(body_of(mail, {{"mode", "read"}}), "//Subject"),
               ElementsAre("een", "twee", "drie"));
 }
 
-TEST_F(ServerMail, NothingWaitingIsAnEventOfCodeZero) {
+TEST_F(ServerMail, WithoutMessagesThereIsAnEventWithCodeZero) {
   EXPECT_THAT(find_in_xml(body_of(mail, {{"mode", "read"}}), "/Mail/Event/@Code"),
               ElementsAre("0"));
 }
 
-TEST_F(ServerMail, EmptyTextsHaveTheirElements) {
+TEST_F(ServerMail, EmptyTextsHaveElements) {
   as_anna({{"mode", "write"}, {"to", "demo"}, {"s", ""}, {"b", ""}});
   const std::string reply = body_of(mail, {{"mode", "read"}});
   EXPECT_THAT(find_in_xml(reply, "//Event[Subject and Body]/Subject"), ElementsAre(""));
 }
 
-TEST_F(ServerMail, UnknownAddresseesAreNotFound) {
+TEST_F(ServerMail, UnknownRecipientsAreNotFound) {
   EXPECT_EQ(as_anna({{"mode", "write"}, {"to", "niemand"}, {"s", "x"}, {"b", "x"}}), "NOTFOUND");
 }
 
-TEST_F(ServerMail, ArrivesOnCommandAsWell) {
+TEST_F(ServerMail, TheControlPortSendsMessages) {
   server->command("POST", "/message",
                   {{"to", "demo"}, {"from", "beheer"}, {"subject", "Welkom"}, {"body", "Dag!"}});
   EXPECT_EQ(first_in_xml(body_of(mail, {{"mode", "read"}}), "//From"), "beheer");
@@ -68,7 +68,7 @@ TEST_F(ServerMail, ArrivesOnCommandAsWell) {
                std::runtime_error);
 }
 
-TEST_F(ServerMail, OtherModesAreRefused) {
+TEST_F(ServerMail, OtherModesAreRejected) {
   EXPECT_EQ(body_of(mail, {{"mode", "verbrand"}}), "FAIL");
   EXPECT_EQ(body_of(mail), "FAIL");
 }

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The manual and the man page name everything that the program knows. */
+/** The manual and the man page cover every fault, command and option. */
 #include <regex>
 #include <set>
 
@@ -20,7 +20,7 @@ std::string output_of(const std::string &option) {
   return ChildProcess({ZOX_SERVER_PROGRAM, option}).read_rest();
 }
 
-/** What a pattern's first group finds in a text. */
+/** All matches of a pattern's first group in a text. */
 std::set<std::string> all_in(const std::string &text, const char *pattern) {
   const std::regex expression(pattern, std::regex::ECMAScript | std::regex::multiline);
   std::set<std::string> found;
@@ -29,7 +29,7 @@ std::set<std::string> all_in(const std::string &text, const char *pattern) {
   return found;
 }
 
-/** The man page without the marks that are only for its looks. */
+/** The man page without its font and hyphen escapes. */
 std::string man_page() {
   const std::string page = read_file(project / "man/zox-server.1");
   return std::regex_replace(std::regex_replace(page, std::regex(R"(\\-)"), "-"),
@@ -41,14 +41,14 @@ protected:
   const std::string manual = read_file(project / "docs/server.md");
 };
 
-TEST_F(ServerManual, ListsEveryFaultWithTheProgramsOwnWords) {
+TEST_F(ServerManual, DescribesEveryFaultAsTheProgramDoes) {
   const std::string faults = output_of("--list-faults");
   const std::regex line("([a-z0-9-]+) +(.+)");
   for (std::sregex_iterator place(faults.begin(), faults.end(), line), end; place != end; ++place)
     EXPECT_THAT(manual, HasSubstr("| `" + (*place)[1].str() + "` | " + (*place)[2].str() + " |"));
 }
 
-TEST_F(ServerManual, ListsNoFaultThatIsNone) {
+TEST_F(ServerManual, ListsNoUnknownFault) {
   const std::string section = manual.substr(manual.find("## Faults"));
   EXPECT_EQ(all_in(section, "^\\| `([a-z-]+)` \\|"),
             all_in(output_of("--list-faults"), "^([a-z-]+)"));
@@ -61,12 +61,12 @@ TEST_F(ServerManual, ListsEveryCommand) {
               IsSupersetOf(all_in(commands, "\"path\" : \"([^\"]+)\"")));
 }
 
-TEST_F(ServerManual, TheManPageNamesEveryFault) {
+TEST_F(ServerManual, TheManPageListsEveryFault) {
   for (const std::string &kind : all_in(output_of("--list-faults"), "^([a-z-]+)"))
     EXPECT_TRUE(man_page().find(kind) != std::string::npos) << kind;
 }
 
-TEST_F(ServerManual, TheManPageNamesEveryOption) {
+TEST_F(ServerManual, TheManPageListsEveryOption) {
   EXPECT_EQ(all_in(man_page(), "^\\.BI? (--[a-z-]+)"), all_in(output_of("--help"), "(--[a-z-]+)"));
 }
 

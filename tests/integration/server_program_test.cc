@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** zox-server as a program: its options, its messages, its end. */
+/** zox-server as a program: options, messages, exit status. */
 #include <csignal>
 
 #include <gmock/gmock.h>
@@ -19,7 +19,7 @@ struct Outcome {
   std::string output;  // standard output and standard error
 };
 
-/** Runs the program to its end. */
+/** Runs the program until it exits. */
 Outcome run(const std::string &arguments) {
   ChildProcess process(
       {"sh", "-c", std::string("exec " ZOX_SERVER_PROGRAM " ") + arguments + " 2>&1"});
@@ -36,12 +36,12 @@ void change_database(const std::string &file, const char *sql) {
 
 class ServerProgram : public ServerTest {};
 
-TEST_F(ServerProgram, EndsCleanlyOnSigterm) {
+TEST_F(ServerProgram, ExitsCleanlyOnSigterm) {
   start();
   EXPECT_EQ(server->stop(), 0);
 }
 
-TEST_F(ServerProgram, EndsCleanlyOnSigint) {
+TEST_F(ServerProgram, ExitsCleanlyOnSigint) {
   ChildProcess process({ZOX_SERVER_PROGRAM, "--port", "0", "--postings", "1"});
   std::optional<std::string> line = process.read_line();
   while (line && line->find("listening on") == std::string::npos)
@@ -51,7 +51,7 @@ TEST_F(ServerProgram, EndsCleanlyOnSigint) {
   EXPECT_EQ(process.wait(), 0);
 }
 
-TEST_F(ServerProgram, InventsAnAccountWhenThereIsNone) {
+TEST_F(ServerProgram, CreatesAnAccountWhenThereIsNone) {
   ChildProcess process({ZOX_SERVER_PROGRAM, "--port", "0", "--postings", "1"});
   const std::string account = process.read_line().value_or("");
   EXPECT_THAT(account,
@@ -63,7 +63,7 @@ TEST_F(ServerProgram, InventsAnAccountWhenThereIsNone) {
       is_xml(send({.url = url, .credentials = "demo:" + server_secret(url, password)}).body));
 }
 
-TEST_F(ServerProgram, TakesThePasswordOfTheDemoAccountFromTheEnvironment) {
+TEST_F(ServerProgram, ReadsThePasswordOfTheDemoAccountFromTheEnvironment) {
   const EnvironmentVariable variable("ZOX_SERVER_PASSWORD", "uit-de-omgeving");
   ChildProcess process({ZOX_SERVER_PROGRAM, "--port", "0", "--postings", "1"});
   const std::string address = process.read_line().value_or("");
@@ -73,14 +73,14 @@ TEST_F(ServerProgram, TakesThePasswordOfTheDemoAccountFromTheEnvironment) {
       send({.url = url, .credentials = "demo:" + server_secret(url, "uit-de-omgeving")}).body));
 }
 
-TEST_F(ServerProgram, TakesPasswordsFromFiles) {
+TEST_F(ServerProgram, ReadsPasswordsFromFiles) {
   const std::string file = (sandbox.home() / "geheim").string();
   write_file(file, "kwartel\ntweede regel\n");
   start({"--postings", "1", "--account", "anna=" + file});
   EXPECT_TRUE(is_xml(ask("/3.7.3/xml-groups.php", {}, "anna", "kwartel").body));
 }
 
-TEST_F(ServerProgram, WritesItsAddressesIntoTheReadyFile) {
+TEST_F(ServerProgram, WritesItsAddressesToTheReadyFile) {
   const std::string file = (sandbox.home() / "ready.json").string();
   start({"--postings", "1", "--static-port", "0", "--ready-file", file});
   const std::string addresses = read_file(file);
@@ -89,21 +89,21 @@ TEST_F(ServerProgram, WritesItsAddressesIntoTheReadyFile) {
   EXPECT_THAT(addresses, HasSubstr("http://" + server->control_host() + "\""));
 }
 
-TEST_F(ServerProgram, ListsTheFaultsThatItKnows) {
+TEST_F(ServerProgram, ListsTheKindsOfFaults) {
   const Outcome outcome = run("--list-faults");
   EXPECT_EQ(outcome.status, 0);
   for (const char *kind : {"unauth", "stall", "drip", "gzip-corrupt", "xml-bomb"})
     EXPECT_THAT(outcome.output, HasSubstr(kind));
 }
 
-TEST_F(ServerProgram, TellsItsVersionAndItsOptions) {
+TEST_F(ServerProgram, PrintsItsVersionAndItsOptions) {
   EXPECT_EQ(run("--version").status, 0);
   const Outcome help = run("--help");
   EXPECT_EQ(help.status, 0);
   EXPECT_THAT(help.output, HasSubstr("--chunks-per-reply"));
 }
 
-TEST_F(ServerProgram, RefusesWrongOptions) {
+TEST_F(ServerProgram, RejectsInvalidOptions) {
   for (const char *arguments :
        {"--port 70000", "--chunk-size 0", "--nonsense", "--auth-rule rot13", "--fault zomaar",
         "--fault /x=aardbeving", "--fault /x=ban:veel", "--account demo", "--account demo=/nergens",
@@ -115,25 +115,25 @@ TEST_F(ServerProgram, RefusesWrongOptions) {
   }
 }
 
-TEST_F(ServerProgram, NamesTheProblemOfWrongOptions) {
+TEST_F(ServerProgram, ExplainsInvalidOptions) {
   EXPECT_THAT(run("--fault /x=aardbeving").output, HasSubstr("--list-faults"));
   EXPECT_THAT(run("--account demo=/nergens").output, HasSubstr("no password to read in /nergens"));
 }
 
-TEST_F(ServerProgram, RefusesAPortInUse) {
+TEST_F(ServerProgram, RejectsAPortInUse) {
   start();
   const Outcome outcome = run("--postings 1 --port " + server->port());
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.output, HasSubstr("cannot listen on 127.0.0.1 port " + server->port()));
 }
 
-TEST_F(ServerProgram, RefusesAnAddressThatIsNone) {
+TEST_F(ServerProgram, RejectsAnInvalidAddress) {
   const Outcome outcome = run("--postings 1 --port 0 --listen overal");
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.output, HasSubstr("overal is not an IP address"));
 }
 
-TEST_F(ServerProgram, RefusesADatabaseThatIsNone) {
+TEST_F(ServerProgram, RejectsAFileThatIsNoDatabase) {
   const std::string file = (sandbox.home() / "zox.db").string();
   write_file(file, std::string(5000, 'x'));
   const Outcome outcome = run("--port 0 --database " + file);
@@ -142,13 +142,13 @@ TEST_F(ServerProgram, RefusesADatabaseThatIsNone) {
   EXPECT_EQ(read_file(file), std::string(5000, 'x'));
 }
 
-TEST_F(ServerProgram, RefusesADatabaseOutOfReach) {
+TEST_F(ServerProgram, RejectsAnInaccessibleDatabase) {
   const Outcome outcome = run("--port 0 --database /nergens/zox.db");
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.output, HasSubstr("cannot use the database /nergens/zox.db"));
 }
 
-TEST_F(ServerProgram, RefusesADatabaseOfAnotherProgram) {
+TEST_F(ServerProgram, RejectsADatabaseOfAnotherProgram) {
   const std::string file = (sandbox.home() / "ander.db").string();
   change_database(file, "CREATE TABLE boodschappen (wat TEXT)");
   const Outcome outcome = run("--port 0 --database " + file);
@@ -156,17 +156,17 @@ TEST_F(ServerProgram, RefusesADatabaseOfAnotherProgram) {
   EXPECT_THAT(outcome.output, HasSubstr("it belongs to another program"));
 }
 
-TEST_F(ServerProgram, RefusesADatabaseOfAnotherVersion) {
+TEST_F(ServerProgram, RejectsADatabaseOfAnotherVersion) {
   const std::string file = (sandbox.home() / "zox.db").string();
   start({"--postings", "1", "--database", file});
   server->stop();
   change_database(file, "PRAGMA user_version = 99");
   const Outcome outcome = run("--port 0 --database " + file);
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.output, HasSubstr("of another version of zox-server"));
+  EXPECT_THAT(outcome.output, HasSubstr("created by another version of zox-server"));
 }
 
-TEST_F(ServerProgram, TellsClientsWhenItsDatabaseFails) {
+TEST_F(ServerProgram, ReportsDatabaseFailuresToClients) {
   const std::string file = (sandbox.home() / "zox.db").string();
   start({"--postings", "1", "--database", file});
   change_database(file, "DROP TABLE newsgroup");
@@ -181,7 +181,7 @@ TEST_F(ServerProgram, ListensOnOtherAddressesToo) {
   EXPECT_TRUE(server->control_host().starts_with("127.0.0.1:"));
 }
 
-TEST_F(ServerProgram, KeepsItsDatabaseToItself) {
+TEST_F(ServerProgram, OnlyTheOwnerCanReadTheDatabase) {
   const std::string file = (sandbox.home() / "zox.db").string();
   start({"--postings", "1", "--database", file});
   struct stat properties {};

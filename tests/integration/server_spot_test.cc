@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** A member's own postings: posting a spot, the overview, bringing one up again. */
+/** A member's own postings: posting a spot, the overview, announcing one again. */
 #include <gmock/gmock.h>
 
 #include "tests/integration/server_test.h"
@@ -22,43 +22,43 @@ protected:
     server->add_account("anna", "kwartel");
   }
 
-  /** The parameters that every client sends, with others in their place or besides. */
+  /** The parameters that every client sends, overridden or supplemented by `other`. */
   static Parameters spot(const Parameters &other = {}) {
     Parameters parameters{{"m", "add"}, {"t", "Een spot"}, {"s", "0"},  {"g", "|3|7|"},
                           {"ft", "2"},  {"fn", "5"},       {"fs", "1"}, {"pars", "4"},
                           {"pt", "1"},  {"c", "1"},        {"sc", "3"}, {"tags", "|b2|d4|"}};
-    // The last of equal names counts.
+    // The last of several parameters with the same name counts.
     parameters.insert(parameters.end(), other.begin(), other.end());
     return parameters;
   }
   std::string post_spot(const Parameters &other = {}) { return body_of(post, spot(other)); }
 };
 
-TEST_F(ServerSpot, ANewSpotReachesEveryClientWithTheNextUpdate) {
+TEST_F(ServerSpot, ANewSpotIsPublishedInTheNextDump) {
   const std::string reply =
       post_spot({{"fstr", "een.rar"}, {"l", "http://x.example/?a=1&b=2"}, {"tag", "vrij"}});
   ASSERT_TRUE(reply.starts_with("1")) << reply;
   const std::string names =
       first_in_xml(ask("/3.7.3/xml.php", {{"lc", "0"}}, "anna", "kwartel").body, "//Chunks");
   const std::string document = dump(names);
-  const auto told = [&](const char *name) {
+  const auto value_of = [&](const char *name) {
     return first_in_xml(document, std::string("//") + name);
   };
-  EXPECT_EQ(told("PostID"), reply.substr(1));
-  EXPECT_EQ(told("Stamp"), std::to_string(then));
-  EXPECT_EQ(told("Title"), "Een spot");
-  EXPECT_EQ(told("Poster"), "demo");
-  EXPECT_EQ(told("Status"), "0");
-  EXPECT_EQ(told("Groups"), "|3|7|");
-  EXPECT_EQ(told("FName"), "een.rar");
-  EXPECT_EQ(told("Link"), "http://x.example/?a=1&b=2");
-  EXPECT_EQ(told("Cat"), "1");
-  EXPECT_EQ(told("SCat"), "3");
-  EXPECT_EQ(told("Tags"), "|a3|b2|d4|");
-  EXPECT_EQ(told("Tag"), "vrij");
+  EXPECT_EQ(value_of("PostID"), reply.substr(1));
+  EXPECT_EQ(value_of("Stamp"), std::to_string(then));
+  EXPECT_EQ(value_of("Title"), "Een spot");
+  EXPECT_EQ(value_of("Poster"), "demo");
+  EXPECT_EQ(value_of("Status"), "0");
+  EXPECT_EQ(value_of("Groups"), "|3|7|");
+  EXPECT_EQ(value_of("FName"), "een.rar");
+  EXPECT_EQ(value_of("Link"), "http://x.example/?a=1&b=2");
+  EXPECT_EQ(value_of("Cat"), "1");
+  EXPECT_EQ(value_of("SCat"), "3");
+  EXPECT_EQ(value_of("Tags"), "|a3|b2|d4|");
+  EXPECT_EQ(value_of("Tag"), "vrij");
 }
 
-TEST_F(ServerSpot, TheDetailsAreKept) {
+TEST_F(ServerSpot, TheDetailsAreStored) {
   const std::string id =
       post_spot({{"a", "straks"}, {"img", "http://x.example/1.jpg"}, {"bs", "384000"}}).substr(1);
   EXPECT_EQ(body_of(post, {{"section", "1"}, {"d", "Beschrijving"}, {"id", id}, {"m", "upd"}}),
@@ -79,18 +79,18 @@ TEST_F(ServerSpot, TheDetailsAreKept) {
   EXPECT_EQ(first_in_xml(forum, "//BlockSize"), "384000");
 }
 
-TEST_F(ServerSpot, WithoutTagsTheSubCategoryIsOne) {
+TEST_F(ServerSpot, TheSubCategoryIsAddedToTheTags) {
   post_spot({{"tags", ""}});
   EXPECT_EQ(first_in_xml(dump(dump_names().front()), "//Tags"), "|a3|");
 }
 
-TEST_F(ServerSpot, ARepeatedTitleIsTakenWithAReservation) {
+TEST_F(ServerSpot, ARepeatedTitleIsAPossibleDuplicate) {
   EXPECT_EQ(post_spot(), "11");
   EXPECT_EQ(post_spot(), "02");
   EXPECT_THAT(find_in_xml(dump(dump_names().front()), "//Event"), SizeIs(2));
 }
 
-TEST_F(ServerSpot, ImpossibleSpotsAreRefused) {
+TEST_F(ServerSpot, InvalidSpotsAreRejected) {
   EXPECT_EQ(post_spot({{"t", ""}}), "C");
   EXPECT_EQ(post_spot({{"t", std::string(256, 'x')}}), "C");
   EXPECT_EQ(post_spot({{"g", "|"}}), "C");
@@ -101,7 +101,7 @@ TEST_F(ServerSpot, ImpossibleSpotsAreRefused) {
   EXPECT_THAT(dump_names(), IsEmpty());
 }
 
-TEST_F(ServerSpot, OnlyThePosterCompletesASpot) {
+TEST_F(ServerSpot, OnlyThePosterCanChangeASpot) {
   const std::string id = post_spot().substr(1);
   const auto as_anna = [&](const Parameters &parameters) {
     return ask(post, parameters, "anna", "kwartel").body;
@@ -124,28 +124,30 @@ TEST_F(ServerSpot, TheOverviewListsOwnPostingsOnly) {
   EXPECT_EQ(body_of(overview, {{"mode", "wis"}}), "FAIL");
 }
 
-TEST_F(ServerSpot, TheOverviewTellsHowAPostingIsDoing) {
+TEST_F(ServerSpot, TheOverviewIncludesFieldsAndCounts) {
   const std::string id = post_spot({{"fstr", "een.rar"}}).substr(1);
   body_of("/3.7.3/xml-forum.php", {{"m", "add"}, {"b", "x"}, {"s", id}});
   ask("/3.7.3/xml-kudos.php", {{"mode", "give"}, {"id", id}, {"kudos", "4"}}, "anna", "kwartel");
   ask("/3.7.3/xml-warn.php", {{"id", id}, {"forumid", "0"}, {"reason", "x"}}, "anna", "kwartel");
   const std::string reply = body_of(overview);
-  const auto told = [&](const char *name) { return first_in_xml(reply, std::string("//") + name); };
-  EXPECT_EQ(told("Stamp"), std::to_string(then));
-  EXPECT_EQ(told("Edit"), "y");
-  EXPECT_EQ(told("Groups"), "|3|7|");
-  EXPECT_EQ(told("FName"), "een.rar");
-  EXPECT_EQ(told("Status"), "0");
-  EXPECT_EQ(told("Poster"), "demo");
-  EXPECT_EQ(told("Cat"), "1");
-  EXPECT_EQ(told("SCat"), "3");
-  EXPECT_EQ(told("Updated"), std::to_string(then));
-  EXPECT_EQ(told("Kudos"), "4");
-  EXPECT_EQ(told("Forum"), "1");
-  EXPECT_EQ(told("Reps"), "1");
-  EXPECT_EQ(told("Reqs"), "0");
-  EXPECT_EQ(told("Rating"), "0");
-  EXPECT_EQ(told("Mod"), "0");
+  const auto value_of = [&](const char *name) {
+    return first_in_xml(reply, std::string("//") + name);
+  };
+  EXPECT_EQ(value_of("Stamp"), std::to_string(then));
+  EXPECT_EQ(value_of("Edit"), "y");
+  EXPECT_EQ(value_of("Groups"), "|3|7|");
+  EXPECT_EQ(value_of("FName"), "een.rar");
+  EXPECT_EQ(value_of("Status"), "0");
+  EXPECT_EQ(value_of("Poster"), "demo");
+  EXPECT_EQ(value_of("Cat"), "1");
+  EXPECT_EQ(value_of("SCat"), "3");
+  EXPECT_EQ(value_of("Updated"), std::to_string(then));
+  EXPECT_EQ(value_of("Kudos"), "4");
+  EXPECT_EQ(value_of("Forum"), "1");
+  EXPECT_EQ(value_of("Reps"), "1");
+  EXPECT_EQ(value_of("Reqs"), "0");
+  EXPECT_EQ(value_of("Rating"), "0");
+  EXPECT_EQ(value_of("Mod"), "0");
 }
 
 TEST_F(ServerSpot, OldAndDeletedPostingsCannotBeEdited) {
@@ -159,7 +161,7 @@ TEST_F(ServerSpot, OldAndDeletedPostingsCannotBeEdited) {
   EXPECT_EQ(first_in_xml(body_of(overview), "//Edit"), "n");
 }
 
-TEST_F(ServerSpot, APostingMayBeBroughtUpAgain) {
+TEST_F(ServerSpot, APostingMayBeAnnouncedAgain) {
   const std::string id = post_spot().substr(1);
   const std::string stamp =
       first_in_xml(body_of("/3.7.3/xml.php", {{"lc", "0"}}), "//Event[@Code=0]/Stamp");
@@ -171,13 +173,13 @@ TEST_F(ServerSpot, APostingMayBeBroughtUpAgain) {
   EXPECT_GT(std::stoll(first_in_xml(document, "//Updated")), std::stoll(stamp));
 }
 
-TEST_F(ServerSpot, OthersPostingsCannotBeBroughtUp) {
+TEST_F(ServerSpot, OtherMembersPostingsCannotBeAnnounced) {
   const std::string id = std::to_string(server->add_posting({{"Title", "x"}, {"Poster", "anna"}}));
   EXPECT_EQ(body_of(overview, {{"mode", "update"}, {"id", id}}), "FAIL");
   EXPECT_EQ(body_of(overview, {{"mode", "update"}, {"id", "99"}}), "FAIL");
 }
 
-TEST_F(ServerSpot, MembersHaveAShareOfTheInventedStock) {
+TEST_F(ServerSpot, SomeSamplePostingsAreByMembers) {
   start({"--postings", "1000"});
   EXPECT_GT(find_in_xml(body_of(overview), "/MyZOX/Post").size(), 5U);
 }

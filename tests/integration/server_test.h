@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** What the tests of the stand-in server share: a server, a member who asks, XML to look into. */
+/** Shared by the tests of the stand-in server: a server process, requests of a member, XPath. */
 #ifndef VELKOR_TESTS_INTEGRATION_SERVER_TEST_H
 #define VELKOR_TESTS_INTEGRATION_SERVER_TEST_H
 
@@ -16,11 +16,11 @@
 
 namespace velkor::test {
 
-/** The string values of all nodes that an XPath expression finds; throws on unreadable XML. */
+/** The string values of all nodes that an XPath expression matches; throws on malformed XML. */
 std::vector<std::string> find_in_xml(const std::string &document, const std::string &expression);
-/** The first of them, empty without any. */
+/** The first of those values, empty when there are none. */
 std::string first_in_xml(const std::string &document, const std::string &expression);
-/** Whether the text is a well-formed document. */
+/** Whether the text is a well-formed XML document. */
 bool is_xml(const std::string &document);
 
 std::string gunzip(const std::string &packed);
@@ -29,27 +29,26 @@ class ServerTest : public ::testing::Test {
 protected:
   using Parameters = ServerProcess::Parameters;
 
-  /** However a server was treated, it ends in good order (and without leaks, where that is seen).
-   */
+  /** Every server must exit cleanly; with sanitizers, that includes leaks. */
   void TearDown() override { stop(); }
 
   void stop();
-  /** Starts a server in the place of the one there is; without it a test has none. */
+  /** Starts a server, stopping any earlier one; tests have none until they call this. */
   ServerProcess &start(const std::vector<std::string> &options = {"--postings", "30"});
 
-  /** What the member gets for `path`, with the right secret. */
+  /** Sends a request of a member, with a valid secret. */
   HttpReply ask(const std::string &path, const Parameters &parameters = {},
                 const std::string &user = ServerProcess::user,
                 const std::string &password = ServerProcess::password);
   std::string body_of(const std::string &path, const Parameters &parameters = {}) {
     return ask(path, parameters).body;
   }
-  /** What anyone gets for `path`. */
+  /** Sends a request without credentials. */
   HttpReply ask_as_nobody(const std::string &path, const Parameters &parameters = {});
 
-  /** The names of the dumps in a reply of the availability question. */
+  /** The dumps that xml.php names. */
   std::vector<std::string> dump_names(const std::string &since = "0");
-  /** The decompressed document of a dump. */
+  /** The decompressed content of a dump. */
   std::string dump(const std::string &name);
 
   Sandbox sandbox;

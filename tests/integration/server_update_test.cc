@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The availability question, the dumps that it names and the newsgroups. */
+/** What an update fetches: xml.php, the dumps and the newsgroups. */
 #include <algorithm>
 #include <set>
 
@@ -24,7 +24,7 @@ const std::string stamp_path = "/Events/Event[@Code='0']/Stamp";
 class ServerUpdate : public ServerTest {
 protected:
   std::string stamp_of(const std::string &reply) { return first_in_xml(reply, stamp_path); }
-  /** The stamp with which a client is up to date. */
+  /** The stamp of an up-to-date client. */
   std::string latest() {
     std::string stamp = "0";
     while (!dump_names(stamp).empty())
@@ -46,7 +46,7 @@ std::vector<std::string> as_texts(const std::vector<std::int64_t> &numbers) {
   return texts;
 }
 
-TEST_F(ServerUpdate, NamesSoManyDumpsAtATimeUntilNoneIsLeft) {
+TEST_F(ServerUpdate, NamesALimitedNumberOfDumpsAtATime) {
   start({"--postings", "45", "--chunk-size", "10", "--chunks-per-reply", "2"});
   std::set<std::string> ids;
   std::vector<std::size_t> counts;
@@ -56,7 +56,7 @@ TEST_F(ServerUpdate, NamesSoManyDumpsAtATimeUntilNoneIsLeft) {
     counts.push_back(names.size());
     for (const std::string &name : names) {
       for (const std::string &id : find_in_xml(dump(name), "//PostID"))
-        EXPECT_TRUE(ids.insert(id).second) << id << " was told twice";
+        EXPECT_TRUE(ids.insert(id).second) << id << " was published twice";
     }
     stamp = stamp_of(body_of(availability, {{"lc", stamp}}));
   } while (counts.back() > 0);
@@ -72,17 +72,16 @@ TEST_F(ServerUpdate, KeepsTheStampWhenNothingIsNew) {
   EXPECT_THAT(find_in_xml(reply, "/Events/Event[@Code='7']"), IsEmpty());
 }
 
-TEST_F(ServerUpdate, WithoutAStampTellsEverything) {
+TEST_F(ServerUpdate, WithoutAStampEverythingIsNew) {
   start();
   EXPECT_EQ(body_of(availability), body_of(availability, {{"lc", "0"}}));
   EXPECT_EQ(body_of(availability, {{"lc", "gisteren"}}), body_of(availability, {{"lc", "0"}}));
 }
 
-TEST_F(ServerUpdate, TellsWhatChangedSince) {
+TEST_F(ServerUpdate, PublishesTheChangesSinceAStamp) {
   start();
   const std::string before = latest();
-  const StockChanged changed =
-      server->advance({.added = 5, .updated = 4, .deleted = 2, .removed = 3});
+  const auto changed = server->advance({.added = 5, .updated = 4, .deleted = 2, .removed = 3});
   EXPECT_GT(changed.stamp, std::stoll(before));
   const std::vector<std::string> names = dump_names(before);
   ASSERT_THAT(names, SizeIs(1));
@@ -98,11 +97,11 @@ TEST_F(ServerUpdate, TellsWhatChangedSince) {
   EXPECT_THAT(find_in_xml(document, "//Updated"), Each(std::to_string(changed.stamp)));
 }
 
-TEST_F(ServerUpdate, ChangesInTheSameSecondReachClientsWhoAreUpToDate) {
+TEST_F(ServerUpdate, ChangesInTheSameSecondReachUpToDateClients) {
   start({"--postings", "10", "--now", std::to_string(then)});
   server->advance({.added = 1});
   const std::string first = latest();
-  const StockChanged changed = server->advance({.added = 2});
+  const auto changed = server->advance({.added = 2});
   EXPECT_THAT(ids_in_dumps(first), UnorderedElementsAreArray(as_texts(changed.added)));
 }
 
@@ -115,7 +114,7 @@ TEST_F(ServerUpdate, ADumpNeverChanges) {
   EXPECT_EQ(ask_as_nobody("/3.7.3/dumps/" + name + ".gz").body, before);
 }
 
-TEST_F(ServerUpdate, ADumpIsAFileNotAnEncodedDocument) {
+TEST_F(ServerUpdate, ADumpHasNoContentEncoding) {
   start();
   const HttpReply reply =
       send({.url = "http://" + server->host() + "/3.7.3/dumps/" + dump_names().front() + ".gz",
@@ -132,7 +131,7 @@ TEST_F(ServerUpdate, AnUnknownDumpIsNotFound) {
   EXPECT_EQ(ask_as_nobody("/3.7.3/dumps/").status, 404);
 }
 
-TEST_F(ServerUpdate, TellsNewsgroupsThatTheClientCannotKnow) {
+TEST_F(ServerUpdate, NamesNewsgroupsThatAreNewToTheClient) {
   start();
   const std::string first = body_of(availability, {{"lc", "0"}});
   EXPECT_THAT(find_in_xml(first, "/Events/Event[@Code='4'][GroupID and Name]"), SizeIs(320));
@@ -143,7 +142,7 @@ TEST_F(ServerUpdate, TellsNewsgroupsThatTheClientCannotKnow) {
               ElementsAre("321", "322"));
 }
 
-TEST_F(ServerUpdate, TellsHowManyMembersThereAreAndHowManyAreOnline) {
+TEST_F(ServerUpdate, CountsMembersAndThoseOnline) {
   start({"--postings", "5", "--now", std::to_string(then)});
   const std::string before = body_of(availability, {{"lc", "0"}});
   const std::int64_t members = std::stoll(first_in_xml(before, "//Event[@Code='5']/T"));
@@ -165,7 +164,7 @@ TEST_F(ServerUpdate, ListsAllNewsgroups) {
             find_in_xml(body_of(availability, {{"lc", "0"}}), "//Event[@Code='4']/Name"));
 }
 
-TEST_F(ServerUpdate, TheSameSeedGivesTheSameStock) {
+TEST_F(ServerUpdate, TheSameSeedGivesTheSameData) {
   const std::vector<std::string> options{"--postings",         "40",     "--now",
                                          std::to_string(then), "--seed", "7"};
   start(options);
@@ -180,7 +179,7 @@ TEST_F(ServerUpdate, TheSameSeedGivesTheSameStock) {
   EXPECT_NE(dump_names(), names);
 }
 
-TEST_F(ServerUpdate, TheStockIsVaried) {
+TEST_F(ServerUpdate, TheSampleDataIsVaried) {
   start({"--postings", "3000", "--chunk-size", "3000", "--now", std::to_string(then)});
   const std::string document = dump(dump_names().front());
   for (const char *category : {"0", "1", "2", "3"})
@@ -204,8 +203,8 @@ TEST_F(ServerUpdate, TheStockIsVaried) {
       IsEmpty());
 }
 
-/** Sub-category and tags that fit the category, by the counts of the vocabulary. */
-TEST_F(ServerUpdate, TheStockUsesTheVocabulary) {
+/** Sub-categories and tags must exist in the vocabulary of their category. */
+TEST_F(ServerUpdate, TheSampleDataUsesTheVocabulary) {
   start({"--postings", "2000", "--chunk-size", "2000"});
   const std::string document = dump(dump_names().front());
   constexpr std::array<std::array<int, 4>, 4> counts{
@@ -226,7 +225,7 @@ TEST_F(ServerUpdate, TheStockUsesTheVocabulary) {
   EXPECT_THAT(find_in_xml(document, "//Event[not(SCat) and not(contains(Tags,'|a'))]"), IsEmpty());
 }
 
-TEST_F(ServerUpdate, AddsAndChangesASinglePostingOnCommand) {
+TEST_F(ServerUpdate, TheControlPortAddsAndChangesPostings) {
   start();
   const std::string before = latest();
   const std::int64_t id = server->add_posting({{"Title", "Één & <ander>"},
@@ -245,7 +244,7 @@ TEST_F(ServerUpdate, AddsAndChangesASinglePostingOnCommand) {
   EXPECT_THROW(server->change_posting(99999, {{"Title", "x"}}), std::runtime_error);
 }
 
-TEST_F(ServerUpdate, CharactersThatXmlCannotCarryAreLeftOut) {
+TEST_F(ServerUpdate, CharactersNotAllowedInXmlAreRemoved) {
   start();
   const std::string before = latest();
   server->add_posting({{"Title", "a\x01\xff"
@@ -256,7 +255,7 @@ TEST_F(ServerUpdate, CharactersThatXmlCannotCarryAreLeftOut) {
                                                                        "bc");
 }
 
-TEST_F(ServerUpdate, RemembersEverythingInItsDatabase) {
+TEST_F(ServerUpdate, KeepsEverythingInItsDatabase) {
   const std::string file = (sandbox.home() / "zox.db").string();
   start({"--postings", "30", "--database", file});
   server->advance({.added = 4});
@@ -269,14 +268,14 @@ TEST_F(ServerUpdate, RemembersEverythingInItsDatabase) {
   EXPECT_EQ(ids_in_dumps("0").size(), 34U);
 }
 
-TEST_F(ServerUpdate, AnEmptyServiceHasNothingToTell) {
+TEST_F(ServerUpdate, AnEmptyServiceNamesNoDumps) {
   start({"--postings", "0"});
   const std::string reply = body_of(availability, {{"lc", "0"}});
   EXPECT_EQ(stamp_of(reply), "0");
   EXPECT_THAT(find_in_xml(reply, "//Event[@Code='7']"), IsEmpty());
 }
 
-TEST_F(ServerUpdate, TheClockMovesOnCommand) {
+TEST_F(ServerUpdate, TheControlPortAdvancesTheClock) {
   start({"--postings", "5", "--now", std::to_string(then)});
   EXPECT_EQ(server->advance({.added = 1, .seconds = 3600}).stamp, then + 3600);
 }

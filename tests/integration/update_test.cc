@@ -262,7 +262,7 @@ TEST_F(Update, NeverSendsCredentialsToTheStaticHost) {
   for (const LoggedRequest &request : server->requests()) {
     const bool is_dump = request.path.starts_with(dumps);
     EXPECT_EQ(request.credentials, !is_dump) << request.path;
-    EXPECT_EQ(request.entrance, is_dump ? "dumps" : "main") << request.path;
+    EXPECT_EQ(request.listener, is_dump ? "dumps" : "main") << request.path;
     downloads += is_dump ? 1 : 0;
   }
   EXPECT_EQ(downloads, 3U);

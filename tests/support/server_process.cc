@@ -78,7 +78,7 @@ LoggedRequest request_of(JsonObject *request) {
           text("path"),
           parameters_of(request),
           text("host"),
-          text("entrance"),
+          text("listener"),
           truth("credentials"),
           truth("proxied"),
           truth("proxyCredentials"),

@@ -52,7 +52,7 @@ struct LoggedRequest {
   std::string path;
   std::vector<std::pair<std::string, std::string>> parameters;  // decoded, in order
   std::string host;       // the host (and port) that was asked for
-  std::string entrance;   // "main", or "dumps" for --static-port
+  std::string listener;   // "main", or "dumps" for --static-port
   bool credentials;       // whether a user name and a secret were sent
   bool proxied;           // whether the server was asked as a proxy
   bool proxyCredentials;  // whether the proxy was given a name and a password

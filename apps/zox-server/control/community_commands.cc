@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Members and what they write, done from behind the scenes. */
+/** Commands about members and what they write. */
 #include "zox-server/control/commands.h"
 #include "zox-server/support/json.h"
 #include "zox-server/support/numbers.h"
@@ -22,7 +22,7 @@ bool is_account_parameter(std::string_view name) {
 void set_profile_field(Profile &profile, const Parameter &parameter) {
   const ProfileField *field = profile_field(parameter.name);
   if (field == nullptr)
-    throw BadCommand("a profile has no field " + parameter.name);
+    throw BadCommand("there is no profile field " + parameter.name);
   if (const auto *text = std::get_if<std::string Profile::*>(&field->member))
     profile.**text = parameter.value;
   else
@@ -44,18 +44,18 @@ Reply id_reply(std::int64_t id) {
 
 Reply edit_reaction(Service &service, const Request &request) {
   const std::int64_t id = request.number("id");
-  if (!service.forum.edit(id, needed(request, "body"), service.clock.now()))
-    throw BadCommand("there is no reaction of that id");
+  if (!service.forum.edit(id, required(request, "body"), service.clock.now()))
+    throw BadCommand("there is no reaction with that id");
   return id_reply(id);
 }
 
 }  // namespace
 
-Reply account(const Controlled &controlled, const Request &request) {
-  Service &service = controlled.service;
-  const std::string name = needed(request, "user");
+Reply account(const ControlContext &context, const Request &request) {
+  Service &service = context.service;
+  const std::string name = required(request, "user");
   if (name.find(':') != std::string::npos)
-    throw BadCommand("a user name cannot hold a colon");
+    throw BadCommand("a user name cannot contain a colon");
   Account account = service.accounts.find(name).value_or(Account{name, "", false});
   if (request.has("password"))
     account.password = request.value("password");
@@ -65,49 +65,49 @@ Reply account(const Controlled &controlled, const Request &request) {
   service.accounts.put(account, service.clock.now());
   set_profile(service, name, request);
   transaction.commit();
-  return done();
+  return ok_reply();
 }
 
-Reply message(const Controlled &controlled, const Request &request) {
-  Service &service = controlled.service;
-  const std::string to = needed(request, "to");
+Reply message(const ControlContext &context, const Request &request) {
+  Service &service = context.service;
+  const std::string to = required(request, "to");
   if (!service.accounts.find(to))
     throw BadCommand("there is no account " + to);
-  service.mail.put({needed(request, "from"), to, request.value("subject"), request.value("body"),
+  service.mail.put({required(request, "from"), to, request.value("subject"), request.value("body"),
                     service.clock.now()});
-  return done();
+  return ok_reply();
 }
 
-Reply reaction(const Controlled &controlled, const Request &request) {
-  Service &service = controlled.service;
+Reply reaction(const ControlContext &context, const Request &request) {
+  Service &service = context.service;
   if (request.has("id"))
     return edit_reaction(service, request);
   Reaction reaction;
   reaction.posting = request.number("posting");
-  reaction.author = needed(request, "user");
-  reaction.body = needed(request, "body");
+  reaction.author = required(request, "user");
+  reaction.body = required(request, "body");
   reaction.reply = request.number("reply");
   if (!service.postings.find(reaction.posting))
-    throw BadCommand("there is no posting of that id");
+    throw BadCommand("there is no posting with that id");
   return id_reply(service.forum.add(reaction, service.clock.now()));
 }
 
-Reply withdraw_reaction(const Controlled &controlled, const Request &request) {
-  Service &service = controlled.service;
+Reply withdraw_reaction(const ControlContext &context, const Request &request) {
+  Service &service = context.service;
   if (!service.forum.withdraw(request.number("id"), service.clock.now()))
-    throw BadCommand("there is no reaction of that id");
-  return done();
+    throw BadCommand("there is no reaction with that id");
+  return ok_reply();
 }
 
-Reply address(const Controlled &controlled, const Request &request) {
-  controlled.service.addresses.ban(needed(request, "address"), request.number("banned") != 0);
-  return done();
+Reply address(const ControlContext &context, const Request &request) {
+  context.service.addresses.ban(required(request, "address"), request.number("banned") != 0);
+  return ok_reply();
 }
 
-Reply signup_pause(const Controlled &controlled, const Request &request) {
-  needed(request, "hours");
-  controlled.service.settings.signup_pause_hours = counted(request, "hours");
-  return done();
+Reply signup_pause(const ControlContext &context, const Request &request) {
+  required(request, "hours");
+  context.service.settings.signup_pause_hours = count_parameter(request, "hours");
+  return ok_reply();
 }
 
 }  // namespace velkor::server::commands

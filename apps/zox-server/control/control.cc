@@ -17,18 +17,18 @@ Reply json_reply(std::string document) {
   return reply;
 }
 
-Reply done() {
+Reply ok_reply() {
   return json_reply(JsonWriter().begin_object().member("ok", true).end_object().finish());
 }
 
-std::string needed(const Request &request, const char *name) {
+std::string required(const Request &request, const char *name) {
   std::string value = request.value(name);
   if (value.empty())
     throw BadCommand(std::string("the parameter ") + name + " is missing");
   return value;
 }
 
-std::int64_t counted(const Request &request, const char *name) {
+std::int64_t count_parameter(const Request &request, const char *name) {
   if (!request.has(name))
     return 0;
   const std::optional<std::int64_t> count = whole_number(request.value(name));
@@ -52,47 +52,49 @@ struct ControlCommand {
   const char *method;
   const char *path;
   const char *description;
-  Reply (*handler)(const Controlled &, const Request &);
+  Reply (*handler)(const ControlContext &, const Request &);
 };
 
-Reply list_commands(const Controlled &controlled, const Request &request);
+Reply list_commands(const ControlContext &context, const Request &request);
 
 constexpr std::array all_commands{
     ControlCommand{"GET", "/commands", "this list", list_commands},
-    ControlCommand{"GET", "/status", "the clock and how much there is of everything",
+    ControlCommand{"GET", "/status", "the clock and the number of items of each kind",
                    commands::status},
-    ControlCommand{"POST", "/advance",
-                   "lets postings come and change: new, updated, deleted, removed, newsgroups and "
-                   "seconds on the clock",
-                   commands::advance},
-    ControlCommand{"POST", "/posting",
-                   "adds a posting with the given fields (Title, Cat, ...), or changes that of id",
-                   commands::posting},
-    ControlCommand{"POST", "/fault", "adds a fault: path, kind, times (0 for ever), argument",
-                   commands::add_fault},
-    ControlCommand{"GET", "/faults", "the faults to come", commands::list_faults},
-    ControlCommand{"DELETE", "/faults", "takes all faults away", commands::clear_faults},
-    ControlCommand{"GET", "/requests", "the requests so far, without credentials",
-                   commands::list_requests},
-    ControlCommand{"DELETE", "/requests", "forgets the requests so far", commands::clear_requests},
     ControlCommand{
-        "POST", "/account",
-        "adds or changes an account: user, password, banned and the fields of its profile",
-        commands::account},
-    ControlCommand{"POST", "/message", "puts a message into the mail: to, from, subject, body",
+        "POST", "/advance",
+        "advances the clock and changes postings: seconds, new, updated, deleted, removed, "
+        "newsgroups",
+        commands::advance},
+    ControlCommand{
+        "POST", "/posting",
+        "adds a posting with the given fields (Title, Cat, ...), or changes the one with id",
+        commands::posting},
+    ControlCommand{"POST", "/fault", "adds a fault: path, kind, times (0: no limit), argument",
+                   commands::add_fault},
+    ControlCommand{"GET", "/faults", "the pending faults", commands::list_faults},
+    ControlCommand{"DELETE", "/faults", "removes all faults", commands::clear_faults},
+    ControlCommand{"GET", "/requests", "the logged requests, without credentials",
+                   commands::list_requests},
+    ControlCommand{"DELETE", "/requests", "clears the request log", commands::clear_requests},
+    ControlCommand{"POST", "/account",
+                   "adds or changes an account: user, password, banned and profile fields",
+                   commands::account},
+    ControlCommand{"POST", "/message", "sends a message to a member: to, from, subject, body",
                    commands::message},
-    ControlCommand{"POST", "/reaction",
-                   "lets user react to posting: body, reply; or edits the body of reaction id",
-                   commands::reaction},
-    ControlCommand{"DELETE", "/reaction", "withdraws the reaction of id",
+    ControlCommand{
+        "POST", "/reaction",
+        "adds a reaction of user to posting: body, reply; or edits the body of reaction id",
+        commands::reaction},
+    ControlCommand{"DELETE", "/reaction", "withdraws the reaction with id",
                    commands::withdraw_reaction},
-    ControlCommand{"POST", "/address", "bans an address from signing up: address, banned",
+    ControlCommand{"POST", "/address",
+                   "bans an address from signing up, or lifts the ban: address, banned",
                    commands::address},
-    ControlCommand{"POST", "/signup-pause", "sets the hours of --signup-pause: hours",
-                   commands::signup_pause},
+    ControlCommand{"POST", "/signup-pause", "sets --signup-pause: hours", commands::signup_pause},
 };
 
-Reply list_commands(const Controlled &, const Request &) {
+Reply list_commands(const ControlContext &, const Request &) {
   JsonWriter json;
   json.begin_array();
   for (const ControlCommand &command : all_commands) {
@@ -102,23 +104,23 @@ Reply list_commands(const Controlled &, const Request &) {
   return commands::json_reply(json.end_array().finish());
 }
 
-Reply carry_out(const Controlled &controlled, const Request &request) {
-  // A page in a browser could otherwise command the server behind its user's back.
+Reply execute(const ControlContext &context, const Request &request) {
+  // Otherwise any web page open in the user's browser could control the server.
   if (request.from_browser_page)
-    return json_error(403, "commands from web pages are refused");
+    return json_error(403, "requests from web pages are refused");
   const auto found = std::ranges::find_if(all_commands, [&](const ControlCommand &command) {
     return command.path == request.path && command.method == request.method;
   });
   if (found == all_commands.end())
     return json_error(404, "there is no such command");
-  return found->handler(controlled, request);
+  return found->handler(context, request);
 }
 
 }  // namespace
 
-Reply answer_control(const Controlled &controlled, const Request &request) noexcept {
+Reply answer_control(const ControlContext &context, const Request &request) noexcept {
   try {
-    return carry_out(controlled, request);
+    return execute(context, request);
   } catch (const commands::BadCommand &error) {
     return json_error(400, error.what());
   } catch (const std::exception &error) {

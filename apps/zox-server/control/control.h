@@ -1,23 +1,23 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The control address: the stock changes, faults and accounts are set, the log is read. */
+/** The control port: changes the data, injects faults, reads the request log. */
 #ifndef ZOX_SERVER_CONTROL_CONTROL_H
 #define ZOX_SERVER_CONTROL_CONTROL_H
 
 #include "zox-server/http/dispatcher.h"
 #include "zox-server/http/message.h"
+#include "zox-server/sample_data/sample_data.h"
 #include "zox-server/service.h"
-#include "zox-server/stock/stock.h"
 
 namespace velkor::server {
 
-/** What a control command works on. */
-struct Controlled {
+/** What the control commands operate on. */
+struct ControlContext {
   Service &service;
   Dispatcher &dispatcher;
-  Stock &stock;
+  SampleData &sample_data;
 };
 
-Reply answer_control(const Controlled &controlled, const Request &request) noexcept;
+Reply answer_control(const ControlContext &context, const Request &request) noexcept;
 
 }  // namespace velkor::server
 

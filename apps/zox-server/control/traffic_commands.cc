@@ -1,44 +1,44 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Faults to commit and requests seen. */
+/** Commands about the faults to inject and the requests received. */
 #include "zox-server/control/commands.h"
 #include "zox-server/support/json.h"
 
 namespace velkor::server::commands {
 
-Reply add_fault(const Controlled &controlled, const Request &request) {
+Reply add_fault(const ControlContext &context, const Request &request) {
   Fault fault;
-  fault.path = needed(request, "path");
-  fault.kind = find_fault_kind(needed(request, "kind"));
-  fault.times = counted(request, "times");
+  fault.path = required(request, "path");
+  fault.kind = find_fault_kind(required(request, "kind"));
+  fault.times = count_parameter(request, "times");
   fault.argument = request.value("argument");
   if (fault.kind == nullptr)
     throw BadCommand("there is no such kind of fault");
-  controlled.dispatcher.faults.add(fault);
-  return done();
+  context.dispatcher.faults.add(fault);
+  return ok_reply();
 }
 
-Reply list_faults(const Controlled &controlled, const Request &) {
+Reply list_faults(const ControlContext &context, const Request &) {
   JsonWriter json;
   json.begin_array();
-  for (const Fault &fault : controlled.dispatcher.faults.all()) {
+  for (const Fault &fault : context.dispatcher.faults.all()) {
     json.begin_object().member("path", fault.path).member("kind", fault.kind->name);
     json.member("times", fault.times).member("argument", fault.argument).end_object();
   }
   return json_reply(json.end_array().finish());
 }
 
-Reply clear_faults(const Controlled &controlled, const Request &) {
-  controlled.dispatcher.faults.clear();
-  return done();
+Reply clear_faults(const ControlContext &context, const Request &) {
+  context.dispatcher.faults.clear();
+  return ok_reply();
 }
 
-Reply list_requests(const Controlled &controlled, const Request &) {
-  return json_reply(controlled.dispatcher.log.json());
+Reply list_requests(const ControlContext &context, const Request &) {
+  return json_reply(context.dispatcher.log.json());
 }
 
-Reply clear_requests(const Controlled &controlled, const Request &) {
-  controlled.dispatcher.log.clear();
-  return done();
+Reply clear_requests(const ControlContext &context, const Request &) {
+  context.dispatcher.log.clear();
+  return ok_reply();
 }
 
 }  // namespace velkor::server::commands

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Kudos, warnings to the moderators and the profiles of members. */
+/** Kudos, warnings to the moderators and member profiles. */
 #include <algorithm>
 #include <cstdlib>
 
@@ -8,16 +8,16 @@
 namespace velkor::server::endpoints {
 namespace {
 
-constexpr std::int64_t most_kudos = 10;
+constexpr std::int64_t max_kudos = 10;
 
-bool is_fair(std::int64_t value) {
-  return value != 0 && std::abs(value) <= most_kudos;
+bool is_valid_value(std::int64_t value) {
+  return value != 0 && std::abs(value) <= max_kudos;
 }
 
 Reply give_kudos(Service &service, const Request &request, const Account &account) {
   std::optional<Posting> posting = service.postings.find(request.number("id"));
   const std::int64_t value = request.number("kudos");
-  if (!posting || posting->poster == account.name || !is_fair(value))
+  if (!posting || posting->poster == account.name || !is_valid_value(value))
     return text_reply(word::failed);
   Transaction transaction(service.database);
   if (!service.kudos.give(account.name, posting->id, value))
@@ -28,7 +28,7 @@ Reply give_kudos(Service &service, const Request &request, const Account &accoun
   return text_reply(word::ok);
 }
 
-/** The posting's kudos and those that the asking member gave to it. */
+/** The posting's kudos and those given by the requesting member. */
 Reply get_kudos(Service &service, const Request &request, const Account &account) {
   const std::optional<Posting> posting = service.postings.find(request.number("id"));
   if (!posting)
@@ -37,7 +37,7 @@ Reply get_kudos(Service &service, const Request &request, const Account &account
                     std::to_string(service.kudos.given(account.name, posting->id)));
 }
 
-/** Whether there is such a posting and, when one is named, such a reaction under it. */
+/** Whether the posting exists and, when a reaction is named, belongs to it. */
 bool exists(Service &service, std::int64_t posting, std::int64_t reaction) {
   if (reaction <= 0)
     return service.postings.find(posting).has_value();
@@ -48,7 +48,7 @@ bool exists(Service &service, std::int64_t posting, std::int64_t reaction) {
 void write_profile(XmlWriter &xml, const Profile &profile) {
   for (const ProfileField &field : profile_fields()) {
     if (const auto *text = std::get_if<std::string Profile::*>(&field.member)) {
-      // Readers take an element without a text for a failure.
+      // Clients treat an empty element as an error.
       if (!(profile.**text).empty())
         xml.element(field.name, profile.**text);
     } else {

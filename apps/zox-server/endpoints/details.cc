@@ -1,12 +1,12 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** One posting: as it is listed, and with its details. */
+/** A single posting: as listed in dumps, and with its details. */
 #include "zox-server/endpoints/endpoints.h"
 
 namespace velkor::server::endpoints {
 namespace {
 
-/** The posting that is asked for, unless it is gone. */
-std::optional<Posting> asked_posting(Service &service, const Request &request) {
+/** The requested posting, unless it was deleted or removed. */
+std::optional<Posting> requested_posting(Service &service, const Request &request) {
   std::optional<Posting> posting = service.postings.find(request.number("id"));
   return posting && posting->status > state_deleted ? posting : std::nullopt;
 }
@@ -14,7 +14,7 @@ std::optional<Posting> asked_posting(Service &service, const Request &request) {
 }  // namespace
 
 Reply find_posting(Service &service, const Request &request, const Account &) {
-  const std::optional<Posting> posting = asked_posting(service, request);
+  const std::optional<Posting> posting = requested_posting(service, request);
   if (!posting)
     return text_reply(word::not_found);
   XmlWriter xml("Post");
@@ -23,7 +23,7 @@ Reply find_posting(Service &service, const Request &request, const Account &) {
 }
 
 Reply posting_details(Service &service, const Request &request, const Account &) {
-  std::optional<Posting> posting = asked_posting(service, request);
+  std::optional<Posting> posting = requested_posting(service, request);
   if (!posting)
     return text_reply(word::not_found);
   ++posting->views;
@@ -32,7 +32,7 @@ Reply posting_details(Service &service, const Request &request, const Account &)
   xml.open("Post");
   write_posting(xml, *posting, true);
   xml.close();
-  // Readers need the posting before its tracks.
+  // Clients expect the posting before its tracks.
   write_tracks(xml, *posting);
   return xml_reply(xml.finish());
 }

@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * What the service answers, one function a path. The account is that of the member who asks; on
- * paths that are open to everyone it is empty.
+ * The endpoints, one function per path. `account` is the requesting member's; on paths that are
+ * open to everyone it is empty.
  */
 #ifndef ZOX_SERVER_ENDPOINTS_ENDPOINTS_H
 #define ZOX_SERVER_ENDPOINTS_ENDPOINTS_H
@@ -15,7 +15,7 @@ namespace velkor::server::endpoints {
 
 inline constexpr std::string_view dump_directory = "/3.7.3/dumps/";
 
-/** The words with which the service answers what needs no document. */
+/** One-word replies. */
 namespace word {
 inline constexpr const char *ok = "OK";
 inline constexpr const char *failed = "FAIL";

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The reactions under a posting: read and written. */
+/** Reading and writing the reactions to a posting. */
 #include <set>
 
 #include "zox-server/endpoints/endpoints.h"
@@ -15,7 +15,7 @@ enum Code {
   code_data = 4
 };
 
-constexpr std::size_t longest_body = 16 * 1024;
+constexpr std::size_t max_body_size = 16 * 1024;
 
 void write_data(XmlWriter &xml, Service &service, const Posting &posting, std::int64_t since) {
   xml.open_event(since > 0 ? code_data : code_data_whole);
@@ -40,7 +40,7 @@ void write_reaction(XmlWriter &xml, Service &service, const Reaction &reaction, 
   xml.close();
 }
 
-/** What the client has not seen is new to it, what it has seen has changed. */
+/** A reaction written after `since` is new to the client; an earlier one has changed. */
 void write_reactions(XmlWriter &xml, Service &service, const std::vector<Reaction> &reactions,
                      std::int64_t since) {
   for (const Reaction &reaction : reactions) {
@@ -52,7 +52,7 @@ void write_reactions(XmlWriter &xml, Service &service, const std::vector<Reactio
   }
 }
 
-/** Kudos count for the reactions before them only, so that they come last. */
+/** Clients apply kudos only to the reactions that precede them, so these come last. */
 void write_kudos(XmlWriter &xml, Service &service, const std::vector<Reaction> &reactions) {
   std::set<std::string> authors;
   for (const Reaction &reaction : reactions) {
@@ -65,14 +65,14 @@ void write_kudos(XmlWriter &xml, Service &service, const std::vector<Reaction> &
   }
 }
 
-/** The word that refuses a reaction, null when nothing speaks against it. */
-const char *refusal_of(Service &service, const Posting *posting, const Request &request) {
+/** The reply that rejects a reaction, null when it is acceptable. */
+const char *rejection_of(Service &service, const Posting *posting, const Request &request) {
   const std::string body = request.value("b");
   if (posting == nullptr || posting->status <= state_deleted)
     return word::not_found;
   if (posting->locked != 0)
     return word::locked;
-  if (body.empty() || body.size() > longest_body)
+  if (body.empty() || body.size() > max_body_size)
     return word::failed;
   const std::int64_t reply = request.number("r");
   const std::optional<Reaction> answered = service.forum.find(reply);
@@ -99,8 +99,8 @@ Reply react(Service &service, const Request &request, const Account &account) {
   if (request.value("m") != "add")
     return text_reply(word::failed);
   const std::optional<Posting> posting = service.postings.find(request.number("s"));
-  if (const char *refusal = refusal_of(service, posting ? &*posting : nullptr, request))
-    return text_reply(refusal);
+  if (const char *rejection = rejection_of(service, posting ? &*posting : nullptr, request))
+    return text_reply(rejection);
   Reaction reaction;
   reaction.posting = posting->id;
   reaction.author = account.name;

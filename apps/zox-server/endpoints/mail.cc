@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Private mail: check, fetch and write. */
+/** Private mail: check, read and write. */
 #include "zox-server/endpoints/endpoints.h"
 
 namespace velkor::server::endpoints {
@@ -8,7 +8,7 @@ namespace {
 enum Code { code_nothing = 0, code_received = 1 };
 
 Reply check(Service &service, const Account &account) {
-  return text_reply(service.mail.any_waiting(account.name) ? word::yes : word::no);
+  return text_reply(service.mail.has_waiting(account.name) ? word::yes : word::no);
 }
 
 void write_message(XmlWriter &xml, const Message &message) {
@@ -20,7 +20,7 @@ void write_message(XmlWriter &xml, const Message &message) {
   xml.close();
 }
 
-/** What is fetched is no longer kept. */
+/** Delivers the waiting messages and deletes them. */
 Reply read(Service &service, const Account &account) {
   XmlWriter xml("Mail");
   const std::vector<Message> messages = service.mail.take(account.name);
@@ -34,11 +34,11 @@ Reply read(Service &service, const Account &account) {
 }
 
 Reply write(Service &service, const Request &request, const Account &account) {
-  const std::optional<Account> addressee = service.accounts.find(request.value("to"));
-  if (!addressee)
+  const std::optional<Account> recipient = service.accounts.find(request.value("to"));
+  if (!recipient)
     return text_reply(word::not_found);
   service.mail.put(
-      {account.name, addressee->name, request.value("s"), request.value("b"), service.clock.now()});
+      {account.name, recipient->name, request.value("s"), request.value("b"), service.clock.now()});
   return text_reply(word::sent);
 }
 

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The member's own postings: an overview, and bringing one to everyone's notice again. */
+/** The member's own postings: listing them, and announcing one again. */
 #include <algorithm>
 #include <array>
 
@@ -8,7 +8,7 @@
 namespace velkor::server::endpoints {
 namespace {
 
-/** For so long the poster may still edit a posting. */
+/** How long the poster may edit a posting. */
 constexpr std::int64_t editable_seconds = 14 * 24 * 3600;
 
 constexpr std::array<std::string_view, 11> listed_fields{"Stamp",  "Title",   "Groups", "FName",
@@ -20,7 +20,7 @@ bool is_listed(const PostingField &field) {
 }
 
 bool can_edit(const Posting &posting, std::int64_t now) {
-  return posting.status > state_deleted && now - posting.stamp < editable_seconds;
+  return posting.status > state_deleted && posting.stamp > now - editable_seconds;
 }
 
 void write_own_posting(XmlWriter &xml, Service &service, const Posting &posting) {
@@ -46,7 +46,7 @@ Reply overview(Service &service, const Account &account) {
   return xml_reply(xml.finish());
 }
 
-/** The next update of every client tells the posting anew. */
+/** Announces the posting again in the next dump. */
 Reply refresh(Service &service, const Request &request, const Account &account) {
   std::optional<Posting> posting = service.postings.find(request.number("id"));
   if (!posting || posting->poster != account.name)

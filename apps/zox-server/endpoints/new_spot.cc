@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** A member posts a spot: the posting, then its description, signature and tracks. */
+/** Posting a spot, then adding its description, signature and tracks. */
 #include <algorithm>
 #include <array>
 
@@ -8,15 +8,15 @@
 namespace velkor::server::endpoints {
 namespace {
 
-constexpr std::size_t longest_title = 255;
+constexpr std::size_t max_title_size = 255;
 constexpr std::int64_t categories = 4;
-/** A title that was posted within this time is taken with a reservation. */
-constexpr std::int64_t repetition_seconds = 14 * 24 * 3600;
+/** A title posted again within this time is accepted as a possible duplicate. */
+constexpr std::int64_t duplicate_window_seconds = 14 * 24 * 3600;
 
 /** The first character of the reply to a new posting. */
 constexpr const char *refused = "C";
 constexpr const char *accepted = "1";
-constexpr const char *reserved = "0";
+constexpr const char *possible_duplicate = "0";
 
 struct FieldParameter {
   const char *parameter;
@@ -34,14 +34,14 @@ constexpr std::array field_parameters{
     FieldParameter{"tag", &Posting::tag},
 };
 
-/** The tags are sent without the one that tells the sub-category. */
-void complete_tags(Posting &posting) {
+/** Clients send the tags without the one for the sub-category. */
+void add_sub_category_tag(Posting &posting) {
   if (posting.sub_category >= 0)
     posting.tags = "a" + std::to_string(posting.sub_category) + "|" + posting.tags;
   posting.tags = join_list(split_list(posting.tags));
 }
 
-Posting sent_posting(const Request &request, const Account &account) {
+Posting posting_from(const Request &request, const Account &account) {
   Posting posting;
   for (const auto &[parameter, member] : field_parameters) {
     if (request.has(parameter))
@@ -49,31 +49,31 @@ Posting sent_posting(const Request &request, const Account &account) {
   }
   posting.groups = join_list(split_list(posting.groups));
   posting.poster = account.name;
-  complete_tags(posting);
+  add_sub_category_tag(posting);
   return posting;
 }
 
 bool is_acceptable(const Posting &posting) {
-  return !posting.title.empty() && posting.title.size() <= longest_title &&
+  return !posting.title.empty() && posting.title.size() <= max_title_size &&
          !posting.groups.empty() && posting.category >= 0 && posting.category < categories &&
          posting.status >= state_spot && posting.status <= state_uploading;
 }
 
 Reply add(Service &service, const Request &request, const Account &account) {
-  Posting posting = sent_posting(request, account);
+  Posting posting = posting_from(request, account);
   if (!is_acceptable(posting))
     return text_reply(refused);
   posting.stamp = service.change_stamp();
   posting.updated = posting.stamp;
   const bool repeated =
-      service.postings.has_title_since(posting.title, posting.stamp - repetition_seconds);
+      service.postings.has_title_since(posting.title, posting.stamp - duplicate_window_seconds);
   const std::int64_t id = service.postings.add(posting);
-  return text_reply((repeated ? reserved : accepted) + std::to_string(id));
+  return text_reply((repeated ? possible_duplicate : accepted) + std::to_string(id));
 }
 
-/** Sets one field of a posting of the member's own. */
-Reply complete(Service &service, const Account &account, std::int64_t id,
-               std::string Posting::*field, const std::string &value) {
+/** Sets one field of the member's own posting. */
+Reply set_own_field(Service &service, const Account &account, std::int64_t id,
+                    std::string Posting::*field, const std::string &value) {
   std::optional<Posting> posting = service.postings.find(id);
   if (!posting || posting->poster != account.name)
     return text_reply(word::failed);
@@ -86,9 +86,9 @@ Reply update(Service &service, const Request &request, const Account &account) {
   const std::string section = request.value("section");
   const std::int64_t id = request.number("id");
   if (section == "1")
-    return complete(service, account, id, &Posting::description, request.value("d"));
+    return set_own_field(service, account, id, &Posting::description, request.value("d"));
   if (section == "2")
-    return complete(service, account, id, &Posting::signature, request.value("sig"));
+    return set_own_field(service, account, id, &Posting::signature, request.value("sig"));
   return text_reply(word::failed);
 }
 
@@ -101,7 +101,8 @@ Reply new_spot(Service &service, const Request &request, const Account &account)
   if (mode == "upd")
     return update(service, request, account);
   if (mode == "mp3")
-    return complete(service, account, request.number("s"), &Posting::tracks, request.value("str"));
+    return set_own_field(service, account, request.number("s"), &Posting::tracks,
+                         request.value("str"));
   return text_reply(word::failed);
 }
 

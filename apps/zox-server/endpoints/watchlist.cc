@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The member's watchlist, kept with the service. */
+/** The member's watchlist, stored on the server. */
 #include "zox-server/endpoints/endpoints.h"
 #include "zox-server/support/numbers.h"
 
@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view mark = "*1";
 
-/** The id in "ID*1"; nothing when the text is anything else. */
+/** The id in "ID*1"; nothing when the text has another form. */
 std::optional<std::int64_t> marked_id(std::string_view text) {
   if (!text.ends_with(mark))
     return std::nullopt;

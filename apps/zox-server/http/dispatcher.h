@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** From a request to its reply: faults, admission, route, log. */
+/** Turns a request into its reply: faults, authorization, routing, logging. */
 #ifndef ZOX_SERVER_HTTP_DISPATCHER_H
 #define ZOX_SERVER_HTTP_DISPATCHER_H
 
@@ -17,10 +17,10 @@ struct Route;
 class Dispatcher {
 public:
   /**
-   * @param proxy who may use this server as a proxy; everyone when there is nobody named
-   * @param dumps_apart whether dumps are served at an address of their own only
+   * @param proxy who may use this server as a proxy; everyone without a value
+   * @param separate_dumps whether dumps are served only by a listener of their own
    */
-  Dispatcher(Service &service, std::optional<Credentials> proxy, bool dumps_apart);
+  Dispatcher(Service &service, std::optional<Credentials> proxy, bool separate_dumps);
 
   Reply answer(const Request &request) noexcept;
 
@@ -28,14 +28,14 @@ public:
   RequestLog log;
 
 private:
-  Reply answer_or_fail(const Request &request, RequestLog::Outcome &outcome);
-  Reply carry_out(const Request &request, const Route *route);
-  Reply admit(const Request &request, const Route &route);
+  Reply answer_or_throw(const Request &request, RequestLog::Outcome &outcome);
+  Reply execute(const Request &request, const Route *route);
+  Reply authorize(const Request &request, const Route &route);
   [[nodiscard]] bool may_use_proxy(const Request &request) const;
 
   Service &service_;
   std::optional<Credentials> proxy_;
-  bool dumps_apart_;
+  bool separate_dumps_;
 };
 
 }  // namespace velkor::server

@@ -12,12 +12,12 @@ namespace {
 
 constexpr std::string_view dump_type = "application/gzip";
 
-/** Puts a document in the place of the reply's: compressed where a dump was asked for. */
-void put_document(Reply &reply, std::string_view document) {
+/** Replaces the body by a document, compressed when the reply is a dump. */
+void replace_document(Reply &reply, std::string_view document) {
   reply.body = reply.type == dump_type ? gzip(document) : std::string(document);
 }
 
-/** Makes the body gzip data, be it a dump already or by a content encoding. */
+/** Makes sure that the body is gzip data: dumps already are, others get a content encoding. */
 void ensure_gzip(Reply &reply) {
   if (reply.type == dump_type)
     return;
@@ -57,7 +57,7 @@ void truncate_gzip(Reply &reply, const std::string &) {
 }
 void corrupt_gzip(Reply &reply, const std::string &) {
   ensure_gzip(reply);
-  // Behind the header, and the checksum at the end as well.
+  // Leaves the header intact but breaks the checksum.
   for (std::size_t at = reply.body.size() / 2; at < reply.body.size(); ++at)
     reply.body[at] = static_cast<char>(~reply.body[at]);
 }
@@ -67,10 +67,10 @@ void replace_gzip(Reply &reply, const std::string &) {
 }
 
 void break_xml(Reply &reply, const std::string &) {
-  put_document(reply, "<?xml version=\"1.0\"?>\n<Events><Event Code=\"1\"><PostID>1</Event>");
+  replace_document(reply, "<?xml version=\"1.0\"?>\n<Events><Event Code=\"1\"><PostID>1</Event>");
 }
 void change_root(Reply &reply, const std::string &) {
-  put_document(reply, "<?xml version=\"1.0\"?>\n<Onverwacht><Event Code=\"0\"/></Onverwacht>");
+  replace_document(reply, "<?xml version=\"1.0\"?>\n<Onverwacht><Event Code=\"0\"/></Onverwacht>");
 }
 void empty_body(Reply &reply, const std::string &) {
   reply.body.clear();
@@ -93,46 +93,43 @@ void entity_bomb(Reply &reply, const std::string &) {
       document += inner;
     document += "\">\n";
   }
-  put_document(reply, document + "]>\n<Events><Event Code=\"1\"><PostID>1</PostID>"
-                                 "<Title>&a12;</Title></Event></Events>");
+  replace_document(reply, document + "]>\n<Events><Event Code=\"1\"><PostID>1</PostID>"
+                                     "<Title>&a12;</Title></Event></Events>");
 }
 
 constexpr std::array kinds{
     FaultKind{"unauth", "the status word UNAUTH", false, status_word_unauth},
     FaultKind{"ban", "the status word BAN", false, status_word_ban},
-    FaultKind{"database", "the words \"Could not connect to the database\"", false,
+    FaultKind{"database", "the status word \"Could not connect to the database\"", false,
               status_word_database},
     FaultKind{"update", "the status word UPD", false, status_word_update},
-    FaultKind{"message", "the status word MSG and the argument as notice (\"Onderhoud\")", false,
-              status_word_message},
-    FaultKind{"close", "the connection is closed without an answer", false,
-              deliver<Delivery::close>},
-    FaultKind{"reset", "the connection is reset without an answer", false,
-              deliver<Delivery::reset>},
-    FaultKind{"stall", "no answer ever comes, the connection stays open", false,
+    FaultKind{"message", "the status word MSG with the argument as its notice (\"Onderhoud\")",
+              false, status_word_message},
+    FaultKind{"close", "the connection is closed without a reply", false, deliver<Delivery::close>},
+    FaultKind{"reset", "the connection is reset without a reply", false, deliver<Delivery::reset>},
+    FaultKind{"stall", "no reply is sent, the connection stays open", false,
               deliver<Delivery::stall>},
     FaultKind{"drop", "the connection is closed after half of the body", true,
               deliver<Delivery::drop>},
-    FaultKind{"drip", "the answer comes at as many bytes a second as the argument says (64)", true,
-              deliver_slowly},
-    FaultKind{"length-short", "Content-Length says half of what is sent", true,
+    FaultKind{"drip", "the reply is sent at ARGUMENT bytes per second (64)", true, deliver_slowly},
+    FaultKind{"length-short", "Content-Length is half of what is sent", true,
               deliver<Delivery::length_short>},
-    FaultKind{"length-long", "Content-Length says more than is sent before the connection closes",
+    FaultKind{"length-long", "Content-Length is more than is sent before the connection closes",
               true, deliver<Delivery::length_long>},
-    FaultKind{"gzip-truncated", "the compressed body ends half-way, as a complete answer", true,
-              truncate_gzip},
+    FaultKind{"gzip-truncated", "the compressed body is cut in half, but the reply is complete",
+              true, truncate_gzip},
     FaultKind{"gzip-corrupt", "the second half of the compressed body is garbage", true,
               corrupt_gzip},
-    FaultKind{"gzip-missing", "the body is said to be compressed and is not", true, replace_gzip},
+    FaultKind{"gzip-missing", "the body is declared as compressed but is not", true, replace_gzip},
     FaultKind{"xml-malformed", "a document that is not well-formed", true, break_xml},
-    FaultKind{"xml-root", "a document with another root element", true, change_root},
-    FaultKind{"xml-bomb", "a document whose entities grow to terabytes", true, entity_bomb},
+    FaultKind{"xml-root", "a document with a different root element", true, change_root},
+    FaultKind{"xml-bomb", "a document whose entities expand to terabytes", true, entity_bomb},
     FaultKind{"empty", "an empty body", true, empty_body},
     FaultKind{"redirect", "HTTP 302 to the argument (/elsewhere)", false, redirect},
     FaultKind{"error", "HTTP 500", false, internal_error},
 };
 
-bool meets(const Fault &fault, std::string_view path) {
+bool matches(const Fault &fault, std::string_view path) {
   if (fault.path == "*")
     return true;
   return fault.path.ends_with('/') ? path.starts_with(fault.path) : path == fault.path;
@@ -173,7 +170,7 @@ std::optional<Fault> parse_fault(const std::string &text) {
 
 std::optional<Fault> FaultList::take(std::string_view path) {
   const auto found =
-      std::ranges::find_if(faults_, [path](const Fault &fault) { return meets(fault, path); });
+      std::ranges::find_if(faults_, [path](const Fault &fault) { return matches(fault, path); });
   if (found == faults_.end())
     return std::nullopt;
   Fault fault = *found;

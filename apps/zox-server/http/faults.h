@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Faults that the service commits on request, so that clients can show what they make of them. */
+/** Faults that the server injects on request, to test how clients cope with them. */
 #ifndef ZOX_SERVER_HTTP_FAULTS_H
 #define ZOX_SERVER_HTTP_FAULTS_H
 
@@ -17,26 +17,26 @@ namespace velkor::server {
 struct FaultKind {
   const char *name;
   const char *description;
-  /** Whether the request is carried out before its reply is spoilt. */
-  bool carried_out;
-  /** Turns the reply (an empty one when the request is not carried out) into the faulty one. */
-  void (*spoil)(Reply &reply, const std::string &argument);
+  /** Whether the request is executed before the fault is applied to its reply. */
+  bool executes;
+  /** Turns the reply (an empty one when the request is not executed) into the faulty one. */
+  void (*apply)(Reply &reply, const std::string &argument);
 };
 
 std::span<const FaultKind> fault_kinds();
-/** The kind of that name, null when there is none. */
+/** The kind with that name, null when there is none. */
 const FaultKind *find_fault_kind(std::string_view name);
 
 struct Fault {
-  /** A path; one that ends with a slash stands for all below it, "*" for every path. */
+  /** A path; one that ends with a slash matches everything below it, "*" every path. */
   std::string path;
   const FaultKind *kind = nullptr;
-  /** How many requests it still meets; 0 for all. */
+  /** How many more requests it applies to; 0 for no limit. */
   std::int64_t times = 0;
   std::string argument;
 };
 
-/** Reads PATH=KIND[:TIMES[:ARGUMENT]]; nothing when it is not of that form. */
+/** Parses PATH=KIND[:TIMES[:ARGUMENT]]; nothing when the text has another form. */
 std::optional<Fault> parse_fault(const std::string &text);
 
 class FaultList {
@@ -44,7 +44,7 @@ public:
   void add(Fault fault) { faults_.push_back(std::move(fault)); }
   void clear() { faults_.clear(); }
   [[nodiscard]] const std::list<Fault> &all() const { return faults_; }
-  /** The first fault that meets a request of `path`; it is used up by one. */
+  /** The first fault that matches a request for `path`; uses it up by one. */
   std::optional<Fault> take(std::string_view path);
 
 private:

@@ -16,7 +16,7 @@ void release_uris(GSList *uris) {
 }
 using Uris = std::unique_ptr<GSList, ReleaseWith<release_uris>>;
 
-OwnedObject<GSocketAddress> socket_address(const std::string &address, unsigned port) {
+OwnedObject<GSocketAddress> parse_address(const std::string &address, unsigned port) {
   GSocketAddress *made = g_inet_socket_address_new_from_string(address.c_str(), port);
   if (made == nullptr)
     throw std::runtime_error(address + " is not an IP address");
@@ -29,7 +29,7 @@ std::string header_of(SoupServerMessage *message, const char *name) {
   return value == nullptr ? std::string() : value;
 }
 
-/** The user and the secret of a header "Basic ...". */
+/** The user and the secret in a "Basic ..." header. */
 std::optional<Credentials> credentials_in(const std::string &header) {
   constexpr std::string_view scheme = "Basic ";
   if (g_ascii_strncasecmp(header.c_str(), scheme.data(), scheme.size()) != 0)
@@ -44,7 +44,7 @@ std::optional<Credentials> credentials_in(const std::string &header) {
   return Credentials{text.substr(0, colon), text.substr(colon + 1)};
 }
 
-/** Whether the URL names the very address at which the request arrived. */
+/** Whether the URL names the address that received the request. */
 bool names_own_address(SoupServerMessage *message, GUri *uri) {
   auto *local =
       reinterpret_cast<GInetSocketAddress *>(soup_server_message_get_local_address(message));
@@ -56,8 +56,8 @@ bool names_own_address(SoupServerMessage *message, GUri *uri) {
 }
 
 /**
- * A proxy is asked by a whole URL. libsoup makes every target one, so that what tells is a header
- * that clients send to proxies only, or a host elsewhere.
+ * Requests to a proxy have an absolute URL as their target. libsoup makes every target absolute, so
+ * they are recognised by headers that only proxies get, or by a foreign host.
  */
 bool is_proxied(SoupServerMessage *message, GUri *uri) {
   return !header_of(message, "Proxy-Connection").empty() ||
@@ -72,17 +72,17 @@ std::string host_of(GUri *uri) {
   return port < 0 || port == default_port ? host : host + ":" + std::to_string(port);
 }
 
-/** The address from which the message came; without a socket (not over TCP) nothing. */
+/** The IP address of the client; empty when it is not connected over TCP. */
 std::string client_of(SoupServerMessage *message) {
   const char *host = soup_server_message_get_remote_host(message);
   return host == nullptr ? std::string() : host;
 }
 
-Request read_request(SoupServerMessage *message, Entrance entrance) {
+Request read_request(SoupServerMessage *message, Listener listener) {
   GUri *uri = soup_server_message_get_uri(message);
   const char *query = g_uri_get_query(uri);
   Request request;
-  request.entrance = entrance;
+  request.listener = listener;
   request.method = soup_server_message_get_method(message);
   request.url = OwnedText(g_uri_to_string_partial(uri, G_URI_HIDE_USERINFO)).get();
   request.host = host_of(uri);
@@ -108,13 +108,13 @@ void send_reply(SoupServerMessage *message, const Reply &reply) {
 
 }  // namespace
 
-HttpServer::HttpServer(Entrance entrance, const std::string &address, unsigned port,
+HttpServer::HttpServer(Listener listener, const std::string &address, unsigned port,
                        Handler handler)
-    : entrance_(entrance), handler_(std::move(handler)),
+    : listener_(listener), handler_(std::move(handler)),
       server_(soup_server_new("raw-paths", TRUE, "server-header", "zox-server", nullptr)) {
-  const OwnedObject<GSocketAddress> place = socket_address(address, port);
+  const OwnedObject<GSocketAddress> socket_address = parse_address(address, port);
   GError *error = nullptr;
-  soup_server_listen(server_.get(), place.get(), SoupServerListenOptions{}, &error);
+  soup_server_listen(server_.get(), socket_address.get(), SoupServerListenOptions{}, &error);
   if (const OwnedError failed{error})
     throw std::runtime_error("cannot listen on " + address + " port " + std::to_string(port) +
                              ": " + failed->message);
@@ -132,7 +132,7 @@ std::string HttpServer::url() const {
   return "http://" + host_of(uri);
 }
 
-/** Nothing here reads a request's body: it is not kept, however long it is. */
+/** No endpoint reads request bodies, so they are discarded as they arrive. */
 void HttpServer::prepare(SoupServer *, SoupServerMessage *message, const char *, GHashTable *,
                          gpointer) {
   soup_message_body_set_accumulate(soup_server_message_get_request_body(message), FALSE);
@@ -144,7 +144,7 @@ void HttpServer::handle(SoupServer *, SoupServerMessage *message, const char *, 
 }
 
 void HttpServer::answer(SoupServerMessage *message) {
-  const Request request = read_request(message, entrance_);
+  const Request request = read_request(message, listener_);
   const Reply reply = handler_(request);
   if (reply.delivery == Delivery::regular)
     send_reply(message, reply);
@@ -153,7 +153,7 @@ void HttpServer::answer(SoupServerMessage *message) {
 }
 
 void HttpServer::answer_raw(SoupServerMessage *message, const Reply &reply, bool head_only) {
-  raw_.remove_if([](const RawConnection &connection) { return connection.is_over(); });
+  raw_.remove_if([](const RawConnection &connection) { return connection.is_closed(); });
   raw_.emplace_back(message, reply, head_only);
 }
 

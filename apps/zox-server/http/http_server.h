@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** An address at which requests arrive: libsoup's server and what it cannot do by itself. */
+/** An HTTP listener: libsoup's server, and the faulty replies that it cannot send. */
 #ifndef ZOX_SERVER_HTTP_HTTP_SERVER_H
 #define ZOX_SERVER_HTTP_HTTP_SERVER_H
 
@@ -19,13 +19,13 @@ class HttpServer {
 public:
   using Handler = std::function<Reply(const Request &)>;
 
-  /** Starts to listen. @throws std::runtime_error when the address cannot be had */
-  HttpServer(Entrance entrance, const std::string &address, unsigned port, Handler handler);
+  /** Starts to listen. @throws std::runtime_error when the address is not available */
+  HttpServer(Listener listener, const std::string &address, unsigned port, Handler handler);
   ~HttpServer();
   HttpServer(const HttpServer &) = delete;
   HttpServer &operator=(const HttpServer &) = delete;
 
-  /** "http://ADDRESS:PORT", with the port that it really is. */
+  /** "http://ADDRESS:PORT", with the actual port. */
   [[nodiscard]] std::string url() const;
 
 private:
@@ -36,7 +36,7 @@ private:
   void answer(SoupServerMessage *message);
   void answer_raw(SoupServerMessage *message, const Reply &reply, bool head_only);
 
-  Entrance entrance_;
+  Listener listener_;
   Handler handler_;
   OwnedObject<SoupServer> server_;
   std::list<RawConnection> raw_;

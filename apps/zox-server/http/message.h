@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** A request as the endpoints see it and the reply that they give. */
+/** A request as the endpoints see it, and their reply. */
 #ifndef ZOX_SERVER_HTTP_MESSAGE_H
 #define ZOX_SERVER_HTTP_MESSAGE_H
 
@@ -21,38 +21,38 @@ struct Credentials {
   std::string secret;
 };
 
-/** The address at which a request arrived. */
-enum class Entrance { main, dumps, control };
+/** What a request was received by. */
+enum class Listener { main, dumps, control };
 
 struct Request {
-  Entrance entrance = Entrance::main;
+  Listener listener = Listener::main;
   std::string method;
-  /** The complete URL for which the client asked, credentials excluded. */
+  /** The complete URL that the client requested, without credentials. */
   std::string url;
   std::string host;
   std::string path;
   std::vector<Parameter> parameters;
   std::optional<Credentials> credentials;
   std::optional<Credentials> proxy_credentials;
-  /** Whether the target was a whole URL, as a proxy is asked. */
+  /** Whether the server was used as a proxy. */
   bool proxied = false;
   bool accepts_gzip = false;
-  /** Whether a page in a browser sent it rather than a program. */
+  /** Whether a web page sent it (it has an Origin header). */
   bool from_browser_page = false;
-  /** From where the request came, without its port. */
+  /** The IP address of the client, without the port. */
   std::string client_address;
 
   [[nodiscard]] bool has(std::string_view name) const { return find(name) != nullptr; }
-  /** The value of the last parameter of that name, empty when there is none. */
+  /** The value of the last parameter with that name, empty when there is none. */
   [[nodiscard]] std::string value(std::string_view name) const;
-  /** The decimal number with which that value starts, else 0. */
+  /** The decimal number at the start of that value, else 0. */
   [[nodiscard]] std::int64_t number(std::string_view name) const;
 
 private:
   [[nodiscard]] const Parameter *find(std::string_view name) const;
 };
 
-/** How the bytes of a reply go over the wire; all but the first break the rules of HTTP. */
+/** How a reply is sent; all but the first violate HTTP. */
 enum class Delivery {
   regular,
   close,         // closed without a byte
@@ -60,8 +60,8 @@ enum class Delivery {
   stall,         // nothing, but the connection stays open
   drop,          // closed after half of the body
   drip,          // a few bytes at a time
-  length_short,  // Content-Length says less than is sent
-  length_long,   // Content-Length says more than is sent
+  length_short,  // Content-Length is less than is sent
+  length_long,   // Content-Length is more than is sent
 };
 
 struct Reply {
@@ -70,16 +70,16 @@ struct Reply {
   std::string body;
   std::vector<Parameter> headers;
   Delivery delivery = Delivery::regular;
-  /** For a dripping reply. */
+  /** For Delivery::drip. */
   std::int64_t bytes_per_second = 0;
 };
 
 Reply text_reply(std::string body);
 Reply xml_reply(std::string document);
-/** A reply that is an HTTP failure, with its reason in the body. */
+/** An HTTP error with its reason as the body. */
 Reply failure(unsigned status, std::string reason);
 
-/** The parameters of an encoded query text, in order. */
+/** The parameters of an encoded query string, in order. */
 std::vector<Parameter> parse_query(std::string_view query);
 
 }  // namespace velkor::server

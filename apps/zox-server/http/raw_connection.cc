@@ -8,9 +8,9 @@
 namespace velkor::server {
 namespace {
 
-constexpr std::int64_t drips_per_second = 10;
+constexpr std::int64_t writes_per_second = 10;
 
-/** The head as it stands on the wire; its length may be a lie. */
+/** The status line and headers; the length may be wrong on purpose. */
 std::string head_of(const Reply &reply, std::size_t length) {
   std::string head = "HTTP/1.1 " + std::to_string(reply.status) + " " +
                      soup_status_get_phrase(reply.status) + "\r\nContent-Type: " + reply.type +
@@ -20,7 +20,7 @@ std::string head_of(const Reply &reply, std::size_t length) {
   return head + "\r\n";
 }
 
-/** Everything that goes over the wire. */
+/** Everything that is sent. */
 std::string bytes_of(const Reply &reply, bool head_only) {
   const std::size_t length = reply.body.size();
   const std::string body = head_only ? std::string() : reply.body;
@@ -38,8 +38,8 @@ std::string bytes_of(const Reply &reply, bool head_only) {
   }
 }
 
-/** Closing then resets the connection. */
-void abandon_unsent(GSocket *socket) {
+/** Makes close() reset the connection. */
+void reset_on_close(GSocket *socket) {
   const linger at_once{1, 0};
   setsockopt(g_socket_get_fd(socket), SOL_SOCKET, SO_LINGER, &at_once, sizeof at_once);
 }
@@ -52,7 +52,7 @@ RawConnection::RawConnection(SoupServerMessage *message, const Reply &reply, boo
       bytes_(bytes_of(reply, head_only)), bytes_at_once_(bytes_.size()) {
   g_socket_set_blocking(socket_.get(), FALSE);
   if (reply.delivery == Delivery::reset)
-    abandon_unsent(socket_.get());
+    reset_on_close(socket_.get());
   event_ = first_event(reply);
 }
 
@@ -62,12 +62,13 @@ RawConnection::~RawConnection() {
 
 EventSource RawConnection::first_event(const Reply &reply) {
   if (reply.delivery == Delivery::stall)
-    return EventSource::socket(socket_.get(), G_IO_IN, [this] { return wait_for_end(); });
+    return EventSource::socket(socket_.get(), G_IO_IN, [this] { return discard_input(); });
   if (reply.delivery != Delivery::drip)
     return EventSource::socket(socket_.get(), G_IO_OUT, [this] { return write_some(); });
-  const std::int64_t drips = std::clamp<std::int64_t>(reply.bytes_per_second, 1, drips_per_second);
-  bytes_at_once_ = static_cast<std::size_t>(reply.bytes_per_second / drips);
-  return EventSource::timer(static_cast<unsigned>(1000 / drips), [this] { return write_some(); });
+  const std::int64_t writes =
+      std::clamp<std::int64_t>(reply.bytes_per_second, 1, writes_per_second);
+  bytes_at_once_ = static_cast<std::size_t>(reply.bytes_per_second / writes);
+  return EventSource::timer(static_cast<unsigned>(1000 / writes), [this] { return write_some(); });
 }
 
 bool RawConnection::write_some() {
@@ -81,7 +82,7 @@ bool RawConnection::write_some() {
   return sent_ < bytes_.size() || close();
 }
 
-bool RawConnection::wait_for_end() {
+bool RawConnection::discard_input() {
   char byte = 0;
   return g_socket_receive(socket_.get(), &byte, 1, nullptr, nullptr) > 0 || close();
 }

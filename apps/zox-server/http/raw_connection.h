@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Sends a reply that breaks the rules of HTTP, over a connection taken from the server's hands. */
+/** Sends a reply that violates HTTP over a connection taken over from libsoup. */
 #ifndef ZOX_SERVER_HTTP_RAW_CONNECTION_H
 #define ZOX_SERVER_HTTP_RAW_CONNECTION_H
 
@@ -16,20 +16,19 @@ namespace velkor::server {
 
 class RawConnection {
 public:
-  /** Begins to answer as `reply.delivery` says; without its body when `head_only`. */
+  /** Starts sending as `reply.delivery` says; without the body when `head_only`. */
   RawConnection(SoupServerMessage *message, const Reply &reply, bool head_only);
   ~RawConnection();
   RawConnection(const RawConnection &) = delete;
   RawConnection &operator=(const RawConnection &) = delete;
 
-  /** Whether the connection is closed. */
-  [[nodiscard]] bool is_over() const { return g_socket_is_closed(socket_.get()) != 0; }
+  [[nodiscard]] bool is_closed() const { return g_socket_is_closed(socket_.get()) != 0; }
 
 private:
   [[nodiscard]] EventSource first_event(const Reply &reply);
   bool write_some();
-  bool wait_for_end();
-  /** @return false, so that no event follows */
+  bool discard_input();
+  /** @return false, which ends the event source */
   bool close();
 
   OwnedObject<GSocket> socket_;

@@ -6,8 +6,8 @@
 namespace velkor::server {
 namespace {
 
-/** Keeps that there were credentials, not which. */
-void forget_secrets(Request &request, std::string_view hidden_parameter) {
+/** Keeps whether there were credentials, but not their values. */
+void remove_secrets(Request &request, std::string_view hidden_parameter) {
   request.url.clear();
   if (request.credentials)
     request.credentials = Credentials();
@@ -32,7 +32,7 @@ void write_request(JsonWriter &json, const Request &request) {
   json.member("method", request.method).member("path", request.path);
   write_parameters(json, request);
   json.member("host", request.host)
-      .member("entrance", request.entrance == Entrance::dumps ? "dumps" : "main")
+      .member("listener", request.listener == Listener::dumps ? "dumps" : "main")
       .member("credentials", request.credentials.has_value())
       .member("proxied", request.proxied)
       .member("proxyCredentials", request.proxy_credentials.has_value());
@@ -42,7 +42,7 @@ void write_request(JsonWriter &json, const Request &request) {
 
 void RequestLog::add(const Request &request, const Outcome &outcome) {
   entries_.push_back({request, outcome.status, outcome.fault});
-  forget_secrets(entries_.back().request, outcome.hidden_parameter);
+  remove_secrets(entries_.back().request, outcome.hidden_parameter);
   if (entries_.size() > capacity)
     entries_.pop_front();
 }

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** What was asked lately, without any credentials. */
+/** The latest requests, without credentials. */
 #ifndef ZOX_SERVER_HTTP_REQUEST_LOG_H
 #define ZOX_SERVER_HTTP_REQUEST_LOG_H
 
@@ -14,9 +14,9 @@ class RequestLog {
 public:
   struct Outcome {
     unsigned status = 0;
-    /** The name of the fault that was committed, empty for none. */
+    /** The kind of the injected fault, empty for none. */
     std::string fault;
-    /** A parameter whose value is not kept, if any. */
+    /** A parameter whose value is not logged, empty for none. */
     std::string_view hidden_parameter;
   };
 
@@ -31,7 +31,7 @@ private:
     unsigned status;
     std::string fault;
   };
-  /** A server that runs for weeks forgets the oldest. */
+  /** The oldest entries are dropped, so that a long-running server does not grow. */
   static constexpr std::size_t capacity = 10000;
 
   std::deque<Entry> entries_;

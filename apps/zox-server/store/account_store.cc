@@ -30,11 +30,11 @@ std::string definition() {
   return sql + ")";
 }
 
-/** "Stamp, Rank, ..." with `behind` behind each name. */
-std::string columns(const char *behind = "") {
+/** "Stamp, Rank, ..." with `suffix` after each name. */
+std::string columns(const char *suffix = "") {
   std::string list;
   for (const ProfileField &field : fields)
-    list += std::string(list.empty() ? "" : ", ") + field.name + behind;
+    list += std::string(list.empty() ? "" : ", ") + field.name + suffix;
   return list;
 }
 
@@ -108,12 +108,37 @@ std::int64_t AccountStore::count() {
   return database_.number("SELECT count(*) FROM account");
 }
 
-void AccountStore::seen(const std::string &name, std::int64_t now) {
+void AccountStore::mark_seen(const std::string &name, std::int64_t now) {
   database_.run("UPDATE account SET seen = ? WHERE name = ?", now, name);
 }
 
 std::int64_t AccountStore::seen_since(std::int64_t since) {
   return database_.number("SELECT count(*) FROM account WHERE seen >= ?", since);
+}
+
+AddressStore::AddressStore(Database &database) : database_(database) {
+  database_.execute("CREATE TABLE IF NOT EXISTS address (address TEXT PRIMARY KEY,"
+                    " banned INTEGER NOT NULL DEFAULT 0, seen INTEGER NOT NULL DEFAULT 0)");
+}
+
+void AddressStore::ban(const std::string &address, bool banned) {
+  database_.run("INSERT INTO address (address, banned) VALUES (?1, ?2)"
+                " ON CONFLICT (address) DO UPDATE SET banned = ?2",
+                address, banned);
+}
+
+bool AddressStore::is_banned(const std::string &address) {
+  return database_.number("SELECT banned FROM address WHERE address = ?", address) != 0;
+}
+
+void AddressStore::mark_seen(const std::string &address, std::int64_t now) {
+  database_.run("INSERT INTO address (address, seen) VALUES (?1, ?2)"
+                " ON CONFLICT (address) DO UPDATE SET seen = ?2",
+                address, now);
+}
+
+std::int64_t AddressStore::last_seen(const std::string &address) {
+  return database_.number("SELECT seen FROM address WHERE address = ?", address);
 }
 
 }  // namespace velkor::server

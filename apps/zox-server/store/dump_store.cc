@@ -22,7 +22,7 @@ std::string events_document(const std::vector<Posting> &postings) {
   return xml.finish();
 }
 
-/** Number, time and checksum: the same name can only mean the same content. */
+/** Number, time and checksum, so that a name always means the same content. */
 std::string name_of(std::int64_t number, std::int64_t stamp, std::string_view content) {
   const uLong sum = crc32_z(0, reinterpret_cast<const Bytef *>(content.data()), content.size());
   std::array<char, 64> name{};
@@ -44,30 +44,30 @@ DumpStore::DumpStore(Database &database, PostingStore &postings, std::int64_t po
                     " content BLOB NOT NULL)");
 }
 
-void DumpStore::seal() {
+void DumpStore::publish() {
   Transaction transaction(database_);
   std::vector<Posting> batch;
   postings_.each_waiting([&](const Posting &posting) {
     batch.push_back(posting);
     if (std::ssize(batch) < postings_per_dump_)
       return;
-    keep(batch);
+    add(batch);
     batch.clear();
   });
   if (!batch.empty())
-    keep(batch);
-  postings_.all_told();
+    add(batch);
+  postings_.mark_published();
   transaction.commit();
 }
 
-void DumpStore::keep(const std::vector<Posting> &postings) {
+void DumpStore::add(const std::vector<Posting> &postings) {
   const std::int64_t stamp = std::max(latest_change(postings), latest_stamp() + 1);
   const std::string document = events_document(postings);
   database_.run("INSERT INTO dump (name, stamp, content) VALUES (?, ?, ?)",
                 name_of(count() + 1, stamp, document), stamp, Blob{gzip(document)});
 }
 
-std::vector<Dump> DumpStore::later_than(std::int64_t stamp, std::int64_t limit) {
+std::vector<Dump> DumpStore::newer_than(std::int64_t stamp, std::int64_t limit) {
   std::vector<Dump> dumps;
   Statement statement =
       database_.prepare("SELECT name, stamp FROM dump WHERE stamp > ? ORDER BY stamp LIMIT ?");

@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * The dumps: compressed Events documents of a bounded number of postings each. A dump never
- * changes; what happened since the last one goes into the next.
+ * The dumps: compressed Events documents with a limited number of postings each. A dump never
+ * changes; later changes go into the next one.
  */
 #ifndef ZOX_SERVER_STORE_DUMP_STORE_H
 #define ZOX_SERVER_STORE_DUMP_STORE_H
@@ -17,7 +17,7 @@ namespace velkor::server {
 
 struct Dump {
   std::string name;
-  /** Later than that of every earlier dump and not before any change that it tells. */
+  /** Later than the stamp of every earlier dump, and not before any change in this one. */
   std::int64_t stamp;
 };
 
@@ -25,18 +25,18 @@ class DumpStore {
 public:
   DumpStore(Database &database, PostingStore &postings, std::int64_t postings_per_dump);
 
-  /** Writes the waiting postings into new dumps. */
-  void seal();
-  /** The dumps later than `stamp`, the earliest first, `limit` of them at most. */
-  [[nodiscard]] std::vector<Dump> later_than(std::int64_t stamp, std::int64_t limit);
+  /** Publishes the waiting postings in new dumps. */
+  void publish();
+  /** At most `limit` dumps newer than `stamp`, the oldest first. */
+  [[nodiscard]] std::vector<Dump> newer_than(std::int64_t stamp, std::int64_t limit);
   /** The stamp of the latest dump, 0 when there is none. */
   [[nodiscard]] std::int64_t latest_stamp();
-  /** The compressed bytes; nothing when no dump has that name. */
+  /** The compressed content; nothing when no dump has that name. */
   [[nodiscard]] std::optional<std::string> content(const std::string &name);
   [[nodiscard]] std::int64_t count();
 
 private:
-  void keep(const std::vector<Posting> &postings);
+  void add(const std::vector<Posting> &postings);
 
   Database &database_;
   PostingStore &postings_;

@@ -14,7 +14,7 @@ Reaction read_reaction(const Statement &row) {
           row.integer(4), row.integer(5), row.integer(6), row.integer(7)};
 }
 
-/** Makes the table before the first statement on it is prepared. */
+/** Creates the table, which must exist before statements on it are prepared. */
 Database &with_table(Database &database) {
   database.execute("CREATE TABLE IF NOT EXISTS reaction (id INTEGER PRIMARY KEY,"
                    " posting INTEGER NOT NULL, author TEXT NOT NULL, body TEXT NOT NULL,"

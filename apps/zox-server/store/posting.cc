@@ -10,35 +10,35 @@ namespace velkor::server {
 namespace {
 
 constexpr std::array fields{
-    PostingField{"PostID", &Posting::id, Told::everywhere},
-    PostingField{"Stamp", &Posting::stamp, Told::everywhere},
-    PostingField{"Updated", &Posting::updated, Told::everywhere},
-    PostingField{"Status", &Posting::status, Told::everywhere},
-    PostingField{"FName", &Posting::file_name, Told::everywhere},
-    PostingField{"Title", &Posting::title, Told::everywhere},
-    PostingField{"Groups", &Posting::groups, Told::everywhere},
-    PostingField{"Poster", &Posting::poster, Told::everywhere},
-    PostingField{"Link", &Posting::link, Told::everywhere},
-    PostingField{"Cat", &Posting::category, Told::everywhere},
-    PostingField{"SCat", &Posting::sub_category, Told::everywhere},
-    PostingField{"Tags", &Posting::tags, Told::everywhere},
-    PostingField{"Tag", &Posting::tag, Told::everywhere},
-    PostingField{"Rating", &Posting::rating, Told::everywhere},
-    PostingField{"Ann", &Posting::announcement, Told::in_details},
-    PostingField{"Des", &Posting::description, Told::in_details},
-    PostingField{"Sig", &Posting::signature, Told::in_details},
-    PostingField{"FType", &Posting::file_type, Told::in_details},
-    PostingField{"Files", &Posting::files, Told::in_details},
-    PostingField{"FStart", &Posting::file_start, Told::in_details},
-    PostingField{"Img", &Posting::image, Told::in_details},
-    PostingField{"ParType", &Posting::par_type, Told::in_forum},
-    PostingField{"Pars", &Posting::pars, Told::in_forum},
-    PostingField{"BlockSize", &Posting::block_size, Told::in_forum},
-    PostingField{"View", &Posting::views, Told::in_forum},
-    PostingField{"Kudos", &Posting::kudos, Told::in_forum},
-    PostingField{"Locked", &Posting::locked, Told::in_forum},
-    PostingField{"Reason", &Posting::reason, Told::in_forum},
-    PostingField{"Tracks", &Posting::tracks, Told::nowhere},
+    PostingField{"PostID", &Posting::id, Visibility::everywhere},
+    PostingField{"Stamp", &Posting::stamp, Visibility::everywhere},
+    PostingField{"Updated", &Posting::updated, Visibility::everywhere},
+    PostingField{"Status", &Posting::status, Visibility::everywhere},
+    PostingField{"FName", &Posting::file_name, Visibility::everywhere},
+    PostingField{"Title", &Posting::title, Visibility::everywhere},
+    PostingField{"Groups", &Posting::groups, Visibility::everywhere},
+    PostingField{"Poster", &Posting::poster, Visibility::everywhere},
+    PostingField{"Link", &Posting::link, Visibility::everywhere},
+    PostingField{"Cat", &Posting::category, Visibility::everywhere},
+    PostingField{"SCat", &Posting::sub_category, Visibility::everywhere},
+    PostingField{"Tags", &Posting::tags, Visibility::everywhere},
+    PostingField{"Tag", &Posting::tag, Visibility::everywhere},
+    PostingField{"Rating", &Posting::rating, Visibility::everywhere},
+    PostingField{"Ann", &Posting::announcement, Visibility::details},
+    PostingField{"Des", &Posting::description, Visibility::details},
+    PostingField{"Sig", &Posting::signature, Visibility::details},
+    PostingField{"FType", &Posting::file_type, Visibility::details},
+    PostingField{"Files", &Posting::files, Visibility::details},
+    PostingField{"FStart", &Posting::file_start, Visibility::details},
+    PostingField{"Img", &Posting::image, Visibility::details},
+    PostingField{"ParType", &Posting::par_type, Visibility::forum},
+    PostingField{"Pars", &Posting::pars, Visibility::forum},
+    PostingField{"BlockSize", &Posting::block_size, Visibility::forum},
+    PostingField{"View", &Posting::views, Visibility::forum},
+    PostingField{"Kudos", &Posting::kudos, Visibility::forum},
+    PostingField{"Locked", &Posting::locked, Visibility::forum},
+    PostingField{"Reason", &Posting::reason, Visibility::forum},
+    PostingField{"Tracks", &Posting::tracks, Visibility::internal},
 };
 
 using Number = std::int64_t Posting::*;
@@ -76,14 +76,14 @@ void write_field(XmlWriter &xml, const Posting &posting, const PostingField &fie
 
 void write_posting(XmlWriter &xml, const Posting &posting, bool details) {
   for (const PostingField &field : fields) {
-    if (field.told == Told::everywhere || (details && field.told == Told::in_details))
+    if (field.visibility == Visibility::everywhere || (details && field.visibility == Visibility::details))
       write_field(xml, posting, field);
   }
 }
 
 void write_forum_data(XmlWriter &xml, const Posting &posting) {
   for (const PostingField &field : fields) {
-    if (field.told == Told::in_forum)
+    if (field.visibility == Visibility::forum)
       write_field(xml, posting, field);
   }
 }

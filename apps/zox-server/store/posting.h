@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** One posting as the service keeps it, with the one table of its fields. */
+/** A posting as the service stores it, and the table of its fields. */
 #ifndef ZOX_SERVER_STORE_POSTING_H
 #define ZOX_SERVER_STORE_POSTING_H
 
@@ -13,7 +13,7 @@
 
 namespace velkor::server {
 
-/** The states that the service itself gives to a posting. */
+/** The states of a posting. */
 enum PostingState : std::int64_t {
   state_removed = -3,
   state_deleted = -2,
@@ -56,45 +56,45 @@ struct Posting {
   std::string tracks;  // joined by track_separator
 };
 
-/** Stands between the tracks of a posting, in requests and in the database. */
+/** Separates the tracks of a posting, in requests and in the database. */
 inline constexpr std::string_view track_separator = "|ZOX|";
 
-/** Which replies tell a field. */
-enum class Told {
-  everywhere,  // dumps, findpost and details
-  in_details,  // details only
-  in_forum,    // the data event of the forum
-  nowhere,     // in a form of its own
+/** Which replies include a field. */
+enum class Visibility {
+  everywhere,  // dumps, xml-findpost.php and xml-posts.php
+  details,     // xml-posts.php only
+  forum,       // the data event of the forum
+  internal,    // written in a form of its own
 };
 
 using PostingMember = std::variant<std::int64_t Posting::*, std::string Posting::*>;
 
 struct PostingField {
-  /** The name of the element and of the column. */
+  /** The name of the XML element and of the database column. */
   const char *name;
   PostingMember member;
-  Told told;
+  Visibility visibility;
 };
 
 std::span<const PostingField> posting_fields();
-/** The field of that name, compared exactly; null when there is none. */
+/** The field with that name (case-sensitive), null when there is none. */
 const PostingField *posting_field(std::string_view name);
 
-/** Sets a field from a text. */
+/** Sets a field from its text form. */
 void set_field(Posting &posting, PostingMember member, const std::string &value);
 
-/** Writes the field, unless it is an empty text or a sub-category that is not known. */
+/** Writes the field, unless it is an empty text or an unknown sub-category. */
 void write_field(XmlWriter &xml, const Posting &posting, const PostingField &field);
-/** Writes the fields that are told `everywhere`, and with `details` also those. */
+/** Writes the fields that are visible everywhere, and with `details` those of the details. */
 void write_posting(XmlWriter &xml, const Posting &posting, bool details);
-/** Writes the fields that belong to the forum's data event. */
+/** Writes the fields of the forum's data event. */
 void write_forum_data(XmlWriter &xml, const Posting &posting);
-/** Writes the element "MP3" when the posting has tracks. */
+/** Writes the element "MP3" if the posting has tracks. */
 void write_tracks(XmlWriter &xml, const Posting &posting);
 
-/** The pieces of a "|"-separated text that are not empty. */
+/** The non-empty items of a "|"-separated text. */
 std::vector<std::string> split_list(std::string_view text);
-/** The stored form: "|" before, between and after the items; empty without items. */
+/** The stored form: "|" before, between and after the items; empty without any. */
 std::string join_list(std::span<const std::string> items);
 
 }  // namespace velkor::server

@@ -7,7 +7,7 @@ namespace {
 using Number = std::int64_t Posting::*;
 using Text = std::string Posting::*;
 
-/** The fields after the first, which is the key. */
+/** All fields but the first, which is the key. */
 std::span<const PostingField> plain_fields() {
   return posting_fields().subspan(1);
 }
@@ -73,7 +73,7 @@ Posting read_posting(const Statement &row) {
   return posting;
 }
 
-/** Makes the table before the first statement on it is prepared. */
+/** Creates the table, which must exist before statements on it are prepared. */
 Database &with_table(Database &database) {
   database.execute(definition().c_str());
   return database;
@@ -154,8 +154,31 @@ void PostingStore::each_waiting(const std::function<void(const Posting &)> &visi
     visit(read_posting(statement));
 }
 
-void PostingStore::all_told() {
+void PostingStore::mark_published() {
   database_.execute("UPDATE posting SET waiting = 0 WHERE waiting = 1");
+}
+
+GroupStore::GroupStore(Database &database) : database_(database) {
+  database_.execute("CREATE TABLE IF NOT EXISTS newsgroup (id INTEGER PRIMARY KEY,"
+                    " name TEXT NOT NULL UNIQUE, stamp INTEGER NOT NULL)");
+}
+
+std::int64_t GroupStore::add(const std::string &name, std::int64_t stamp) {
+  database_.run("INSERT OR IGNORE INTO newsgroup (name, stamp) VALUES (?, ?)", name, stamp);
+  return database_.number("SELECT id FROM newsgroup WHERE name = ?", name);
+}
+
+std::vector<Group> GroupStore::newer_than(std::int64_t stamp) {
+  std::vector<Group> groups;
+  Statement statement =
+      database_.prepare("SELECT id, name FROM newsgroup WHERE stamp > ? ORDER BY id");
+  for (statement.bind(stamp); statement.step();)
+    groups.push_back({statement.integer(0), statement.text(1)});
+  return groups;
+}
+
+std::int64_t GroupStore::count() {
+  return database_.number("SELECT count(*) FROM newsgroup");
 }
 
 }  // namespace velkor::server

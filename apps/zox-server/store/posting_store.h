@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** All postings. A new or changed one waits until a dump tells of it. */
+/** Postings and newsgroups. A new or changed posting waits to be published in a dump. */
 #ifndef ZOX_SERVER_STORE_POSTING_STORE_H
 #define ZOX_SERVER_STORE_POSTING_STORE_H
 
@@ -16,20 +16,20 @@ class PostingStore {
 public:
   explicit PostingStore(Database &database);
 
-  /** Adds a posting under a new id. @return the id */
+  /** Adds a posting with a new id. @return the id */
   std::int64_t add(const Posting &posting);
-  /** Replaces the posting of that id; with `announce` the next dump tells of it. */
+  /** Replaces the posting with that id; with `announce` the next dump includes it. */
   void replace(const Posting &posting, bool announce = true);
   [[nodiscard]] std::optional<Posting> find(std::int64_t id);
-  /** The postings of a poster, the latest first. */
+  /** The postings by a poster, the latest first. */
   [[nodiscard]] std::vector<Posting> by(const std::string &poster);
   [[nodiscard]] std::int64_t count_by(const std::string &poster);
-  /** The kudos of all postings of a poster. */
+  /** The total kudos of all postings by a poster. */
   [[nodiscard]] std::int64_t kudos_of(const std::string &poster);
-  /** Whether a posting of that title was made at or after `stamp`. */
+  /** Whether a posting with that title was made at or after `stamp`. */
   [[nodiscard]] bool has_title_since(const std::string &title, std::int64_t stamp);
 
-  /** The ids of all postings that are neither deleted nor removed, ascending. */
+  /** The ids of all postings that are neither deleted nor removed, in ascending order. */
   [[nodiscard]] std::vector<std::int64_t> live_ids();
 
   [[nodiscard]] std::int64_t count();
@@ -37,11 +37,32 @@ public:
   [[nodiscard]] std::int64_t waiting();
   /** Calls `visit` for each waiting posting, the oldest change first. */
   void each_waiting(const std::function<void(const Posting &)> &visit);
-  void all_told();
+  /** Ends the waiting of all postings. */
+  void mark_published();
 
 private:
   Database &database_;
   Statement insert_;
+};
+
+/** A newsgroup; postings refer to it by its number. */
+struct Group {
+  std::int64_t id;
+  std::string name;
+};
+
+class GroupStore {
+public:
+  explicit GroupStore(Database &database);
+
+  /** Adds a newsgroup, known since `stamp`, unless it exists. @return its number */
+  std::int64_t add(const std::string &name, std::int64_t stamp);
+  /** The newsgroups that became known after `stamp`, ordered by number. */
+  [[nodiscard]] std::vector<Group> newer_than(std::int64_t stamp);
+  [[nodiscard]] std::int64_t count();
+
+private:
+  Database &database_;
 };
 
 }  // namespace velkor::server

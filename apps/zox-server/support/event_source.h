@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Something that the main loop calls for as long as this object lives. */
+/** An event source of the main loop, removed with this object. */
 #ifndef ZOX_SERVER_SUPPORT_EVENT_SOURCE_H
 #define ZOX_SERVER_SUPPORT_EVENT_SOURCE_H
 
@@ -10,7 +10,7 @@
 
 namespace velkor::server {
 
-/** Is not called any more once it has returned false. */
+/** Returns false to remove the source. */
 using EventAction = std::function<bool()>;
 
 class EventSource {

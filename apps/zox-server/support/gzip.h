@@ -7,7 +7,7 @@
 
 namespace velkor::server {
 
-/** `content` in gzip form. The same content gives the same bytes. */
+/** Compresses `content` to gzip. The same content gives the same bytes. */
 std::string gzip(std::string_view content);
 
 }  // namespace velkor::server

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Writes a JSON document piece by piece. */
+/** Writes a JSON document incrementally. */
 #ifndef ZOX_SERVER_SUPPORT_JSON_H
 #define ZOX_SERVER_SUPPORT_JSON_H
 
@@ -35,7 +35,7 @@ public:
     return name(member_name).value(member_value);
   }
 
-  /** @return the whole document with a line end */
+  /** @return the whole document, ending with a newline */
   std::string finish();
 
 private:

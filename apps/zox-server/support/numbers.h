@@ -9,14 +9,14 @@
 
 namespace velkor::server {
 
-/** The decimal number with which a text starts; 0 without one. */
+/** The decimal number at the start of a text; 0 when there is none or it is out of range. */
 inline std::int64_t leading_number(std::string_view text) {
   std::int64_t number = 0;
   std::from_chars(text.data(), text.data() + text.size(), number);
   return number;
 }
 
-/** The number that the whole text is; nothing when it is anything else. */
+/** The decimal number that makes up the whole text; nothing otherwise. */
 inline std::optional<std::int64_t> whole_number(std::string_view text) {
   std::int64_t number = 0;
   const char *end = text.data() + text.size();

@@ -25,7 +25,7 @@ Statement::Statement(sqlite3 *database, std::string_view sql) {
 }
 
 Statement &Statement::append(std::string_view text) {
-  // A text without bytes is empty, not null.
+  // A null pointer would bind NULL instead of an empty text.
   const char *start = text.data() == nullptr ? "" : text.data();
   check(sqlite3_bind_text(handle_.get(), ++bound_, start, length_of(text), SQLITE_TRANSIENT));
   return *this;
@@ -105,7 +105,7 @@ Transaction::~Transaction() {
   try {
     database_.execute("ROLLBACK TO change; RELEASE change");
   } catch (const DatabaseError &) {
-    // SQLite has rolled back by itself.
+    // SQLite has already rolled back.
   }
 }
 

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** SQLite behind owners: every failure is a DatabaseError. */
+/** RAII wrappers of SQLite; every failure throws DatabaseError. */
 #ifndef ZOX_SERVER_SUPPORT_SQLITE_H
 #define ZOX_SERVER_SUPPORT_SQLITE_H
 
@@ -20,24 +20,24 @@ class DatabaseError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/** Bytes that are stored as they are, not as a text. */
+/** Bytes that are stored as a blob rather than as text. */
 struct Blob {
   std::string_view bytes;
 };
 
-/** A prepared statement; placeholders and columns are taken in order. */
+/** A prepared statement; placeholders are bound in order. */
 class Statement {
 public:
   Statement(sqlite3 *database, std::string_view sql);
 
-  /** Starts over with new values for all placeholders. */
+  /** Resets the statement and binds all placeholders. */
   template <typename... Values>
   Statement &bind(const Values &...values) {
     reset();
     (append(values), ...);
     return *this;
   }
-  /** One more value; for statements whose placeholders are filled in a loop. */
+  /** Binds the next placeholder, for use in a loop. */
   Statement &append(std::string_view text);
   Statement &append(Blob blob);
   template <std::integral Number>
@@ -46,9 +46,9 @@ public:
   }
   void reset();
 
-  /** @return whether there is a row to look at */
+  /** @return whether there is a row to read */
   bool step();
-  /** Carries the statement out to its end. */
+  /** Executes the statement to its end. */
   void run();
 
   [[nodiscard]] std::int64_t integer(int column) const;
@@ -63,14 +63,14 @@ private:
   int bound_ = 0;
 };
 
-/** One connection to a database; it belongs to one thread. */
+/** A connection to a database, for one thread only. */
 class Database {
 public:
-  /** Opens `file`, making it when needed; ":memory:" keeps everything in memory. */
+  /** Opens `file`, creating it when needed; ":memory:" keeps everything in memory. */
   explicit Database(const std::string &file);
 
   [[nodiscard]] Statement prepare(std::string_view sql) { return {handle_.get(), sql}; }
-  /** Carries out statements without placeholders. */
+  /** Executes statements without placeholders. */
   void execute(const char *sql);
 
   template <typename... Values>
@@ -91,7 +91,7 @@ private:
   std::unique_ptr<sqlite3, ReleaseWith<sqlite3_close_v2>> handle_;
 };
 
-/** Everything between its start and commit() happens, or nothing. May be nested. */
+/** Rolls back in its destructor unless commit() was called. May be nested. */
 class Transaction {
 public:
   explicit Transaction(Database &database);

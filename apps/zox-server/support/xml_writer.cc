@@ -21,7 +21,7 @@ bool is_forbidden_control(char character) {
   return code < 0x20 && character != '\t' && character != '\n' && character != '\r';
 }
 
-/** U+FFFE and U+FFFF: valid UTF-8, but no XML characters. */
+/** U+FFFE and U+FFFF are valid UTF-8 but not XML characters. */
 void remove_noncharacters(std::string &text) {
   for (std::size_t at = 0; (at = text.find("\xEF\xBF", at)) != std::string::npos;) {
     const char last = text[at + 2];

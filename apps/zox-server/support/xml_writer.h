@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Writes an XML document into a text, element by element. */
+/** Writes an XML document, element by element. */
 #ifndef ZOX_SERVER_SUPPORT_XML_WRITER_H
 #define ZOX_SERVER_SUPPORT_XML_WRITER_H
 
@@ -23,13 +23,13 @@ public:
   /** Opens an "Event" with its attribute "Code". */
   void open_event(int code);
   void close();
-  /** An attribute of the element opened last. */
+  /** Adds an attribute to the element opened last. */
   void attribute(const char *name, std::int64_t value);
-  /** An element that holds a text; what XML cannot carry is left out of it. */
+  /** Writes an element with a text; characters that XML does not allow are left out. */
   void element(const char *name, std::string_view text);
   void element(const char *name, std::int64_t number);
 
-  /** Closes what is open. @return the whole document */
+  /** Closes all open elements. @return the whole document */
   std::string finish();
 
 private:
@@ -37,7 +37,7 @@ private:
   std::unique_ptr<xmlTextWriter, ReleaseWith<xmlFreeTextWriter>> writer_;
 };
 
-/** `text` as valid UTF-8 without the characters that XML 1.0 does not know. */
+/** `text` as valid UTF-8 without the characters that XML 1.0 does not allow. */
 std::string xml_text(std::string_view text);
 
 }  // namespace velkor::server

@@ -1,6 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-#include "zox-server/stock/spot_maker.h"
-#include "zox-server/stock/words.h"
+#include "zox-server/sample_data/posting_generator.h"
+#include "zox-server/sample_data/words.h"
 
 namespace velkor::server {
 namespace {
@@ -68,7 +68,7 @@ std::string plain_title(Random &random, std::int64_t category) {
 
 }  // namespace
 
-std::string invent_title(Random &random, std::int64_t category) {
+std::string generate_title(Random &random, std::int64_t category) {
   std::string title = plain_title(random, category);
   if (random.chance(10))
     title += " [" + random.one_of(words::free_tags) + "]";

@@ -1,9 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-#include "zox-server/stock/spot_maker.h"
+#include "zox-server/sample_data/posting_generator.h"
 
 #include <algorithm>
 
-#include "zox-server/stock/words.h"
+#include "zox-server/sample_data/words.h"
 
 namespace velkor::server {
 namespace {
@@ -11,7 +11,7 @@ namespace {
 constexpr std::int64_t hour = 3600;
 constexpr std::int64_t day = 24 * hour;
 
-/** How many codes each tag group of a main category has: those of a, b, c and d. */
+/** How many codes each tag group (a, b, c and d) of a main category has. */
 constexpr std::array<std::array<std::int64_t, 4>, 4> tag_counts{
     {{6, 6, 6, 28}, {5, 5, 10, 21}, {10, 5, 10, 0}, {6, 26, 0, 0}}};
 constexpr std::array<char, 4> tag_letters{'a', 'b', 'c', 'd'};
@@ -41,7 +41,7 @@ const std::array<std::int64_t, 4> &counts_of(std::int64_t category) {
   return tag_counts[static_cast<std::size_t>(category)];
 }
 
-/** A name for files: what is no ASCII letter or digit of the title becomes a dot. */
+/** A file name made from the title: other characters than ASCII letters and digits become dots. */
 std::string file_name_of(const std::string &title) {
   std::string name;
   for (const char character : title.substr(0, 60)) {
@@ -60,7 +60,7 @@ std::string sentences(Random &random, std::int64_t count) {
   return text;
 }
 
-std::string invent_tracks(Random &random) {
+std::string generate_tracks(Random &random) {
   std::string tracks;
   const std::int64_t count = random.between(6, 16);
   for (std::int64_t number = 1; number <= count; ++number) {
@@ -72,28 +72,28 @@ std::string invent_tracks(Random &random) {
 
 }  // namespace
 
-Posting SpotMaker::make(std::int64_t stamp, std::int64_t now) {
+Posting PostingGenerator::generate(std::int64_t stamp, std::int64_t now) {
   Posting posting;
   posting.stamp = stamp;
   classify(posting);
   describe(posting);
   add_details(posting);
-  settle_state(posting, now);
+  set_state(posting, now);
   return posting;
 }
 
-void SpotMaker::classify(Posting &posting) {
+void PostingGenerator::classify(Posting &posting) {
   const std::int64_t draw = random_.below(100);
   posting.category = draw < 50 ? 0 : draw < 75 ? 1 : draw < 88 ? 2 : 3;
   posting.sub_category = random_.below(counts_of(posting.category)[0]);
   posting.tags = tags_of(posting.category, posting.sub_category);
   posting.groups = newsgroups_of(posting.category);
-  // Some leave the sub-category to their tags.
+  // Some postings give the sub-category only in their tags.
   if (random_.chance(10))
     posting.sub_category = -1;
 }
 
-std::string SpotMaker::tags_of(std::int64_t category, std::int64_t sub_category) {
+std::string PostingGenerator::tags_of(std::int64_t category, std::int64_t sub_category) {
   std::vector<std::string> tags;
   for (std::size_t group = 1; group < tag_letters.size(); ++group) {
     const std::int64_t count = counts_of(category)[group];
@@ -105,7 +105,7 @@ std::string SpotMaker::tags_of(std::int64_t category, std::int64_t sub_category)
   return join_list(tags);
 }
 
-std::string SpotMaker::newsgroups_of(std::int64_t category) {
+std::string PostingGenerator::newsgroups_of(std::int64_t category) {
   std::vector<std::string> numbers;
   const std::int64_t quarter = std::ssize(newsgroups_) / 4;
   for (std::int64_t count = random_.between(1, 3); count > 0 && quarter > 0; --count) {
@@ -117,8 +117,8 @@ std::string SpotMaker::newsgroups_of(std::int64_t category) {
   return join_list(numbers);
 }
 
-void SpotMaker::describe(Posting &posting) {
-  posting.title = invent_title(random_, posting.category);
+void PostingGenerator::describe(Posting &posting) {
+  posting.title = generate_title(random_, posting.category);
   posting.poster = poster_name(random_.below(poster_count));
   if (random_.chance(80))
     posting.file_name = file_name_of(posting.title);
@@ -132,14 +132,14 @@ void SpotMaker::describe(Posting &posting) {
   posting.rating = random_.chance(30) ? 0 : random_.between(100, 1000);
 }
 
-void SpotMaker::add_details(Posting &posting) {
+void PostingGenerator::add_details(Posting &posting) {
   if (random_.chance(10))
     posting.announcement = "Vanavond rond " + std::to_string(random_.between(19, 23)) + ":00 uur.";
   posting.description = sentences(random_, random_.between(1, 4));
   if (random_.chance(30))
     posting.signature = random_.one_of(words::signatures);
   if (posting.category == 1 && random_.chance(40))
-    posting.tracks = invent_tracks(random_);
+    posting.tracks = generate_tracks(random_);
   if (random_.chance(40))
     posting.image =
         "http://beeld.zox.example/" + std::to_string(random_.between(10000, 99999)) + ".jpg";
@@ -154,7 +154,7 @@ void SpotMaker::add_details(Posting &posting) {
   posting.locked = random_.chance(2) ? 1 : 0;
 }
 
-void SpotMaker::settle_state(Posting &posting, std::int64_t now) {
+void PostingGenerator::set_state(Posting &posting, std::int64_t now) {
   const std::int64_t age = std::max<std::int64_t>(now - posting.stamp, 0);
   posting.status = draw_state(random_);
   posting.updated = posting.stamp;

@@ -1,18 +1,18 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-#include "zox-server/stock/stock.h"
+#include "zox-server/sample_data/sample_data.h"
 
 #include <algorithm>
 
-#include "zox-server/stock/words.h"
+#include "zox-server/sample_data/words.h"
 
 namespace velkor::server {
 namespace {
 
 constexpr std::int64_t day = 24 * 3600;
-/** How many postings in a hundred are by members who can log in. */
-constexpr std::int64_t members_share = 2;
+/** The percentage of postings by members who can log in. */
+constexpr std::int64_t member_percentage = 2;
 
-/** Most postings are of the last two weeks, the younger the more; a few are older. */
+/** Most postings are from the last two weeks, more of them recent; a few are older. */
 std::int64_t draw_age(Random &random) {
   if (random.chance(6))
     return 14 * day + random.below(46 * day);
@@ -21,7 +21,7 @@ std::int64_t draw_age(Random &random) {
   return 60 + draw * draw / scale * (14 * day) / scale;
 }
 
-Profile invent_profile(Random &random, const std::string &name, std::int64_t now) {
+Profile generate_profile(Random &random, const std::string &name, std::int64_t now) {
   Profile profile;
   profile.joined = now - random.between(60, 1500) * day;
   profile.rank = random.between(1, 6);
@@ -55,26 +55,26 @@ std::vector<std::int64_t> draw_stamps(Random &random, std::int64_t count, std::i
 
 }  // namespace
 
-Stock::Stock(Service &service, std::uint64_t seed)
+SampleData::SampleData(Service &service, std::uint64_t seed)
     : service_(service), random_(seed + static_cast<std::uint64_t>(service.postings.highest_id())) {
 }
 
-void Stock::fill(std::int64_t count) {
+void SampleData::fill(std::int64_t count) {
   Transaction transaction(service_.database);
   add_newsgroups();
   add_posters();
   add_postings(count);
-  service_.dumps.seal();
+  service_.dumps.publish();
   transaction.commit();
 }
 
-void Stock::add_postings(std::int64_t count) {
+void SampleData::add_postings(std::int64_t count) {
   const std::int64_t now = service_.clock.now();
   const std::vector<std::string> members = service_.accounts.with_password();
-  SpotMaker maker(random_, newsgroup_numbers());
+  PostingGenerator generator(random_, newsgroup_numbers());
   for (const std::int64_t stamp : draw_stamps(random_, count, now)) {
-    Posting posting = maker.make(stamp, now);
-    if (!members.empty() && random_.chance(members_share))
+    Posting posting = generator.generate(stamp, now);
+    if (!members.empty() && random_.chance(member_percentage))
       posting.poster = members[static_cast<std::size_t>(random_.below(std::ssize(members)))];
     const std::int64_t id = service_.postings.add(posting);
     if (random_.chance(25))
@@ -82,7 +82,7 @@ void Stock::add_postings(std::int64_t count) {
   }
 }
 
-void Stock::add_reactions(std::int64_t posting, std::int64_t since, std::int64_t now) {
+void SampleData::add_reactions(std::int64_t posting, std::int64_t since, std::int64_t now) {
   Reaction reaction;
   reaction.posting = posting;
   reaction.stamp = since;
@@ -97,31 +97,31 @@ void Stock::add_reactions(std::int64_t posting, std::int64_t since, std::int64_t
   }
 }
 
-void Stock::add_newsgroups() {
+void SampleData::add_newsgroups() {
   const std::int64_t known_since = service_.clock.now() - 100 * day;
   for (const std::string &name : newsgroup_names())
     service_.groups.add(name, known_since);
 }
 
-void Stock::add_posters() {
+void SampleData::add_posters() {
   const std::int64_t now = service_.clock.now();
   for (std::int64_t number = 0; number < poster_count; ++number) {
     const Account account{poster_name(number), "", false};
     service_.accounts.put(account, 0);
-    service_.accounts.set_profile(account.name, invent_profile(random_, account.name, now));
+    service_.accounts.set_profile(account.name, generate_profile(random_, account.name, now));
     if (random_.chance(8))
-      service_.accounts.seen(account.name, now - random_.below(600));
+      service_.accounts.mark_seen(account.name, now - random_.below(600));
   }
 }
 
-std::vector<std::int64_t> Stock::newsgroup_numbers() {
+std::vector<std::int64_t> SampleData::newsgroup_numbers() {
   std::vector<std::int64_t> numbers;
-  for (const Group &group : service_.groups.later_than(0))
+  for (const Group &group : service_.groups.newer_than(0))
     numbers.push_back(group.id);
   return numbers;
 }
 
-Changed Stock::change(const Change &wanted) {
+Changed SampleData::change(const Change &wanted) {
   Transaction transaction(service_.database);
   Changed changed;
   changed.stamp = service_.change_stamp();
@@ -132,9 +132,9 @@ Changed Stock::change(const Change &wanted) {
   for (const std::int64_t id : changed.updated)
     update(id, changed.stamp);
   for (const std::int64_t id : changed.deleted)
-    take_away(id, state_deleted, changed.stamp);
+    withdraw(id, state_deleted, changed.stamp);
   for (const std::int64_t id : changed.removed)
-    take_away(id, state_removed, changed.stamp);
+    withdraw(id, state_removed, changed.stamp);
   for (std::int64_t count = wanted.newsgroups; count > 0; --count)
     service_.groups.add("alt.binaries.nieuw." + std::to_string(service_.groups.count() + 1),
                         changed.stamp);
@@ -143,8 +143,8 @@ Changed Stock::change(const Change &wanted) {
   return changed;
 }
 
-/** Takes `count` ids out of `live`. */
-std::vector<std::int64_t> Stock::draw(std::vector<std::int64_t> &live, std::int64_t count) {
+/** Moves `count` random ids out of `live`. */
+std::vector<std::int64_t> SampleData::draw(std::vector<std::int64_t> &live, std::int64_t count) {
   std::vector<std::int64_t> drawn;
   for (; count > 0 && !live.empty(); --count) {
     std::swap(live[static_cast<std::size_t>(random_.below(std::ssize(live)))], live.back());
@@ -154,11 +154,11 @@ std::vector<std::int64_t> Stock::draw(std::vector<std::int64_t> &live, std::int6
   return drawn;
 }
 
-std::vector<std::int64_t> Stock::add_spots(std::int64_t count, std::int64_t stamp) {
+std::vector<std::int64_t> SampleData::add_spots(std::int64_t count, std::int64_t stamp) {
   std::vector<std::int64_t> ids;
-  SpotMaker maker(random_, newsgroup_numbers());
+  PostingGenerator generator(random_, newsgroup_numbers());
   for (; count > 0; --count) {
-    Posting posting = maker.make(stamp, stamp);
+    Posting posting = generator.generate(stamp, stamp);
     posting.status = std::max<std::int64_t>(posting.status, state_spot);
     posting.reason.clear();
     ids.push_back(service_.postings.add(posting));
@@ -166,8 +166,8 @@ std::vector<std::int64_t> Stock::add_spots(std::int64_t count, std::int64_t stam
   return ids;
 }
 
-/** What is under way gets on; what is there gets another rating and a mark in its title. */
-void Stock::update(std::int64_t id, std::int64_t stamp) {
+/** Unfinished postings advance to their next state; others get a mark in their title. */
+void SampleData::update(std::int64_t id, std::int64_t stamp) {
   Posting posting = service_.postings.find(id).value();
   if (posting.status == state_announced)
     posting.status = state_uploading;
@@ -180,7 +180,7 @@ void Stock::update(std::int64_t id, std::int64_t stamp) {
   service_.postings.replace(posting);
 }
 
-void Stock::take_away(std::int64_t id, PostingState state, std::int64_t stamp) {
+void SampleData::withdraw(std::int64_t id, PostingState state, std::int64_t stamp) {
   Posting posting = service_.postings.find(id).value();
   posting.status = state;
   posting.reason = random_.one_of(words::removal_reasons);

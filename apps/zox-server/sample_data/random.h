@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Chance that comes out the same for the same seed, wherever it is compiled. */
-#ifndef ZOX_SERVER_STOCK_RANDOM_H
-#define ZOX_SERVER_STOCK_RANDOM_H
+/** Random numbers that are the same for the same seed on every platform. */
+#ifndef ZOX_SERVER_SAMPLE_DATA_RANDOM_H
+#define ZOX_SERVER_SAMPLE_DATA_RANDOM_H
 
 #include <array>
 #include <cstdint>
@@ -15,7 +15,7 @@ class Random {
 public:
   explicit Random(std::uint64_t seed) : engine_(seed) {}
 
-  /** A number from 0 up to but not including `bound`; 0 when there is none. */
+  /** A number from 0 to `bound` - 1; 0 when `bound` is not positive. */
   std::int64_t below(std::int64_t bound) {
     return bound <= 0 ? 0
                       : static_cast<std::int64_t>(engine_() % static_cast<std::uint64_t>(bound));

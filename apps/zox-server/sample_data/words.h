@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The words of which invented titles, names and newsgroups are made. */
-#ifndef ZOX_SERVER_STOCK_WORDS_H
-#define ZOX_SERVER_STOCK_WORDS_H
+/** The words from which titles, names and newsgroups are generated. */
+#ifndef ZOX_SERVER_SAMPLE_DATA_WORDS_H
+#define ZOX_SERVER_SAMPLE_DATA_WORDS_H
 
 #include <array>
 #include <string_view>
@@ -65,7 +65,7 @@ inline constexpr std::array<std::string_view, 16> episode_titles{"Het Verraad",
                                                                  "De Knoop",
                                                                  "Water & Vuur",
                                                                  "Onder de Klok",
-                                                                 "A Door Ajar",
+                                                                 "A Window Ajar",
                                                                  "Geen Weg Terug",
                                                                  "Middernacht",
                                                                  "Het Laatste Lampje"};
@@ -142,7 +142,7 @@ inline constexpr std::array<std::string_view, 3> signatures{"-- \nGroeten uit de
                                                             "Deel wat je hebt, vraag wat je zoekt.",
                                                             "~ geplaatst met liefde & koffie ~"};
 
-/** The newsgroups: one row a main category. */
+/** The subjects of newsgroups, one row per main category. */
 inline constexpr std::array<std::array<std::string_view, 20>, 4> newsgroup_subjects{{
     {"kortefilm",     "series",       "documentaires", "animatie",  "theater",
      "natuur",        "reizen",       "stomme-film",   "jeugdfilm", "sportbeelden",

@@ -1,16 +1,16 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Fills the service with an invented stock and lets it live on. */
-#ifndef ZOX_SERVER_STOCK_STOCK_H
-#define ZOX_SERVER_STOCK_STOCK_H
+/** Fills the service with generated sample data and simulates later changes. */
+#ifndef ZOX_SERVER_SAMPLE_DATA_SAMPLE_DATA_H
+#define ZOX_SERVER_SAMPLE_DATA_SAMPLE_DATA_H
 
 #include <vector>
 
+#include "zox-server/sample_data/posting_generator.h"
 #include "zox-server/service.h"
-#include "zox-server/stock/spot_maker.h"
 
 namespace velkor::server {
 
-/** How many postings change in which way. */
+/** How many postings and newsgroups to add or change. */
 struct Change {
   std::int64_t added = 0;
   std::int64_t updated = 0;
@@ -28,16 +28,16 @@ struct Changed {
   std::int64_t stamp = 0;
 };
 
-class Stock {
+class SampleData {
 public:
-  Stock(Service &service, std::uint64_t seed);
+  SampleData(Service &service, std::uint64_t seed);
 
   /**
    * Adds newsgroups, posters and `count` postings of the last weeks with their reactions; a few
-   * postings are by the members who can log in.
+   * postings are by members who can log in.
    */
   void fill(std::int64_t count);
-  /** Everything changes now, in one step; as many postings as there are at most. */
+  /** Makes all changes now, in one transaction; limited by the number of live postings. */
   Changed change(const Change &wanted);
 
 private:
@@ -49,7 +49,7 @@ private:
   std::vector<std::int64_t> draw(std::vector<std::int64_t> &live, std::int64_t count);
   std::vector<std::int64_t> add_spots(std::int64_t count, std::int64_t stamp);
   void update(std::int64_t id, std::int64_t stamp);
-  void take_away(std::int64_t id, PostingState state, std::int64_t stamp);
+  void withdraw(std::int64_t id, PostingState state, std::int64_t stamp);
 
   Service &service_;
   Random random_;

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Looking at the stock and changing it. */
+/** Commands that inspect and change the postings. */
 #include "zox-server/control/commands.h"
 #include "zox-server/support/json.h"
 
@@ -13,26 +13,26 @@ void write_ids(JsonWriter &json, const char *name, const std::vector<std::int64_
   json.end_array();
 }
 
-/** The posting to change, or a new one. */
+/** The posting to change; a new one when no id is given. */
 Posting posting_of(Service &service, const Request &request) {
   if (!request.has("id"))
     return {};
   const std::optional<Posting> posting = service.postings.find(request.number("id"));
   if (!posting)
-    throw BadCommand("there is no posting of that id");
+    throw BadCommand("there is no posting with that id");
   return *posting;
 }
 
-/** Fields that the service fills itself. */
-bool is_own_field(const PostingField &field) {
+/** Whether the service sets the field itself. */
+bool is_read_only(const PostingField &field) {
   const std::string_view name = field.name;
   return name == "PostID" || name == "Updated";
 }
 
 }  // namespace
 
-Reply status(const Controlled &controlled, const Request &) {
-  Service &service = controlled.service;
+Reply status(const ControlContext &context, const Request &) {
+  Service &service = context.service;
   return json_reply(JsonWriter()
                         .begin_object()
                         .member("now", service.clock.now())
@@ -46,12 +46,12 @@ Reply status(const Controlled &controlled, const Request &) {
                         .finish());
 }
 
-Reply advance(const Controlled &controlled, const Request &request) {
-  const Change wanted{counted(request, "new"), counted(request, "updated"),
-                      counted(request, "deleted"), counted(request, "removed"),
-                      counted(request, "newsgroups")};
-  controlled.service.clock.advance(counted(request, "seconds"));
-  const Changed changed = controlled.stock.change(wanted);
+Reply advance(const ControlContext &context, const Request &request) {
+  const Change wanted{count_parameter(request, "new"), count_parameter(request, "updated"),
+                      count_parameter(request, "deleted"), count_parameter(request, "removed"),
+                      count_parameter(request, "newsgroups")};
+  context.service.clock.advance(count_parameter(request, "seconds"));
+  const Changed changed = context.sample_data.change(wanted);
   JsonWriter json;
   json.begin_object().member("stamp", changed.stamp);
   write_ids(json, "new", changed.added);
@@ -61,8 +61,8 @@ Reply advance(const Controlled &controlled, const Request &request) {
   return json_reply(json.end_object().finish());
 }
 
-Reply posting(const Controlled &controlled, const Request &request) {
-  Service &service = controlled.service;
+Reply posting(const ControlContext &context, const Request &request) {
+  Service &service = context.service;
   Posting posting = posting_of(service, request);
   const std::int64_t stamp = service.change_stamp();
   if (posting.id == 0)
@@ -70,10 +70,10 @@ Reply posting(const Controlled &controlled, const Request &request) {
   posting.updated = stamp;
   for (const Parameter &parameter : request.parameters) {
     const PostingField *field = posting_field(parameter.name);
-    if (field != nullptr && !is_own_field(*field))
+    if (field != nullptr && !is_read_only(*field))
       set_field(posting, field->member, parameter.value);
     else if (parameter.name != "id")
-      throw BadCommand("a posting has no field " + parameter.name + " to be set");
+      throw BadCommand("there is no posting field " + parameter.name + " that can be set");
   }
   if (posting.id == 0)
     posting.id = service.postings.add(posting);
