@@ -95,7 +95,7 @@ public:
   void run() const { g_main_loop_run(loop_.get()); }
 
 private:
-  EventSource quit_on(int signal) const {
+  [[nodiscard]] EventSource quit_on(int signal) const {
     return EventSource::signal(signal, [loop = loop_.get()] {
       g_main_loop_quit(loop);
       return true;
@@ -115,7 +115,7 @@ void serve(const Options &options) {
     sample_data.fill(options.postings);
   Dispatcher dispatcher(*service, options.proxy, options.static_port.has_value());
   for (const Fault &fault : options.faults)
-    dispatcher.faults.add(fault);
+    dispatcher.faults().add(fault);
   const Listeners listeners(options, dispatcher, {*service, dispatcher, sample_data});
   if (!options.ready_file.empty())
     listeners.write_ready_file(options.ready_file);

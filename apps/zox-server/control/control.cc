@@ -108,7 +108,7 @@ Reply execute(const ControlContext &context, const Request &request) {
   // Otherwise any web page open in the user's browser could control the server.
   if (request.from_browser_page)
     return json_error(403, "requests from web pages are refused");
-  const auto found = std::ranges::find_if(all_commands, [&](const ControlCommand &command) {
+  const auto *const found = std::ranges::find_if(all_commands, [&](const ControlCommand &command) {
     return command.path == request.path && command.method == request.method;
   });
   if (found == all_commands.end())

@@ -13,14 +13,14 @@ Reply add_fault(const ControlContext &context, const Request &request) {
   fault.argument = request.value("argument");
   if (fault.kind == nullptr)
     throw BadCommand("there is no such kind of fault");
-  context.dispatcher.faults.add(fault);
+  context.dispatcher.faults().add(fault);
   return ok_reply();
 }
 
 Reply list_faults(const ControlContext &context, const Request &) {
   JsonWriter json;
   json.begin_array();
-  for (const Fault &fault : context.dispatcher.faults.all()) {
+  for (const Fault &fault : context.dispatcher.faults().all()) {
     json.begin_object().member("path", fault.path).member("kind", fault.kind->name);
     json.member("times", fault.times).member("argument", fault.argument).end_object();
   }
@@ -28,16 +28,16 @@ Reply list_faults(const ControlContext &context, const Request &) {
 }
 
 Reply clear_faults(const ControlContext &context, const Request &) {
-  context.dispatcher.faults.clear();
+  context.dispatcher.faults().clear();
   return ok_reply();
 }
 
 Reply list_requests(const ControlContext &context, const Request &) {
-  return json_reply(context.dispatcher.log.json());
+  return json_reply(context.dispatcher.log().json());
 }
 
 Reply clear_requests(const ControlContext &context, const Request &) {
-  context.dispatcher.log.clear();
+  context.dispatcher.log().clear();
   return ok_reply();
 }
 

@@ -25,7 +25,7 @@ Reply give_kudos(Service &service, const Request &request, const Account &accoun
   posting->kudos += value;
   service.postings.replace(*posting, false);
   transaction.commit();
-  return text_reply(word::ok);
+  return text_reply(word::done);
 }
 
 /** The posting's kudos and those given by the requesting member. */
@@ -73,7 +73,7 @@ Reply warn(Service &service, const Request &request, const Account &account) {
     return text_reply(word::failed);
   const std::optional<std::int64_t> number =
       service.warnings.add(account.name, posting, reaction, request.value("reason"));
-  return text_reply(number ? std::string(word::ok) + std::to_string(*number)
+  return text_reply(number ? std::string(word::done) + std::to_string(*number)
                            : std::string(word::duplicate));
 }
 

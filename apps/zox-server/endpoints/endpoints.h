@@ -17,14 +17,14 @@ inline constexpr std::string_view dump_directory = "/3.7.3/dumps/";
 
 /** One-word replies. */
 namespace word {
-inline constexpr const char *ok = "OK";
+inline constexpr const char *done = "OK";
 inline constexpr const char *failed = "FAIL";
 inline constexpr const char *duplicate = "DUPE";
 inline constexpr const char *not_found = "NOTFOUND";
 inline constexpr const char *locked = "LOCKED";
 inline constexpr const char *sent = "SENT";
-inline constexpr const char *yes = "Y";
-inline constexpr const char *no = "N";
+inline constexpr const char *mail_waiting = "Y";
+inline constexpr const char *no_mail = "N";
 }  // namespace word
 
 Reply availability(Service &service, const Request &request, const Account &account);

@@ -15,7 +15,7 @@ enum Code {
   code_data = 4
 };
 
-constexpr std::size_t max_body_size = 16 * 1024;
+constexpr std::size_t max_body_size = std::size_t{16} * 1024;
 
 void write_data(XmlWriter &xml, Service &service, const Posting &posting, std::int64_t since) {
   xml.open_event(since > 0 ? code_data : code_data_whole);
@@ -107,7 +107,7 @@ Reply react(Service &service, const Request &request, const Account &account) {
   reaction.body = request.value("b");
   reaction.reply = request.number("r");
   const std::int64_t id = service.forum.add(reaction, service.clock.now());
-  return text_reply(std::string(word::ok) + std::to_string(id));
+  return text_reply(std::string(word::done) + std::to_string(id));
 }
 
 }  // namespace velkor::server::endpoints

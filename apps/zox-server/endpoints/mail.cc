@@ -8,7 +8,7 @@ namespace {
 enum Code { code_nothing = 0, code_received = 1 };
 
 Reply check(Service &service, const Account &account) {
-  return text_reply(service.mail.has_waiting(account.name) ? word::yes : word::no);
+  return text_reply(service.mail.has_waiting(account.name) ? word::mail_waiting : word::no_mail);
 }
 
 void write_message(XmlWriter &xml, const Message &message) {

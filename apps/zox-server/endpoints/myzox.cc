@@ -9,7 +9,7 @@ namespace velkor::server::endpoints {
 namespace {
 
 /** How long the poster may edit a posting. */
-constexpr std::int64_t editable_seconds = 14 * 24 * 3600;
+constexpr std::int64_t editable_seconds = std::int64_t{14} * 24 * 3600;
 
 constexpr std::array<std::string_view, 11> listed_fields{"Stamp",  "Title",   "Groups", "FName",
                                                          "Status", "Poster",  "Link",   "Cat",
@@ -53,7 +53,7 @@ Reply refresh(Service &service, const Request &request, const Account &account) 
     return text_reply(word::failed);
   posting->updated = service.change_stamp();
   service.postings.replace(*posting);
-  return text_reply(word::ok);
+  return text_reply(word::done);
 }
 
 }  // namespace

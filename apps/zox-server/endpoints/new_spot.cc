@@ -11,10 +11,10 @@ namespace {
 constexpr std::size_t max_title_size = 255;
 constexpr std::int64_t categories = 4;
 /** A title posted again within this time is accepted as a possible duplicate. */
-constexpr std::int64_t duplicate_window_seconds = 14 * 24 * 3600;
+constexpr std::int64_t duplicate_window_seconds = std::int64_t{14} * 24 * 3600;
 
 /** The first character of the reply to a new posting. */
-constexpr const char *refused = "C";
+constexpr const char *rejected = "C";
 constexpr const char *accepted = "1";
 constexpr const char *possible_duplicate = "0";
 
@@ -62,7 +62,7 @@ bool is_acceptable(const Posting &posting) {
 Reply add(Service &service, const Request &request, const Account &account) {
   Posting posting = posting_from(request, account);
   if (!is_acceptable(posting))
-    return text_reply(refused);
+    return text_reply(rejected);
   posting.stamp = service.change_stamp();
   posting.updated = posting.stamp;
   const bool repeated =
@@ -79,7 +79,7 @@ Reply set_own_field(Service &service, const Account &account, std::int64_t id,
     return text_reply(word::failed);
   (*posting).*field = value;
   service.postings.replace(*posting, false);
-  return text_reply(word::ok);
+  return text_reply(word::done);
 }
 
 Reply update(Service &service, const Request &request, const Account &account) {

@@ -27,8 +27,8 @@ bool is_name(const std::string &name) {
 }
 
 bool is_email(const std::string &email) {
-  const std::size_t at = email.find('@');
-  return at != std::string::npos && at > 0 && at + 1 < email.size();
+  const std::size_t sign = email.find('@');
+  return sign != std::string::npos && sign > 0 && sign + 1 < email.size();
 }
 
 bool had_recent_member(Service &service, const std::string &address) {
@@ -59,7 +59,7 @@ Reply signup(Service &service, const Request &request, const Account &) {
   service.accounts.put(account, now);
   // The e-mail address is not stored: profiles are public, and members fill in their own.
   service.addresses.mark_seen(request.client_address, now);
-  return text_reply(word::ok);
+  return text_reply(word::done);
 }
 
 }  // namespace velkor::server::endpoints

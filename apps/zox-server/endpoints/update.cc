@@ -5,7 +5,7 @@
 namespace velkor::server::endpoints {
 namespace {
 
-constexpr std::int64_t online_seconds = 15 * 60;
+constexpr std::int64_t online_seconds = std::int64_t{15} * 60;
 constexpr std::string_view dump_suffix = ".gz";
 
 enum Code { code_stamp = 0, code_newsgroup = 4, code_members = 5, code_dumps = 7 };

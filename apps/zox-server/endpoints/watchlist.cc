@@ -26,7 +26,7 @@ Reply save(Service &service, const std::string &data, const Account &account) {
     postings.push_back(*id);
   }
   service.watchlists.save(account.name, postings);
-  return text_reply(word::ok);
+  return text_reply(word::done);
 }
 
 Reply load(Service &service, const Account &account) {

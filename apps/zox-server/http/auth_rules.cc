@@ -33,9 +33,9 @@ std::span<const AuthRule> auth_rules() {
 }
 
 const AuthRule *find_auth_rule(std::string_view name) {
-  const auto found =
+  const auto *const found =
       std::ranges::find_if(rules, [name](const AuthRule &rule) { return rule.name == name; });
-  return found == rules.end() ? nullptr : &*found;
+  return found == rules.end() ? nullptr : found;
 }
 
 bool equal_secrets(std::string_view left, std::string_view right) {

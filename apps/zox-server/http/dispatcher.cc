@@ -100,7 +100,7 @@ Reply Dispatcher::answer(const Request &request) noexcept {
     reply = failure(500, "Internal Server Error");
   }
   outcome.status = reply.status;
-  log.add(request, outcome);
+  log_.add(request, outcome);
   return reply;
 }
 
@@ -110,7 +110,7 @@ Reply Dispatcher::answer_or_throw(const Request &request, RequestLog::Outcome &o
   const Route *route = find_route(request.path);
   if (route != nullptr)
     outcome.hidden_parameter = route->hidden_parameter;
-  const std::optional<Fault> fault = faults.take(request.path);
+  const std::optional<Fault> fault = faults_.take(request.path);
   Reply reply = fault && !fault->kind->executes ? Reply() : execute(request, route);
   if (fault) {
     outcome.fault = fault->kind->name;

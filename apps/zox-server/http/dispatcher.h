@@ -24,8 +24,8 @@ public:
 
   Reply answer(const Request &request) noexcept;
 
-  FaultList faults;
-  RequestLog log;
+  FaultList &faults() { return faults_; }
+  RequestLog &log() { return log_; }
 
 private:
   Reply answer_or_throw(const Request &request, RequestLog::Outcome &outcome);
@@ -34,6 +34,8 @@ private:
   [[nodiscard]] bool may_use_proxy(const Request &request) const;
 
   Service &service_;
+  FaultList faults_;
+  RequestLog log_;
   std::optional<Credentials> proxy_;
   bool separate_dumps_;
 };

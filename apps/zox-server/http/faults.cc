@@ -142,9 +142,9 @@ std::span<const FaultKind> fault_kinds() {
 }
 
 const FaultKind *find_fault_kind(std::string_view name) {
-  const auto found =
+  const auto *const found =
       std::ranges::find_if(kinds, [name](const FaultKind &kind) { return kind.name == name; });
-  return found == kinds.end() ? nullptr : &*found;
+  return found == kinds.end() ? nullptr : found;
 }
 
 std::optional<Fault> parse_fault(const std::string &text) {
