@@ -61,6 +61,21 @@ TEST_F(ServerCommunity, InvalidKudosAreRejected) {
   EXPECT_EQ(get(), "12*0");
 }
 
+TEST_F(ServerCommunity, KudosStayWithinTheRangeOfTheirType) {
+  const std::string highest = "9223372036854775807";
+  const std::string lowest = "-9223372036854775808";
+  const auto give_to = [&](const std::string &kudos_so_far, const std::string &value) {
+    const std::string id = std::to_string(server->add_posting({{"Kudos", kudos_so_far}}));
+    EXPECT_EQ(give(value, id), "OK");
+    return body_of(kudos, {{"mode", "get"}, {"id", id}});
+  };
+  EXPECT_EQ(give_to(highest, "3"), highest + "*3");
+  EXPECT_EQ(give_to(highest, "-3"), "9223372036854775804*-3");
+  EXPECT_EQ(give_to(lowest, "-3"), lowest + "*-3");
+  EXPECT_EQ(give_to(lowest, "3"), "-9223372036854775805*3");
+  EXPECT_EQ(give(lowest, posting), "FAIL");
+}
+
 TEST_F(ServerCommunity, WarningsAreNumberedAndAcceptedOnce) {
   EXPECT_EQ(warn(posting, "0"), "OK1");
   EXPECT_EQ(warn(posting, "0"), "DUPE");

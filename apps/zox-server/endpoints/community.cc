@@ -1,9 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** Kudos, warnings to the moderators and member profiles. */
 #include <algorithm>
-#include <cstdlib>
 
 #include "zox-server/endpoints/endpoints.h"
+#include "zox-server/support/numbers.h"
 
 namespace velkor::server::endpoints {
 namespace {
@@ -11,7 +11,7 @@ namespace {
 constexpr std::int64_t max_kudos = 10;
 
 bool is_valid_value(std::int64_t value) {
-  return value != 0 && std::abs(value) <= max_kudos;
+  return value != 0 && value >= -max_kudos && value <= max_kudos;
 }
 
 Reply give_kudos(Service &service, const Request &request, const Account &account) {
@@ -22,7 +22,7 @@ Reply give_kudos(Service &service, const Request &request, const Account &accoun
   Transaction transaction(service.database);
   if (!service.kudos.give(account.name, posting->id, value))
     return text_reply(word::duplicate);
-  posting->kudos += value;
+  posting->kudos = saturating_add(posting->kudos, value);
   service.postings.replace(*posting, false);
   transaction.commit();
   return text_reply(word::done);

@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -23,6 +24,16 @@ inline std::optional<std::int64_t> whole_number(std::string_view text) {
   const auto [stop, error] = std::from_chars(text.data(), end, number);
   return error == std::errc() && stop == end && !text.empty() ? std::optional(number)
                                                               : std::nullopt;
+}
+
+/** The sum; the nearest 64-bit number when it is out of range. */
+inline std::int64_t saturating_add(std::int64_t left, std::int64_t right) {
+  using Limits = std::numeric_limits<std::int64_t>;
+  if (right > 0 && left > Limits::max() - right)
+    return Limits::max();
+  if (right < 0 && left < Limits::min() - right)
+    return Limits::min();
+  return left + right;
 }
 
 }  // namespace velkor::server
