@@ -49,12 +49,12 @@ public:
     const auto answer = [&dispatcher](const Request &request) {
       return dispatcher.answer(request);
     };
-    main_.emplace(Listener::main, options.listen, options.port, answer);
+    main_.emplace(Listener::main, options.listen, options.port, options.limits, answer);
     if (options.static_port)
-      dumps_.emplace(Listener::dumps, options.listen, *options.static_port, answer);
+      dumps_.emplace(Listener::dumps, options.listen, *options.static_port, options.limits, answer);
     if (options.control_port)
       control_.emplace(
-          Listener::control, "127.0.0.1", *options.control_port,
+          Listener::control, "127.0.0.1", *options.control_port, options.limits,
           [context](const Request &request) { return answer_control(context, request); });
   }
 

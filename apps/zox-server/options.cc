@@ -74,6 +74,14 @@ void add_listener_options(CLI::App &app, Options &options) {
   app.add_option("--control", options.control_port,
                  "accept control commands on this port of 127.0.0.1, 0 for any free port")
       ->check(CLI::Range(0, 65535));
+  app.add_option("--max-connections", options.limits.max_connections,
+                 "maximum number of open connections per listener")
+      ->capture_default_str()
+      ->check(CLI::Range(1, 100'000));
+  app.add_option("--idle-timeout", options.limits.idle_timeout_seconds,
+                 "close connections without traffic after this many seconds, 0 for never")
+      ->capture_default_str()
+      ->check(CLI::Range(0, 86'400));
   app.add_option("--ready-file", options.ready_file,
                  "write the addresses to this file, as JSON, when ready");
 }

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "zox-server/http/acceptor.h"
 #include "zox-server/http/faults.h"
 #include "zox-server/http/message.h"
 #include "zox-server/service.h"
@@ -19,6 +20,7 @@ struct Options {
   unsigned port = 8080;
   std::optional<unsigned> static_port;
   std::optional<unsigned> control_port;
+  ConnectionLimits limits;
   std::string ready_file;
 
   ServiceSettings service;

@@ -1,10 +1,15 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** zox-server as a program: options, messages, exit status. */
 #include <csignal>
+#include <list>
 
+#include <curl/curl.h>
 #include <gmock/gmock.h>
+#include <netinet/in.h>
 #include <sqlite3.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "tests/integration/server_test.h"
 #include "tests/support/child_process.h"
@@ -105,10 +110,10 @@ TEST_F(ServerProgram, PrintsItsVersionAndItsOptions) {
 
 TEST_F(ServerProgram, RejectsInvalidOptions) {
   for (const char *arguments :
-       {"--port 70000", "--chunk-size 0", "--nonsense", "--auth-rule rot13", "--fault zomaar",
-        "--fault /x=aardbeving", "--fault /x=ban:veel", "--account demo", "--account demo=/nergens",
-        "--account a:b=/dev/null", "--account demo=/dev/null", "--proxy-user wachter", "--now 5",
-        "los"}) {
+       {"--port 70000", "--chunk-size 0", "--max-connections 0", "--idle-timeout -1", "--nonsense",
+        "--auth-rule rot13", "--fault zomaar", "--fault /x=aardbeving", "--fault /x=ban:veel",
+        "--account demo", "--account demo=/nergens", "--account a:b=/dev/null",
+        "--account demo=/dev/null", "--proxy-user wachter", "--now 5", "los"}) {
     const Outcome outcome = run(arguments);
     EXPECT_EQ(outcome.status, 2) << arguments << ": " << outcome.output;
     EXPECT_NE(outcome.output, "") << arguments;
@@ -187,6 +192,67 @@ TEST_F(ServerProgram, OnlyTheOwnerCanReadTheDatabase) {
   struct stat properties {};
   ASSERT_EQ(stat(file.c_str(), &properties), 0);
   EXPECT_EQ(properties.st_mode & 0777U, 0600U);
+}
+
+/** A connection to a port of 127.0.0.1 that sends nothing. */
+class IdleConnection {
+public:
+  explicit IdleConnection(const std::string &port) : socket_(socket(AF_INET, SOCK_STREAM, 0)) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<std::uint16_t>(std::stoi(port)));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    if (connect(socket_, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0)
+      throw std::runtime_error("cannot connect to port " + port);
+  }
+  ~IdleConnection() { close(socket_); }
+  IdleConnection(const IdleConnection &) = delete;
+  IdleConnection &operator=(const IdleConnection &) = delete;
+
+  /** Waits until the server sends something or closes the connection. @return whether it closed */
+  [[nodiscard]] bool is_closed_by_server() const {
+    char byte = 0;
+    return recv(socket_, &byte, 1, 0) == 0;
+  }
+
+private:
+  int socket_;
+};
+
+constexpr const char *groups = "/3.7.3/xml-groups.php";
+
+TEST_F(ServerProgram, ClosesIdleConnections) {
+  start({"--postings", "1", "--idle-timeout", "1"});
+  const IdleConnection connection(server->port());
+  EXPECT_TRUE(connection.is_closed_by_server());
+  EXPECT_TRUE(is_xml(body_of(groups)));
+}
+
+TEST_F(ServerProgram, LimitsItsConnections) {
+  start({"--postings", "1", "--max-connections", "2"});
+  const std::string url = "http://" + server->host() + groups;
+  std::list<IdleConnection> connections;
+  connections.emplace_back(server->port());
+  connections.emplace_back(server->port());
+  EXPECT_EQ(send({.url = url, .seconds = 1}).result, CURLE_OPERATION_TIMEDOUT);
+  connections.pop_back();
+  EXPECT_EQ(send({.url = url}).status, 200);
+}
+
+TEST_F(ServerProgram, AcceptsAgainAfterRunningOutOfDescriptors) {
+  ChildProcess process({"sh", "-c", "ulimit -n 32; exec " ZOX_SERVER_PROGRAM " --port 0"});
+  process.read_line();
+  const std::string address = process.read_line().value_or("");
+  ASSERT_THAT(address, HasSubstr("listening on"));
+  const std::string url = address.substr(address.find("http://"));
+  std::list<IdleConnection> connections;
+  while (connections.size() < 40)
+    connections.emplace_back(url.substr(url.rfind(':') + 1));
+  EXPECT_EQ(send({.url = url + groups, .seconds = 1}).result, CURLE_OPERATION_TIMEDOUT);
+  connections.clear();
+  EXPECT_EQ(send({.url = url + groups}).status, 200);
+  process.send_signal(SIGTERM);
+  EXPECT_EQ(process.wait(), 0);
 }
 
 }  // namespace

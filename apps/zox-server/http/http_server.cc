@@ -7,21 +7,8 @@ namespace velkor::server {
 namespace {
 
 constexpr int default_port = 80;
-
-void release_uri(gpointer uri) {
-  g_uri_unref(static_cast<GUri *>(uri));
-}
-void release_uris(GSList *uris) {
-  g_slist_free_full(uris, release_uri);
-}
-using Uris = std::unique_ptr<GSList, ReleaseWith<release_uris>>;
-
-OwnedObject<GSocketAddress> parse_address(const std::string &address, unsigned port) {
-  GSocketAddress *made = g_inet_socket_address_new_from_string(address.c_str(), port);
-  if (made == nullptr)
-    throw std::runtime_error(address + " is not an IP address");
-  return OwnedObject<GSocketAddress>(made);
-}
+/** Where the address of a client keeps the socket of its connection. */
+constexpr const char *socket_key = "zox-server-socket";
 
 std::string header_of(SoupServerMessage *message, const char *name) {
   const char *value =
@@ -44,14 +31,21 @@ std::optional<Credentials> credentials_in(const std::string &header) {
   return Credentials{text.substr(0, colon), text.substr(colon + 1)};
 }
 
+int port_of(GUri *uri) {
+  const int port = g_uri_get_port(uri);
+  return port < 0 ? default_port : port;
+}
+
+GInetSocketAddress *local_address(SoupServerMessage *message) {
+  return reinterpret_cast<GInetSocketAddress *>(soup_server_message_get_local_address(message));
+}
+
 /** Whether the URL names the address that received the request. */
 bool names_own_address(SoupServerMessage *message, GUri *uri) {
-  auto *local =
-      reinterpret_cast<GInetSocketAddress *>(soup_server_message_get_local_address(message));
+  GInetSocketAddress *local = local_address(message);
   const OwnedText address(g_inet_address_to_string(g_inet_socket_address_get_address(local)));
   const std::string_view host = g_uri_get_host(uri);
-  const int port = g_uri_get_port(uri) < 0 ? default_port : g_uri_get_port(uri);
-  return port == g_inet_socket_address_get_port(local) &&
+  return port_of(uri) == g_inet_socket_address_get_port(local) &&
          (host == address.get() || host == "localhost");
 }
 
@@ -68,14 +62,20 @@ std::string host_of(GUri *uri) {
   std::string host = g_uri_get_host(uri);
   if (host.find(':') != std::string::npos)
     host = "[" + host + "]";
-  const int port = g_uri_get_port(uri);
-  return port < 0 || port == default_port ? host : host + ":" + std::to_string(port);
+  return port_of(uri) == default_port ? host : host + ":" + std::to_string(port_of(uri));
 }
 
 /** The IP address of the client; empty when it is not connected over TCP. */
 std::string client_of(SoupServerMessage *message) {
   const char *host = soup_server_message_get_remote_host(message);
   return host == nullptr ? std::string() : host;
+}
+
+/** Connections that are not accepted by libsoup itself do not give their sockets. */
+OwnedObject<GSocket> socket_of(SoupServerMessage *message) {
+  GSocketAddress *remote = soup_server_message_get_remote_address(message);
+  return OwnedObject<GSocket>(
+      G_SOCKET(g_object_ref(g_object_get_data(G_OBJECT(remote), socket_key))));
 }
 
 Request read_request(SoupServerMessage *message, Listener listener) {
@@ -109,15 +109,10 @@ void send_reply(SoupServerMessage *message, const Reply &reply) {
 }  // namespace
 
 HttpServer::HttpServer(Listener listener, const std::string &address, unsigned port,
-                       Handler handler)
+                       const ConnectionLimits &limits, Handler handler)
     : listener_(listener), handler_(std::move(handler)),
-      server_(soup_server_new("raw-paths", TRUE, "server-header", "zox-server", nullptr)) {
-  const OwnedObject<GSocketAddress> socket_address = parse_address(address, port);
-  GError *error = nullptr;
-  soup_server_listen(server_.get(), socket_address.get(), SoupServerListenOptions{}, &error);
-  if (const OwnedError failed{error})
-    throw std::runtime_error("cannot listen on " + address + " port " + std::to_string(port) +
-                             ": " + failed->message);
+      server_(soup_server_new("raw-paths", TRUE, "server-header", "zox-server", nullptr)),
+      acceptor_(address, port, limits, [this](GSocket *socket) { serve(socket); }) {
   soup_server_add_early_handler(server_.get(), nullptr, prepare, this, nullptr);
   soup_server_add_handler(server_.get(), nullptr, handle, this, nullptr);
 }
@@ -126,10 +121,17 @@ HttpServer::~HttpServer() {
   soup_server_disconnect(server_.get());
 }
 
-std::string HttpServer::url() const {
-  const Uris uris(soup_server_get_uris(server_.get()));
-  auto *uri = static_cast<GUri *>(uris->data);
-  return "http://" + host_of(uri);
+void HttpServer::serve(GSocket *socket) {
+  const OwnedObject<GSocketConnection> connection(
+      g_socket_connection_factory_create_connection(socket));
+  const OwnedObject<GSocketAddress> local(g_socket_get_local_address(socket, nullptr));
+  const OwnedObject<GSocketAddress> remote(g_socket_get_remote_address(socket, nullptr));
+  // A client that is already gone has no address; its connection closes with the last reference.
+  if (!local || !remote)
+    return;
+  g_object_set_data_full(G_OBJECT(remote.get()), socket_key, g_object_ref(socket), g_object_unref);
+  soup_server_accept_iostream(server_.get(), G_IO_STREAM(connection.get()), local.get(),
+                              remote.get(), nullptr);
 }
 
 /** No endpoint reads request bodies, so they are discarded as they arrive. */
@@ -154,7 +156,7 @@ void HttpServer::answer(SoupServerMessage *message) {
 
 void HttpServer::answer_raw(SoupServerMessage *message, const Reply &reply, bool head_only) {
   raw_.remove_if([](const RawConnection &connection) { return connection.is_closed(); });
-  raw_.emplace_back(message, reply, head_only);
+  raw_.emplace_back(message, socket_of(message), reply, head_only);
 }
 
 }  // namespace velkor::server

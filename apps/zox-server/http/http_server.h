@@ -10,6 +10,7 @@
 #include <libsoup/soup.h>
 
 #include "support/owned.h"
+#include "zox-server/http/acceptor.h"
 #include "zox-server/http/message.h"
 #include "zox-server/http/raw_connection.h"
 
@@ -20,25 +21,28 @@ public:
   using Handler = std::function<Reply(const Request &)>;
 
   /** Starts to listen. @throws std::runtime_error when the address is not available */
-  HttpServer(Listener listener, const std::string &address, unsigned port, Handler handler);
+  HttpServer(Listener listener, const std::string &address, unsigned port,
+             const ConnectionLimits &limits, Handler handler);
   ~HttpServer();
   HttpServer(const HttpServer &) = delete;
   HttpServer &operator=(const HttpServer &) = delete;
 
   /** "http://ADDRESS:PORT", with the actual port. */
-  [[nodiscard]] std::string url() const;
+  [[nodiscard]] std::string url() const { return "http://" + acceptor_.host(); }
 
 private:
   static void prepare(SoupServer *server, SoupServerMessage *message, const char *path,
                       GHashTable *query, gpointer self);
   static void handle(SoupServer *server, SoupServerMessage *message, const char *path,
                      GHashTable *query, gpointer self);
+  void serve(GSocket *socket);
   void answer(SoupServerMessage *message);
   void answer_raw(SoupServerMessage *message, const Reply &reply, bool head_only);
 
   Listener listener_;
   Handler handler_;
   OwnedObject<SoupServer> server_;
+  Acceptor acceptor_;
   std::list<RawConnection> raw_;
 };
 

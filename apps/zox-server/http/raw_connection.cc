@@ -46,11 +46,13 @@ void reset_on_close(GSocket *socket) {
 
 }  // namespace
 
-RawConnection::RawConnection(SoupServerMessage *message, const Reply &reply, bool head_only)
-    : socket_(G_SOCKET(g_object_ref(soup_server_message_get_socket(message)))),
-      connection_(soup_server_message_steal_connection(message)),
+RawConnection::RawConnection(SoupServerMessage *message, OwnedObject<GSocket> socket,
+                             const Reply &reply, bool head_only)
+    : socket_(std::move(socket)), connection_(soup_server_message_steal_connection(message)),
       bytes_(bytes_of(reply, head_only)), bytes_at_once_(bytes_.size()) {
   g_socket_set_blocking(socket_.get(), FALSE);
+  // A stalled connection stays open, however long it is idle.
+  g_socket_set_timeout(socket_.get(), 0);
   if (reply.delivery == Delivery::reset)
     reset_on_close(socket_.get());
   event_ = first_event(reply);

@@ -16,8 +16,10 @@ namespace velkor::server {
 
 class RawConnection {
 public:
-  /** Starts sending as `reply.delivery` says; without the body when `head_only`. */
-  RawConnection(SoupServerMessage *message, const Reply &reply, bool head_only);
+  /** Starts sending as `reply.delivery` says; without the body when `head_only`. `socket` is that
+   * of the message. */
+  RawConnection(SoupServerMessage *message, OwnedObject<GSocket> socket, const Reply &reply,
+                bool head_only);
   ~RawConnection();
   RawConnection(const RawConnection &) = delete;
   RawConnection &operator=(const RawConnection &) = delete;
