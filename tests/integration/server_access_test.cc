@@ -152,9 +152,9 @@ TEST_F(ServerAccess, AProxyMayRequireCredentials) {
   start({"--postings", "5", "--proxy-user", "wachter", "--proxy-password-file", file});
   const std::string url =
       std::string("http://static.zox.example/3.7.3/dumps/") + dump_names().front() + ".gz";
-  const HttpReply refused = send({.url = url, .proxy = server->host()});
-  EXPECT_EQ(refused.status, 407);
-  EXPECT_THAT(refused.headers.at("proxy-authenticate"), ::testing::StartsWith("Basic"));
+  const HttpReply rejected = send({.url = url, .proxy = server->host()});
+  EXPECT_EQ(rejected.status, 407);
+  EXPECT_THAT(rejected.headers.at("proxy-authenticate"), ::testing::StartsWith("Basic"));
   const auto status = [&](const std::string &credentials) {
     return send({.url = url, .proxy = server->host(), .proxy_credentials = credentials}).status;
   };
@@ -248,6 +248,25 @@ TEST_F(ServerAccess, TheControlPortRejectsWebPagesAndInvalidCommands) {
   EXPECT_EQ(send({.url = control + "/advance?new=-1", .method = "POST"}).status, 400);
   EXPECT_EQ(send({.url = control + "/account", .method = "POST"}).status, 400);
   EXPECT_EQ(send({.url = control + "/account?user=a:b", .method = "POST"}).status, 400);
+}
+
+TEST_F(ServerAccess, TheControlPortRejectsForeignHosts) {
+  start();
+  const std::string url = "http://" + server->control_host() + "/status";
+  const std::string port = server->control_host().substr(server->control_host().find(':'));
+  const auto status = [&](const std::string &host) {
+    return send({.url = url, .headers = {"Host: " + host}}).status;
+  };
+  for (const char *host : {"127.0.0.1", "127.0.0.2", "localhost", "LocalHost", "[::1]"})
+    EXPECT_EQ(status(host + port), 200) << host;
+  for (const char *host : {"www.kwaad.example", "192.0.2.1", "127.0.0.1.kwaad.example", "[::2]"})
+    EXPECT_EQ(status(host + port), 403) << host;
+  EXPECT_EQ(status("127.0.0.1"), 403);
+  EXPECT_EQ(status("localhost:1"), 403);
+  EXPECT_EQ(
+      send({.url = "http://www.kwaad.example" + port + "/status", .proxy = server->control_host()})
+          .status,
+      403);
 }
 
 }  // namespace

@@ -10,6 +10,12 @@
 
 namespace velkor::server {
 namespace commands {
+namespace {
+
+/** Enough for every purpose, and sums of a few of them with a time do not overflow. */
+constexpr std::int64_t max_count = 1'000'000'000;
+
+}  // namespace
 
 Reply json_reply(std::string document) {
   Reply reply = text_reply(std::move(document));
@@ -32,7 +38,7 @@ std::int64_t count_parameter(const Request &request, const char *name) {
   if (!request.has(name))
     return 0;
   const std::optional<std::int64_t> count = whole_number(request.value(name));
-  if (!count || *count < 0)
+  if (!count || *count < 0 || *count > max_count)
     throw BadCommand(std::string("the parameter ") + name + " is not a count");
   return *count;
 }
@@ -106,8 +112,11 @@ Reply list_commands(const ControlContext &, const Request &) {
 
 Reply execute(const ControlContext &context, const Request &request) {
   // Otherwise any web page open in the user's browser could control the server.
-  if (request.from_browser_page)
-    return json_error(403, "requests from web pages are refused");
+  if (request.from_web_page)
+    return json_error(403, "requests from web pages are rejected");
+  // A page could also make its own host name resolve to this address (DNS rebinding).
+  if (!request.for_loopback)
+    return json_error(403, "the host of the request is not a loopback address of this port");
   const auto *const found = std::ranges::find_if(all_commands, [&](const ControlCommand &command) {
     return command.path == request.path && command.method == request.method;
   });

@@ -31,6 +31,8 @@ std::optional<Credentials> credentials_in(const std::string &header) {
   return Credentials{text.substr(0, colon), text.substr(colon + 1)};
 }
 
+using OwnedUri = std::unique_ptr<GUri, ReleaseWith<g_uri_unref>>;
+
 int port_of(GUri *uri) {
   const int port = g_uri_get_port(uri);
   return port < 0 ? default_port : port;
@@ -38,6 +40,26 @@ int port_of(GUri *uri) {
 
 GInetSocketAddress *local_address(SoupServerMessage *message) {
   return reinterpret_cast<GInetSocketAddress *>(soup_server_message_get_local_address(message));
+}
+
+bool is_loopback(const char *host) {
+  if (host == nullptr || g_ascii_strcasecmp(host, "localhost") == 0)
+    return host != nullptr;
+  const OwnedObject<GInetAddress> address(g_inet_address_new_from_string(host));
+  return address && g_inet_address_get_is_loopback(address.get()) != FALSE;
+}
+
+/** Both the target and the Host header count, since an absolute target would hide the header. */
+bool is_for_loopback(SoupServerMessage *message, GUri *uri) {
+  const int port = g_inet_socket_address_get_port(local_address(message));
+  const auto matches = [port](GUri *named) {
+    return named != nullptr && port_of(named) == port && is_loopback(g_uri_get_host(named));
+  };
+  const std::string header = header_of(message, "Host");
+  if (header.empty())
+    return matches(uri);
+  const OwnedUri named(g_uri_parse(("http://" + header).c_str(), G_URI_FLAGS_NONE, nullptr));
+  return matches(uri) && matches(named.get());
 }
 
 /** Whether the URL names the address that received the request. */
@@ -92,7 +114,8 @@ Request read_request(SoupServerMessage *message, Listener listener) {
   request.proxy_credentials = credentials_in(header_of(message, "Proxy-Authorization"));
   request.proxied = is_proxied(message, uri);
   request.accepts_gzip = header_of(message, "Accept-Encoding").find("gzip") != std::string::npos;
-  request.from_browser_page = !header_of(message, "Origin").empty();
+  request.for_loopback = is_for_loopback(message, uri);
+  request.from_web_page = !header_of(message, "Origin").empty();
   request.client_address = client_of(message);
   return request;
 }

@@ -37,8 +37,10 @@ struct Request {
   /** Whether the server was used as a proxy. */
   bool proxied = false;
   bool accepts_gzip = false;
+  /** Whether the host is a loopback name or address with the port of this listener. */
+  bool for_loopback = false;
   /** Whether a web page sent it (it has an Origin header). */
-  bool from_browser_page = false;
+  bool from_web_page = false;
   /** The IP address of the client, without the port. */
   std::string client_address;
 
