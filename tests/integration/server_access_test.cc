@@ -246,6 +246,9 @@ TEST_F(ServerAccess, TheControlPortRejectsWebPagesAndInvalidCommands) {
   EXPECT_EQ(send({.url = control + "/nergens"}).status, 404);
   EXPECT_EQ(send({.url = control + "/advance?new=veel", .method = "POST"}).status, 400);
   EXPECT_EQ(send({.url = control + "/advance?new=-1", .method = "POST"}).status, 400);
+  EXPECT_EQ(
+      send({.url = control + "/advance?seconds=9223372036854775807", .method = "POST"}).status,
+      400);
   EXPECT_EQ(send({.url = control + "/account", .method = "POST"}).status, 400);
   EXPECT_EQ(send({.url = control + "/account?user=a:b", .method = "POST"}).status, 400);
 }

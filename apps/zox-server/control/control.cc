@@ -12,7 +12,7 @@ namespace velkor::server {
 namespace commands {
 namespace {
 
-/** Enough for every purpose, and sums of a few of them with a time do not overflow. */
+/** No sensible command needs more, and times computed with it cannot overflow. */
 constexpr std::int64_t max_count = 1'000'000'000;
 
 }  // namespace

@@ -43,8 +43,10 @@ GInetSocketAddress *local_address(SoupServerMessage *message) {
 }
 
 bool is_loopback(const char *host) {
-  if (host == nullptr || g_ascii_strcasecmp(host, "localhost") == 0)
-    return host != nullptr;
+  if (host == nullptr)
+    return false;
+  if (g_ascii_strcasecmp(host, "localhost") == 0)
+    return true;
   const OwnedObject<GInetAddress> address(g_inet_address_new_from_string(host));
   return address && g_inet_address_get_is_loopback(address.get()) != FALSE;
 }

@@ -26,8 +26,9 @@ Parameter parse_parameter(std::string_view piece) {
 }  // namespace
 
 const Parameter *Request::find(std::string_view name) const {
-  const auto found = std::find_if(parameters.rbegin(), parameters.rend(),
-                                  [&](const Parameter &entry) { return entry.name == name; });
+  const auto found =
+      std::ranges::find_if(parameters.rbegin(), parameters.rend(),
+                           [&](const Parameter &entry) { return entry.name == name; });
   return found == parameters.rend() ? nullptr : &*found;
 }
 
