@@ -47,7 +47,7 @@ private:
 
 struct Service {
   /** Opens the database. @throws DatabaseError when it was not created by this program */
-  explicit Service(const ServiceSettings &settings);
+  explicit Service(const ServiceSettings &chosen);
 
   /** A time for a change that even up-to-date clients have not seen yet. */
   [[nodiscard]] std::int64_t change_stamp();

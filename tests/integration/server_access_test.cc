@@ -41,7 +41,7 @@ public:
   Plugin(const Plugin &) = delete;
   Plugin &operator=(const Plugin &) = delete;
 
-  std::string secret(const std::string &url, const std::string &password) const {
+  [[nodiscard]] std::string secret(const std::string &url, const std::string &password) const {
     GString *text = g_string_new(password.c_str());
     char *made = auth_(url.c_str(), text);
     g_string_free(text, TRUE);

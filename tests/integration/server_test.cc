@@ -53,10 +53,10 @@ std::string first_in_xml(const std::string &document, const std::string &express
   return found.empty() ? std::string() : found.front();
 }
 
-std::string gunzip(const std::string &packed) {
+std::string gunzip(std::string packed) {
   z_stream stream{};
   inflateInit2(&stream, 15 + 16);
-  stream.next_in = reinterpret_cast<z_const Bytef *>(const_cast<char *>(packed.data()));
+  stream.next_in = reinterpret_cast<Bytef *>(packed.data());
   stream.avail_in = static_cast<uInt>(packed.size());
   std::string content;
   std::string block(65536, '\0');

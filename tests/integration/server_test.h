@@ -23,7 +23,7 @@ std::string first_in_xml(const std::string &document, const std::string &express
 /** Whether the text is a well-formed XML document. */
 bool is_xml(const std::string &document);
 
-std::string gunzip(const std::string &packed);
+std::string gunzip(std::string packed);
 
 class ServerTest : public ::testing::Test {
 protected:

@@ -8,7 +8,7 @@
 namespace velkor::server {
 namespace {
 
-constexpr std::int64_t day = 24 * 3600;
+constexpr std::int64_t day = std::int64_t{24} * 3600;
 /** The percentage of postings by members who can log in. */
 constexpr std::int64_t member_percentage = 2;
 

@@ -97,7 +97,7 @@ void PostingStore::replace(const Posting &posting, bool announce) {
 }
 
 std::optional<Posting> PostingStore::find(std::int64_t id) {
-  Statement statement = database_.prepare(selection("WHERE \"PostID\" = ?"));
+  Statement statement = database_.prepare(selection(R"(WHERE "PostID" = ?)"));
   if (!statement.bind(id).step())
     return std::nullopt;
   return read_posting(statement);
@@ -106,30 +106,30 @@ std::optional<Posting> PostingStore::find(std::int64_t id) {
 std::vector<Posting> PostingStore::by(const std::string &poster) {
   std::vector<Posting> postings;
   Statement statement =
-      database_.prepare(selection("WHERE \"Poster\" = ? ORDER BY \"Stamp\" DESC, \"PostID\" DESC"));
+      database_.prepare(selection(R"(WHERE "Poster" = ? ORDER BY "Stamp" DESC, "PostID" DESC)"));
   for (statement.bind(poster); statement.step();)
     postings.push_back(read_posting(statement));
   return postings;
 }
 
 std::int64_t PostingStore::count_by(const std::string &poster) {
-  return database_.number("SELECT count(*) FROM posting WHERE \"Poster\" = ?", poster);
+  return database_.number(R"(SELECT count(*) FROM posting WHERE "Poster" = ?)", poster);
 }
 
 std::int64_t PostingStore::kudos_of(const std::string &poster) {
-  return database_.number("SELECT total(\"Kudos\") FROM posting WHERE \"Poster\" = ?", poster);
+  return database_.number(R"(SELECT total("Kudos") FROM posting WHERE "Poster" = ?)", poster);
 }
 
 bool PostingStore::has_title_since(const std::string &title, std::int64_t stamp) {
   return database_.number(
-             "SELECT EXISTS (SELECT 1 FROM posting WHERE \"Title\" = ? AND \"Stamp\" >= ?)", title,
+             R"(SELECT EXISTS (SELECT 1 FROM posting WHERE "Title" = ? AND "Stamp" >= ?))", title,
              stamp) != 0;
 }
 
 std::vector<std::int64_t> PostingStore::live_ids() {
   std::vector<std::int64_t> ids;
   Statement statement =
-      database_.prepare("SELECT \"PostID\" FROM posting WHERE \"Status\" > ? ORDER BY \"PostID\"");
+      database_.prepare(R"(SELECT "PostID" FROM posting WHERE "Status" > ? ORDER BY "PostID")");
   for (statement.bind(std::int64_t{state_deleted}); statement.step();)
     ids.push_back(statement.integer(0));
   return ids;
@@ -140,7 +140,7 @@ std::int64_t PostingStore::count() {
 }
 
 std::int64_t PostingStore::highest_id() {
-  return database_.number("SELECT max(\"PostID\") FROM posting");
+  return database_.number(R"(SELECT max("PostID") FROM posting)");
 }
 
 std::int64_t PostingStore::waiting() {
@@ -149,7 +149,7 @@ std::int64_t PostingStore::waiting() {
 
 void PostingStore::each_waiting(const std::function<void(const Posting &)> &visit) {
   Statement statement =
-      database_.prepare(selection("WHERE waiting = 1 ORDER BY \"Updated\", \"PostID\""));
+      database_.prepare(selection(R"(WHERE waiting = 1 ORDER BY "Updated", "PostID")"));
   while (statement.step())
     visit(read_posting(statement));
 }

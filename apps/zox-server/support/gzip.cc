@@ -18,7 +18,7 @@ std::string gzip(std::string_view content) {
                    Z_DEFAULT_STRATEGY) != Z_OK)
     throw std::runtime_error("cannot start compression");
   std::string packed(deflateBound(&stream, content.size()), '\0');
-  stream.next_in = reinterpret_cast<z_const Bytef *>(const_cast<char *>(content.data()));
+  stream.next_in = reinterpret_cast<const Bytef *>(content.data());
   stream.avail_in = static_cast<uInt>(content.size());
   stream.next_out = reinterpret_cast<Bytef *>(packed.data());
   stream.avail_out = static_cast<uInt>(packed.size());
