@@ -24,7 +24,7 @@ TEST_F(VelkorctlBus, OpenHandsThePostingToTheRunningInstance) {
 }
 
 TEST_F(VelkorctlBus, WithoutAnInstanceOpenSaysSo) {
-  const Outcome outcome = run({"open", "42"});
+  const ProcessResult outcome = run({"open", "42"});
   EXPECT_EQ(outcome.status, 7);
   EXPECT_EQ(outcome.err, "velkorctl: Velkor is not running\n");
   bus.stop();
@@ -60,7 +60,7 @@ TEST_F(VelkorctlBus, OtherCommandsMayWriteBesideAListener) {
 
 TEST_F(VelkorctlBus, ListenDoesNotDisturbARunningInstance) {
   const BusNameOwner front_end;
-  const Outcome outcome = run({"listen"});
+  const ProcessResult outcome = run({"listen"});
   EXPECT_EQ(outcome.status, 4);
   EXPECT_EQ(outcome.err, "velkorctl: Velkor is already running\n");
   EXPECT_THAT(front_end.calls(), ElementsAre());
@@ -68,7 +68,7 @@ TEST_F(VelkorctlBus, ListenDoesNotDisturbARunningInstance) {
 
 TEST_F(VelkorctlBus, WithoutABusListenFails) {
   bus.stop();
-  const Outcome outcome = run({"listen"});
+  const ProcessResult outcome = run({"listen"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.err, HasSubstr("Maken van verbinding met DBus mislukt:"));
 }
@@ -79,9 +79,7 @@ protected:
 };
 
 TEST_F(VelkorctlMailNotice, ListenTellsThatMailWaits) {
-  Surroundings around;
-  around.input = "text";
-  ASSERT_EQ(run({"mail", "send", "demo", "subject"}, around).status, 0);
+  ASSERT_EQ(run({"mail", "send", "demo", "subject"}, {.input = "text"}).status, 0);
   ChildProcess listener(command({"listen", "--mail", "60"}));
   EXPECT_EQ(listener.read_line(), "mail");
   EXPECT_EQ(listener.read_line(), "listening");

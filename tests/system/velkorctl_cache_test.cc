@@ -43,7 +43,7 @@ TEST_F(VelkorctlCache, DamageIsFoundToTheLastByte) {
   write_file(cached("velkor.posts.gz"), bytes);
   EXPECT_EQ(run({"cache", "verify"}).status, 6);
   cache_postings("<Event>");
-  const Outcome outcome = run({"cache", "verify"});
+  const ProcessResult outcome = run({"cache", "verify"});
   EXPECT_EQ(outcome.status, 6);
   EXPECT_THAT(outcome.out, HasSubstr("mismatch"));
   write_gzip(cached("velkor.posts.gz"), "<Other/>");
@@ -60,7 +60,7 @@ TEST_F(VelkorctlCache, ABackupIsRestored) {
   EXPECT_EQ(read_file(backup / "velkor.posts.gz"), postings);
   cache_postings(event(3, "Gamma"));
   settings("username=bob\n");
-  const Outcome outcome = run({"cache", "restore", backup});
+  const ProcessResult outcome = run({"cache", "restore", backup});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(read_file(cached("velkor.posts.gz")), postings);
   EXPECT_EQ(output({"config", "get", "username"}), "ann\n");
@@ -73,7 +73,7 @@ TEST_F(VelkorctlCache, ABackupIsRestored) {
 
 TEST_F(VelkorctlCache, ABackupNeverOverwrites) {
   fs::create_directory(backup);
-  const Outcome outcome = run({"cache", "backup", backup});
+  const ProcessResult outcome = run({"cache", "backup", backup});
   EXPECT_EQ(outcome.status, 6);
   EXPECT_THAT(outcome.err, HasSubstr("cannot make"));
   EXPECT_TRUE(fs::is_empty(backup));
@@ -83,7 +83,7 @@ TEST_F(VelkorctlCache, ADamagedBackupIsNotRestored) {
   ASSERT_EQ(run({"cache", "backup", backup}).status, 0);
   write_file(backup / "velkor.posts.gz", "x");
   const std::string before = read_file(cached("velkor.posts.gz"));
-  const Outcome outcome = run({"cache", "restore", backup});
+  const ProcessResult outcome = run({"cache", "restore", backup});
   EXPECT_EQ(outcome.status, 6);
   EXPECT_THAT(outcome.err, HasSubstr("the backup is damaged"));
   EXPECT_EQ(read_file(cached("velkor.posts.gz")), before);
@@ -98,9 +98,7 @@ TEST_F(VelkorctlCache, NothingToCopyIsToldSo) {
 }
 
 TEST_F(VelkorctlCache, AFailedBackupLeavesNoHalfFile) {
-  Surroundings full;
-  full.file_size_limit = 100;
-  EXPECT_EQ(run({"cache", "backup", backup}, full).status, 6);
+  EXPECT_EQ(run({"cache", "backup", backup}, {.file_size_limit = 100}).status, 6);
   EXPECT_FALSE(fs::exists(backup / "velkor.posts.gz"));
 }
 
@@ -117,7 +115,7 @@ TEST_F(VelkorctlResync, BringsBackWhatWasLost) {
   const std::string last = output({"config", "get", "lastCheck"});
   fs::remove(cached("velkor.posts.gz"));
   EXPECT_EQ(run({"update"}).err, "velkorctl: Geen nieuwe ZOX postings sinds laatste update\n");
-  const Outcome outcome = run({"cache", "resync"});
+  const ProcessResult outcome = run({"cache", "resync"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_THAT(outcome.err, HasSubstr("50 postings received, 50 in the cache"));
   EXPECT_EQ(output({"config", "get", "prevCheck"}), last);

@@ -14,10 +14,8 @@ class VelkorctlCommunity : public ServerVelkorctlTest {
 protected:
   using ServerVelkorctlTest::ServerVelkorctlTest;
 
-  Outcome run_with_input(const Words &words, const std::string &input) const {
-    Surroundings around;
-    around.input = input;
-    return run(words, around);
+  ProcessResult run_with_input(const Words &words, const std::string &input) const {
+    return run(words, {.input = input});
   }
   /** A posting that is not the user's own. */
   std::string posting() {
@@ -29,7 +27,7 @@ protected:
 class VelkorctlMail : public VelkorctlCommunity {
 protected:
   void send(const std::string &subject, const std::string &body) const {
-    const Outcome outcome = run_with_input({"mail", "send", "demo", subject}, body);
+    const ProcessResult outcome = run_with_input({"mail", "send", "demo", subject}, body);
     ASSERT_EQ(outcome.status, 0) << outcome.err;
   }
 };
@@ -38,7 +36,7 @@ TEST_F(VelkorctlMail, SendsFetchesReadsAndDeletes) {
   EXPECT_EQ(output({"mail", "check"}), "no\n");
   send("greeting", "hello\nthere\n");
   EXPECT_EQ(output({"mail", "check"}), "yes\n");
-  const Outcome fetched = run({"mail", "fetch"});
+  const ProcessResult fetched = run({"mail", "fetch"});
   EXPECT_EQ(fetched.status, 0);
   EXPECT_EQ(fetched.err, "velkorctl: 1 new message\n");
   EXPECT_EQ(run({"mail", "fetch"}).err, "velkorctl: no new messages\n");
@@ -57,7 +55,7 @@ TEST_F(VelkorctlMail, AMessageThatDoesNotExistIsNotFound) {
 }
 
 TEST_F(VelkorctlMail, AnUnknownAddresseeIsReported) {
-  const Outcome outcome = run_with_input({"mail", "send", "nobody", "x"}, "text");
+  const ProcessResult outcome = run_with_input({"mail", "send", "nobody", "x"}, "text");
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err, "velkorctl: the server does not know the addressee\n");
   EXPECT_EQ(output({"mail", "list", "--format", "json"}), "[]\n");
@@ -65,16 +63,14 @@ TEST_F(VelkorctlMail, AnUnknownAddresseeIsReported) {
 
 TEST_F(VelkorctlMail, OnAFullDiskNothingIsTakenFromTheServer) {
   send("greeting", std::string(3000, 'x'));
-  Surroundings full;
-  full.file_size_limit = 2000;
-  EXPECT_EQ(run({"mail", "fetch"}, full).status, 6);
+  EXPECT_EQ(run({"mail", "fetch"}, {.file_size_limit = 2000}).status, 6);
   EXPECT_EQ(run({"mail", "fetch"}).status, 0);
   EXPECT_EQ(count_objects(output({"mail", "list", "--format", "json"})), 2U);
 }
 
 TEST_F(VelkorctlMail, AMailBoxThatCannotBeReadIsTold) {
   write_file(cached("velkor.mail"), "<Mail><Event");
-  const Outcome outcome = run({"mail", "list"});
+  const ProcessResult outcome = run({"mail", "list"});
   EXPECT_EQ(outcome.status, 6);
   EXPECT_THAT(outcome.err, HasSubstr("cannot read the messages in "));
 }
@@ -97,7 +93,7 @@ TEST_F(VelkorctlCommunity, KudosAreGivenAndRead) {
 TEST_F(VelkorctlCommunity, AWarningIsGivenOnce) {
   const std::string id = posting();
   EXPECT_EQ(run({"warn", id, "spam"}).err, "velkorctl: the warning has number 1\n");
-  const Outcome again = run({"warn", id, "spam"});
+  const ProcessResult again = run({"warn", id, "spam"});
   EXPECT_EQ(again.status, 1);
   EXPECT_EQ(again.err, "velkorctl: you have already warned about this posting\n");
   EXPECT_EQ(run({"warn", id, ""}).status, 2);
@@ -106,7 +102,7 @@ TEST_F(VelkorctlCommunity, AWarningIsGivenOnce) {
 TEST_F(VelkorctlCommunity, AProfileIsPrinted) {
   EXPECT_THAT(output({"profile", "demo"}), HasSubstr("Name            demo\n"));
   EXPECT_THAT(output({"profile", "demo", "--format", "json"}), HasSubstr(R"("name":"demo")"));
-  const Outcome unknown = run({"profile", "nobody"});
+  const ProcessResult unknown = run({"profile", "nobody"});
   EXPECT_EQ(unknown.status, 1);
   EXPECT_THAT(unknown.err, HasSubstr("velkorctl: the server knows no such user\n"));
 }
@@ -137,7 +133,7 @@ protected:
 };
 
 TEST_F(VelkorctlPost, PlacesASpotAndPrintsItsNumber) {
-  const Outcome outcome = run(post(spot));
+  const ProcessResult outcome = run(post(spot));
   ASSERT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.err, "velkorctl: sending the posting\n"
                          "velkorctl: the posting is accepted\n"
@@ -166,7 +162,7 @@ TEST_F(VelkorctlPost, ADryRunSendsNothing) {
 
 TEST_F(VelkorctlPost, EverythingWrongIsToldBeforeAnythingIsSent) {
   server.forget_requests();
-  const Outcome outcome =
+  const ProcessResult outcome =
       run(post("titel=x\ncategory=Beeld\nsub-category=MP3\ntags=Browsers\nfiles=many\n"));
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.out, "");
@@ -180,7 +176,7 @@ TEST_F(VelkorctlPost, EverythingWrongIsToldBeforeAnythingIsSent) {
 
 TEST_F(VelkorctlPost, AFailureIsReported) {
   server.fault("/3.7.3/xml-post.php", "database", 1);
-  const Outcome outcome = run(post(spot));
+  const ProcessResult outcome = run(post(spot));
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err, "velkorctl: sending the posting\n"
@@ -189,7 +185,7 @@ TEST_F(VelkorctlPost, AFailureIsReported) {
 
 TEST_F(VelkorctlPost, AReservationIsTold) {
   ASSERT_EQ(run(post(spot)).status, 0);
-  const Outcome repeated = run(post(spot));
+  const ProcessResult repeated = run(post(spot));
   EXPECT_EQ(repeated.status, 0);
   EXPECT_NE(repeated.out, "");
   EXPECT_THAT(repeated.err, HasSubstr("accepted the posting with a reservation"));
@@ -202,7 +198,7 @@ TEST_F(VelkorctlPost, AFailureAfterThePostingItselfNamesIt) {
   Words words = post(spot);
   words.insert(words.begin(), {VELKORCTL_PROGRAM, "--server", failing.host(), "--lib-dir",
                                ServerProcess::plugin_directory()});
-  const Outcome outcome = run_program(words);
+  const ProcessResult outcome = run_program(words);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.err, HasSubstr("Database-storing op de ZOX server; posting 501 stands "
                                      "without the rest\n"));
@@ -214,12 +210,12 @@ protected:
 };
 
 TEST_F(VelkorctlSignup, MakesAnAccountAndUsesIt) {
-  const Outcome outcome = run_with_input(
+  const ProcessResult outcome = run_with_input(
       {"signup", "newby", "newby@example.org", "--password-stdin", "--use"}, "geheim\n");
   ASSERT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(output({"config", "get", "username"}), "newby\n");
   EXPECT_EQ(output({"mail", "check"}), "no\n");
-  const Outcome again =
+  const ProcessResult again =
       run_with_input({"signup", "newby", "newby@example.org", "--password-stdin"}, "geheim\n");
   EXPECT_EQ(again.status, 1);
   EXPECT_EQ(again.err, "velkorctl: Er is reeds iemand geregistreerd met de opgegeven "
@@ -227,7 +223,7 @@ TEST_F(VelkorctlSignup, MakesAnAccountAndUsesIt) {
 }
 
 TEST_F(VelkorctlSignup, ThePasswordIsNeverAnArgument) {
-  const Outcome refused = run({"signup", "newby", "newby@example.org"});
+  const ProcessResult refused = run({"signup", "newby", "newby@example.org"});
   EXPECT_EQ(refused.status, 2);
   EXPECT_THAT(refused.err, HasSubstr("--password-stdin"));
   EXPECT_EQ(run({"account", "set", "newby", "geheim"}).status, 2);
@@ -237,10 +233,10 @@ TEST_F(VelkorctlSignup, AccountSetStoresNameAndPassword) {
   EXPECT_EQ(run_with_input({"account", "set", "ann", "--password-stdin"}, "se cret\n").status, 0);
   EXPECT_EQ(output({"config", "get", "username"}), "ann\n");
   EXPECT_EQ(output({"config", "get", "password", "--show-secret"}), "se cret\n");
-  TerminalProgram asking(command({"account", "set", "bob"}), 80);
+  ChildProcess asking(command({"account", "set", "bob"}), {.terminal_columns = 80});
   asking.wait_for("password: ");
-  asking.type("hidden\n");
-  const Outcome outcome = asking.finish();
+  asking.write("hidden\n");
+  const ProcessResult outcome = asking.finish();
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.out, Not(HasSubstr("hidden")));
   EXPECT_EQ(output({"config", "get", "password", "--show-secret"}), "hidden\n");

@@ -10,12 +10,10 @@ using ::testing::Not;
 
 class VelkorctlConfig : public VelkorctlTest {
 protected:
-  Outcome set(const Words &words, const std::string &input = "") const {
+  ProcessResult set(const Words &words, const std::string &input = "") const {
     Words all{"config", "set"};
     all.insert(all.end(), words.begin(), words.end());
-    Surroundings around;
-    around.input = input;
-    return run(all, around);
+    return run(all, {.input = input});
   }
 };
 
@@ -44,13 +42,13 @@ TEST_F(VelkorctlConfig, UnsetReturnsToTheDefault) {
   EXPECT_EQ(output({"config", "unset", "ratingScale"}), "");
   EXPECT_EQ(output({"config", "get", "ratingScale"}), "100\n");
   EXPECT_EQ(output({"config", "unset", "username"}), "");
-  const Outcome outcome = run({"config", "get", "username"});
+  const ProcessResult outcome = run({"config", "get", "username"});
   EXPECT_EQ(outcome.status, 7);
   EXPECT_EQ(outcome.err, "velkorctl: username is not set\n");
 }
 
 TEST_F(VelkorctlConfig, APasswordComesFromStandardInputOnly) {
-  const Outcome refused = set({"password", "secret"});
+  const ProcessResult refused = set({"password", "secret"});
   EXPECT_EQ(refused.status, 2);
   EXPECT_THAT(refused.err, HasSubstr("--stdin"));
   EXPECT_EQ(set({"password", "--stdin"}, "se=cret\n").status, 0);
@@ -67,10 +65,10 @@ TEST_F(VelkorctlConfig, APasswordIsPrintedOnlyWhenAskedForByName) {
 }
 
 TEST_F(VelkorctlConfig, ATypedPasswordIsNotShown) {
-  TerminalProgram asking(command({"config", "set", "password", "--stdin"}), 80);
+  ChildProcess asking(command({"config", "set", "password", "--stdin"}), {.terminal_columns = 80});
   asking.wait_for("password: ");
-  asking.type("secret\n");
-  const Outcome outcome = asking.finish();
+  asking.write("secret\n");
+  const ProcessResult outcome = asking.finish();
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.out, Not(HasSubstr("secret")));
   EXPECT_EQ(output({"config", "get", "password", "--show-secret"}), "secret\n");
@@ -104,7 +102,7 @@ TEST_F(VelkorctlConfig, ListsEverySetting) {
 
 TEST_F(VelkorctlConfig, SettingsThatCannotBeReadAreNotReplaced) {
   std::filesystem::create_directory(cached("velkor.conf"));
-  const Outcome outcome = set({"username", "ann"});
+  const ProcessResult outcome = set({"username", "ann"});
   EXPECT_EQ(outcome.status, 6);
   EXPECT_THAT(outcome.err, HasSubstr("velkor.conf"));
   EXPECT_TRUE(std::filesystem::is_directory(cached("velkor.conf")));
@@ -112,9 +110,7 @@ TEST_F(VelkorctlConfig, SettingsThatCannotBeReadAreNotReplaced) {
 
 TEST_F(VelkorctlConfig, OnAFullDiskTheSettingsStayAsTheyWere) {
   settings("username=ann\n");
-  Surroundings full;
-  full.file_size_limit = 400;
-  const Outcome outcome = run({"config", "set", "trayIcon", "0"}, full);
+  const ProcessResult outcome = run({"config", "set", "trayIcon", "0"}, {.file_size_limit = 400});
   EXPECT_EQ(outcome.status, 6);
   EXPECT_THAT(outcome.err, HasSubstr("could not be saved"));
   EXPECT_EQ(read_file(cached("velkor.conf")), "username=ann\n");

@@ -30,12 +30,12 @@ VelkorctlTest::Words VelkorctlTest::command(const Words &words) const {
   return all;
 }
 
-Outcome VelkorctlTest::run(const Words &words, const Surroundings &around) const {
-  return run_program(command(words), around);
+ProcessResult VelkorctlTest::run(const Words &words, const ProcessOptions &options) const {
+  return run_program(command(words), options);
 }
 
 std::string VelkorctlTest::output(const Words &words) const {
-  const Outcome outcome = run(words);
+  const ProcessResult outcome = run(words);
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.err, "");
   return outcome.out;

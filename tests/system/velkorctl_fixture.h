@@ -10,9 +10,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/child_process.h"
 #include "tests/support/sandbox.h"
 #include "tests/support/server_process.h"
-#include "tests/system/program.h"
 
 namespace velkor::test {
 
@@ -24,7 +24,7 @@ protected:
 
   /** The whole command: the program, the fixture's own options and `words`. */
   [[nodiscard]] virtual Words command(const Words &words) const;
-  [[nodiscard]] Outcome run(const Words &words, const Surroundings &around = {}) const;
+  [[nodiscard]] ProcessResult run(const Words &words, const ProcessOptions &options = {}) const;
   /** The standard output of a run that must end with 0 and without a word of warning. */
   [[nodiscard]] std::string output(const Words &words) const;
 

@@ -110,7 +110,7 @@ TEST_F(VelkorctlList, WhatIsUnknownIsAUsageError) {
                                                {"list", "--sort", "grootte"},
                                                {"tags", "Boeken"},
                                                {"config", "get", "geen"}}) {
-    const Outcome outcome = run(words);
+    const ProcessResult outcome = run(words);
     EXPECT_EQ(outcome.status, 2) << words.back();
     EXPECT_EQ(outcome.out, "");
     EXPECT_THAT(outcome.err, HasSubstr("velkorctl: "));
@@ -119,8 +119,8 @@ TEST_F(VelkorctlList, WhatIsUnknownIsAUsageError) {
 
 TEST_F(VelkorctlList, OnATerminalNoLineIsTooWide) {
   cache_postings(event(1, "日本語のとても長い題名です、端末より広い", "<Poster>x</Poster>"));
-  TerminalProgram listing(command({"list"}), 60);
-  const Outcome outcome = listing.finish();
+  ChildProcess listing(command({"list"}), {.terminal_columns = 60});
+  const ProcessResult outcome = listing.finish();
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.out, HasSubstr("日本"));
   EXPECT_THAT(outcome.out, HasSubstr("…"));
@@ -147,7 +147,7 @@ TEST_F(VelkorctlList, ReadingLeavesTheCacheDirectoryAsItIs) {
 
 TEST_F(VelkorctlList, AMissingCacheIsEmptyAndIsNotMade) {
   std::filesystem::remove_all(sandbox.cache());
-  const Outcome outcome = run({"list", "--format", "json"});
+  const ProcessResult outcome = run({"list", "--format", "json"});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out, "[]\n");
   EXPECT_EQ(outcome.err, "velkorctl: no postings are cached yet; see velkorctl update\n");
@@ -156,7 +156,7 @@ TEST_F(VelkorctlList, AMissingCacheIsEmptyAndIsNotMade) {
 
 TEST_F(VelkorctlList, AnUnreadableCacheIsNoEmptyList) {
   write_gzip(cached("velkor.posts.gz"), "<Events><Event></Events>");
-  const Outcome outcome = run({"list"});
+  const ProcessResult outcome = run({"list"});
   EXPECT_EQ(outcome.status, 6);
   EXPECT_EQ(outcome.out, "");
   EXPECT_THAT(outcome.err, HasSubstr("cannot read the postings in "));
@@ -212,7 +212,7 @@ TEST_F(VelkorctlGroups, FetchesAndKeepsTheNewsgroups) {
 TEST_F(VelkorctlGroups, AFailedFetchKeepsTheOldOnes) {
   const std::string before = output({"groups", "--fetch"});
   server.fault("/3.7.3/xml-groups.php", "database", 1);
-  const Outcome outcome = run({"groups", "--fetch"});
+  const ProcessResult outcome = run({"groups", "--fetch"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err, "velkorctl: Database-storing op de ZOX server\n");
   EXPECT_EQ(output({"groups"}), before);
@@ -221,9 +221,7 @@ TEST_F(VelkorctlGroups, AFailedFetchKeepsTheOldOnes) {
 class VelkorctlOutput : public VelkorctlList {};
 
 TEST_F(VelkorctlOutput, AFullDiskBehindStandardOutputIsAFailure) {
-  Surroundings full;
-  full.output_file = "/dev/full";
-  const Outcome outcome = run({"list"}, full);
+  const ProcessResult outcome = run({"list"}, {.output_file = "/dev/full"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.err, HasSubstr("cannot write to standard output"));
 }
@@ -233,7 +231,7 @@ TEST_F(VelkorctlOutput, AReaderThatLeavesEndsTheCommandQuietly) {
   for (int id = 1; id <= 5000; ++id)
     events += event(id, "a title of some length to fill the pipe");
   cache_postings(events);
-  const Outcome outcome =
+  const ProcessResult outcome =
       run_program({"bash", "-c", "set -o pipefail; " + command({}).front() + " list | head -n 1"});
   EXPECT_EQ(outcome.status, 141);
   EXPECT_EQ(outcome.err, "");

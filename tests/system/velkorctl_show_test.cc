@@ -84,7 +84,7 @@ TEST_F(VelkorctlShow, AsksForAPostingThatIsNotCached) {
 
 TEST_F(VelkorctlShow, WhatIsGoneIsNotFound) {
   server.reply("/3.7.3/xml-findpost.php", "");
-  const Outcome outcome = run({"show", "9"});
+  const ProcessResult outcome = run({"show", "9"});
   EXPECT_EQ(outcome.status, 7);
   EXPECT_EQ(outcome.err, "velkorctl: Gegevens van de opgevraagde ZOX posting zijn niet meer "
                          "beschikbaar op de ZOX server\n");
@@ -99,9 +99,7 @@ TEST_F(VelkorctlShow, ForumPrintsTheReactionsAlone) {
 }
 
 TEST_F(VelkorctlShow, AReactionIsSentFromAFileOrStandardInput) {
-  Surroundings around;
-  around.input = "thanks\nall\n\n";
-  const Outcome outcome = run({"forum", "7", "--reply", "-"}, around);
+  const ProcessResult outcome = run({"forum", "7", "--reply", "-"}, {.input = "thanks\nall\n\n"});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.err, "velkorctl: the reaction is sent\n");
   write_file(sandbox.home() / "reply", "once more");
@@ -114,9 +112,7 @@ TEST_F(VelkorctlShow, AReactionIsSentFromAFileOrStandardInput) {
 
 TEST_F(VelkorctlShow, AnEmptyReactionIsNotSent) {
   EXPECT_EQ(run({"forum", "7", "--reply", "-"}).status, 2);
-  Surroundings around;
-  around.input = "\xff";
-  EXPECT_EQ(run({"forum", "7", "--reply", "-"}, around).status, 2);
+  EXPECT_EQ(run({"forum", "7", "--reply", "-"}, {.input = "\xff"}).status, 2);
   EXPECT_EQ(run({"forum", "7", "--reply", "/nonexistent"}).status, 2);
   EXPECT_THAT(server.requests(), IsEmpty());
 }

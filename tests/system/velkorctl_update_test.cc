@@ -35,7 +35,7 @@ protected:
 };
 
 TEST_F(VelkorctlUpdate, FetchesEverythingTheFirstTime) {
-  const Outcome outcome = run({"update"});
+  const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.out, "");
   EXPECT_THAT(outcome.err, HasSubstr("velkorctl: dump 1/5: "));
@@ -48,7 +48,7 @@ TEST_F(VelkorctlUpdate, FetchesOnlyWhatIsNewTheNextTime) {
   ASSERT_EQ(run({"update"}).status, 0);
   const std::size_t before = listed();
   server.advance({.added = 3, .seconds = 60});
-  const Outcome outcome = run({"update"});
+  const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_THAT(outcome.err, HasSubstr("3 postings received"));
   EXPECT_EQ(listed(), before + 3);
@@ -56,7 +56,7 @@ TEST_F(VelkorctlUpdate, FetchesOnlyWhatIsNewTheNextTime) {
 
 TEST_F(VelkorctlUpdate, NothingNewIsNoFailureUnlessAskedFor) {
   ASSERT_EQ(run({"update"}).status, 0);
-  const Outcome quiet = run({"update"});
+  const ProcessResult quiet = run({"update"});
   EXPECT_EQ(quiet.status, 0);
   EXPECT_EQ(quiet.err, "velkorctl: Geen nieuwe ZOX postings sinds laatste update\n");
   EXPECT_EQ(run({"update", "--exit-code"}).status, 5);
@@ -64,7 +64,7 @@ TEST_F(VelkorctlUpdate, NothingNewIsNoFailureUnlessAskedFor) {
 
 TEST_F(VelkorctlUpdate, WithoutAnAccountNothingIsAsked) {
   settings("username=demo\n");
-  const Outcome outcome = run({"update"});
+  const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 3);
   EXPECT_EQ(outcome.err, "velkorctl: no password is set; see velkorctl config set\n");
   settings("password=x\n");
@@ -74,21 +74,21 @@ TEST_F(VelkorctlUpdate, WithoutAnAccountNothingIsAsked) {
 
 TEST_F(VelkorctlUpdate, AWrongPasswordIsReportedInTheServicesWords) {
   settings("username=demo\npassword=wrong\n");
-  const Outcome outcome = run({"update"});
+  const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 3);
   EXPECT_EQ(outcome.err, "velkorctl: Ongeldige username/wachtwoord opgegeven\n");
 }
 
 TEST_F(VelkorctlUpdate, ANoticeOfTheServerCannotActOnTheTerminal) {
   server.fault(question, "message", 1, "Onder\033[2Jhoud");
-  const Outcome outcome = run({"update"});
+  const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err, "velkorctl: Servermededeling ontvangen: Onder\uFFFD[2Jhoud\n");
 }
 
 TEST_F(VelkorctlUpdate, AServerThatIsNotThereIsAFailure) {
   server.stop();
-  const Outcome outcome = run({"update"});
+  const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err, "velkorctl: Connection refused\n");
 }
@@ -97,18 +97,18 @@ TEST_F(VelkorctlUpdate, AFailedDumpChangesNothing) {
   server.fault(std::string(dumps), "gzip-corrupt", 1);
   EXPECT_EQ(run({"update"}).status, 1);
   EXPECT_EQ(setting("lastCheck"), "0\n");
-  const Outcome again = run({"update"});
+  const ProcessResult again = run({"update"});
   EXPECT_EQ(again.status, 0);
   EXPECT_THAT(again.err, HasSubstr("50 postings received"));
 }
 
 TEST_F(VelkorctlUpdate, WhatTheLibraryPrintsStaysOffStandardOutput) {
   server.fault(std::string(dumps), "xml-malformed", 2);
-  const Outcome quiet = run({"update"});
+  const ProcessResult quiet = run({"update"});
   EXPECT_EQ(quiet.status, 1);
   EXPECT_EQ(quiet.out, "");
   EXPECT_THAT(quiet.err, Not(HasSubstr("trace: ")));
-  const Outcome traced = run({"update", "--trace"});
+  const ProcessResult traced = run({"update", "--trace"});
   EXPECT_EQ(traced.out, "");
   EXPECT_THAT(traced.err, HasSubstr("velkorctl: trace: zox_events_parse(): buffer = "));
 }
@@ -120,11 +120,11 @@ TEST_F(VelkorctlUpdate, AnInterruptionEndsTheTransferAndLosesNothing) {
   server.advance({.added = 3, .seconds = 60});
   server.fault(std::string(dumps), "stall", 1);
   server.forget_requests();
-  Program update(command({"update"}));
+  ChildProcess update(command({"update"}), {.capture_errors = true});
   while (server.requests().size() < 2)
     std::this_thread::yield();
   update.send_signal(SIGINT);
-  const Outcome outcome = update.finish();
+  const ProcessResult outcome = update.finish();
   EXPECT_EQ(outcome.status, 130);
   EXPECT_THAT(outcome.err, HasSubstr("velkorctl: interrupted\n"));
   EXPECT_EQ(setting("lastCheck"), before);
@@ -134,8 +134,8 @@ TEST_F(VelkorctlUpdate, AnInterruptionEndsTheTransferAndLosesNothing) {
 }
 
 TEST_F(VelkorctlUpdate, ShowsABarOnATerminal) {
-  TerminalProgram update(command({"update"}), 60);
-  const Outcome outcome = update.finish();
+  ChildProcess update(command({"update"}), {.terminal_columns = 60});
+  const ProcessResult outcome = update.finish();
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.out, HasSubstr("\r\033[K["));
   EXPECT_THAT(outcome.out, HasSubstr("dump 5/5"));
@@ -148,7 +148,7 @@ protected:
 };
 
 TEST_F(VelkorctlRecursiveUpdate, GoesOnUntilTheServerHasNoMore) {
-  const Outcome outcome = run({"update", "--recursive"});
+  const ProcessResult outcome = run({"update", "--recursive"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_THAT(outcome.err, HasSubstr("50 postings received"));
   EXPECT_EQ(setting("recursiveUpdate"), "0\n");
@@ -162,18 +162,16 @@ TEST_F(VelkorctlRecursiveUpdate, AsksOnceWithoutTheOption) {
 class VelkorctlUpdateFiles : public VelkorctlUpdate {};
 
 TEST_F(VelkorctlUpdateFiles, ACacheDirectoryThatCannotBeMadeIsReported) {
-  const Outcome outcome = run({"--cache-dir", cached("velkor.conf") / "x", "update"});
+  const ProcessResult outcome = run({"--cache-dir", cached("velkor.conf") / "x", "update"});
   EXPECT_EQ(outcome.status, 6);
   EXPECT_THAT(outcome.err, StartsWith("velkorctl: "));
 }
 
 TEST_F(VelkorctlUpdateFiles, OnAFullDiskTheUpdateIsRepeatedLater) {
-  Surroundings full;
-  full.file_size_limit = 3000;
-  const Outcome outcome = run({"update"}, full);
+  const ProcessResult outcome = run({"update"}, {.file_size_limit = 3000});
   EXPECT_NE(outcome.status, 0);
   EXPECT_EQ(setting("lastCheck"), "0\n");
-  const Outcome again = run({"update"});
+  const ProcessResult again = run({"update"});
   EXPECT_EQ(again.status, 0);
   EXPECT_THAT(again.err, HasSubstr("50 postings received"));
 }
@@ -181,11 +179,11 @@ TEST_F(VelkorctlUpdateFiles, OnAFullDiskTheUpdateIsRepeatedLater) {
 TEST_F(VelkorctlUpdateFiles, AnUnreadableCacheIsToldAtOnceAndKeptAside) {
   ASSERT_EQ(run({"update"}).status, 0);
   write_file(cached("velkor.posts.gz"), "this is not gzip");
-  const Outcome listing = run({"list"});
+  const ProcessResult listing = run({"list"});
   EXPECT_EQ(listing.status, 6);
   EXPECT_THAT(listing.err, HasSubstr("cannot read the postings in "));
   server.advance({.added = 3, .seconds = 60});
-  const Outcome outcome = run({"update"});
+  const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.err, HasSubstr("warning: cannot read the postings in "));
   EXPECT_THAT(cached_names(), Contains(StartsWith("velkor.posts.gz.onleesbaar-")));
@@ -194,11 +192,11 @@ TEST_F(VelkorctlUpdateFiles, AnUnreadableCacheIsToldAtOnceAndKeptAside) {
 TEST_F(VelkorctlUpdateFiles, OneCommandWritesAtATime) {
   const int lock = open(cached("velkorctl.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   ASSERT_EQ(flock(lock, LOCK_EX), 0);
-  const Outcome refused = run({"update"});
+  const ProcessResult refused = run({"update"});
   EXPECT_EQ(refused.status, 4);
   EXPECT_THAT(refused.err, HasSubstr("another velkorctl"));
   EXPECT_EQ(run({"list"}).status, 0);
-  Program waiting(command({"--wait", "600", "update"}));
+  ChildProcess waiting(command({"--wait", "600", "update"}), {.capture_errors = true});
   close(lock);
   EXPECT_EQ(waiting.finish().status, 0);
 }
@@ -206,7 +204,7 @@ TEST_F(VelkorctlUpdateFiles, OneCommandWritesAtATime) {
 TEST_F(VelkorctlUpdateFiles, WhileTheFrontEndRunsOnlyReadingWorks) {
   PrivateBus bus;
   BusNameOwner front_end;
-  const Outcome refused = run({"update"});
+  const ProcessResult refused = run({"update"});
   EXPECT_EQ(refused.status, 4);
   EXPECT_THAT(refused.err, HasSubstr("Velkor is running"));
   EXPECT_EQ(run({"config", "set", "trayIcon", "0"}).status, 4);

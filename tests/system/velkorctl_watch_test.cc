@@ -29,7 +29,7 @@ TEST_F(VelkorctlWatch, AddsListsAndRemoves) {
 
 TEST_F(VelkorctlWatch, AddingTwiceIsToldAndHarmless) {
   EXPECT_EQ(output({"watch", "add", "2"}), "");
-  const Outcome again = run({"watch", "add", "2"});
+  const ProcessResult again = run({"watch", "add", "2"});
   EXPECT_EQ(again.status, 0);
   EXPECT_EQ(again.err, "velkorctl: posting 2 is already on the watchlist\n");
   EXPECT_EQ(output({"config", "get", "watchlist"}), "2\n");
