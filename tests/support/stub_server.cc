@@ -2,92 +2,123 @@
 #include "tests/support/stub_server.h"
 
 #include <algorithm>
-#include <array>
 #include <stdexcept>
 
-#include <arpa/inet.h>
-#include <glib.h>
-#include <netinet/in.h>
-#include <poll.h>
+#include <gio/gfiledescriptorbased.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 namespace velkor::test {
 namespace {
 
-std::string lower_case(std::string_view text) {
-  std::string result(text);
-  std::ranges::transform(result, result.begin(), g_ascii_tolower);
-  return result;
-}
-
-std::string_view trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos)
-    return {};
-  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
-/** Cuts `text` behind the first `separator`, or takes all of it, and returns what came before. */
-std::string_view take_until(std::string_view &text, std::string_view separator) {
-  const auto place = std::min(text.find(separator), text.size());
-  const std::string_view before = text.substr(0, place);
-  text.remove_prefix(std::min(place + separator.size(), text.size()));
-  return before;
-}
-
-std::string decoded(std::string_view text) {
-  std::string result;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '%' && i + 2 < text.size() && g_ascii_isxdigit(text[i + 1]) &&
-        g_ascii_isxdigit(text[i + 2])) {
-      result += static_cast<char>(g_ascii_xdigit_value(text[i + 1]) * 16 +
-                                  g_ascii_xdigit_value(text[i + 2]));
-      i += 2;
-    } else {
-      result += text[i];
-    }
+/** Makes the context that of the calling thread: libsoup attaches its sources to it. */
+class ThreadContext {
+public:
+  explicit ThreadContext(GMainContext *context) : context_(context) {
+    g_main_context_push_thread_default(context_);
   }
-  return result;
+  ~ThreadContext() { g_main_context_pop_thread_default(context_); }
+  ThreadContext(const ThreadContext &) = delete;
+  ThreadContext &operator=(const ThreadContext &) = delete;
+
+private:
+  GMainContext *context_;
+};
+
+/** Listens on a free port of loopback. @return "127.0.0.1:PORT" */
+std::string listen_on_loopback(GSocketService *service) {
+  const OwnedObject<GSocketAddress> wanted(g_inet_socket_address_new_from_string("127.0.0.1", 0));
+  GSocketAddress *address = nullptr;
+  GError *error = nullptr;
+  g_socket_listener_add_address(G_SOCKET_LISTENER(service), wanted.get(), G_SOCKET_TYPE_STREAM,
+                                G_SOCKET_PROTOCOL_TCP, nullptr, &address, &error);
+  if (const OwnedError failure{error})
+    throw std::runtime_error(std::string("the stub server cannot listen: ") + failure->message);
+  const OwnedObject<GSocketAddress> owned(address);
+  return "127.0.0.1:" +
+         std::to_string(g_inet_socket_address_get_port(G_INET_SOCKET_ADDRESS(address)));
 }
 
-/** The path and query of a target; a proxy is sent the whole address. */
-std::string_view without_host(std::string_view target) {
-  constexpr std::string_view scheme = "http://";
-  if (!target.starts_with(scheme))
-    return target;
-  target.remove_prefix(scheme.size());
-  target.remove_prefix(std::min(target.find('/'), target.size()));
-  return target;
+/** libsoup's own listener never releases the sockets that it accepts, hence this one. */
+gboolean pass_on(GSocketService *, GSocketConnection *connection, GObject *, gpointer server) {
+  const OwnedObject<GSocketAddress> local(
+      g_socket_connection_get_local_address(connection, nullptr));
+  const OwnedObject<GSocketAddress> remote(
+      g_socket_connection_get_remote_address(connection, nullptr));
+  soup_server_accept_iostream(SOUP_SERVER(server), G_IO_STREAM(connection), local.get(),
+                              remote.get(), nullptr);
+  return TRUE;
 }
 
-std::string head_of(const StubReply &reply) {
-  std::string head = "HTTP/1.1 " + std::to_string(reply.status) + " Scripted\r\n";
+std::vector<std::pair<std::string, std::string>> parameters_of(const std::string &query) {
+  std::vector<std::pair<std::string, std::string>> parameters;
+  GUriParamsIter iterator;
+  g_uri_params_iter_init(&iterator, query.c_str(), -1, "&", G_URI_PARAMS_NONE);
+  char *name = nullptr;
+  char *value = nullptr;
+  while (g_uri_params_iter_next(&iterator, &name, &value, nullptr) != FALSE)
+    parameters.emplace_back(OwnedText(name).get(), OwnedText(value).get());
+  return parameters;
+}
+
+void record_header(const char *name, const char *value, gpointer headers) {
+  const OwnedText lower(g_ascii_strdown(name, -1));
+  static_cast<std::map<std::string, std::string> *>(headers)->emplace(lower.get(), value);
+}
+
+StubRequest request_of(SoupServerMessage *message, const std::string &own_host) {
+  GUri *uri = soup_server_message_get_uri(message);
+  const char *query = g_uri_get_query(uri);
+  StubRequest request;
+  request.method = soup_server_message_get_method(message);
+  request.path = g_uri_get_path(uri);
+  request.target = OwnedText(g_uri_to_string(uri)).get();
+  if (const std::string own = "http://" + own_host; request.target.starts_with(own + "/"))
+    request.target.erase(0, own.size());
+  request.parameters = parameters_of(query == nullptr ? "" : query);
+  soup_message_headers_foreach(soup_server_message_get_request_headers(message), record_header,
+                               &request.headers);
+  return request;
+}
+
+bool has_header(const StubReply &reply, std::string_view name) {
+  return std::ranges::any_of(reply.headers,
+                             [&](const auto &header) { return header.first == name; });
+}
+
+/** Whether libsoup would not send the reply as it is scripted. */
+bool is_broken(const StubReply &reply) {
+  return reply.close_at_once || reply.send_only || reply.claim_length || reply.stall ||
+         reply.reset || has_header(reply, "Content-Length");
+}
+
+void send_reply(SoupServerMessage *message, const StubReply &reply) {
+  SoupMessageHeaders *headers = soup_server_message_get_response_headers(message);
   for (const auto &[name, value] : reply.headers)
-    head += name + ": " + value + "\r\n";
-  head +=
+    soup_message_headers_append(headers, name.c_str(), value.c_str());
+  soup_message_headers_append(headers, "Connection", "close");
+  soup_server_message_set_status(message, static_cast<guint>(reply.status), "Scripted");
+  soup_message_body_append(soup_server_message_get_response_body(message), SOUP_MEMORY_COPY,
+                           reply.body.data(), reply.body.size());
+}
+
+/** A broken reply as it goes over the wire. */
+std::string bytes_of(const StubReply &reply) {
+  if (reply.close_at_once)
+    return {};
+  std::string bytes = "HTTP/1.1 " + std::to_string(reply.status) + " Scripted\r\n";
+  for (const auto &[name, value] : reply.headers)
+    bytes += name + ": " + value + "\r\n";
+  bytes +=
       "Content-Length: " + std::to_string(reply.claim_length.value_or(reply.body.size())) + "\r\n";
-  return head + "Connection: close\r\n\r\n";
+  bytes += "Connection: close\r\n\r\n";
+  return bytes + reply.body.substr(0, reply.send_only.value_or(reply.body.size()));
 }
 
-void send_all(int connection, std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t sent = send(connection, text.data(), text.size(), MSG_NOSIGNAL);
-    if (sent <= 0)
-      return;
-    text.remove_prefix(static_cast<std::size_t>(sent));
-  }
-}
-
-/** Lets the coming close() send a reset. */
-void close_by_reset(int connection) {
+/** Lets closing the connection send a reset. */
+void close_by_reset(GOutputStream *socket) {
   const linger none{.l_onoff = 1, .l_linger = 0};
-  setsockopt(connection, SOL_SOCKET, SO_LINGER, &none, sizeof none);
-}
-
-void require(bool done, const char *what) {
-  if (!done)
-    throw std::runtime_error(std::string("the stub server cannot ") + what);
+  setsockopt(g_file_descriptor_based_get_fd(G_FILE_DESCRIPTOR_BASED(socket)), SOL_SOCKET, SO_LINGER,
+             &none, sizeof none);
 }
 
 }  // namespace
@@ -98,55 +129,35 @@ std::string StubRequest::parameter(std::string_view name) const {
   return found == parameters.end() ? "" : found->second;
 }
 
-StubRequest parse_request(std::string_view head) {
-  StubRequest request;
-  std::string_view line = take_until(head, "\r\n");
-  request.method = take_until(line, " ");
-  request.target = take_until(line, " ");
-  std::string_view query = without_host(request.target);
-  request.path = take_until(query, "?");
-  while (!query.empty()) {
-    std::string_view value = take_until(query, "&");
-    const std::string_view name = take_until(value, "=");
-    request.parameters.emplace_back(decoded(name), decoded(value));
-  }
-  while (!head.empty()) {
-    std::string_view value = take_until(head, "\r\n");
-    const std::string_view name = take_until(value, ":");
-    request.headers.emplace(lower_case(name), trimmed(value));
-  }
-  return request;
-}
-
 StubServer::StubServer()
-    : listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)), stop_reader_(-1), stop_writer_(-1),
-      port_(0) {
-  require(listener_ >= 0, "make a socket");
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  auto *generic = reinterpret_cast<sockaddr *>(&address);
-  socklen_t length = sizeof address;
-  require(bind(listener_, generic, length) == 0, "bind");
-  require(listen(listener_, SOMAXCONN) == 0, "listen");
-  require(getsockname(listener_, generic, &length) == 0, "learn its port");
-  port_ = ntohs(address.sin_port);
-  std::array<int, 2> ends{};
-  require(pipe(ends.data()) == 0, "make a pipe");
-  stop_reader_ = ends[0];
-  stop_writer_ = ends[1];
-  thread_ = std::thread(&StubServer::serve, this);
+    : context_(g_main_context_new()), server_(soup_server_new("raw-paths", TRUE, nullptr)) {
+  listen();
+  thread_ = std::jthread([this](const std::stop_token &stop) { serve(stop); });
 }
 
 StubServer::~StubServer() {
-  close(stop_writer_);
+  thread_.request_stop();
+  g_main_context_wakeup(context_.get());
   thread_.join();
-  close(stop_reader_);
-  close(listener_);
 }
 
-std::string StubServer::host() const {
-  return "127.0.0.1:" + std::to_string(port_);
+void StubServer::listen() {
+  const ThreadContext context(context_.get());
+  service_.reset(g_socket_service_new());
+  host_ = listen_on_loopback(service_.get());
+  g_signal_connect(service_.get(), "incoming", G_CALLBACK(pass_on), server_.get());
+  soup_server_add_handler(server_.get(), nullptr, handle, this, nullptr);
+}
+
+void StubServer::serve(const std::stop_token &stop) {
+  const ThreadContext context(context_.get());
+  while (!stop.stop_requested())
+    g_main_context_iteration(context_.get(), TRUE);
+  stalled_.clear();
+  g_socket_service_stop(service_.get());
+  soup_server_disconnect(server_.get());
+  while (g_main_context_iteration(context_.get(), FALSE) != FALSE)
+    continue;
 }
 
 void StubServer::reply(const std::string &path, StubReply reply) {
@@ -178,55 +189,28 @@ std::vector<StubRequest> StubServer::requests(std::string_view path) const {
   return found;
 }
 
-void StubServer::serve() {
-  while (wait_for(listener_)) {
-    const int connection = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
-    if (connection < 0)
-      continue;
-    serve_connection(connection);
-    close(connection);
-  }
+void StubServer::handle(SoupServer *, SoupServerMessage *message, const char *, GHashTable *,
+                        gpointer self) noexcept {
+  auto *server = static_cast<StubServer *>(self);
+  const StubReply reply = server->take_reply(request_of(message, server->host_));
+  if (is_broken(reply))
+    server->send_raw(message, reply);
+  else
+    send_reply(message, reply);
 }
 
-void StubServer::serve_connection(int connection) {
-  const std::optional<std::string> head = read_head(connection);
-  if (head)
-    answer(connection, take_reply(parse_request(*head)));
-}
-
-std::optional<std::string> StubServer::read_head(int connection) const {
-  std::string text;
-  std::array<char, 4096> block{};
-  while (wait_for(connection)) {
-    const ssize_t length = recv(connection, block.data(), block.size(), 0);
-    if (length <= 0)
-      return std::nullopt;
-    text.append(block.data(), static_cast<std::size_t>(length));
-    if (const auto end = text.find("\r\n\r\n"); end != std::string::npos)
-      return text.substr(0, end);
-  }
-  return std::nullopt;
-}
-
-void StubServer::answer(int connection, const StubReply &reply) const {
-  if (!reply.close_at_once) {
-    const std::string_view body = reply.body;
-    send_all(connection, head_of(reply));
-    send_all(connection, body.substr(0, reply.send_only.value_or(body.size())));
-  }
-  std::array<char, 1> ignored{};
-  if (reply.stall && wait_for(connection))
-    recv(connection, ignored.data(), ignored.size(), 0);
+void StubServer::send_raw(SoupServerMessage *message, const StubReply &reply) {
+  OwnedObject<GIOStream> connection(soup_server_message_steal_connection(message));
+  GOutputStream *output = g_io_stream_get_output_stream(connection.get());
+  const std::string bytes = bytes_of(reply);
+  // The client may have left already.
+  g_output_stream_write_all(output, bytes.data(), bytes.size(), nullptr, nullptr, nullptr);
   if (reply.reset)
-    close_by_reset(connection);
-}
-
-bool StubServer::wait_for(int descriptor) const {
-  std::array<pollfd, 2> watched{{{.fd = descriptor, .events = POLLIN, .revents = 0},
-                                 {.fd = stop_reader_, .events = POLLIN, .revents = 0}}};
-  while (poll(watched.data(), watched.size(), -1) < 0)
-    continue;
-  return watched[1].revents == 0;
+    close_by_reset(output);
+  if (reply.stall)
+    stalled_.push_back(std::move(connection));
+  else
+    g_io_stream_close(connection.get(), nullptr, nullptr);
 }
 
 StubReply StubServer::take_reply(const StubRequest &request) {

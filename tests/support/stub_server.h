@@ -1,8 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * A scripted HTTP/1.1 server on a loopback port of the system's choice. It notes every request,
- * answers as told, one connection after the other, and can misbehave in ways that a real server
- * would not on demand.
+ * A scripted HTTP/1.1 server on a loopback port of the system's choice. It records every request
+ * and answers it as scripted, one reply per connection. It can also send broken replies, which a
+ * real server would not produce on demand.
  */
 #ifndef VELKOR_TESTS_SUPPORT_STUB_SERVER_H
 #define VELKOR_TESTS_SUPPORT_STUB_SERVER_H
@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <deque>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -18,11 +19,15 @@
 #include <utility>
 #include <vector>
 
+#include <libsoup/soup.h>
+
+#include "support/owned.h"
+
 namespace velkor::test {
 
 struct StubRequest {
   std::string method;
-  std::string target;  // as sent
+  std::string target;  // the path and the query; the whole URL when it names another server
   std::string path;    // without host and query, not decoded
   std::vector<std::pair<std::string, std::string>> parameters;  // decoded, in order
   std::map<std::string, std::string> headers;                   // names in lower case
@@ -34,17 +39,15 @@ struct StubRequest {
 struct StubReply {
   int status = 200;
   std::string body{};
-  std::vector<std::pair<std::string, std::string>> headers{};  // beside Content-Length, Connection
+  /** In addition to Content-Length and Connection. */
+  std::vector<std::pair<std::string, std::string>> headers{};
 
-  bool close_at_once = false;                 // closes without a word
+  bool close_at_once = false;                 // closes the connection without sending anything
   std::optional<std::size_t> send_only{};     // closes after this many bytes of the body
   std::optional<std::size_t> claim_length{};  // announces this length instead of the body's
-  bool stall = false;  // sends what it has, then keeps the connection until the client leaves
+  bool stall = false;  // sends what it has, then keeps the connection open until the server ends
   bool reset = false;  // ends the connection with a reset instead of a close
 };
-
-/** Reads one request from the text between the connection's start and the empty line. */
-StubRequest parse_request(std::string_view head);
 
 class StubServer {
 public:
@@ -54,12 +57,12 @@ public:
   StubServer &operator=(const StubServer &) = delete;
 
   /** "127.0.0.1:PORT" */
-  [[nodiscard]] std::string host() const;
+  [[nodiscard]] const std::string &host() const { return host_; }
 
-  /** Answers every request of that path so from now on; without a reply it is 404 and empty. */
+  /** The reply to every request of that path from now on; without one it is 404 and empty. */
   void reply(const std::string &path, StubReply reply);
   void reply(const std::string &path, std::string body);
-  /** Answers one request of that path so, before the standing reply and after earlier ones. */
+  /** The reply to one request of that path, after earlier ones of this kind and before reply(). */
   void reply_once(const std::string &path, StubReply reply);
   void reply_once(const std::string &path, std::string body);
 
@@ -73,23 +76,22 @@ private:
     std::optional<StubReply> standing;
   };
 
-  void serve();
-  void serve_connection(int connection);
-  /** Reads up to the empty line; nothing when the client leaves or the server stops. */
-  std::optional<std::string> read_head(int connection) const;
-  void answer(int connection, const StubReply &reply) const;
-  /** Waits until `descriptor` can be read; false when the server stops. */
-  [[nodiscard]] bool wait_for(int descriptor) const;
+  static void handle(SoupServer *server, SoupServerMessage *message, const char *path,
+                     GHashTable *query, gpointer self) noexcept;
+  void listen();
+  void serve(const std::stop_token &stop);
+  void send_raw(SoupServerMessage *message, const StubReply &reply);
   StubReply take_reply(const StubRequest &request);
 
-  int listener_;
-  int stop_reader_;
-  int stop_writer_;
-  int port_;
+  std::unique_ptr<GMainContext, ReleaseWith<g_main_context_unref>> context_;
+  OwnedObject<SoupServer> server_;
+  OwnedObject<GSocketService> service_;
+  std::string host_;
+  std::vector<OwnedObject<GIOStream>> stalled_;
   mutable std::mutex mutex_;
   std::map<std::string, Script> scripts_;
   std::vector<StubRequest> requests_;
-  std::thread thread_;
+  std::jthread thread_;
 };
 
 }  // namespace velkor::test
