@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* A front end in C: it is compiled against the headers and linked with the shared library alone. */
+/* A front end in C, compiled against the headers and linked only with the shared library. */
 #include <stdio.h>
 
 #include <velkor/velkor.h>

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""Every function and record field of the headers is documented, every parameter and result too.
+"""Every function, parameter, result and record field of the headers is documented.
 
 usage: check_documentation.py HEADER...
 
-What the comments name wrongly is the compiler's business; this tells what they leave out.
+The compiler reports what the comments name wrongly; this reports what they leave out.
 """
 import pathlib
 import re

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""check_documentation.py finds what it is there to find."""
+"""check_documentation.py finds every kind of omission."""
 import pathlib
 import unittest
 
@@ -16,7 +16,7 @@ GOOD = """
 gint32 add(gint32 left,
            const char *right);
 
-/** Nothing to tell. */
+/** Nothing to add. */
 void nothing(void);
 
 /**

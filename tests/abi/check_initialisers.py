@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""Compares which objects of the library have static initialisers with the files that may.
+"""Compares the objects that have static initialisers with the list of files that may have them.
 
 usage: check_initialisers.py LIST OBJECT...
 """
@@ -12,7 +12,7 @@ import sys
 
 
 def source_of(obj):
-    """The source file below src/ of an object as CMake names it, "target.dir/./room/file.cc.o"."""
+    """The source file below src/ of an object as CMake names it, "target.dir/./module/file.cc.o"."""
     return posixpath.normpath(re.sub(r"^.*\.dir/|\.o$", "", obj))
 
 

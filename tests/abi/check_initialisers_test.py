@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""check_initialisers.py finds what it is there to find."""
+"""check_initialisers.py finds every kind of difference."""
 import pathlib
 import subprocess
 import sys
@@ -19,12 +19,12 @@ class CheckInitialisers(unittest.TestCase):
         directory = tempfile.TemporaryDirectory()
         cls.addClassCleanup(directory.cleanup)
         cls.root = pathlib.Path(directory.name)
-        (cls.root / "library.dir/room").mkdir(parents=True)
+        (cls.root / "library.dir/module").mkdir(parents=True)
         cls.objects = [cls.compile(name, source) for name, source in SOURCES.items()]
 
     @classmethod
     def compile(cls, name, source):
-        obj = f"{cls.root}/library.dir/./room/{name}.cc.o"
+        obj = f"{cls.root}/library.dir/./module/{name}.cc.o"
         subprocess.run(["c++", "-x", "c++", "-c", "-", "-o", obj], input=source, check=True,
                        text=True)
         return obj
@@ -38,14 +38,14 @@ class CheckInitialisers(unittest.TestCase):
         return run.stderr
 
     def test_accepts_what_is_listed(self):
-        self.assertEqual(self.run_tool("room/computed.cc"), "")
+        self.assertEqual(self.run_tool("module/computed.cc"), "")
 
     def test_refuses_what_is_not_listed(self):
-        self.assertIn("room/computed.cc has a static initialiser", self.run_tool())
+        self.assertIn("module/computed.cc has a static initialiser", self.run_tool())
 
     def test_refuses_what_is_listed_without_need(self):
-        self.assertIn("room/constant.cc is listed without need",
-                      self.run_tool("room/computed.cc", "room/constant.cc"))
+        self.assertIn("module/constant.cc is listed without need",
+                      self.run_tool("module/computed.cc", "module/constant.cc"))
 
 
 if __name__ == "__main__":

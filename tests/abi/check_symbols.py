@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""Compares what a shared library exports, and its soname, with what they have to be.
+"""Compares what a shared library exports, and its soname, with the expected ones.
 
 usage: check_symbols.py LIBRARY SONAME LIST
 """

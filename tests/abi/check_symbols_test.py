@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""check_symbols.py finds what it is there to find."""
+"""check_symbols.py finds every kind of difference."""
 import pathlib
 import subprocess
 import sys

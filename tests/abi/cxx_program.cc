@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* A front end in C++: the same headers, the same shared library, nothing mangled. */
+/* A front end in C++: the same headers and shared library, with C linkage. */
 #include <cstdio>
 #include <memory>
 #include <string_view>

@@ -1,8 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * The layout of every record of the C interface on LP64: front ends that were compiled against it
- * reach into the fields directly, so that no size and no place may change. Compiled as C and as
- * C++; there is nothing to run.
+ * The layout of every record of the C interface on LP64. Compiled front ends access the fields
+ * directly, so no size and no offset may change. Compiled as C and as C++; there is nothing to run.
  */
 #include <assert.h>
 #include <stddef.h>

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* The manual's program against a scripted server. */
+/* Runs the example program of the manual against a scripted server. */
 #include <gtest/gtest.h>
 
 #include "tests/support/child_process.h"
@@ -61,7 +61,7 @@ TEST_F(ManualExample, UpdatesShowsAndFetchesDetails) {
   EXPECT_EQ(example.wait(), 0);
 }
 
-TEST_F(ManualExample, TellsTheServersNotice) {
+TEST_F(ManualExample, ReportsTheServersNotice) {
   use_settings("username=gebruiker\n");
   server_.reply("/3.7.3/xml.php", "MSGOnderhoud");
   ChildProcess example(command);

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* The reply that tells what an update may fetch. */
+/* The reply that lists what an update may fetch. */
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_events_parse.h>
 #include <velkor/zox_groups.h>

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* The configuration file: saving what was loaded, and loading that, changes nothing any more. */
+/* The configuration file: loading a saved configuration and saving it again changes nothing. */
 #include <velkor/zox_app_core.h>
 
 #include "core/settings.h"
@@ -9,10 +9,10 @@
 namespace velkor::fuzz {
 namespace {
 
-/* Well below the reader's limit for a line, so that no value that was written is cut in reading. */
+/* Well below the reader's line limit, so that no written value is truncated when it is read. */
 constexpr std::size_t largest_input = 900;
 
-/** Loads a file and gives the file that would be saved. */
+/** Loads a file and returns the contents that would be saved. */
 OwnedString saved_after_loading(std::string_view file) {
   write_cache_file("velkor.conf", file);
   zox_config_load();

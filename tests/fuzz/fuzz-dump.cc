@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* A downloaded dump: what is not compressed comes out as it went in, and never a zero byte. */
+/* A downloaded dump: uncompressed input is returned unchanged, and never contains a zero byte. */
 #include <cstring>
 
 #include "operations/dump_file.h"

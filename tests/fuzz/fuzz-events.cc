@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* The document of postings: the stream reader and the reader of a tree give the same postings. */
+/* The document of postings: the stream reader and the tree reader return the same postings. */
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_events_parse.h>
 #include <velkor/zox_events_xml.h>
@@ -51,11 +51,12 @@ void compare(const GSList *objects, const GSList *postings) {
     require(same_posting(*held, *static_cast<ZoxEvent *>(postings->data)),
             "both readers read the same posting");
   }
-  require(objects == nullptr && postings == nullptr, "both readers read as many postings");
+  require(objects == nullptr && postings == nullptr,
+          "both readers read the same number of postings");
 }
 
-/** What the cache keeps of a posting comes back from it. */
-void write_and_read_again(const ZoxEvent &posting) {
+/** A posting that is written to the cache is read back unchanged. */
+void write_and_read_back(const ZoxEvent &posting) {
   if (posting.poster == nullptr)
     return;
   const xml::Document document(xmlNewDoc(xml::chars("1.0")));
@@ -83,7 +84,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     GSList *postings = fuzz::postings_of(document);
     fuzz::compare(objects, postings);
     for (const ZoxEvent *posting : Items<ZoxEvent>(postings))
-      fuzz::write_and_read_again(*posting);
+      fuzz::write_and_read_back(*posting);
     g_slist_free_full(postings, fuzz::free_posting);
   }
   fuzz::require(objects == nullptr || message == nullptr, "a failed document gives nothing");

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* The filters file; what it gives is copied and tried on a posting. */
+/* The filters file: the filters that are read are copied and applied to a posting. */
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_filterlist.h>
 

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* The mail document: what the mail file keeps of it is read again. */
+/* The mail document: what is saved to the mail file can be read back. */
 #include "services/mail_document.h"
 #include "support/text.h"
 #include "tests/fuzz/session.h"
@@ -7,7 +7,7 @@
 namespace velkor::fuzz {
 namespace {
 
-/** Whether a text survives the file: XML takes a carriage return for a line end. */
+/** Whether a text is preserved by the file: XML treats a carriage return as a line end. */
 bool keeps(const GString *text) noexcept {
   return view_of(text).find('\r') == std::string_view::npos;
 }

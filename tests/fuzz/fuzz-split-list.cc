@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* Split lists: the stored form of whatever was split gives the same items again. */
+/* Split lists: splitting the stored form of a list yields the same items. */
 #include <velkor/zox_splitted_list.h>
 
 #include "support/slist.h"

@@ -15,18 +15,18 @@
 namespace velkor::fuzz {
 namespace {
 
-void pass_over(const gchar *, GLogLevelFlags level, const gchar *message, gpointer) {
+void ignore_warnings(const gchar *, GLogLevelFlags level, const gchar *message, gpointer) {
   if ((level & (G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL)) != 0)
     std::fprintf(stderr, "%s\n", message);
 }
 
-void stay_silent(void *, const char *, ...) {}
+void ignore_error(void *, const char *, ...) {}
 
 class Session {
 public:
   Session() {
-    g_log_set_default_handler(pass_over, nullptr);
-    xmlSetGenericErrorFunc(nullptr, stay_silent);
+    g_log_set_default_handler(ignore_warnings, nullptr);
+    xmlSetGenericErrorFunc(nullptr, ignore_error);
     zox_set_tolerant(1);
     core = g_new0(ZoxAppCore, 1);
     zox_file_set_cache_dir(sandbox_.cache().c_str());

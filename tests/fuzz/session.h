@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * What the fuzz targets share: a core that lasts for the whole run, in tolerant mode, with its
- * files in a temporary home, and with warnings switched off.
+ * Shared by the fuzz targets: a core that lasts for the whole run, in tolerant mode, with its files
+ * in a temporary home and warnings switched off.
  */
 #ifndef VELKOR_TESTS_FUZZ_SESSION_H
 #define VELKOR_TESTS_FUZZ_SESSION_H
@@ -17,15 +17,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 
 namespace velkor::fuzz {
 
-/** Makes the core on its first call. */
+/** Creates the core on the first call. */
 void start_session();
 
 OwnedString text_of(const std::uint8_t *data, std::size_t size);
 
-/** Writes a file of the cache directory directly, without the library, and gives its path. */
+/** Writes a file in the cache directory without using the library, and returns its path. */
 std::string write_cache_file(const char *name, std::string_view content);
 
-/** Ends the run, naming the property that does not hold. */
+/** Aborts the run unless the property holds, and prints the property. */
 void require(bool holds, const char *property);
 
 /** Whether both are null or hold the same text. */

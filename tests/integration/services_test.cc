@@ -116,7 +116,7 @@ TEST_F(Services, UpdatesBringEverythingAndThenWhatIsNew) {
   ASSERT_EQ(update(), 0U);
   EXPECT_EQ(zox_eventlist_get_count(core->eventlist, 0), 20U);
   EXPECT_EQ(update(), 5U);
-  const StockChanged changed = server.advance({.added = 2, .seconds = 60});
+  const ChangedData changed = server.advance({.added = 2, .seconds = 60});
   ASSERT_EQ(update(), 0U);
   EXPECT_TRUE(are_cached(changed.added));
 }
@@ -129,7 +129,7 @@ gint stop_at_the_dump(gint64, gint64, gpointer data) {
 TEST_F(Services, AStoppedUpdateLeavesEverythingToTheNextOne) {
   ASSERT_EQ(update(), 0U);
   const gint64 last_check = core->config->lastCheck;
-  const StockChanged changed = server.advance({.added = 2, .seconds = 60});
+  const ChangedData changed = server.advance({.added = 2, .seconds = 60});
   server.fault("/3.7.3/dumps/", "stall", 1);
   server.forget_requests();
   zox_http_set_transfer_callback(stop_at_the_dump, &server);

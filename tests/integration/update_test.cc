@@ -167,7 +167,7 @@ TEST_F(Update, BringsNewChangedAndDeletedPostings) {
   fetch_all();
   const Ids before = listed();
   const gint64 first_check = core->config->lastCheck;
-  const StockChanged changed =
+  const ChangedData changed =
       server->advance({.added = 4, .updated = 3, .deleted = 2, .removed = 2, .newsgroups = 1});
   EXPECT_EQ(update(), 0U);
   const Ids after = listed();
@@ -431,7 +431,7 @@ protected:
   /** One update with the fault, and one without that makes good for it. */
   void expect_code(const std::string &path, const std::string &kind, ZoxErrorCode code) {
     SCOPED_TRACE(kind + " of " + path);
-    const StockChanged changed = server->advance({.added = 12});
+    const ChangedData changed = server->advance({.added = 12});
     const State before = state();
     server->forget_requests();
     server->fault(path, kind, 1, kind == "drip" ? "1000000" : "");

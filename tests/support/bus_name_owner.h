@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Owns the name of the desktop front end on the session bus, and counts what it is called. */
+/** Owns the name of the desktop front end on the session bus and records the calls it gets. */
 #ifndef VELKOR_TESTS_SUPPORT_BUS_NAME_OWNER_H
 #define VELKOR_TESTS_SUPPORT_BUS_NAME_OWNER_H
 

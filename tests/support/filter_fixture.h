@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Postings and filters for the tests of what filters decide. */
+/** Postings and filters for the filter tests. */
 #ifndef VELKOR_TESTS_SUPPORT_FILTER_FIXTURE_H
 #define VELKOR_TESTS_SUPPORT_FILTER_FIXTURE_H
 
@@ -21,7 +21,7 @@ namespace velkor::test {
 
 using Posting = std::unique_ptr<ZoxEvent, ReleaseWith<zox_event_free>>;
 
-/** A posting of a main category with a title, and nothing else. */
+/** A posting with a main category and a title only. */
 inline Posting posting(gint32 cat, const char *title = nullptr) {
   Posting event(zox_event_new());
   event->cat = cat;
@@ -36,7 +36,7 @@ inline OwnedFilter filter_of(gint32 cat, const char *name = nullptr) {
   return filter;
 }
 
-/** The newsgroup id set, given in stored form, while it lives. */
+/** Sets the newsgroup ids, given in stored form, for its own lifetime. */
 class NewsgroupIdSet {
 public:
   explicit NewsgroupIdSet(const char *ids) {

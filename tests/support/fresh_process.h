@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Death tests whose child starts the program anew instead of forking from it. */
+/** Death tests whose child restarts the program instead of only forking it. */
 #ifndef VELKOR_TESTS_SUPPORT_FRESH_PROCESS_H
 #define VELKOR_TESTS_SUPPORT_FRESH_PROCESS_H
 
@@ -12,9 +12,9 @@
 namespace velkor::test {
 
 /**
- * While it lives, the child of a death test is a fresh process: for code that keeps something for
- * the life of a process, and for fixtures with threads. What the child's own fixture leaves behind
- * lies in the sandbox of this one.
+ * During its lifetime the child of a death test is a fresh process: for code with state that lasts
+ * as long as the process, and for fixtures with threads. Files that the child's fixture leaves
+ * behind are in the sandbox of the parent.
  */
 class FreshProcess {
 public:

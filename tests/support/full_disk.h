@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** A disk that is full: no file of this process may grow beyond a bound. */
+/** Simulates a full disk: no file of this process may grow beyond a limit. */
 #ifndef VELKOR_TESTS_SUPPORT_FULL_DISK_H
 #define VELKOR_TESTS_SUPPORT_FULL_DISK_H
 

@@ -55,7 +55,7 @@ void prepare(CURL *curl, const HttpRequest &request) {
   set(curl, CURLOPT_USERPWD, request.credentials);
   set(curl, CURLOPT_PROXY, request.proxy.empty() ? request.proxy : "http://" + request.proxy);
   set(curl, CURLOPT_PROXYUSERPWD, request.proxy_credentials);
-  // Whatever proxy the surroundings name, loopback is reached directly.
+  // Loopback is reached directly, whatever proxy the environment names.
   if (request.proxy.empty())
     curl_easy_setopt(curl, CURLOPT_PROXY, "");
   else

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** A plain HTTP client for tests: one request, everything about its reply. */
+/** A simple HTTP client for tests: sends one request and returns its whole reply. */
 #ifndef VELKOR_TESTS_SUPPORT_HTTP_CLIENT_H
 #define VELKOR_TESTS_SUPPORT_HTTP_CLIENT_H
 
@@ -18,10 +18,10 @@ struct HttpRequest {
   /** "HOST:PORT" of a proxy and its "NAME:PASSWORD", empty for none. */
   std::string proxy{};
   std::string proxy_credentials{};
-  /** Lets the body be decompressed on its way, as a gzip content encoding. */
+  /** Accepts a body with the content encoding gzip, and decompresses it. */
   bool accept_gzip = false;
   std::vector<std::string> headers{};
-  /** Gives up when less than this many seconds' worth of silence is enough; 0 for never. */
+  /** The timeout of the whole request; 0 for none. */
   long seconds = 0;
 };
 
@@ -33,10 +33,10 @@ struct HttpReply {
   std::map<std::string, std::string> headers;  // names in lower case
 };
 
-/** Carries the request out and waits for its end. Follows no redirects. */
+/** Sends the request and waits for the reply. Does not follow redirects. */
 HttpReply send(const HttpRequest &request);
 
-/** `path` with the parameters escaped behind it. */
+/** `path` followed by the escaped parameters as its query. */
 std::string with_parameters(std::string path,
                             const std::vector<std::pair<std::string, std::string>> &parameters);
 

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Collects what is logged through GLib while it lives, instead of printing it. */
+/** Collects GLib log messages during its lifetime instead of printing them. */
 #ifndef VELKOR_TESTS_SUPPORT_LOG_CAPTURE_H
 #define VELKOR_TESTS_SUPPORT_LOG_CAPTURE_H
 
@@ -18,7 +18,7 @@ public:
   LogCapture(const LogCapture &) = delete;
   LogCapture &operator=(const LogCapture &) = delete;
 
-  /** The messages of warning level so far, in order. */
+  /** The warnings so far, in order. */
   [[nodiscard]] std::vector<std::string> warnings() const { return at_level(G_LOG_LEVEL_WARNING); }
   [[nodiscard]] std::vector<std::string> criticals() const {
     return at_level(G_LOG_LEVEL_CRITICAL);

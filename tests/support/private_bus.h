@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** A D-Bus session bus of the test's own. */
+/** A private D-Bus session bus for one test. */
 #ifndef VELKOR_TESTS_SUPPORT_PRIVATE_BUS_H
 #define VELKOR_TESTS_SUPPORT_PRIVATE_BUS_H
 
@@ -10,13 +10,13 @@
 
 namespace velkor::test {
 
-/** Runs a bus daemon and names it in DBUS_SESSION_BUS_ADDRESS while it lives. */
+/** Runs a bus daemon and sets DBUS_SESSION_BUS_ADDRESS to its address for its own lifetime. */
 class PrivateBus {
 public:
   /** `policy` is added to a configuration that allows everything. */
   explicit PrivateBus(const std::string &policy = "");
 
-  /** Ends the bus under its clients. */
+  /** Stops the bus while clients are still connected. */
   void stop();
 
 private:

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** A temporary home with a pinned time zone and locale; everything is restored by scope. */
+/** A temporary home with a fixed time zone and locale; everything is restored at scope exit. */
 #ifndef VELKOR_TESTS_SUPPORT_SANDBOX_H
 #define VELKOR_TESTS_SUPPORT_SANDBOX_H
 
@@ -10,7 +10,7 @@
 
 namespace velkor::test {
 
-/** Sets an environment variable (nullopt removes it) while it lives. */
+/** Sets an environment variable (nullopt unsets it) for its own lifetime. */
 class EnvironmentVariable {
 public:
   EnvironmentVariable(std::string name, const std::optional<std::string> &value);
@@ -23,7 +23,7 @@ private:
   std::optional<std::string> earlier_;
 };
 
-/** A new empty directory that is removed with all it holds. */
+/** A new empty directory that is removed with its contents at scope exit. */
 class TemporaryDirectory {
 public:
   TemporaryDirectory();
@@ -56,10 +56,10 @@ private:
   EnvironmentVariable locale_;
 };
 
-/** The whole content of a file; throws when it cannot be read. */
+/** Returns the contents of a file; throws when it cannot be read. */
 std::string read_file(const std::filesystem::path &path);
 void write_file(const std::filesystem::path &path, std::string_view content);
-/** gzip, as the cache files are compressed. */
+/** Writes the content with gzip compression, like the cache files. */
 void write_gzip(const std::filesystem::path &path, std::string_view content);
 std::string read_gzip(const std::filesystem::path &path);
 

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** A core whose servers are a scripted one. */
+/** A core that talks to a scripted server. */
 #ifndef VELKOR_TESTS_SUPPORT_SERVER_FIXTURE_H
 #define VELKOR_TESTS_SUPPORT_SERVER_FIXTURE_H
 
@@ -9,8 +9,8 @@
 namespace velkor::test {
 
 /**
- * Main and static host are `server`. The user is "gebruiker" without a password, so that requests
- * go out without credentials; with a password, the test plug-in makes the secret
+ * `server` is both the main and the static host. The user is "gebruiker" without a password, so
+ * requests carry no credentials; with a password, the test plug-in returns the secret
  * "geheim:PASSWORD@URL".
  */
 class ServerCoreTest : public CoreTest {

@@ -17,7 +17,7 @@ struct Release {
   void operator()(char *text) const { g_free(text); }
 };
 
-/** A JSON document for as long as its pieces are looked at. */
+/** Owns a JSON document while its parts are read. */
 class Json {
 public:
   explicit Json(const std::string &text) : parser_(json_parser_new()) {
@@ -134,7 +134,7 @@ std::string ServerProcess::command(const std::string &method, const std::string 
   return reply.body;
 }
 
-StockChanged ServerProcess::advance(const StockChange &change) {
+ChangedData ServerProcess::advance(const DataChange &change) {
   const Json json(command("POST", "/advance",
                           {{"new", std::to_string(change.added)},
                            {"updated", std::to_string(change.updated)},

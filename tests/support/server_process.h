@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * A zox-server of a test's own, beside it as a child process, on loopback ports of the system's
- * choice and with its stock in memory.
+ * A zox-server for one test: a child process on loopback ports of the system's choice, with its
+ * sample data in memory.
  *
  *     ServerProcess server({"--postings", "50", "--chunk-size", "10"});
  *     zox_http_set_hosts(server.host().c_str(), server.host().c_str());
@@ -12,8 +12,8 @@
  *     EXPECT_EQ(server.requests("/3.7.3/xml.php").size(), 2);
  *
  * The secrets of its members are those of the plug-in in lib/ of the build tree
- * (ServerProcess::plugin_directory). The process ends with the object; anything that fails in the
- * conversation with it throws std::runtime_error.
+ * (ServerProcess::plugin_directory). The process ends with the object; any failure to communicate
+ * with it throws std::runtime_error.
  */
 #ifndef VELKOR_TESTS_SUPPORT_SERVER_PROCESS_H
 #define VELKOR_TESTS_SUPPORT_SERVER_PROCESS_H
@@ -27,8 +27,8 @@
 
 namespace velkor::test {
 
-/** How many postings come and change; the clock moves on by `seconds` before. */
-struct StockChange {
+/** How many postings are added and changed; the clock is advanced by `seconds` first. */
+struct DataChange {
   std::int64_t added = 0;
   std::int64_t updated = 0;
   std::int64_t deleted = 0;     // status -2
@@ -37,8 +37,8 @@ struct StockChange {
   std::int64_t seconds = 0;
 };
 
-/** The ids of the postings that changed, and the time that they bear. */
-struct StockChanged {
+/** The ids of the postings that changed, and their new timestamp. */
+struct ChangedData {
   std::vector<std::int64_t> added;
   std::vector<std::int64_t> updated;
   std::vector<std::int64_t> deleted;
@@ -82,8 +82,8 @@ public:
   [[nodiscard]] const std::string &dump_host() const { return dumps_; }
   [[nodiscard]] const std::string &control_host() const { return control_; }
 
-  /** Lets the stock change, as the next update will tell. */
-  StockChanged advance(const StockChange &change);
+  /** Changes the sample data, as the next update will report. */
+  ChangedData advance(const DataChange &change);
   /** Adds a posting with these fields (by element name: "Title", "Cat", ...). @return its id */
   std::int64_t add_posting(const Parameters &fields);
   /** Changes fields of a posting. */

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** An authentication plug-in whose secret tells what it was called with. */
+/** An authentication plug-in whose secret shows the arguments of the call. */
 #include <gmodule.h>
 
 #include <velkor/zox_http_curl.h>

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** An authentication plug-in that breaks its contract: it has no secret to give. */
+/** An authentication plug-in that violates its contract: it returns no secret. */
 #include <gmodule.h>
 
 #include <velkor/zox_http_curl.h>

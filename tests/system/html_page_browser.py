@@ -70,7 +70,7 @@ def posting(number, **texts):
 
 
 class Browser:
-    """The few calls of the WebDriver protocol that these tests need."""
+    """A minimal WebDriver client."""
 
     def __init__(self):
         self.driver = subprocess.Popen(["chromedriver", "--port=0"], stdout=subprocess.PIPE,
@@ -123,7 +123,7 @@ class PageTest(unittest.TestCase):
         self.directory = pathlib.Path(directory.name)
 
     def show(self, postings, *options):
-        """Opens the page for these postings; gives back its path."""
+        """Opens the page for these postings; returns its path."""
         cache = self.directory / "cache"
         cache.mkdir(mode=0o700, exist_ok=True)
         with gzip.open(cache / "velkor.posts.gz", "wb") as file:

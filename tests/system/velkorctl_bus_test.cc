@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* velkorctl open and listen on a session bus of the test's own. */
+/* velkorctl open and listen on a private session bus. */
 #include <csignal>
 
 #include "tests/support/bus_name_owner.h"
@@ -17,13 +17,13 @@ protected:
   PrivateBus bus;
 };
 
-TEST_F(VelkorctlBus, OpenHandsThePostingToTheRunningInstance) {
+TEST_F(VelkorctlBus, OpenPassesThePostingToTheRunningInstance) {
   const BusNameOwner front_end;
   EXPECT_EQ(output({"open", "42"}), "");
   EXPECT_THAT(front_end.calls(), ElementsAre("openPosting (42,)"));
 }
 
-TEST_F(VelkorctlBus, WithoutAnInstanceOpenSaysSo) {
+TEST_F(VelkorctlBus, OpenReportsThatNoInstanceRuns) {
   const ProcessResult outcome = run({"open", "42"});
   EXPECT_EQ(outcome.status, 7);
   EXPECT_EQ(outcome.err, "velkorctl: Velkor is not running\n");
@@ -31,7 +31,7 @@ TEST_F(VelkorctlBus, WithoutAnInstanceOpenSaysSo) {
   EXPECT_EQ(run({"open", "42"}).status, 7);
 }
 
-TEST_F(VelkorctlBus, ListenPrintsWhatItIsAsked) {
+TEST_F(VelkorctlBus, ListenPrintsTheCallsItGets) {
   ChildProcess listener(command({"listen"}));
   EXPECT_EQ(listener.read_line(), "listening");
   EXPECT_EQ(output({"open", "42"}), "");
@@ -52,7 +52,7 @@ TEST_F(VelkorctlBus, ListenPrintsJson) {
   EXPECT_EQ(listener.read_line(), R"({"event":"open_posting","id":7})");
 }
 
-TEST_F(VelkorctlBus, OtherCommandsMayWriteBesideAListener) {
+TEST_F(VelkorctlBus, OtherCommandsMayWriteDuringListen) {
   ChildProcess listener(command({"listen"}));
   EXPECT_EQ(listener.read_line(), "listening");
   EXPECT_EQ(output({"config", "set", "trayIcon", "0"}), "");
@@ -78,7 +78,7 @@ protected:
   PrivateBus bus;
 };
 
-TEST_F(VelkorctlMailNotice, ListenTellsThatMailWaits) {
+TEST_F(VelkorctlMailNotice, ListenReportsWaitingMail) {
   ASSERT_EQ(run({"mail", "send", "demo", "subject"}, {.input = "text"}).status, 0);
   ChildProcess listener(command({"listen", "--mail", "60"}));
   EXPECT_EQ(listener.read_line(), "mail");

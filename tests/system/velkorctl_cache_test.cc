@@ -31,13 +31,13 @@ TEST_F(VelkorctlCache, InfoCountsThePostings) {
               HasSubstr(R"("postings":2,"states":{"Ready":1,"Spot":1})"));
 }
 
-TEST_F(VelkorctlCache, ASoundCacheIsVerified) {
+TEST_F(VelkorctlCache, VerifiesAnIntactCache) {
   EXPECT_EQ(output({"cache", "verify"}), "FILE             ENTRIES  RESULT\n"
                                          "velkor.conf            3  ok\n"
                                          "velkor.posts.gz        2  ok\n");
 }
 
-TEST_F(VelkorctlCache, DamageIsFoundToTheLastByte) {
+TEST_F(VelkorctlCache, FindsDamageUpToTheLastByte) {
   std::string bytes = read_file(cached("velkor.posts.gz"));
   bytes[bytes.size() - 6] = static_cast<char>(~bytes[bytes.size() - 6]);
   write_file(cached("velkor.posts.gz"), bytes);
@@ -90,19 +90,19 @@ TEST_F(VelkorctlCache, ADamagedBackupIsNotRestored) {
   EXPECT_THAT(cached_names(), Not(Contains(StartsWith("before-restore-"))));
 }
 
-TEST_F(VelkorctlCache, NothingToCopyIsToldSo) {
+TEST_F(VelkorctlCache, ReportsThatThereIsNothingToCopy) {
   EXPECT_EQ(run({"cache", "restore", sandbox.home() / "none"}).status, 7);
   fs::remove_all(sandbox.cache());
   EXPECT_EQ(run({"cache", "backup", backup}).status, 7);
   EXPECT_FALSE(fs::exists(backup));
 }
 
-TEST_F(VelkorctlCache, AFailedBackupLeavesNoHalfFile) {
+TEST_F(VelkorctlCache, AFailedBackupLeavesNoPartialFile) {
   EXPECT_EQ(run({"cache", "backup", backup}, {.file_size_limit = 100}).status, 6);
   EXPECT_FALSE(fs::exists(backup / "velkor.posts.gz"));
 }
 
-TEST_F(VelkorctlCache, AnEmptyListIsNoDamage) {
+TEST_F(VelkorctlCache, AnEmptyListIsNotDamage) {
   write_gzip(cached("velkor.posts.gz"), "<?xml version=\"1.0\"?>\n<Events/>\n");
   EXPECT_EQ(output({"list", "--format", "json"}), "[]\n");
   EXPECT_EQ(run({"cache", "verify"}).status, 0);
@@ -110,7 +110,7 @@ TEST_F(VelkorctlCache, AnEmptyListIsNoDamage) {
 
 class VelkorctlResync : public ServerVelkorctlTest {};
 
-TEST_F(VelkorctlResync, BringsBackWhatWasLost) {
+TEST_F(VelkorctlResync, RestoresLostPostings) {
   ASSERT_EQ(run({"update"}).status, 0);
   const std::string last = output({"config", "get", "lastCheck"});
   fs::remove(cached("velkor.posts.gz"));
@@ -122,7 +122,7 @@ TEST_F(VelkorctlResync, BringsBackWhatWasLost) {
   EXPECT_EQ(output({"config", "get", "recursiveUpdate"}), "0\n");
 }
 
-TEST_F(VelkorctlResync, AFailureLeavesTheUpdateTimes) {
+TEST_F(VelkorctlResync, AFailureKeepsTheUpdateTimes) {
   ASSERT_EQ(run({"update"}).status, 0);
   const std::string last = output({"config", "get", "lastCheck"});
   server.fault("/3.7.3/xml.php", "database", 1);

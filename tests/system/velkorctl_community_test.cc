@@ -61,21 +61,21 @@ TEST_F(VelkorctlMail, AnUnknownAddresseeIsReported) {
   EXPECT_EQ(output({"mail", "list", "--format", "json"}), "[]\n");
 }
 
-TEST_F(VelkorctlMail, OnAFullDiskNothingIsTakenFromTheServer) {
+TEST_F(VelkorctlMail, AFullDiskLeavesTheMailOnTheServer) {
   send("greeting", std::string(3000, 'x'));
   EXPECT_EQ(run({"mail", "fetch"}, {.file_size_limit = 2000}).status, 6);
   EXPECT_EQ(run({"mail", "fetch"}).status, 0);
   EXPECT_EQ(count_objects(output({"mail", "list", "--format", "json"})), 2U);
 }
 
-TEST_F(VelkorctlMail, AMailBoxThatCannotBeReadIsTold) {
+TEST_F(VelkorctlMail, AnUnreadableMailBoxIsReported) {
   write_file(cached("velkor.mail"), "<Mail><Event");
   const ProcessResult outcome = run({"mail", "list"});
   EXPECT_EQ(outcome.status, 6);
   EXPECT_THAT(outcome.err, HasSubstr("cannot read the messages in "));
 }
 
-TEST_F(VelkorctlMail, AHostileMessageCannotActOnTheTerminal) {
+TEST_F(VelkorctlMail, AHostileMessageCannotControlTheTerminal) {
   send("a\u009b2J", "b\u202E\u009bc");
   EXPECT_THAT(output({"mail", "list"}), HasSubstr("a\uFFFD2J"));
   EXPECT_THAT(output({"mail", "read", "1"}), HasSubstr("b\uFFFD\uFFFDc"));
@@ -90,7 +90,7 @@ TEST_F(VelkorctlCommunity, KudosAreGivenAndRead) {
   EXPECT_EQ(run({"kudos", id, "--give", "x"}).status, 2);
 }
 
-TEST_F(VelkorctlCommunity, AWarningIsGivenOnce) {
+TEST_F(VelkorctlCommunity, AWarningIsSentOnce) {
   const std::string id = posting();
   EXPECT_EQ(run({"warn", id, "spam"}).err, "velkorctl: the warning has number 1\n");
   const ProcessResult again = run({"warn", id, "spam"});
@@ -132,7 +132,7 @@ protected:
                            "tags=Genre/Drama;TV\nnewsgroups=1;2\ndescription=one\\ntwo\n";
 };
 
-TEST_F(VelkorctlPost, PlacesASpotAndPrintsItsNumber) {
+TEST_F(VelkorctlPost, PostsASpotAndPrintsItsNumber) {
   const ProcessResult outcome = run(post(spot));
   ASSERT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.err, "velkorctl: sending the posting\n"
@@ -160,7 +160,7 @@ TEST_F(VelkorctlPost, ADryRunSendsNothing) {
   EXPECT_THAT(server.requests(), IsEmpty());
 }
 
-TEST_F(VelkorctlPost, EverythingWrongIsToldBeforeAnythingIsSent) {
+TEST_F(VelkorctlPost, EveryMistakeIsReportedBeforeAnythingIsSent) {
   server.forget_requests();
   const ProcessResult outcome =
       run(post("titel=x\ncategory=Beeld\nsub-category=MP3\ntags=Browsers\nfiles=many\n"));
@@ -183,7 +183,7 @@ TEST_F(VelkorctlPost, AFailureIsReported) {
                          "velkorctl: Database-storing op de ZOX server\n");
 }
 
-TEST_F(VelkorctlPost, AReservationIsTold) {
+TEST_F(VelkorctlPost, AReservationIsReported) {
   ASSERT_EQ(run(post(spot)).status, 0);
   const ProcessResult repeated = run(post(spot));
   EXPECT_EQ(repeated.status, 0);
@@ -191,7 +191,7 @@ TEST_F(VelkorctlPost, AReservationIsTold) {
   EXPECT_THAT(repeated.err, HasSubstr("accepted the posting with a reservation"));
 }
 
-TEST_F(VelkorctlPost, AFailureAfterThePostingItselfNamesIt) {
+TEST_F(VelkorctlPost, AFailureAfterPostingNamesThePosting) {
   StubServer failing;
   failing.reply_once("/3.7.3/xml-post.php", "1501");
   failing.reply("/3.7.3/xml-post.php", "Could not connect to the database");
@@ -209,7 +209,7 @@ protected:
   VelkorctlSignup() : VelkorctlCommunity(Words{"--signup-pause", "0"}) {}
 };
 
-TEST_F(VelkorctlSignup, MakesAnAccountAndUsesIt) {
+TEST_F(VelkorctlSignup, CreatesAnAccountAndUsesIt) {
   const ProcessResult outcome = run_with_input(
       {"signup", "newby", "newby@example.org", "--password-stdin", "--use"}, "geheim\n");
   ASSERT_EQ(outcome.status, 0) << outcome.err;

@@ -23,7 +23,7 @@ TEST_F(VelkorctlConfig, SetsAndPrintsAValue) {
   EXPECT_EQ(output({"config", "get", "trayIcon"}), "1\n");
 }
 
-TEST_F(VelkorctlConfig, MakesTheDirectoryForItself) {
+TEST_F(VelkorctlConfig, CreatesTheDirectory) {
   std::filesystem::remove_all(sandbox.cache());
   EXPECT_EQ(set({"username", "ann"}).status, 0);
   const auto mode = std::filesystem::status(sandbox.cache()).permissions();
@@ -56,7 +56,7 @@ TEST_F(VelkorctlConfig, APasswordComesFromStandardInputOnly) {
   EXPECT_EQ(set({"password", "--stdin"}).status, 2);
 }
 
-TEST_F(VelkorctlConfig, APasswordIsPrintedOnlyWhenAskedForByName) {
+TEST_F(VelkorctlConfig, APasswordIsPrintedOnlyOnExplicitRequest) {
   settings("password=secret\n");
   EXPECT_THAT(output({"config", "list"}), Not(HasSubstr("secret")));
   EXPECT_THAT(output({"config", "list", "--format", "json"}), Not(HasSubstr("secret")));
@@ -74,7 +74,7 @@ TEST_F(VelkorctlConfig, ATypedPasswordIsNotShown) {
   EXPECT_EQ(output({"config", "get", "password", "--show-secret"}), "secret\n");
 }
 
-TEST_F(VelkorctlConfig, OnlyTheOwnerMayReadTheSettings) {
+TEST_F(VelkorctlConfig, OnlyTheOwnerCanReadTheSettings) {
   set({"password", "--stdin"}, "secret\n");
   const auto mode = std::filesystem::status(cached("velkor.conf")).permissions();
   EXPECT_EQ(mode, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
@@ -100,7 +100,7 @@ TEST_F(VelkorctlConfig, ListsEverySetting) {
   EXPECT_THAT(output({"config", "list", "--no-header"}), HasSubstr("watcher"));
 }
 
-TEST_F(VelkorctlConfig, SettingsThatCannotBeReadAreNotReplaced) {
+TEST_F(VelkorctlConfig, UnreadableSettingsAreNotReplaced) {
   std::filesystem::create_directory(cached("velkor.conf"));
   const ProcessResult outcome = set({"username", "ann"});
   EXPECT_EQ(outcome.status, 6);
@@ -108,7 +108,7 @@ TEST_F(VelkorctlConfig, SettingsThatCannotBeReadAreNotReplaced) {
   EXPECT_TRUE(std::filesystem::is_directory(cached("velkor.conf")));
 }
 
-TEST_F(VelkorctlConfig, OnAFullDiskTheSettingsStayAsTheyWere) {
+TEST_F(VelkorctlConfig, AFullDiskLeavesTheSettingsUnchanged) {
   settings("username=ann\n");
   const ProcessResult outcome = run({"config", "set", "trayIcon", "0"}, {.file_size_limit = 400});
   EXPECT_EQ(outcome.status, 6);

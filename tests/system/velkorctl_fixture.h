@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** velkorctl in a home of its own, without a session bus; and beside it a server. */
+/** Runs velkorctl in a temporary home without a session bus, optionally with a server. */
 #ifndef VELKOR_TESTS_SYSTEM_VELKORCTL_FIXTURE_H
 #define VELKOR_TESTS_SYSTEM_VELKORCTL_FIXTURE_H
 
@@ -22,10 +22,10 @@ protected:
 
   VelkorctlTest();
 
-  /** The whole command: the program, the fixture's own options and `words`. */
+  /** The whole command: the program, the fixture's options and `words`. */
   [[nodiscard]] virtual Words command(const Words &words) const;
   [[nodiscard]] ProcessResult run(const Words &words, const ProcessOptions &options = {}) const;
-  /** The standard output of a run that must end with 0 and without a word of warning. */
+  /** The standard output of a run that must succeed and print no warnings. */
   [[nodiscard]] std::string output(const Words &words) const;
 
   [[nodiscard]] std::filesystem::path cached(const std::string &name) const;
@@ -43,7 +43,7 @@ private:
   EnvironmentVariable no_runtime_{"XDG_RUNTIME_DIR", std::nullopt};
 };
 
-/** With a stand-in server of 50 postings in dumps of 10, and its account in the settings. */
+/** With a stand-in server that has 50 postings in dumps of 10, and its account in the settings. */
 class ServerVelkorctlTest : public VelkorctlTest {
 protected:
   explicit ServerVelkorctlTest(const Words &options = {});
@@ -55,10 +55,10 @@ protected:
 
 /** One posting for cache_postings(): category Beeld/DivX unless `more` says otherwise. */
 std::string event(int id, const std::string &title, const std::string &more = "");
-/** One posting with exactly these elements beside its id and title. */
+/** One posting with exactly these elements in addition to its id and title. */
 std::string bare_event(int id, const std::string &title, const std::string &elements);
 
-/** How many objects the JSON array in `text` holds; fails the test when it is none. */
+/** How many objects the JSON array in `text` holds; fails the test when it is not one. */
 std::size_t count_objects(const std::string &text);
 
 }  // namespace velkor::test

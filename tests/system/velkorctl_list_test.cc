@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* The commands that look at the cache: list, categories, groups, filters, tags. */
+/* The commands that read the cache: list, categories, groups, filters, tags. */
 #include "tests/system/velkorctl_fixture.h"
 #include "velkorctl/safe_text.h"
 
@@ -22,7 +22,7 @@ std::vector<std::string> lines_of(const std::string &text) {
   return lines;
 }
 
-/** Three postings, of which the middle one is the newest. */
+/** Three postings; the middle one is the newest. */
 class VelkorctlList : public VelkorctlTest {
 protected:
   VelkorctlList() {
@@ -35,7 +35,7 @@ protected:
                    "<Tag>HD x264</Tag><Rating>9</Rating>"));
   }
 
-  /** The ids of a listing, in its order. */
+  /** The ids of a listing, in order. */
   [[nodiscard]] std::vector<std::string> ids(Words options) const {
     options.insert(options.begin(), {"list", "--no-header"});
     std::vector<std::string> result;
@@ -64,12 +64,12 @@ TEST_F(VelkorctlList, PrintsJson) {
             "\n]\n");
 }
 
-TEST_F(VelkorctlList, AnEmptyChoiceIsAnEmptyList) {
+TEST_F(VelkorctlList, NoMatchGivesAnEmptyList) {
   EXPECT_EQ(output({"list", "--title", "nothing", "--no-header"}), "");
   EXPECT_EQ(output({"list", "--title", "nothing", "--format", "json"}), "[]\n");
 }
 
-TEST_F(VelkorctlList, EveryOptionNarrowsTheChoice) {
+TEST_F(VelkorctlList, EveryOptionNarrowsTheList) {
   EXPECT_THAT(ids({"--title", "DIVX"}), ElementsAre("1"));
   EXPECT_THAT(ids({"--poster", "bo"}), ElementsAre("2"));
   EXPECT_THAT(ids({"--category", "Geluid"}), ElementsAre("3"));
@@ -90,7 +90,7 @@ TEST_F(VelkorctlList, NewMeansSinceThePreviousUpdate) {
   EXPECT_THAT(ids({"--new"}), ElementsAre("2", "3"));
 }
 
-TEST_F(VelkorctlList, OrdersAndLimits) {
+TEST_F(VelkorctlList, SortsAndLimits) {
   EXPECT_THAT(ids({}), ElementsAre("2", "3", "1"));
   EXPECT_THAT(ids({"--ascending"}), ElementsAre("1", "3", "2"));
   EXPECT_THAT(ids({"--sort", "title", "--ascending"}), ElementsAre("1", "2", "3"));
@@ -99,7 +99,7 @@ TEST_F(VelkorctlList, OrdersAndLimits) {
   EXPECT_THAT(ids({"--limit", "2"}), ElementsAre("2", "3"));
 }
 
-TEST_F(VelkorctlList, WhatIsUnknownIsAUsageError) {
+TEST_F(VelkorctlList, UnknownValuesAreUsageErrors) {
   for (const Words &words : std::vector<Words>{{"list", "--category", "Boeken"},
                                                {"list", "--tag", "onzin"},
                                                {"list", "--newsgroup", "a.b.geen"},
@@ -128,7 +128,7 @@ TEST_F(VelkorctlList, OnATerminalNoLineIsTooWide) {
     EXPECT_LE(ctl::display_width(line.substr(0, line.find('\r'))), 60) << line;
 }
 
-TEST_F(VelkorctlList, AHostileTitleCannotActOnTheTerminal) {
+TEST_F(VelkorctlList, AHostileTitleCannotControlTheTerminal) {
   cache_postings(event(1, "x\u009b2J\u202Ey\nz"));
   const std::string table = output({"list", "--no-header"});
   EXPECT_THAT(table, HasSubstr("x\uFFFD2J\uFFFDy z"));
@@ -136,7 +136,7 @@ TEST_F(VelkorctlList, AHostileTitleCannotActOnTheTerminal) {
   EXPECT_THAT(output({"list", "--format", "json"}), HasSubstr(R"("x\u009b2J\u202ey\nz")"));
 }
 
-TEST_F(VelkorctlList, ReadingLeavesTheCacheDirectoryAsItIs) {
+TEST_F(VelkorctlList, ReadingLeavesTheCacheDirectoryUnchanged) {
   std::filesystem::remove(cached("velkor.posts.gz"));
   write_file(cached("velkor.posts"),
              "<Events>" + event(7, "from an earlier version") + "</Events>");
@@ -145,7 +145,7 @@ TEST_F(VelkorctlList, ReadingLeavesTheCacheDirectoryAsItIs) {
   EXPECT_THAT(cached_names(), ElementsAre("velkor.posts"));
 }
 
-TEST_F(VelkorctlList, AMissingCacheIsEmptyAndIsNotMade) {
+TEST_F(VelkorctlList, AMissingCacheIsEmptyAndIsNotCreated) {
   std::filesystem::remove_all(sandbox.cache());
   const ProcessResult outcome = run({"list", "--format", "json"});
   EXPECT_EQ(outcome.status, 0);
@@ -154,7 +154,7 @@ TEST_F(VelkorctlList, AMissingCacheIsEmptyAndIsNotMade) {
   EXPECT_FALSE(std::filesystem::exists(sandbox.cache()));
 }
 
-TEST_F(VelkorctlList, AnUnreadableCacheIsNoEmptyList) {
+TEST_F(VelkorctlList, AnUnreadableCacheIsNotAnEmptyList) {
   write_gzip(cached("velkor.posts.gz"), "<Events><Event></Events>");
   const ProcessResult outcome = run({"list"});
   EXPECT_EQ(outcome.status, 6);
@@ -162,7 +162,7 @@ TEST_F(VelkorctlList, AnUnreadableCacheIsNoEmptyList) {
   EXPECT_THAT(outcome.err, HasSubstr("cannot read the postings in "));
 }
 
-TEST_F(VelkorctlList, CategoriesCountTheListAtHand) {
+TEST_F(VelkorctlList, CategoriesCountTheCachedPostings) {
   settings("prevCheck=1800000000\n");
   const std::string all = output({"categories"});
   EXPECT_THAT(all, HasSubstr("CATEGORY"));
@@ -182,7 +182,7 @@ TEST_F(VelkorctlList, FiltersAreTheDefaultsWhenNoneAreSaved) {
   EXPECT_THAT(cached_names(), Not(Contains("velkor.filters")));
 }
 
-TEST_F(VelkorctlList, SavedFiltersAreListedInTheirOrder) {
+TEST_F(VelkorctlList, SavedFiltersAreListedInOrder) {
   write_file(cached("velkor.filters"),
              "<Filters><Filter><filterNaam>Mijn</filterNaam><cat>0</cat><sCat>-1</sCat>"
              "<extra_tag>HD</extra_tag><tag>a0</tag></Filter></Filters>");
@@ -220,13 +220,13 @@ TEST_F(VelkorctlGroups, AFailedFetchKeepsTheOldOnes) {
 
 class VelkorctlOutput : public VelkorctlList {};
 
-TEST_F(VelkorctlOutput, AFullDiskBehindStandardOutputIsAFailure) {
+TEST_F(VelkorctlOutput, AFullDiskForStandardOutputIsAFailure) {
   const ProcessResult outcome = run({"list"}, {.output_file = "/dev/full"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.err, HasSubstr("cannot write to standard output"));
 }
 
-TEST_F(VelkorctlOutput, AReaderThatLeavesEndsTheCommandQuietly) {
+TEST_F(VelkorctlOutput, AClosedPipeEndsTheCommandQuietly) {
   std::string events;
   for (int id = 1; id <= 5000; ++id)
     events += event(id, "a title of some length to fill the pipe");

@@ -10,7 +10,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-/** With a scripted server, since its texts are hostile ones. */
+/** With a scripted server, since its texts are hostile. */
 class VelkorctlShow : public VelkorctlTest {
 protected:
   VelkorctlShow() {
@@ -61,7 +61,7 @@ TEST_F(VelkorctlShow, PrintsJson) {
   EXPECT_THAT(json, HasSubstr(R"("reactions":[{"id":55,"author":"bob","stamp":1700000000)"));
 }
 
-TEST_F(VelkorctlShow, OfflineNothingIsAsked) {
+TEST_F(VelkorctlShow, OfflineSendsNoRequest) {
   EXPECT_THAT(output({"show", "7", "--offline"}), HasSubstr("Title       Alpha\n"));
   EXPECT_THAT(output({"show", "7", "--offline", "--format", "json"}),
               HasSubstr(R"("reactions":null)"));
@@ -69,20 +69,20 @@ TEST_F(VelkorctlShow, OfflineNothingIsAsked) {
   EXPECT_THAT(server.requests(), IsEmpty());
 }
 
-TEST_F(VelkorctlShow, KeepsNothingOfItInTheCache) {
+TEST_F(VelkorctlShow, LeavesTheCacheUnchanged) {
   const std::string before = read_file(cached("velkor.posts.gz"));
   ASSERT_EQ(run({"show", "7"}).status, 0);
   EXPECT_EQ(read_file(cached("velkor.posts.gz")), before);
   EXPECT_EQ(cached_names(), (std::set<std::string>{"velkor.conf", "velkor.posts.gz"}));
 }
 
-TEST_F(VelkorctlShow, AsksForAPostingThatIsNotCached) {
+TEST_F(VelkorctlShow, FetchesAPostingThatIsNotCached) {
   server.reply("/3.7.3/xml-findpost.php",
                "<Post><PostID>9</PostID><Title>Found</Title><Poster>eve</Poster></Post>");
   EXPECT_THAT(output({"show", "9"}), HasSubstr("Title   Found\n"));
 }
 
-TEST_F(VelkorctlShow, WhatIsGoneIsNotFound) {
+TEST_F(VelkorctlShow, ReportsAPostingThatNoLongerExists) {
   server.reply("/3.7.3/xml-findpost.php", "");
   const ProcessResult outcome = run({"show", "9"});
   EXPECT_EQ(outcome.status, 7);
@@ -90,7 +90,7 @@ TEST_F(VelkorctlShow, WhatIsGoneIsNotFound) {
                          "beschikbaar op de ZOX server\n");
 }
 
-TEST_F(VelkorctlShow, ForumPrintsTheReactionsAlone) {
+TEST_F(VelkorctlShow, ForumPrintsOnlyTheReactions) {
   EXPECT_EQ(output({"forum", "7"}), "\n#55  bob  2023-11-14 23:13\nnice\uFFFD one\n"
                                     "\n(closed for reactions)\n");
   EXPECT_THAT(server.requests("/3.7.3/xml-posts.php"), IsEmpty());
@@ -117,7 +117,7 @@ TEST_F(VelkorctlShow, AnEmptyReactionIsNotSent) {
   EXPECT_THAT(server.requests(), IsEmpty());
 }
 
-TEST_F(VelkorctlShow, ExplainsEachTestInItsOrder) {
+TEST_F(VelkorctlShow, ExplainsEachTestInOrder) {
   EXPECT_EQ(output({"explain", "7", "--filter", "Lossless", "--title", "alp", "--newsgroup", "5"}),
             "TEST        RESULT  WANTED                                    POSTING\n"
             "since       -\n"
@@ -134,7 +134,7 @@ TEST_F(VelkorctlShow, ExplainsEachTestInItsOrder) {
   EXPECT_THAT(output({"explain", "7", "--filter", "DivX"}), HasSubstr("\naccepted\n"));
 }
 
-TEST_F(VelkorctlShow, TheGateRejectsACategoryWithoutASavedFilter) {
+TEST_F(VelkorctlShow, RejectsACategoryWithoutASavedFilter) {
   write_file(cached("velkor.filters"),
              "<Filters><Filter><filterNaam>x</filterNaam><cat>1</cat><sCat>-1</sCat></Filter>"
              "</Filters>");
@@ -146,7 +146,7 @@ TEST_F(VelkorctlShow, TheGateRejectsACategoryWithoutASavedFilter) {
   EXPECT_EQ(run({"explain", "99"}).status, 7);
 }
 
-TEST_F(VelkorctlShow, TheDisplayDocumentIsPrintedAsItIs) {
+TEST_F(VelkorctlShow, PrintsTheDisplayDocumentUnchanged) {
   const std::string document = output({"list", "--format", "xml", "--title", "beta"});
   EXPECT_THAT(document, HasSubstr("<Events>\n\t<SortMode>Stamp</SortMode>\n"));
   EXPECT_THAT(document, HasSubstr("\t\t<PostID>8</PostID>\n"));

@@ -54,7 +54,7 @@ TEST_F(VelkorctlUpdate, FetchesOnlyWhatIsNewTheNextTime) {
   EXPECT_EQ(listed(), before + 3);
 }
 
-TEST_F(VelkorctlUpdate, NothingNewIsNoFailureUnlessAskedFor) {
+TEST_F(VelkorctlUpdate, NothingNewIsAFailureOnlyOnRequest) {
   ASSERT_EQ(run({"update"}).status, 0);
   const ProcessResult quiet = run({"update"});
   EXPECT_EQ(quiet.status, 0);
@@ -62,7 +62,7 @@ TEST_F(VelkorctlUpdate, NothingNewIsNoFailureUnlessAskedFor) {
   EXPECT_EQ(run({"update", "--exit-code"}).status, 5);
 }
 
-TEST_F(VelkorctlUpdate, WithoutAnAccountNothingIsAsked) {
+TEST_F(VelkorctlUpdate, WithoutAnAccountNoRequestIsSent) {
   settings("username=demo\n");
   const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 3);
@@ -79,14 +79,14 @@ TEST_F(VelkorctlUpdate, AWrongPasswordIsReportedInTheServicesWords) {
   EXPECT_EQ(outcome.err, "velkorctl: Ongeldige username/wachtwoord opgegeven\n");
 }
 
-TEST_F(VelkorctlUpdate, ANoticeOfTheServerCannotActOnTheTerminal) {
+TEST_F(VelkorctlUpdate, AServerNoticeCannotControlTheTerminal) {
   server.fault(question, "message", 1, "Onder\033[2Jhoud");
   const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err, "velkorctl: Servermededeling ontvangen: Onder\uFFFD[2Jhoud\n");
 }
 
-TEST_F(VelkorctlUpdate, AServerThatIsNotThereIsAFailure) {
+TEST_F(VelkorctlUpdate, AnUnreachableServerIsAFailure) {
   server.stop();
   const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 1);
@@ -102,7 +102,7 @@ TEST_F(VelkorctlUpdate, AFailedDumpChangesNothing) {
   EXPECT_THAT(again.err, HasSubstr("50 postings received"));
 }
 
-TEST_F(VelkorctlUpdate, WhatTheLibraryPrintsStaysOffStandardOutput) {
+TEST_F(VelkorctlUpdate, LibraryOutputStaysOffStandardOutput) {
   server.fault(std::string(dumps), "xml-malformed", 2);
   const ProcessResult quiet = run({"update"});
   EXPECT_EQ(quiet.status, 1);
@@ -113,7 +113,7 @@ TEST_F(VelkorctlUpdate, WhatTheLibraryPrintsStaysOffStandardOutput) {
   EXPECT_THAT(traced.err, HasSubstr("velkorctl: trace: zox_events_parse(): buffer = "));
 }
 
-TEST_F(VelkorctlUpdate, AnInterruptionEndsTheTransferAndLosesNothing) {
+TEST_F(VelkorctlUpdate, AnInterruptionEndsTheTransferWithoutLosses) {
   ASSERT_EQ(run({"update"}).status, 0);
   const std::string before = setting("lastCheck");
   const std::size_t count = listed();
@@ -133,7 +133,7 @@ TEST_F(VelkorctlUpdate, AnInterruptionEndsTheTransferAndLosesNothing) {
   EXPECT_EQ(listed(), count + 3);
 }
 
-TEST_F(VelkorctlUpdate, ShowsABarOnATerminal) {
+TEST_F(VelkorctlUpdate, ShowsAProgressBarOnATerminal) {
   ChildProcess update(command({"update"}), {.terminal_columns = 60});
   const ProcessResult outcome = update.finish();
   EXPECT_EQ(outcome.status, 0);
@@ -147,27 +147,27 @@ protected:
   VelkorctlRecursiveUpdate() : VelkorctlUpdate(Words{"--chunks-per-reply", "1"}) {}
 };
 
-TEST_F(VelkorctlRecursiveUpdate, GoesOnUntilTheServerHasNoMore) {
+TEST_F(VelkorctlRecursiveUpdate, ContinuesUntilTheServerHasNoMore) {
   const ProcessResult outcome = run({"update", "--recursive"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_THAT(outcome.err, HasSubstr("50 postings received"));
   EXPECT_EQ(setting("recursiveUpdate"), "0\n");
 }
 
-TEST_F(VelkorctlRecursiveUpdate, AsksOnceWithoutTheOption) {
+TEST_F(VelkorctlRecursiveUpdate, SendsOneRequestWithoutTheOption) {
   EXPECT_THAT(run({"update"}).err, HasSubstr("10 postings received"));
   EXPECT_EQ(server.requests(question).size(), 1U);
 }
 
 class VelkorctlUpdateFiles : public VelkorctlUpdate {};
 
-TEST_F(VelkorctlUpdateFiles, ACacheDirectoryThatCannotBeMadeIsReported) {
+TEST_F(VelkorctlUpdateFiles, ACacheDirectoryThatCannotBeCreatedIsReported) {
   const ProcessResult outcome = run({"--cache-dir", cached("velkor.conf") / "x", "update"});
   EXPECT_EQ(outcome.status, 6);
   EXPECT_THAT(outcome.err, StartsWith("velkorctl: "));
 }
 
-TEST_F(VelkorctlUpdateFiles, OnAFullDiskTheUpdateIsRepeatedLater) {
+TEST_F(VelkorctlUpdateFiles, AfterAFullDiskTheUpdateIsRepeated) {
   const ProcessResult outcome = run({"update"}, {.file_size_limit = 3000});
   EXPECT_NE(outcome.status, 0);
   EXPECT_EQ(setting("lastCheck"), "0\n");
@@ -176,7 +176,7 @@ TEST_F(VelkorctlUpdateFiles, OnAFullDiskTheUpdateIsRepeatedLater) {
   EXPECT_THAT(again.err, HasSubstr("50 postings received"));
 }
 
-TEST_F(VelkorctlUpdateFiles, AnUnreadableCacheIsToldAtOnceAndKeptAside) {
+TEST_F(VelkorctlUpdateFiles, AnUnreadableCacheIsReportedAndBackedUp) {
   ASSERT_EQ(run({"update"}).status, 0);
   write_file(cached("velkor.posts.gz"), "this is not gzip");
   const ProcessResult listing = run({"list"});
@@ -189,7 +189,7 @@ TEST_F(VelkorctlUpdateFiles, AnUnreadableCacheIsToldAtOnceAndKeptAside) {
   EXPECT_THAT(cached_names(), Contains(StartsWith("velkor.posts.gz.onleesbaar-")));
 }
 
-TEST_F(VelkorctlUpdateFiles, OneCommandWritesAtATime) {
+TEST_F(VelkorctlUpdateFiles, OnlyOneCommandWritesAtATime) {
   const int lock = open(cached("velkorctl.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   ASSERT_EQ(flock(lock, LOCK_EX), 0);
   const ProcessResult refused = run({"update"});

@@ -27,7 +27,7 @@ TEST_F(VelkorctlWatch, AddsListsAndRemoves) {
   EXPECT_EQ(output({"config", "get", "watchlist"}), "");
 }
 
-TEST_F(VelkorctlWatch, AddingTwiceIsToldAndHarmless) {
+TEST_F(VelkorctlWatch, AddingTwiceIsReportedAndHarmless) {
   EXPECT_EQ(output({"watch", "add", "2"}), "");
   const ProcessResult again = run({"watch", "add", "2"});
   EXPECT_EQ(again.status, 0);
@@ -35,12 +35,12 @@ TEST_F(VelkorctlWatch, AddingTwiceIsToldAndHarmless) {
   EXPECT_EQ(output({"config", "get", "watchlist"}), "2\n");
 }
 
-TEST_F(VelkorctlWatch, WhatIsNotThereCannotBeRemoved) {
+TEST_F(VelkorctlWatch, AMissingIdCannotBeRemoved) {
   EXPECT_EQ(run({"watch", "remove", "2"}).status, 7);
   EXPECT_EQ(run({"watchers", "remove", "x"}).status, 7);
 }
 
-TEST_F(VelkorctlWatch, IdsAreChecked) {
+TEST_F(VelkorctlWatch, ChecksIds) {
   for (const char *id : {"0", "-5", "x", "2147483648"})
     EXPECT_EQ(run({"watch", "add", "--", id}).status, 2) << id;
 }

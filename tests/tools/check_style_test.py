@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""tools/check_style.sh finds what it is there to find."""
+"""tools/check_style.sh finds every kind of violation."""
 import pathlib
 import subprocess
 import tempfile
