@@ -5,11 +5,12 @@
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <stdexcept>
 
 #include <zlib.h>
+
+#include "support/owned.h"
 
 namespace velkor::test {
 namespace {
@@ -70,10 +71,11 @@ Sandbox::Sandbox()
 Sandbox::~Sandbox() = default;
 
 std::string read_file(const std::filesystem::path &path) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file)
+  char *content = nullptr;
+  gsize length = 0;
+  if (g_file_get_contents(path.c_str(), &content, &length, nullptr) == FALSE)
     throw std::runtime_error("cannot read " + path.string());
-  return {std::istreambuf_iterator<char>(file), {}};
+  return {OwnedText(content).get(), length};
 }
 
 void write_file(const std::filesystem::path &path, std::string_view content) {
