@@ -60,4 +60,12 @@ void install_log_handlers() noexcept {
   xmlSetGenericErrorFunc(nullptr, xml_message);
 }
 
+QuietLog::QuietLog() noexcept
+    : earlier_(g_log_set_default_handler(
+          [](const gchar *, GLogLevelFlags, const gchar *, gpointer) noexcept {}, nullptr)) {}
+
+QuietLog::~QuietLog() {
+  g_log_set_default_handler(earlier_, nullptr);
+}
+
 }  // namespace velkor::ctl

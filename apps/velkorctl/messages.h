@@ -5,6 +5,8 @@
 
 #include <string_view>
 
+#include <glib.h>
+
 namespace velkor::ctl {
 
 /** One line on standard error: "velkorctl: " and the text, made safe for a terminal. */
@@ -15,6 +17,18 @@ void say(std::string_view text);
  * the terminal as it is.
  */
 void install_log_handlers() noexcept;
+
+/** Drops what GLib logs while it lives. */
+class QuietLog {
+public:
+  QuietLog() noexcept;
+  ~QuietLog();
+  QuietLog(const QuietLog &) = delete;
+  QuietLog &operator=(const QuietLog &) = delete;
+
+private:
+  GLogFunc earlier_;
+};
 
 }  // namespace velkor::ctl
 

@@ -14,6 +14,7 @@
 #include "velkorctl/filter_options.h"
 #include "velkorctl/formats.h"
 #include "velkorctl/html/html_page.h"
+#include "velkorctl/messages.h"
 #include "velkorctl/postings.h"
 #include "velkorctl/safe_text.h"
 
@@ -73,26 +74,32 @@ void print_xml(ZoxFilter &filter, const Context &context) {
   write_document(view_of(display_document(filter, context).get()), context.out);
 }
 
-/** The numbers of the postings that the display document shows. */
-std::vector<int> shown_numbers(bool perCategory) {
-  struct Walk {
-    bool perCategory;
-    std::vector<int> numbers;
-  } walk{perCategory, {}};
-  const auto note = [](gpointer, ZoxEvent *event, gpointer data) noexcept {
-    auto &found = *static_cast<Walk *>(data);
-    if (!found.perCategory || (event->cat >= 0 && event->cat <= 3))
-      found.numbers.push_back(event->postId);
+/** The elements of a display document, each printed alone. */
+struct Elements {
+  bool per_category;
+  std::vector<std::string> texts;
+};
+
+gint print_alone(gpointer /*key*/, ZoxEvent *posting, gpointer data) noexcept {
+  auto &into = *static_cast<Elements *>(data);
+  if (into.per_category && (posting->cat < 0 || posting->cat > 3))
     return 0;
-  };
-  zox_eventlist_foreach(core->eventlist, 1, 1, note, &walk);
-  return walk.numbers;
+  const OwnedString text(zox_events_sort_print(posting, into.per_category ? 1 : 0, 0, nullptr));
+  into.texts.emplace_back(view_of(text.get()));
+  return 0;
+}
+
+std::vector<std::string> shown_elements(bool per_category) {
+  Elements elements{per_category, {}};
+  const QuietLog already_warned;
+  zox_eventlist_foreach(core->eventlist, 1, 1, print_alone, &elements);
+  return elements.texts;
 }
 
 /** A page for a browser, which orders the postings as the document asks for. */
 void print_html(ZoxFilter &filter, const Context &context) {
   const OwnedString document = display_document(filter, context);
-  const auto page = html_page(view_of(document.get()), shown_numbers(filter.perCategory != 0));
+  const auto page = html_page(view_of(document.get()), shown_elements(filter.perCategory != 0));
   if (!page)
     throw Failure(Exit::failed, "the postings cannot be made into a page");
   write_document(*page, context.out);

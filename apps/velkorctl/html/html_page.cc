@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <climits>
-#include <cstdlib>
 #include <memory>
 
 #include <glib.h>
@@ -40,26 +39,56 @@ ParsedDocument parse_display_document(std::string_view text) {
   return {parse(text, XML_PARSE_RECOVER), true};
 }
 
-std::vector<int> numbers_of_rows(xmlDoc *document) {
-  std::vector<int> numbers;
-  for (const xmlNode *event : select_nodes(document, "/Events/Event | /Events/CatEvents/Event")) {
-    const xmlNode *child = xmlFirstElementChild(const_cast<xmlNode *>(event));
-    const bool has_number = child != nullptr && view_of(child->name) == "PostID";
-    numbers.push_back(has_number ? std::atoi(content_of(child).c_str()) : 0);
-  }
-  return numbers;
+std::vector<xmlNode *> select_nodes(xmlDoc *document, const char *expression) {
+  const XPathContext context(xmlXPathNewContext(document));
+  const XPathResult result(xmlXPathEvalExpression(xml_chars(expression), context.get()));
+  if (!result || result->nodesetval == nullptr)
+    return {};
+  const xmlNodeSet &set = *result->nodesetval;
+  return {set.nodeTab, set.nodeTab + set.nodeNr};
+}
+
+/** All of a row but its position, which only the document gives it. */
+std::string content_of_row(xmlNode *event) {
+  const XmlBuffer buffer(xmlBufferCreate());
+  for (xmlNode *child = xmlFirstElementChild(event); child != nullptr;
+       child = xmlNextElementSibling(child))
+    if (view_of(child->name) != "Pos")
+      xmlNodeDump(buffer.get(), event->doc, child, 0, 0);
+  return std::string(view_of(xmlBufferContent(buffer.get())));
+}
+
+std::vector<std::string> rows_of(xmlDoc *document) {
+  std::vector<std::string> rows;
+  for (xmlNode *event : select_nodes(document, "/Events/Event | /Events/CatEvents/Event"))
+    rows.push_back(content_of_row(event));
+  std::ranges::sort(rows);
+  return rows;
+}
+
+/**
+ * The rows that the postings must have. A posting that is not one element when printed alone has
+ * none: its texts reach beyond it.
+ */
+std::vector<std::string> expected_rows(const std::vector<std::string> &postings) {
+  std::vector<std::string> rows;
+  for (const std::string &posting : postings)
+    if (const XmlDocument alone = parse(posting, 0))
+      rows.push_back(content_of_row(xmlDocGetRootElement(alone.get())));
+  std::ranges::sort(rows);
+  return rows;
 }
 
 /** What the reader of the page must know about rows that may be missing or forged. */
-std::string notice_for(bool recovered, std::vector<int> found, std::vector<int> expected) {
-  std::ranges::sort(found);
-  std::ranges::sort(expected);
-  if (!recovered && found == expected)
+std::string notice_for(const ParsedDocument &parsed, const std::vector<std::string> &postings) {
+  const std::vector<std::string> found = rows_of(parsed.document.get());
+  const std::vector<std::string> expected = expected_rows(postings);
+  if (!parsed.recovered && found == expected && expected.size() == postings.size())
     return {};
-  std::vector<int> genuine;
+  std::vector<std::string> genuine;
   std::ranges::set_intersection(found, expected, std::back_inserter(genuine));
   return "Let op: een posting bevat tekst die deze lijst verstoort. " +
-         std::to_string(genuine.size()) + " van de " + std::to_string(expected.size()) +
+         std::to_string(genuine.size()) + " van de " + std::to_string(postings.size()) +
          " postings zijn teruggevonden; de lijst kan onvolledig zijn of vervalste regels bevatten.";
 }
 
@@ -111,23 +140,15 @@ std::optional<std::string> transform(xmlDoc *document, const std::string &notice
 
 }  // namespace
 
-std::vector<xmlNode *> select_nodes(xmlDoc *document, const char *expression) {
-  const XPathContext context(xmlXPathNewContext(document));
-  const XPathResult result(xmlXPathEvalExpression(xml_chars(expression), context.get()));
-  if (!result || result->nodesetval == nullptr)
-    return {};
-  const xmlNodeSet &set = *result->nodesetval;
-  return {set.nodeTab, set.nodeTab + set.nodeNr};
-}
-
-std::optional<std::string> html_page(std::string_view document, std::vector<int> expected) {
+std::optional<std::string> html_page(std::string_view document,
+                                     const std::vector<std::string> &postings) {
   const ParsedDocument parsed = parse_display_document(document);
   if (!parsed.document || xmlDocGetRootElement(parsed.document.get()) == nullptr)
     return std::nullopt;
-  for (xmlNode *info : select_nodes(parsed.document.get(), "//TagInfo"))
+  const std::string notice = notice_for(parsed, postings);
+  // Reducing an element frees what is in it, so one in another must not come up by itself.
+  for (xmlNode *info : select_nodes(parsed.document.get(), "//TagInfo[not(ancestor::TagInfo)]"))
     reduce_tag_info(info);
-  const std::string notice =
-      notice_for(parsed.recovered, numbers_of_rows(parsed.document.get()), std::move(expected));
   return transform(parsed.document.get(), notice);
 }
 

@@ -13,14 +13,15 @@ namespace velkor::ctl {
 /**
  * Texts of postings stand unescaped in the display document, so a hostile one can break out of
  * its place. The document is parsed strictly first, then in a recovering way; the page carries a
- * visible notice when the second was needed, or when the rows found are not the postings asked
- * for. Whatever the texts contain, nothing but the page's own style and script can run.
+ * visible notice when the second was needed, or when a row differs from its posting. Whatever the
+ * texts contain, nothing but the page's own style and script can run.
  *
  * @param document the display document, UTF-8
- * @param expected the numbers of the postings that the document was printed for, in any order
+ * @param postings the elements of the postings in the document, each printed alone, in any order
  * @return the page as HTML, UTF-8; nullopt when not even the recovering parse finds a document
  */
-std::optional<std::string> html_page(std::string_view document, std::vector<int> expected);
+std::optional<std::string> html_page(std::string_view document,
+                                     const std::vector<std::string> &postings);
 
 }  // namespace velkor::ctl
 

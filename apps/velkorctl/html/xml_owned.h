@@ -6,7 +6,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include <libxml/tree.h>
 #include <libxml/xpath.h>
@@ -22,6 +21,7 @@ inline void free_xml_text(xmlChar *text) {
 
 using XmlDocument = std::unique_ptr<xmlDoc, ReleaseWith<xmlFreeDoc>>;
 using XmlText = std::unique_ptr<xmlChar, ReleaseWith<free_xml_text>>;
+using XmlBuffer = std::unique_ptr<xmlBuffer, ReleaseWith<xmlBufferFree>>;
 using XPathContext = std::unique_ptr<xmlXPathContext, ReleaseWith<xmlXPathFreeContext>>;
 using XPathResult = std::unique_ptr<xmlXPathObject, ReleaseWith<xmlXPathFreeObject>>;
 using StyleSheet = std::unique_ptr<xsltStylesheet, ReleaseWith<xsltFreeStylesheet>>;
@@ -36,9 +36,6 @@ inline std::string content_of(const xmlNode *node) {
   const XmlText text(xmlNodeGetContent(node));
   return std::string(view_of(text.get()));
 }
-
-/** The elements that `expression` selects in `document`, in document order. */
-std::vector<xmlNode *> select_nodes(xmlDoc *document, const char *expression);
 
 }  // namespace velkor::ctl
 

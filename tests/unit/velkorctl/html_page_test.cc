@@ -13,6 +13,8 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
+constexpr const char *notice = "role=\"alert\"";
+
 struct Row {
   int id;
   std::string title;
@@ -40,6 +42,18 @@ std::string display(const std::vector<Row> &rows, const std::string &mode = "Sta
   return text + "</Events>";
 }
 
+/** The page of `document`, printed for the postings of these rows. */
+std::string page_of(const std::string &document, const std::vector<Row> &rows) {
+  std::vector<std::string> postings;
+  for (const Row &row : rows)
+    postings.push_back(event(row));
+  return html_page(document, postings).value_or("");
+}
+
+std::string page_of(const std::vector<Row> &rows) {
+  return page_of(display(rows), rows);
+}
+
 /** The posting numbers in the order of the page's rows. */
 std::vector<int> order_of(const std::string &page) {
   std::vector<int> numbers;
@@ -53,7 +67,7 @@ TEST(HtmlPage, OrdersByTheModeAndDirectionOfTheDocument) {
   const std::vector<Row> rows = {
       {1, "beta", "zoe", 300, 9}, {2, "Alfa", "ann", 100, 10}, {3, "gamma", "bob", 200, 1}};
   const auto ordered = [&rows](const char *mode, const char *direction) {
-    return order_of(*html_page(display(rows, mode, direction), {1, 2, 3}));
+    return order_of(page_of(display(rows, mode, direction), rows));
   };
   EXPECT_EQ(ordered("Stamp", "descending"), (std::vector{1, 3, 2}));
   EXPECT_EQ(ordered("Stamp", "ascending"), (std::vector{2, 3, 1}));
@@ -69,20 +83,20 @@ TEST(HtmlPage, ShowsEveryCategoryInABlockOfItsOwn) {
       "catName=\"Beeld\"><SortMode>Title</SortMode><SortRichting>ascending</SortRichting>" +
       event({5, "b"}) + event({6, "a"}) + "</CatEvents><CatEvents catName=\"Geluid\">" +
       event({7, "c"}) + "</CatEvents></Events>";
-  const std::string page = *html_page(blocks, {5, 6, 7});
+  const std::string page = page_of(blocks, {{5, "b"}, {6, "a"}, {7, "c"}});
   EXPECT_EQ(order_of(page), (std::vector{6, 5, 7}));
   EXPECT_THAT(page, HasSubstr("<h2>Beeld (2)</h2>"));
   EXPECT_THAT(page, HasSubstr("<h2>Geluid (1)</h2>"));
-  EXPECT_THAT(page, Not(HasSubstr("role=\"alert\"")));
+  EXPECT_THAT(page, Not(HasSubstr(notice)));
 }
 
 TEST(HtmlPage, TurnsMarkupInTextsIntoText) {
-  const std::string page = *html_page(display({{1, "<script>alert(1)</script>"}}), {1});
+  const std::string page = page_of({{1, "<script>alert(1)</script>"}});
   EXPECT_THAT(page, HasSubstr("&lt;script&gt;alert(1)&lt;/script&gt;"));
 }
 
 TEST(HtmlPage, PutsThePolicyAndTheScriptBeforeAnyText) {
-  const std::string page = *html_page(display({{1, "first text"}}), {1});
+  const std::string page = page_of({{1, "first text"}});
   const auto policy = page.find("Content-Security-Policy");
   const auto script = page.find("<script>");
   EXPECT_LT(policy, script);
@@ -95,7 +109,7 @@ TEST(HtmlPage, ReducesTheTagTableToItsOwnElements) {
   row.tag_info =
       "<TABLE onclick='x()'><TR><TD><B>Tag :</B></TD><TD><img src=x onerror=y()>rest<script>z()"
       "</script><iframe src='http://a'></iframe></TD></TR></TABLE>";
-  const std::string page = *html_page(display({row}), {1});
+  const std::string page = page_of({row});
   EXPECT_THAT(page, HasSubstr("<table><tr><td><b>Tag :</b></td><td>rest</td></tr></table>"));
 }
 
@@ -106,7 +120,7 @@ TEST(HtmlPage, KeepsOnlyTheLibrarysFormOfLink) {
                  "<A HREF='iets.html#linkjavascript:alert(1)'>script</A>"
                  "<A HREF='iets.html#linkhttp://user@example.org/z'>disguise</A>"
                  "<A HREF='iets.html#linkhttp:///'>nowhere</A>";
-  const std::string page = *html_page(display({row}), {1});
+  const std::string page = page_of({row});
   EXPECT_THAT(page, HasSubstr("href=\"http://example.org/x\""));
   EXPECT_THAT(page, Not(HasSubstr("example.org/y")));
   EXPECT_THAT(page, Not(HasSubstr("javascript:")));
@@ -115,17 +129,35 @@ TEST(HtmlPage, KeepsOnlyTheLibrarysFormOfLink) {
 }
 
 TEST(HtmlPage, SaysThatTextsDisturbTheDocument) {
-  const std::string page = *html_page(display({{1, "a]]>&<b"}, {2, "fine"}}), {1, 2});
-  EXPECT_THAT(page, HasSubstr("role=\"alert\""));
+  EXPECT_THAT(page_of({{1, "a]]>&<b"}, {2, "fine"}}), HasSubstr(notice));
 }
 
 TEST(HtmlPage, SaysThatRowsAreMissingOrForged) {
   const std::string forged = "]]></Title></Event><Event><PostID>9</PostID><Title><![CDATA[x";
-  EXPECT_THAT(*html_page(display({{1, forged}}), {1}), HasSubstr("role=\"alert\""));
+  EXPECT_THAT(page_of({{1, forged}}), HasSubstr(notice));
   const std::string begin = "]]></Title><!--";
   const std::string end = "--><Title><![CDATA[";
-  const std::string page = *html_page(display({{1, begin}, {2, "hidden"}, {3, end}}), {1, 2, 3});
-  EXPECT_THAT(page, HasSubstr("van de 3 postings"));
+  EXPECT_THAT(page_of({{1, begin}, {2, "hidden"}, {3, end}}), HasSubstr("van de 3 postings"));
+}
+
+/** Two postings hide a third one in a comment and put a row of its number in its place. */
+TEST(HtmlPage, SaysThatARowHasOtherTextsThanItsPosting) {
+  const std::string begin = "x]]></Title></Event>" +
+                            event({2, "genuine", "poster", 100, 5, "forged"}) +
+                            "<Event><PostID>3</PostID><Title>y</Title><!--";
+  const std::string end = "--><Title><![CDATA[y";
+  const std::string page = page_of({{1, begin}, {2, "genuine"}, {3, end}});
+  EXPECT_EQ(order_of(page), (std::vector{1, 2, 3}));
+  EXPECT_THAT(page, HasSubstr("forged"));
+  EXPECT_THAT(page, HasSubstr(notice));
+}
+
+/** The position is the document's: a posting printed alone has another one. */
+TEST(HtmlPage, APositionInTheListIsNoDifference) {
+  const std::string before_position = "<Events><Event><PostID>1</PostID>";
+  EXPECT_THAT(*html_page(before_position + "<Pos>7</Pos></Event></Events>",
+                         {"<Event><PostID>1</PostID><Pos>0</Pos></Event>"}),
+              Not(HasSubstr(notice)));
 }
 
 TEST(HtmlPage, RefusesWhatIsNoDocument) {
@@ -138,7 +170,21 @@ TEST(HtmlPage, SurvivesDeeplyNestedMarkupInATagTable) {
   row.tag_info.clear();
   for (int level = 0; level < 15000; ++level)
     row.tag_info += "<b>";
-  EXPECT_NE(html_page(display({row}), {1}), std::nullopt);
+  EXPECT_THAT(page_of({row}), HasSubstr("data-id=\"1\""));
+}
+
+/** An unclosed "TagInfo" holds the ones behind it. */
+TEST(HtmlPage, SurvivesATagTableWithinAnother) {
+  std::string open = "]]></Title><TagInfo>&lt;b&gt;kept&lt;/b&gt;";
+  for (int count = 0; count < 100; ++count)
+    open += "<TagInfo/>&lt;b&gt;kept&lt;/b&gt;";
+  const std::string page = page_of({{1, open + "<Title><![CDATA["}, {2, "fine"}});
+  std::size_t kept = 0;
+  for (auto at = page.find("<b>kept</b>"); at != std::string::npos;
+       at = page.find("<b>kept</b>", at + 1))
+    ++kept;
+  EXPECT_EQ(kept, 101U);
+  EXPECT_THAT(page, HasSubstr(notice));
 }
 
 }  // namespace
