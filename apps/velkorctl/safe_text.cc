@@ -11,7 +11,10 @@ namespace {
 constexpr gunichar replacement = 0xFFFD;
 constexpr std::string_view ellipsis = "…";
 
+/** A view of no text has no characters, which GLib does not take. */
 OwnedText valid_utf8(std::string_view text) {
+  if (text.empty())
+    return OwnedText(g_strdup(""));
   return OwnedText(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
 }
 

@@ -98,6 +98,15 @@ TEST_F(VelkorctlShow, ForumPrintsOnlyTheReactions) {
               HasSubstr(R"({"id":7,"locked":true,"reactions":[{"id":55)"));
 }
 
+TEST_F(VelkorctlShow, AReactionMayLackItsTexts) {
+  server.reply("/3.7.3/xml-dyn.php",
+               "<Forum><Event Code=\"1\"><MessID>55</MessID><Stamp>1700000000</Stamp></Event>"
+               "</Forum>");
+  EXPECT_EQ(output({"forum", "7"}), "\n#55    2023-11-14 23:13\n\n");
+  EXPECT_THAT(output({"show", "7"}), HasSubstr("\n#55    2023-11-14 23:13\n\n"));
+  EXPECT_THAT(output({"forum", "7", "--format", "json"}), HasSubstr(R"({"id":55,"author":null,)"));
+}
+
 TEST_F(VelkorctlShow, AReactionIsSentFromAFileOrStandardInput) {
   const ProcessResult outcome = run({"forum", "7", "--reply", "-"}, {.input = "thanks\nall\n\n"});
   EXPECT_EQ(outcome.status, 0);

@@ -24,6 +24,10 @@ TEST(SafeText, ReplacesDirectionMarks) {
   EXPECT_EQ(safe_text("a\u202Eb\u2066c\u200F"), "a\uFFFDb\uFFFDc\uFFFD");
 }
 
+TEST(SafeText, NoTextIsAnEmptyOne) {
+  EXPECT_EQ(safe_text(std::string_view()), "");
+}
+
 TEST(SafeText, MakesOneLineOfSeveral) {
   EXPECT_EQ(safe_text("a\nb\tc\r\n"), "a b c  ");
 }
