@@ -14,7 +14,7 @@ void Arguments::set(const std::string &name, std::vector<std::string> values) {
 }
 
 bool Arguments::has(const std::string &name) const {
-  return values_.count(name) > 0;
+  return values_.contains(name);
 }
 
 std::optional<std::string> Arguments::value(const std::string &name) const {
@@ -36,15 +36,22 @@ std::string Arguments::required(const std::string &name) const {
   return *given;
 }
 
-std::int64_t number_in_range(const std::string &text, std::int64_t lowest, std::int64_t highest,
-                             const std::string &what) {
+std::optional<std::int64_t> whole_number(std::string_view text) noexcept {
   std::int64_t number = 0;
   const char *end = text.data() + text.size();
   const auto [stopped, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stopped != end || number < lowest || number > highest)
+  if (text.empty() || error != std::errc() || stopped != end)
+    return std::nullopt;
+  return number;
+}
+
+std::int64_t number_in_range(const std::string &text, std::int64_t lowest, std::int64_t highest,
+                             const std::string &what) {
+  const auto number = whole_number(text);
+  if (!number || *number < lowest || *number > highest)
     throw usage_error(what + ": \"" + text + "\" is not a number from " + std::to_string(lowest) +
                       " to " + std::to_string(highest));
-  return number;
+  return *number;
 }
 
 std::int32_t posting_id(const std::string &text) {

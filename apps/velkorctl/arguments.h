@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** What the user typed for one command, by the names under which the command declares it. */
+/** The options and arguments given to one command, by the names that the command declares. */
 #ifndef VELKORCTL_ARGUMENTS_H
 #define VELKORCTL_ARGUMENTS_H
 
@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace velkor::ctl {
@@ -26,11 +27,14 @@ private:
   std::map<std::string, std::vector<std::string>> values_;
 };
 
+/** The whole decimal number that `text` is, or nullopt. */
+std::optional<std::int64_t> whole_number(std::string_view text) noexcept;
+
 /** A whole decimal number from `lowest` to `highest`; throws a usage Failure naming `what`. */
 std::int64_t number_in_range(const std::string &text, std::int64_t lowest, std::int64_t highest,
                              const std::string &what);
 
-/** A posting id: 1 to the largest signed 32-bit number. */
+/** The ID of a posting: 1 to 2147483647. */
 std::int32_t posting_id(const std::string &text);
 
 }  // namespace velkor::ctl

@@ -17,9 +17,9 @@ namespace {
 using OwnedVariant = std::unique_ptr<GVariant, ReleaseWith<g_variant_unref>>;
 
 constexpr const char *name = "org.Velkor.Velkor";
-constexpr int patience_ms = 5000;
+constexpr int timeout_ms = 5000;
 
-/** GIO would start a bus of its own where there is none. */
+/** Without a bus, GIO would start one. */
 bool bus_exists() noexcept {
   if (g_getenv("DBUS_SESSION_BUS_ADDRESS") != nullptr)
     return true;
@@ -40,12 +40,12 @@ OwnedObject<GDBusConnection> connect() noexcept {
       g_dbus_connection_new_for_address_sync(address.get(), flags, nullptr, nullptr, nullptr));
 }
 
-/** A call of the bus itself; null when it fails. */
+/** Calls a method of the bus itself; null when that fails. */
 OwnedVariant ask_bus(GDBusConnection *bus, const char *method, const char *type) noexcept {
   return OwnedVariant(g_dbus_connection_call_sync(
       bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
-      g_variant_new("(s)", name), G_VARIANT_TYPE(type), G_DBUS_CALL_FLAGS_NO_AUTO_START,
-      patience_ms, nullptr, nullptr));
+      g_variant_new("(s)", name), G_VARIANT_TYPE(type), G_DBUS_CALL_FLAGS_NO_AUTO_START, timeout_ms,
+      nullptr, nullptr));
 }
 
 bool is_owned(GDBusConnection *bus) noexcept {
@@ -56,7 +56,7 @@ bool is_owned(GDBusConnection *bus) noexcept {
   return owned != FALSE;
 }
 
-/** Whether the process runs the program of this one. */
+/** Whether that process runs this program. */
 bool is_velkorctl(guint32 process) {
   std::error_code error;
   const auto own = std::filesystem::read_symlink("/proc/self/exe", error);
@@ -91,7 +91,7 @@ bool hand_to_instance(std::int32_t posting) {
   const OwnedVariant reply(
       g_dbus_connection_call_sync(bus.get(), name, "/org/Velkor/Velkor/object", name, "openPosting",
                                   g_variant_new("(i)", posting), nullptr,
-                                  G_DBUS_CALL_FLAGS_NO_AUTO_START, patience_ms, nullptr, &place));
+                                  G_DBUS_CALL_FLAGS_NO_AUTO_START, timeout_ms, nullptr, &place));
   const OwnedError error(place);
   if (!reply)
     throw Failure(Exit::failed, std::string("Velkor does not answer: ") + error->message);

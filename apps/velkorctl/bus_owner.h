@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * Who owns the name "org.Velkor.Velkor" on the session bus. Without a bus, or one that answers,
- * nobody does. None of this claims the name.
+ * Who owns the name "org.Velkor.Velkor" on the session bus. When there is no bus or it does not
+ * answer, nobody does. None of these functions claims the name.
  */
 #ifndef VELKORCTL_BUS_OWNER_H
 #define VELKORCTL_BUS_OWNER_H
@@ -10,18 +10,18 @@
 
 namespace velkor::ctl {
 
-/** Whether anyone owns the name. The owner is not disturbed. */
+/** Whether any process owns the name. Sends nothing to the owner. */
 bool name_is_owned() noexcept;
 
 /**
- * Whether the desktop front end runs, which writes its settings when it ends. A velkorctl that
- * listens owns the name as well but never writes.
+ * Whether the desktop front end is running, which writes its settings when it ends. A velkorctl
+ * that listens owns the name too, but never writes and does not count.
  */
 bool front_end_is_running() noexcept;
 
 /**
- * Asks the owner to show a posting; false when there is none. Throws a Failure when it does not
- * answer as it should.
+ * Asks the owner to show a posting; false when nobody owns the name. Throws a Failure when the
+ * owner fails to answer.
  */
 bool hand_to_instance(std::int32_t posting);
 

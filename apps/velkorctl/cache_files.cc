@@ -33,7 +33,7 @@ OwnedObject<GInputStream> open_stream(const fs::path &path, bool compressed, Own
   return OwnedObject<GInputStream>(g_converter_input_stream_new(stream.get(), inflate.get()));
 }
 
-/** The decompressed content; nothing, and the reason, when it cannot be read to its end. */
+/** The decompressed content; nullopt with the reason when it cannot be read to its end. */
 std::optional<std::string> read_whole(const fs::path &path, bool compressed, std::string &reason) {
   OwnedError error;
   const OwnedObject<GInputStream> stream = open_stream(path, compressed, error);

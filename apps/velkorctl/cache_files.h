@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The files of a cache directory: which there are, and whether each can be read. */
+/** The files of a cache directory: which exist, and whether each can be read. */
 #ifndef VELKORCTL_CACHE_FILES_H
 #define VELKORCTL_CACHE_FILES_H
 
@@ -20,20 +20,20 @@ struct CacheFile {
   std::string entry;
 };
 
-/** The files that there can be, settings first and then in the order of writing. */
+/** All files that a cache can have, the settings first, then in the order of writing. */
 const std::vector<CacheFile> &cache_files();
 
 /** Those that exist in `directory`. */
 std::vector<CacheFile> present_files(const std::filesystem::path &directory);
 
 struct Inspection {
-  /** Why the file cannot be used; empty when it can. */
+  /** Why the file cannot be used; empty when it is sound. */
   std::string problem;
   /** The entries of the document, or the lines of the settings. */
   std::int64_t entries = 0;
 };
 
-/** Reads the whole file: decompression with its check sum, well-formed XML, the right root. */
+/** Reads the whole file; checks compression, checksum, XML and root element. */
 Inspection inspect(const std::filesystem::path &directory, const CacheFile &file);
 
 }  // namespace velkor::ctl

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/** The session's own directory is in memory: it has room when the disks are full. */
+/** The session's own directory is in memory: it works even when the disks are full. */
 fs::path temporary_directory() {
   const char *session = g_getenv("XDG_RUNTIME_DIR");
   const bool usable = session != nullptr && access(session, W_OK | X_OK) == 0;
@@ -41,11 +41,11 @@ void link_files(const fs::path &from, const fs::path &to) {
 CacheView::CacheView() {
   std::string pattern = (temporary_directory() / "velkorctl-XXXXXX").string();
   if (mkdtemp(pattern.data()) == nullptr)
-    throw Failure(Exit::files, "cannot make " + pattern + ": " + system_error(errno));
+    throw Failure(Exit::files, "cannot create " + pattern + ": " + system_error(errno));
   path_ = pattern;
 }
 
-// Once the delegated constructor is through, the destructor runs also when this one throws.
+// After the delegated constructor, the destructor runs even if this one throws.
 CacheView::CacheView(const fs::path &directory) : CacheView() {
   link_files(fs::absolute(directory), path_);
 }

@@ -1,9 +1,10 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The description of a command: its words, what it takes, and what it does. */
+/** The description of a command: its name, its options and arguments, and what it does. */
 #ifndef VELKORCTL_COMMAND_H
 #define VELKORCTL_COMMAND_H
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,14 +16,17 @@
 namespace velkor::ctl {
 
 struct Option {
-  /** "-t,--title"; the long name is the one to ask Arguments for. */
+  /** "-t,--title" */
   std::string names;
-  /** The word for its value in the help; empty for an option without one. */
+  /** What the help calls its value; empty for an option without one. */
   std::string value;
   std::string help;
   bool repeatable = false;
   /** The only values accepted, when there are any. */
   std::vector<std::string> choices = {};
+
+  /** "--title", the name under which Arguments has it. */
+  [[nodiscard]] std::string long_name() const { return names.substr(names.rfind(',') + 1); }
 };
 
 struct Argument {
@@ -30,6 +34,13 @@ struct Argument {
   std::string help;
   enum class Count { one, optional, any, some } count = Count::one;
 };
+
+inline Argument posting_argument() {
+  return {"ID", "The ID of the posting"};
+}
+inline Argument postings_argument() {
+  return {"ID", "The IDs of the postings", Argument::Count::some};
+}
 
 /** The options that stand before or after any command. */
 struct GlobalOptions {
@@ -39,11 +50,11 @@ struct GlobalOptions {
   std::optional<std::string> lib_dir;
   std::optional<std::string> data_dir;
   bool trace = false;
-  /** How long a writing command waits for another one to end. */
+  /** How long a command that writes waits until another one has finished. */
   std::chrono::seconds wait{0};
 };
 
-/** What a running command works with. */
+/** What a command is run with. */
 struct Context {
   const GlobalOptions &options;
   const Arguments &arguments;
@@ -51,18 +62,19 @@ struct Context {
 };
 
 struct Command {
-  /** One word, or the word of a group and the command's own: "config set". */
+  /** One word; behind that of its group, if it is in one: the "set" of "config set". */
   std::string name;
   std::string summary;
   std::vector<Argument> arguments;
   std::vector<Option> options;
-  Exit (*run)(const Context &context);
+  std::function<Exit(const Context &)> run;
 };
 
-/** The first word of commands such as "config set". */
 struct CommandGroup {
+  /** The first word of its commands; empty for commands of one word. */
   std::string name;
   std::string summary;
+  std::vector<Command> commands;
 };
 
 }  // namespace velkor::ctl

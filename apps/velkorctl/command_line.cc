@@ -3,7 +3,6 @@
 #include "velkorctl/command_line.h"
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 #include <CLI/CLI.hpp>
@@ -11,20 +10,7 @@
 namespace velkor::ctl {
 namespace {
 
-constexpr std::int64_t longest_wait = 24 * 60 * 60;
-
-std::string first_word(const std::string &name) {
-  return name.substr(0, name.find(' '));
-}
-
-std::string last_word(const std::string &name) {
-  return name.substr(name.rfind(' ') + 1);
-}
-
-/** The "--title" of "-t,--title". */
-std::string long_name(const std::string &names) {
-  return names.substr(names.rfind(',') + 1);
-}
+constexpr std::int64_t max_wait = 24 * 60 * 60;
 
 void add_option(CLI::App &app, const Option &option) {
   if (option.value.empty()) {
@@ -54,43 +40,39 @@ void add_argument(CLI::App &app, const Argument &argument) {
 /** A CLI11 application over the descriptions, which outlive it. */
 class CommandLine {
 public:
-  CommandLine(const std::vector<CommandGroup> &groups, const std::vector<Command> &commands);
+  explicit CommandLine(const std::vector<CommandGroup> &groups);
   ParsedCommandLine parse(const std::vector<std::string> &words);
 
 private:
-  CLI::App &parent_of(const Command &command);
-  void add(const Command &command);
+  void add(const CommandGroup &group);
+  void add(CLI::App &parent, const Command &command);
   void read_globals(GlobalOptions &options) const;
 
-  CLI::App app_{"Reads and keeps up to date the local cache of the ZOX service.", "velkorctl"};
-  std::map<std::string, CLI::App *> groups_;
+  CLI::App app_{"Updates and searches the local cache of the ZOX service.", "velkorctl"};
   std::vector<std::pair<CLI::App *, const Command *>> commands_;
 };
 
-CommandLine::CommandLine(const std::vector<CommandGroup> &groups,
-                         const std::vector<Command> &commands) {
+CommandLine::CommandLine(const std::vector<CommandGroup> &groups) {
   app_.set_version_flag("--version", "velkorctl " VELKOR_VERSION);
   app_.set_help_flag("-h,--help", "Show this help");
   app_.require_subcommand(1);
   app_.fallthrough();
   for (const Option &option : global_options())
     add_option(app_, option);
-  for (const CommandGroup &group : groups) {
-    groups_[group.name] = app_.add_subcommand(group.name, group.summary);
-    groups_[group.name]->require_subcommand(1);
-    groups_[group.name]->fallthrough();
-  }
-  for (const Command &command : commands)
-    add(command);
+  for (const CommandGroup &group : groups)
+    add(group);
 }
 
-CLI::App &CommandLine::parent_of(const Command &command) {
-  const auto group = groups_.find(first_word(command.name));
-  return group == groups_.end() ? app_ : *group->second;
+void CommandLine::add(const CommandGroup &group) {
+  CLI::App *parent = &app_;
+  if (!group.name.empty())
+    parent = app_.add_subcommand(group.name, group.summary)->require_subcommand(1)->fallthrough();
+  for (const Command &command : group.commands)
+    add(*parent, command);
 }
 
-void CommandLine::add(const Command &command) {
-  CLI::App *sub = parent_of(command).add_subcommand(last_word(command.name), command.summary);
+void CommandLine::add(CLI::App &parent, const Command &command) {
+  CLI::App *sub = parent.add_subcommand(command.name, command.summary);
   sub->fallthrough();
   for (const Option &option : command.options)
     add_option(*sub, option);
@@ -110,8 +92,8 @@ void CommandLine::read_globals(GlobalOptions &options) const {
   options.lib_dir = text("--lib-dir");
   options.data_dir = text("--data-dir");
   options.trace = app_.get_option("--trace")->count() > 0;
-  options.wait = std::chrono::seconds(
-      number_in_range(text("--wait").value_or("0"), 0, longest_wait, "--wait"));
+  options.wait =
+      std::chrono::seconds(number_in_range(text("--wait").value_or("0"), 0, max_wait, "--wait"));
 }
 
 Arguments arguments_of(const CLI::App &app, const Command &command) {
@@ -122,7 +104,7 @@ Arguments arguments_of(const CLI::App &app, const Command &command) {
       result.set(name, option->results());
   };
   for (const Option &option : command.options)
-    take(long_name(option.names));
+    take(option.long_name());
   for (const Argument &argument : command.arguments)
     take(argument.name);
   return result;
@@ -142,8 +124,8 @@ ParsedCommandLine CommandLine::parse(const std::vector<std::string> &words) {
     throw usage_error(std::string(error.what()) + " (see velkorctl --help)");
   }
   read_globals(result.options);
-  const auto chosen = std::find_if(commands_.begin(), commands_.end(),
-                                   [](const auto &entry) { return entry.first->parsed(); });
+  const auto chosen =
+      std::ranges::find_if(commands_, [](const auto &entry) { return entry.first->parsed(); });
   result.command = chosen->second;
   result.arguments = arguments_of(*chosen->first, *chosen->second);
   return result;
@@ -154,19 +136,19 @@ ParsedCommandLine CommandLine::parse(const std::vector<std::string> &words) {
 std::vector<Option> global_options() {
   return {
       {"--server", "HOST[:PORT]", "The main ZOX server"},
-      {"--static-server", "HOST[:PORT]", "The server of the dumps"},
-      {"--cache-dir", "DIR", "The directory of settings and cache (default: ~/.velkor)"},
+      {"--static-server", "HOST[:PORT]", "The server that the dumps are fetched from"},
+      {"--cache-dir", "DIR", "The directory of the settings and the cache (default: ~/.velkor)"},
       {"--lib-dir", "DIR", "The directory of the authentication plug-in"},
-      {"--data-dir", "DIR", "The directory of the data that Velkor comes with"},
-      {"--trace", "", "Show the library's trace lines on standard error"},
-      {"--wait", "SECONDS", "Wait so long for another writing command to end (default: 0)"},
+      {"--data-dir", "DIR", "The directory of the data installed with Velkor"},
+      {"--trace", "", "Print the trace lines of the library to standard error"},
+      {"--wait", "SECONDS",
+       "Wait at most SECONDS seconds for another velkorctl to finish writing (default: 0)"},
   };
 }
 
-ParsedCommandLine parse_command_line(const std::vector<CommandGroup> &groups,
-                                     const std::vector<Command> &commands,
+ParsedCommandLine parse_command_line(const std::vector<CommandGroup> &commands,
                                      const std::vector<std::string> &words) {
-  return CommandLine(groups, commands).parse(words);
+  return CommandLine(commands).parse(words);
 }
 
 }  // namespace velkor::ctl

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Turns the words of the command line into a command with its arguments. */
+/** Finds the command that a command line names, with its options and arguments. */
 #ifndef VELKORCTL_COMMAND_LINE_H
 #define VELKORCTL_COMMAND_LINE_H
 
@@ -22,9 +22,11 @@ struct ParsedCommandLine {
 /** The options of GlobalOptions. */
 std::vector<Option> global_options();
 
-/** `words`: what follows the program's name. Throws a usage Failure on what is not understood. */
-ParsedCommandLine parse_command_line(const std::vector<CommandGroup> &groups,
-                                     const std::vector<Command> &commands,
+/**
+ * `words` is what follows the program's name. The result points into `commands`. Throws a usage
+ * Failure when there is no such command, option or argument.
+ */
+ParsedCommandLine parse_command_line(const std::vector<CommandGroup> &commands,
                                      const std::vector<std::string> &words);
 
 }  // namespace velkor::ctl

@@ -9,25 +9,17 @@
 
 namespace velkor::ctl {
 
-std::vector<Command> all_commands();
-std::vector<CommandGroup> command_groups();
+/** The table that the command line, its help and its completion are made of. */
+std::vector<CommandGroup> all_commands();
 
-Command account_set_command();
-Command badwords_add_command();
-Command badwords_list_command();
-Command badwords_remove_command();
-Command badwords_test_command();
+std::vector<Command> account_commands();
+std::vector<Command> badwords_commands();
 Command cache_backup_command();
-Command cache_info_command();
+std::vector<Command> cache_commands();
 Command cache_restore_command();
-Command cache_resync_command();
-Command cache_verify_command();
 Command categories_command();
 Command completion_command();
-Command config_get_command();
-Command config_list_command();
-Command config_set_command();
-Command config_unset_command();
+std::vector<Command> config_commands();
 Command explain_command();
 Command filters_command();
 Command forum_command();
@@ -35,12 +27,7 @@ Command groups_command();
 Command kudos_command();
 Command list_command();
 Command listen_command();
-Command mail_check_command();
-Command mail_delete_command();
-Command mail_fetch_command();
-Command mail_list_command();
-Command mail_read_command();
-Command mail_send_command();
+std::vector<Command> mail_commands();
 Command myzox_command();
 Command open_command();
 Command post_command();
@@ -50,16 +37,8 @@ Command signup_command();
 Command tags_command();
 Command update_command();
 Command warn_command();
-Command watch_add_command();
-Command watch_clear_command();
-Command watch_download_command();
-Command watch_list_command();
-Command watch_remove_command();
-Command watch_upload_command();
-Command watchers_add_command();
-Command watchers_list_command();
-Command watchers_remove_command();
-Command watchers_run_command();
+std::vector<Command> watch_commands();
+std::vector<Command> watchers_commands();
 
 }  // namespace velkor::ctl
 

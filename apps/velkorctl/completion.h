@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Completion of command lines in the shell, out of the table of commands. */
+/** Completion of command lines in the shell. */
 #ifndef VELKORCTL_COMPLETION_H
 #define VELKORCTL_COMPLETION_H
 
@@ -10,8 +10,8 @@
 
 namespace velkor::ctl {
 
-/** A script for bash that completes commands, options and the values that are known. */
-std::string bash_completion(const std::vector<Command> &commands);
+/** A script for bash that completes commands, options and known values of options. */
+std::string bash_completion(const std::vector<CommandGroup> &commands);
 
 }  // namespace velkor::ctl
 

@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/** How the library calls the file of a list that is empty. */
+/** What the library says about the file of an empty list. */
 constexpr const char *no_postings = "zox_events_parse(): no children of root-node!";
 
 constexpr const char *plugin_name = "libzox_http_plugin.so.2.0";
@@ -29,7 +29,7 @@ const char *chars_of(const std::optional<std::string> &text) noexcept {
   return text ? text->c_str() : nullptr;
 }
 
-/** Whether the cache holds something under that name, plain or compressed. */
+/** Whether the cache has a non-empty file of that name, plain or compressed. */
 bool is_cached(const fs::path &cache, const std::string &name) {
   std::error_code error;
   for (const fs::path &path : {cache / name, cache / (name + ".gz")})
@@ -49,10 +49,10 @@ void require_directory(const fs::path &directory) {
 
 void make_directory(const fs::path &directory) {
   if (mkdir(directory.c_str(), 0700) != 0 && errno != EEXIST)
-    throw Failure(Exit::files, "cannot make " + directory.string() + ": " + system_error(errno));
+    throw Failure(Exit::files, "cannot create " + directory.string() + ": " + system_error(errno));
 }
 
-/** Defaults must never take the place of settings that only cannot be read now. */
+/** Settings that cannot be read just now must not be replaced by defaults. */
 void load_settings(const fs::path &cache) {
   const fs::path file = cache / "velkor.conf";
   if (access(file.c_str(), F_OK) != 0) {
@@ -72,7 +72,7 @@ void load_filters(const fs::path &cache) {
   core->filterlist = zox_filterlist_new();
   zox_filterlist_load(core->filterlist);
   if (core->filterlist->filters == nullptr && is_cached(cache, "velkor.filters"))
-    say("warning: velkor.filters holds no filter, and postings without one are never shown");
+    say("warning: velkor.filters has no filter, so no posting is shown");
 }
 
 void set_directories(const GlobalOptions &options, const fs::path &cache) {
@@ -153,8 +153,8 @@ void CoreSession::start_reading(const GlobalOptions &options, Load load) {
 
 void CoreSession::start_writing(const GlobalOptions &options, Load load) {
   if (front_end_is_running())
-    throw Failure(Exit::busy, "Velkor is running and would overwrite what is changed here; "
-                              "close it first, or do this in its window");
+    throw Failure(Exit::busy, "Velkor is running and would overwrite the change; "
+                              "close it first, or make the change in its window");
   make_directory(directory_);
   lock_.emplace(directory_, options.wait);
   start(options, directory_, load);
@@ -194,7 +194,7 @@ void CoreSession::load_mail() {
     report_unreadable("the messages in " + directory_.string() + "/velkor.mail: " + found.problem);
 }
 
-/** A reading command has nothing to show; a writing one goes on, the file is kept aside. */
+/** A command that writes goes on: the library keeps the unreadable file under another name. */
 void CoreSession::report_unreadable(const std::string &what) const {
   const std::string message = "cannot read " + what + "; see velkorctl cache for what can be done";
   if (access_ == Access::read)

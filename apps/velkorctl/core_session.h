@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * The library started for one command and stopped after it. The D-Bus service is left out: a
- * command never claims the name of the desktop front end nor raises its window.
+ * The library, started for one command. The D-Bus service is left out, so that a command neither
+ * claims the name of the desktop front end nor raises its window.
  */
 #ifndef VELKORCTL_CORE_SESSION_H
 #define VELKORCTL_CORE_SESSION_H
@@ -17,19 +17,19 @@
 
 namespace velkor::ctl {
 
-/** What a command needs from the cache beside settings, filters, categories and newsgroups. */
+/** What a command needs from the cache besides settings, filters, categories and newsgroups. */
 enum class Load { settings, mail, postings };
 
 class CoreSession {
 public:
   enum class Access {
-    /** Works whoever else runs; what the library saves meanwhile is thrown away. */
+    /** Always possible; what the library saves in the session is thrown away. */
     read,
-    /** Refused while the desktop front end or another writing command runs. */
+    /** Refused while the desktop front end is running or another command is writing. */
     write,
   };
 
-  /** Throws a Failure when the command cannot work here. */
+  /** Throws a Failure when the cache cannot be used or the session is refused. */
   CoreSession(const GlobalOptions &options, Access access, Load load);
   ~CoreSession();
   CoreSession(const CoreSession &) = delete;
@@ -41,7 +41,7 @@ public:
   /** Throws a Failure unless user name and password are set. */
   void require_account() const;
 
-  /** The real cache directory. */
+  /** The cache directory itself, not a view of it. */
   [[nodiscard]] const std::filesystem::path &directory() const noexcept { return directory_; }
 
 private:
@@ -59,7 +59,7 @@ private:
   std::optional<WriterLock> lock_;
 };
 
-/** The directory of the option --cache-dir, or ~/.velkor. */
+/** The directory given with --cache-dir, or ~/.velkor. */
 std::filesystem::path cache_directory(const GlobalOptions &options);
 
 }  // namespace velkor::ctl

@@ -1,7 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "velkorctl/details.h"
 
-#include <cstdlib>
 #include <string>
 #include <utility>
 
@@ -20,49 +19,22 @@
 namespace velkor::ctl {
 namespace {
 
-/** The list is saved with every posting fetched: nothing but that posting should be in it. */
+/** The library saves the list with every posting fetched: keep it small. */
 void keep_only(const OwnedEvent &posting) {
   zox_eventlist_destroy(std::exchange(core->eventlist, zox_eventlist_new()));
   if (posting)
     zox_eventlist_add_or_replace_event(core->eventlist, posting.get());
 }
 
-void fetch_details(gint32 id) {
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_eventinfo_fetch(id, &place);
-  require_success(result, OwnedText(place));
-}
-
-void fetch_reactions(gint32 id) {
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_events_forum_fetch(id, 0, &place);
-  require_success(result, OwnedText(place));
-}
-
-std::string joined_newsgroups(const ZoxEvent &posting) {
-  std::string names;
-  for (const GString *id : Items<GString>(posting.groups))
-    names += (names.empty() ? "" : ", ") +
-             newsgroup_name(static_cast<guint32>(std::strtoul(id->str, nullptr, 10)));
-  return names;
-}
-
-std::string joined_tags(const ZoxEvent &posting) {
-  std::string names;
-  for (const GString *code : Items<GString>(posting.tags))
-    names += (names.empty() ? "" : ", ") + tag_name(posting.cat, code);
-  return names;
-}
-
-std::string number_or_nothing(gint64 number) {
+std::string number_or_empty(gint64 number) {
   return number == 0 ? "" : std::to_string(number);
 }
 
-std::string moment_or_nothing(gint64 seconds) {
+std::string moment_or_empty(gint64 seconds) {
   return seconds <= 0 ? "" : show_moment(seconds);
 }
 
-/** A long text under its title, with its own lines. */
+/** A long text below its title, with its lines kept. */
 void print_text(const char *title, const GString *text, Output &out) {
   if (text != nullptr && text->len > 0)
     out.write(std::string("\n") + title + ":\n" + safe_text(view_of(text), Lines::keep) + "\n");
@@ -70,7 +42,7 @@ void print_text(const char *title, const GString *text, Output &out) {
 
 void print_reaction(const ZoxReactie &reaction, Output &out) {
   std::string head = "\n#" + std::to_string(reaction.messId) + "  " +
-                     safe_text(view_of(reaction.author)) + "  " + moment_or_nothing(reaction.stamp);
+                     safe_text(view_of(reaction.author)) + "  " + moment_or_empty(reaction.stamp);
   if (reaction.edit > 0)
     head += "  (edited " + show_moment(reaction.edit) + ")";
   if (reaction.reply != 0)
@@ -82,7 +54,7 @@ void print_reaction(const ZoxReactie &reaction, Output &out) {
 
 void add_reaction(Json &json, const ZoxReactie &reaction) {
   json.begin_object().number("id", reaction.messId).text("author", reaction.author);
-  json.number("stamp", reaction.stamp).text("date", moment_or_nothing(reaction.stamp));
+  json.number("stamp", reaction.stamp).text("date", moment_or_empty(reaction.stamp));
   json.number("edited", reaction.edit).number("kudos", reaction.kudos);
   json.number("answers", reaction.reply).text("avatar", reaction.avatar);
   json.text("body", reaction.body).end_object();
@@ -95,8 +67,8 @@ OwnedEvent fetch_posting(const CoreSession &session, gint32 id, Fetch what) {
   const OwnedEvent cached = find_posting(id);
   keep_only(cached);
   if (what == Fetch::details_and_reactions || !cached)
-    fetch_details(id);
-  fetch_reactions(id);
+    call(zox_eventinfo_fetch, id);
+  call(zox_events_forum_fetch, id, 0);
   return find_posting(id);
 }
 
@@ -110,22 +82,22 @@ void print_details(const ZoxEvent &posting, Output &out) {
     add("ID", std::to_string(posting.postId));
   add("Title", std::string(view_of(posting.title)));
   add("Poster", std::string(view_of(posting.poster)));
-  add("Date", moment_or_nothing(posting.stamp));
-  add("Updated", moment_or_nothing(posting.updated));
-  add("Status", status_words(posting));
+  add("Date", moment_or_empty(posting.stamp));
+  add("Updated", moment_or_empty(posting.updated));
+  add("Status", status_name(posting));
   add("Reason", std::string(view_of(posting.reason)));
-  add("Category", category_words(posting));
-  add("Tags", joined_tags(posting));
+  add("Category", category_name(posting));
+  add("Tags", joined(tag_names(posting.cat, posting.tags)));
   add("Free tag", std::string(view_of(posting.tag)));
-  add("Newsgroups", joined_newsgroups(posting));
+  add("Newsgroups", joined(newsgroup_names(posting.groups)));
   add("File name", std::string(view_of(posting.fName)));
-  add("Files", number_or_nothing(posting.files));
-  add("Par files", number_or_nothing(posting.pars));
+  add("Files", number_or_empty(posting.files));
+  add("Par files", number_or_empty(posting.pars));
   add("Link", std::string(view_of(posting.link)));
   add("Image", std::string(view_of(posting.img)));
-  add("Rating", number_or_nothing(posting.rating));
-  add("Kudos", number_or_nothing(posting.kudos));
-  add("Views", number_or_nothing(posting.view));
+  add("Rating", number_or_empty(posting.rating));
+  add("Kudos", number_or_empty(posting.kudos));
+  add("Views", number_or_empty(posting.view));
   for (const GString *track : Items<GString>(posting.mp3Tracks))
     add("Track", std::string(view_of(track)));
   out.write(table.text(0, false));

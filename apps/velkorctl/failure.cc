@@ -19,8 +19,8 @@ constexpr ZoxErrorCode unreadable_reply = 11;
 constexpr ZoxErrorCode posting_not_cached = 12;
 constexpr ZoxErrorCode posting_gone = 30;
 
-/** Results that the library returns without a sentence of its own. */
-constexpr std::array<std::pair<ZoxErrorCode, const char *>, 8> wordless{{
+/** Results for which the library has no sentence. */
+constexpr std::array<std::pair<ZoxErrorCode, const char *>, 8> own_sentences{{
     {20, "the server refused the sign-up"},
     {24, "the transfer could not be prepared"},
     {25, "the server refused the posting"},
@@ -32,9 +32,9 @@ constexpr std::array<std::pair<ZoxErrorCode, const char *>, 8> wordless{{
 }};
 
 const char *own_sentence(ZoxErrorCode code) noexcept {
-  const auto *found = std::find_if(wordless.begin(), wordless.end(),
-                                   [code](const auto &entry) { return entry.first == code; });
-  return found == wordless.end() ? nullptr : found->second;
+  const auto *found =
+      std::ranges::find(own_sentences, code, &decltype(own_sentences)::value_type::first);
+  return found == own_sentences.end() ? nullptr : found->second;
 }
 
 }  // namespace
@@ -44,8 +44,8 @@ std::string system_error(int number) {
 }
 
 std::string sentence_of(ZoxErrorCode code, const char *server_text) {
-  if (const char *words = own_sentence(code))
-    return words;
+  if (const char *sentence = own_sentence(code))
+    return sentence;
   std::string sentence = OwnedText(zox_error_msg(code, server_text)).get();
   if (code == unreadable_reply && server_text != nullptr)
     sentence.append(": ").append(server_text);
@@ -69,12 +69,16 @@ Exit exit_of(ZoxErrorCode code) noexcept {
   }
 }
 
-void require_success(ZoxErrorCode code, const OwnedText &server_text) {
-  if (code == 0)
-    return;
+void throw_if_interrupted() {
   if (Interruption::requested())
     throw Failure(Exit::interrupted, "interrupted");
-  throw Failure(exit_of(code), sentence_of(code, server_text.get()));
+}
+
+void require_success(ZoxErrorCode code, const char *server_text) {
+  if (code == 0)
+    return;
+  throw_if_interrupted();
+  throw Failure(exit_of(code), sentence_of(code, server_text));
 }
 
 }  // namespace velkor::ctl

@@ -40,17 +40,45 @@ private:
   return {Exit::usage, message};
 }
 
-/** The system's words for an error number. */
+/** The system's message for an error number. */
 std::string system_error(int number);
 
-/** The sentence for a result of the library, without a line end. */
+/** The sentence for a result of the library, without a line feed. */
 std::string sentence_of(ZoxErrorCode code, const char *server_text);
 
-/** The exit code that a failed result of the library ends the command with. */
+/** The exit code for a result of the library. */
 Exit exit_of(ZoxErrorCode code) noexcept;
 
-/** Throws the Failure that belongs to `code`, unless it is 0. */
-void require_success(ZoxErrorCode code, const OwnedText &server_text);
+/** Throws a Failure when SIGINT or SIGTERM has arrived. */
+void throw_if_interrupted();
+
+/** Throws the Failure with the sentence and the exit code for `code`, unless it is 0. */
+void require_success(ZoxErrorCode code, const char *server_text = nullptr);
+
+/** What an operation of the library returned. */
+struct LibraryResult {
+  ZoxErrorCode code;
+  /** The server's text, or null. */
+  OwnedText server_text;
+};
+
+inline void require_success(const LibraryResult &result) {
+  require_success(result.code, result.server_text.get());
+}
+
+/** Calls an operation of the library; its last parameter, for the server's text, is added here. */
+template <typename Operation, typename... Arguments>
+LibraryResult try_call(Operation operation, const Arguments &...arguments) {
+  char *server_text = nullptr;
+  const ZoxErrorCode code = operation(arguments..., &server_text);
+  return {code, OwnedText(server_text)};
+}
+
+/** As try_call(), but throws a Failure when the operation fails. */
+template <typename Operation, typename... Arguments>
+void call(Operation operation, const Arguments &...arguments) {
+  require_success(try_call(operation, arguments...));
+}
 
 }  // namespace velkor::ctl
 

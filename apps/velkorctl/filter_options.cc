@@ -2,7 +2,6 @@
 #include "velkorctl/filter_options.h"
 
 #include <array>
-#include <charconv>
 #include <string>
 #include <utility>
 
@@ -22,11 +21,6 @@ namespace {
 
 constexpr std::array<const char *, 4> sort_modes{"stamp", "title", "poster", "rating"};
 
-void free_text(GString *text) noexcept {
-  g_string_free(text, TRUE);
-}
-using TextList = ListBuilder<GString, free_text>;
-
 void set_text(GString *&place, const std::optional<std::string> &text) noexcept {
   if (text)
     replace_string(place, g_string_new(text->c_str()));
@@ -36,8 +30,9 @@ std::int64_t moment_of(const std::string &option, const std::string &text, std::
                        DayEdge edge) {
   const auto moment = parse_moment(text, now, edge);
   if (!moment)
-    throw usage_error(option + ": \"" + text +
-                      "\" is no time; use 2026-01-31, \"2026-01-31 18:30\", today, 12h, 3d or 2w");
+    throw usage_error(
+        option + ": \"" + text +
+        "\" is not a time; use 2026-01-31, \"2026-01-31 18:30\", today, 12h, 3d or 2w");
   return *moment;
 }
 
@@ -135,25 +130,29 @@ std::vector<SavedFilter> saved_filters_matching(const std::string &name,
 std::vector<Option> filter_options() {
   return {
       {"-f,--filter", "NAME", "Start from a saved filter, by its name or its number (#3)"},
-      {"-t,--title", "TEXT", "The title contains the text"},
-      {"-p,--poster", "TEXT", "The poster's name contains the text"},
-      {"-c,--category", "NAME", "Main category, by name or number"},
-      {"-s,--sub-category", "NAME", "Sub-category of it, by name or number"},
-      {"-g,--tag", "NAME", "Tag, by name or code; one of each tag group must match", true},
-      {"--free-tag", "WORD", "The poster's own tag text contains the word"},
-      {"-n,--newsgroup", "NAME", "Posted in one of these newsgroups, by name or number", true},
-      {"--status", "WORD", "In one of these states, by word or number", true},
-      {"--new", "", "Not older than the update before the last one"},
-      {"--since", "TIME", "Not older than: 2026-01-31, today, 12h, 3d, 2w"},
-      {"--from", "TIME", "Not older than, together with --to"},
-      {"--to", "TIME", "Not newer than; a date counts up to its last second"},
+      {"-t,--title", "TEXT", "Postings whose title contains TEXT"},
+      {"-p,--poster", "TEXT", "Postings whose poster has TEXT in the name"},
+      {"-c,--category", "NAME", "Postings in this main category, by name or number"},
+      {"-s,--sub-category", "NAME",
+       "Postings in this sub-category of the category, by name or number"},
+      {"-g,--tag", "NAME",
+       "Postings with this tag, by name or code; when repeated, one tag of each group", true},
+      {"--free-tag", "WORD", "Postings with WORD in the poster's own tag text"},
+      {"-n,--newsgroup", "NAME",
+       "Postings in this newsgroup, by name or number; may be repeated for alternatives", true},
+      {"--status", "WORD",
+       "Postings in this state, by name or number; may be repeated for alternatives", true},
+      {"--new", "", "Postings since the update before the last one"},
+      {"--since", "TIME", "Postings since TIME: 2026-01-31, today, 12h, 3d, 2w"},
+      {"--from", "TIME", "Postings from TIME on; combine with --to for a range"},
+      {"--to", "TIME", "Postings up to TIME; a date includes the whole day"},
       {"--sort",
        "ORDER",
-       "stamp (default), title, poster or rating",
+       "Sort by stamp (default), title, poster or rating",
        false,
        {sort_modes.begin(), sort_modes.end()}},
-      {"--ascending", "", "Lowest first"},
-      {"--descending", "", "Highest first (default)"},
+      {"--ascending", "", "Sort in ascending order"},
+      {"--descending", "", "Sort in descending order (default)"},
   };
 }
 
@@ -163,11 +162,11 @@ OwnedFilter saved_filter(const std::string &name, const std::optional<std::strin
     throw usage_error("no saved filter is called \"" + name + "\"; see velkorctl filters");
   if (found.size() == 1)
     return OwnedFilter(zox_filter_duplicate(found.front().filter));
-  std::string numbers;
+  std::vector<std::string> numbers;
   for (const SavedFilter &one : found)
-    numbers += (numbers.empty() ? "#" : ", #") + std::to_string(one.number) + " (" +
-               zox_string_category(one.filter->cat) + ")";
-  throw usage_error("several saved filters are called \"" + name + "\": " + numbers);
+    numbers.push_back("#" + std::to_string(one.number) + " (" +
+                      zox_string_category(one.filter->cat) + ")");
+  throw usage_error("several saved filters are called \"" + name + "\": " + joined(numbers));
 }
 
 OwnedFilter filter_of(const Arguments &arguments, std::int64_t now) {

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The options that choose postings, and the filter that they stand for. */
+/** The options that select postings, and the filter that they make. */
 #ifndef VELKORCTL_FILTER_OPTIONS_H
 #define VELKORCTL_FILTER_OPTIONS_H
 
@@ -15,16 +15,16 @@ namespace velkor::ctl {
 
 using OwnedFilter = std::unique_ptr<ZoxFilter, ReleaseWith<zox_filter_free_filter>>;
 
-/** --filter, --category, --title and so on; a command appends its own. */
+/** --filter, --category, --title and so on, to which a command adds its own. */
 std::vector<Option> filter_options();
 
 /**
- * The filter of the options given, starting from the saved one when one is named. Needs the core
- * with its settings, filters, categories, tags and newsgroups. `now`: seconds since 1970.
+ * The filter that the options make, starting from the saved filter when --filter names one. Needs
+ * the core with its settings, filters, categories, tags and newsgroups. `now`: seconds since 1970.
  */
 OwnedFilter filter_of(const Arguments &arguments, std::int64_t now);
 
-/** A copy of the saved filter of that name, or of that number in the list from 1 on. */
+/** A copy of the saved filter with that name, or with that number ("#3", counted from 1). */
 OwnedFilter saved_filter(const std::string &name, const std::optional<std::string> &category);
 
 }  // namespace velkor::ctl

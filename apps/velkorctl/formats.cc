@@ -3,13 +3,17 @@
 
 namespace velkor::ctl {
 
-Option format_option() {
-  return {"--format", "FORMAT", "table (default) or json", false, {"table", "json"}};
+Option format_option(const std::string &help, const std::vector<std::string> &choices) {
+  return {"--format", "FORMAT", help, false, choices};
+}
+
+Option no_header_option() {
+  return {"--no-header", "", "Print the table without the column titles"};
 }
 
 std::vector<Option> with_format_options(std::vector<Option> options) {
   options.push_back(format_option());
-  options.push_back({"--no-header", "", "Leave the titles of the columns out"});
+  options.push_back(no_header_option());
   return options;
 }
 
@@ -19,6 +23,10 @@ bool wants_json(const Arguments &arguments) {
 
 void print(const Table &table, const Context &context) {
   context.out.write(table.text(context.out.width(), !context.arguments.has("--no-header")));
+}
+
+void print(const Json &json, const Context &context) {
+  context.out.write(json.compact() + "\n");
 }
 
 }  // namespace velkor::ctl

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Remembers SIGINT and SIGTERM while it lives, so that a transfer can end cleanly. */
+/** Catches SIGINT and SIGTERM while it lives, so that a transfer can end cleanly. */
 #ifndef VELKORCTL_INTERRUPTION_H
 #define VELKORCTL_INTERRUPTION_H
 

@@ -9,7 +9,7 @@ namespace {
 
 using OwnedNode = std::unique_ptr<JsonNode, ReleaseWith<json_node_unref>>;
 
-/** The generator leaves some control characters as they are: a terminal must not see them. */
+/** Escapes the control characters that the generator leaves, since a terminal may act on them. */
 std::string escape_controls(const char *text) {
   std::string result;
   for (const char *at = text; *at != '\0'; at = g_utf8_next_char(at)) {

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** JSON for scripts: one object a line, free of control characters. */
+/** JSON for scripts: one object per line, without control characters. */
 #ifndef VELKORCTL_JSON_H
 #define VELKORCTL_JSON_H
 
@@ -36,7 +36,7 @@ public:
   Json &item(std::string_view value);
   Json &item(std::int64_t value);
 
-  /** The value built, on one line. */
+  /** The value, on one line. */
   [[nodiscard]] std::string compact() const;
 
 private:
@@ -45,7 +45,7 @@ private:
   OwnedObject<JsonBuilder> builder_;
 };
 
-/** Prints an array with one value a line as the values come. */
+/** Prints an array with one value per line as the values are added. */
 class JsonLines {
 public:
   explicit JsonLines(Output &output) : output_(output) {}

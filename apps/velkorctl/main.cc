@@ -17,7 +17,7 @@
 namespace velkor::ctl {
 namespace {
 
-/** No file that is opened later may take the place of a closed standard stream. */
+/** Keeps a file opened later from becoming a standard stream that was closed. */
 void ensure_standard_streams() noexcept {
   int descriptor = 0;
   do
@@ -27,7 +27,7 @@ void ensure_standard_streams() noexcept {
     close(descriptor);
 }
 
-/** A closed pipe and a full disk are errors to report, not signals to die of. */
+/** A closed pipe and a full disk are reported as errors instead of killing the process. */
 void prepare_process() noexcept {
   ensure_standard_streams();
   std::signal(SIGPIPE, SIG_IGN);
@@ -39,8 +39,8 @@ void prepare_process() noexcept {
 }
 
 Exit run(const std::vector<std::string> &words) {
-  const std::vector<Command> commands = all_commands();
-  const ParsedCommandLine parsed = parse_command_line(command_groups(), commands, words);
+  const std::vector<CommandGroup> commands = all_commands();
+  const ParsedCommandLine parsed = parse_command_line(commands, words);
   Output out(parsed.options.trace);
   out.write(parsed.help_text);
   Exit exit = Exit::ok;
@@ -50,7 +50,7 @@ Exit run(const std::vector<std::string> &words) {
   return exit;
 }
 
-Exit run_to_the_end(const std::vector<std::string> &words) {
+Exit run_and_report(const std::vector<std::string> &words) {
   try {
     return run(words);
   } catch (const Failure &failure) {
@@ -69,5 +69,5 @@ Exit run_to_the_end(const std::vector<std::string> &words) {
 int main(int count, char **words) {
   velkor::ctl::prepare_process();
   return static_cast<int>(
-      velkor::ctl::run_to_the_end(std::vector<std::string>(words + 1, words + count)));
+      velkor::ctl::run_and_report(std::vector<std::string>(words + 1, words + count)));
 }

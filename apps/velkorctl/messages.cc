@@ -14,7 +14,7 @@
 namespace velkor::ctl {
 namespace {
 
-/** A progress bar may stand on the line. */
+/** Removes a progress bar that may be on the line. */
 constexpr const char *clear_line = "\r\033[K";
 
 void trim_end(std::string &text) {
@@ -30,7 +30,7 @@ void log_message(const gchar * /*domain*/, GLogLevelFlags level, const gchar *me
   say("warning: " + text);
 }
 
-/** libxml2 reports one error in several pieces; whole lines are passed on. */
+/** libxml2 reports an error in several pieces; complete lines are printed. */
 [[gnu::format(printf, 2, 3)]] void xml_message(void * /*context*/, const char *format,
                                                ...) noexcept {
   static std::string pending;
@@ -52,7 +52,7 @@ void say(std::string_view text) {
   const std::string line =
       (on_terminal ? clear_line : "") + ("velkorctl: " + safe_text(text)) + "\n";
   const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
-  static_cast<void>(written);  // nobody is left to be told
+  static_cast<void>(written);  // there is nowhere else to report it
 }
 
 void install_log_handlers() noexcept {

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The command's words on standard error, its own and those that the libraries log. */
+/** Messages on standard error: the command's own and those that libraries log. */
 #ifndef VELKORCTL_MESSAGES_H
 #define VELKORCTL_MESSAGES_H
 
@@ -13,8 +13,8 @@ namespace velkor::ctl {
 void say(std::string_view text);
 
 /**
- * Sends what GLib and libxml2 log through say(), so that nothing from a server or a file reaches
- * the terminal as it is.
+ * Prints what GLib and libxml2 log with say(), so that no text from a server or a file reaches
+ * the terminal unchecked.
  */
 void install_log_handlers() noexcept;
 

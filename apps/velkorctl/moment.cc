@@ -2,34 +2,25 @@
 #include "velkorctl/moment.h"
 
 #include <array>
-#include <charconv>
 #include <cstdio>
 #include <memory>
 #include <utility>
 
 #include "support/owned.h"
+#include "velkorctl/arguments.h"
 
 namespace velkor::ctl {
 namespace {
 
 using OwnedDateTime = std::unique_ptr<GDateTime, ReleaseWith<g_date_time_unref>>;
 
-std::optional<std::int64_t> whole_number(std::string_view text) {
-  std::int64_t number = 0;
-  const char *end = text.data() + text.size();
-  const auto [stopped, error] = std::from_chars(text.data(), end, number);
-  if (text.empty() || error != std::errc() || stopped != end)
-    return std::nullopt;
-  return number;
-}
-
 std::optional<std::int64_t> parse_age(const std::string &text, std::int64_t now) {
   static constexpr std::array<std::pair<char, std::int64_t>, 4> units{
       {{'m', 60}, {'h', 3600}, {'d', 86400}, {'w', 7 * 86400}}};
-  constexpr std::int64_t longest = 1'000'000;
+  constexpr std::int64_t max_number = 1'000'000;
   const auto number = whole_number(std::string_view(text).substr(0, text.size() - 1));
   for (const auto &[letter, seconds] : units)
-    if (text.back() == letter && number && *number >= 0 && *number <= longest)
+    if (text.back() == letter && number && *number >= 0 && *number <= max_number)
       return now - *number * seconds;
   return std::nullopt;
 }

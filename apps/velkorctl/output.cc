@@ -1,14 +1,17 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "velkorctl/output.h"
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
+#include <string>
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include "velkorctl/failure.h"
-#include "velkorctl/interruption.h"
+#include "velkorctl/messages.h"
+#include "velkorctl/safe_text.h"
 #include "velkorctl/terminal.h"
 
 namespace velkor::ctl {
@@ -28,18 +31,75 @@ OwnedFile private_copy_of_stdout() {
   throw Failure(Exit::failed, "cannot write to standard output: " + system_error(error));
 }
 
+/** Makes `target` the standard output. */
+void redirect_stdout(const Descriptor &target) noexcept {
+  std::fflush(stdout);
+  dup2(target.get(), STDOUT_FILENO);
+}
+
+Descriptor nowhere() noexcept {
+  return Descriptor(open("/dev/null", O_WRONLY | O_CLOEXEC));
+}
+
+/** Prints the complete lines of `text` and leaves the rest in it. */
+void pass_lines(std::string &text) {
+  for (std::size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n')) {
+    say("trace: " + text.substr(0, end));
+    text.erase(0, end + 1);
+  }
+}
+
 }  // namespace
 
-Output::Output(bool show_traces)
-    : file_(private_copy_of_stdout()), traces_(std::make_unique<Traces>(show_traces)) {}
+Traces::Traces(bool show) {
+  if (!show) {
+    redirect_stdout(nowhere());
+    return;
+  }
+  std::array<int, 2> ends{};
+  if (pipe2(ends.data(), O_CLOEXEC) != 0)
+    throw Failure(Exit::failed, "cannot create a pipe: " + system_error(errno));
+  reading_end_ = Descriptor(ends[0]);
+  redirect_stdout(Descriptor(ends[1]));
+  std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+  forwarder_ = std::thread([this] { forward(); });
+}
 
-Output::~Output() = default;
+Traces::~Traces() {
+  redirect_stdout(nowhere());
+  if (forwarder_.joinable())
+    forwarder_.join();
+}
+
+void Traces::forward() noexcept {
+  std::array<char, 4096> block{};
+  std::string pending;
+  for (;;) {
+    const ssize_t count = read(reading_end_.get(), block.data(), block.size());
+    if (count < 0 && errno == EINTR)
+      continue;
+    if (count <= 0)
+      break;
+    pending.append(block.data(), static_cast<std::size_t>(count));
+    pass_lines(pending);
+  }
+  if (!pending.empty())
+    say("trace: " + pending);
+}
+
+Output::Output(bool show_traces) : file_(private_copy_of_stdout()), traces_(show_traces) {}
 
 void Output::write(std::string_view text) {
-  if (Interruption::requested())
-    throw Failure(Exit::interrupted, "interrupted");
+  throw_if_interrupted();
   if (std::fwrite(text.data(), 1, text.size(), file_.get()) != text.size())
     fail(errno);
+}
+
+void Output::write_document(std::string_view text) {
+  if (width() > 0)
+    write(safe_text(text, Lines::keep));
+  else
+    write(text);
 }
 
 void Output::flush() {

@@ -1,38 +1,52 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * The command's own standard output. The library prints traces on standard output; while this
- * lives they go elsewhere, so that a script reads only what it asked for.
+ * The command's own standard output. The library prints trace lines to standard output; while
+ * Output lives they go elsewhere, so that a script reads only what it asked for.
  */
 #ifndef VELKORCTL_OUTPUT_H
 #define VELKORCTL_OUTPUT_H
 
-#include <memory>
 #include <string_view>
+#include <thread>
 
 #include "support/owned.h"
-#include "velkorctl/traces.h"
+#include "velkorctl/descriptor.h"
 
 namespace velkor::ctl {
 
+/** Drops the trace lines of the library, or prints them, made safe, to standard error. */
+class Traces {
+public:
+  explicit Traces(bool show);
+  ~Traces();
+  Traces(const Traces &) = delete;
+  Traces &operator=(const Traces &) = delete;
+
+private:
+  void forward() noexcept;
+
+  Descriptor reading_end_;
+  std::thread forwarder_;
+};
+
 class Output {
 public:
-  /** `show_traces`: the library's trace lines go to standard error instead of nowhere. */
+  /** `show_traces`: print the library's trace lines to standard error instead of dropping them. */
   explicit Output(bool show_traces);
-  ~Output();
-  Output(const Output &) = delete;
-  Output &operator=(const Output &) = delete;
 
   /** Throws a Failure when the text cannot be written. */
   void write(std::string_view text);
-  /** Hands everything on; throws a Failure when that fails. */
+  /** Writes a document unchanged; on a terminal, without the characters that could act on it. */
+  void write_document(std::string_view text);
+  /** Writes what is buffered; throws a Failure when that fails. */
   void flush();
 
-  /** The cells of a line of the terminal, 0 when the output is none. */
+  /** The columns of the terminal; 0 when standard output is no terminal. */
   [[nodiscard]] int width() const noexcept;
 
 private:
   OwnedFile file_;
-  std::unique_ptr<Traces> traces_;
+  Traces traces_;
 };
 
 }  // namespace velkor::ctl

@@ -2,9 +2,9 @@
 #include "velkorctl/postings.h"
 
 #include <algorithm>
+#include <compare>
 #include <cstdlib>
 #include <string>
-#include <tuple>
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_category.h>
@@ -24,15 +24,13 @@ namespace {
 
 enum SortMode : gint32 { by_stamp = 0, by_title = 1, by_poster = 2, by_rating = 3 };
 
-/** A posting with what it is ordered by; equal ones are ordered by id. */
-struct Found {
+/** A posting with what it is sorted by; equal ones are sorted by ID. */
+struct Selected {
   gint64 number;
   std::string text;
   gint32 id;
 
-  bool operator<(const Found &other) const noexcept {
-    return std::tie(number, text, id) < std::tie(other.number, other.text, other.id);
-  }
+  auto operator<=>(const Selected &) const noexcept = default;
 };
 
 std::string collation_key(const GString *text) {
@@ -42,7 +40,7 @@ std::string collation_key(const GString *text) {
   return OwnedText(g_utf8_collate_key(folded.get(), -1)).get();
 }
 
-Found ordered_by(const ZoxEvent &posting, gint32 mode) {
+Selected sort_key(const ZoxEvent &posting, gint32 mode) {
   switch (mode) {
   case by_title:
     return {0, collation_key(posting.title), posting.postId};
@@ -57,12 +55,12 @@ Found ordered_by(const ZoxEvent &posting, gint32 mode) {
 
 struct Collection {
   gint32 mode;
-  std::vector<Found> found;
+  std::vector<Selected> postings;
 };
 
 gint collect(gpointer /*key*/, ZoxEvent *posting, gpointer collection) noexcept {
   auto &into = *static_cast<Collection *>(collection);
-  into.found.push_back(ordered_by(*posting, into.mode));
+  into.postings.push_back(sort_key(*posting, into.mode));
   return 0;
 }
 
@@ -100,12 +98,12 @@ std::vector<gint32> select_postings(const ZoxFilter &filter) {
   zox_eventlist_apply_filter(core->eventlist, &filter);
   Collection collection{filter.sortMode, {}};
   zox_eventlist_foreach(core->eventlist, 1, 1, collect, &collection);
-  std::sort(collection.found.begin(), collection.found.end());
+  std::ranges::sort(collection.postings);
   if (filter.sortAscending == 0)
-    std::reverse(collection.found.begin(), collection.found.end());
+    std::ranges::reverse(collection.postings);
   std::vector<gint32> ids;
-  ids.reserve(collection.found.size());
-  for (const Found &one : collection.found)
+  ids.reserve(collection.postings.size());
+  for (const Selected &one : collection.postings)
     ids.push_back(one.id);
   return ids;
 }
@@ -114,12 +112,19 @@ OwnedEvent find_posting(gint32 id) noexcept {
   return OwnedEvent(zox_eventlist_lookup_id(core->eventlist, id));
 }
 
-std::string status_words(const ZoxEvent &posting) {
-  const std::string words = zox_string_status(posting.status);
-  return words.empty() ? std::to_string(posting.status) : words;
+OwnedEvent cached_posting(gint32 id) {
+  OwnedEvent posting = find_posting(id);
+  if (!posting)
+    throw Failure(Exit::not_found, "posting " + std::to_string(id) + " is not in the cache");
+  return posting;
 }
 
-std::string category_words(const ZoxEvent &posting) {
+std::string status_name(const ZoxEvent &posting) {
+  const std::string name = zox_string_status(posting.status);
+  return name.empty() ? std::to_string(posting.status) : name;
+}
+
+std::string category_name(const ZoxEvent &posting) {
   const std::string sub = sub_category_name(posting);
   return zox_string_category(posting.cat) + (sub.empty() ? "" : "/" + sub);
 }
@@ -137,8 +142,8 @@ std::vector<Column> posting_columns() {
 std::vector<std::string> posting_row(const ZoxEvent &posting) {
   return {std::to_string(posting.postId),
           show_moment(posting.stamp),
-          category_words(posting),
-          status_words(posting),
+          category_name(posting),
+          status_name(posting),
           std::string(view_of(posting.title)),
           std::string(view_of(posting.poster))};
 }
@@ -156,6 +161,20 @@ void add_posting(Json &json, const ZoxEvent &posting) {
   add_newsgroups(json, posting);
   json.flag("new", is_new(posting));
   json.flag("watched", zox_watchlist_is_in_list(static_cast<guint32>(posting.postId)) != FALSE);
+}
+
+void print_postings(const std::vector<gint32> &ids, const Context &context) {
+  const auto row = [](gint32 id) {
+    const OwnedEvent posting = find_posting(id);
+    return posting ? posting_row(*posting) : std::vector<std::string>{std::to_string(id)};
+  };
+  const auto add_members = [](Json &json, gint32 id) {
+    if (const OwnedEvent posting = find_posting(id))
+      add_posting(json, *posting);
+    else
+      json.number("id", id);
+  };
+  print_list(context, posting_columns(), ids, row, add_members);
 }
 
 }  // namespace velkor::ctl

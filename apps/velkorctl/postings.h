@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Postings of the loaded cache: choosing, ordering and showing them. */
+/** Postings of the loaded cache: selecting, sorting and printing them. */
 #ifndef VELKORCTL_POSTINGS_H
 #define VELKORCTL_POSTINGS_H
 
@@ -11,29 +11,34 @@
 #include <velkor/zox_filter.h>
 
 #include "support/owned.h"
-#include "velkorctl/json.h"
-#include "velkorctl/table.h"
+#include "velkorctl/formats.h"
 
 namespace velkor::ctl {
 
 using OwnedEvent = std::unique_ptr<ZoxEvent, ReleaseWith<zox_event_free>>;
 
-/** Applies `filter` to the cache; the ids of what it accepts, in the filter's order. */
+/** Applies `filter` to the cache; the IDs of the postings it accepts, sorted as it asks for. */
 std::vector<gint32> select_postings(const ZoxFilter &filter);
 
 /** A copy of a cached posting, or null. */
 OwnedEvent find_posting(gint32 id) noexcept;
 
-/** Ready, Spot, ...; the number for a state without a word. */
-std::string status_words(const ZoxEvent &posting);
-/** Beeld/DivX */
-std::string category_words(const ZoxEvent &posting);
+/** A copy of a cached posting; throws a Failure when it is not in the cache. */
+OwnedEvent cached_posting(gint32 id);
+
+/** "Ready", "Spot" and so on; the number of a state that has no name. */
+std::string status_name(const ZoxEvent &posting);
+/** "Beeld/DivX" */
+std::string category_name(const ZoxEvent &posting);
 
 std::vector<Column> posting_columns();
 std::vector<std::string> posting_row(const ZoxEvent &posting);
 
-/** Adds the members of the basic fields of a posting to the object begun in `json`. */
+/** Adds the members for the fields that the cache has to the object begun in `json`. */
 void add_posting(Json &json, const ZoxEvent &posting);
+
+/** Prints cached postings as a table or JSON; of one that is not in the cache the ID alone. */
+void print_postings(const std::vector<gint32> &ids, const Context &context);
 
 }  // namespace velkor::ctl
 

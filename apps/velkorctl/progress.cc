@@ -14,18 +14,18 @@
 namespace velkor::ctl {
 namespace {
 
-constexpr int widest_bar = 30;
+constexpr int max_bar_width = 30;
 constexpr auto redraw_pause = std::chrono::milliseconds(100);
 
-/** How much of all dumps is here, from 0 to 1; a dump of unknown length counts when it is whole. */
+/** The part of all dumps received, 0 to 1; a dump of unknown size counts once it is complete. */
 double part_done(const ProgressState &state) noexcept {
   if (state.dumps == 0)
     return 0;
-  const double whole = std::max(state.dump - 1, 0);
-  const double begun =
+  const double complete = std::max(state.dump - 1, 0);
+  const double current =
       state.expected > 0 ? static_cast<double>(state.received) / static_cast<double>(state.expected)
                          : 0;
-  return std::clamp((whole + std::clamp(begun, 0.0, 1.0)) / state.dumps, 0.0, 1.0);
+  return std::clamp((complete + std::clamp(current, 0.0, 1.0)) / state.dumps, 0.0, 1.0);
 }
 
 std::string bar(double part, int cells) {
@@ -47,7 +47,7 @@ std::string counts(const ProgressState &state) {
 
 void put(const std::string &text) {
   const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
-  static_cast<void>(written);  // a bar that cannot be shown is no failure
+  static_cast<void>(written);  // the update works without a bar
 }
 
 }  // namespace
@@ -67,10 +67,10 @@ std::string show_bytes(std::int64_t bytes) {
 
 std::string progress_line(const ProgressState &state, int width) {
   const std::string words = counts(state);
-  const int room = std::min(width - display_width(words) - 3, widest_bar);
-  if (room < 3)
+  const int cells = std::min(width - display_width(words) - 3, max_bar_width);
+  if (cells < 3)
     return fit(words, width);
-  return bar(part_done(state), room) + " " + words;
+  return bar(part_done(state), cells) + " " + words;
 }
 
 Progress::Progress() : width_(terminal_width(STDERR_FILENO)), start_(Clock::now()) {}

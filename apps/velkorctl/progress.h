@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Shows how far an update is: a bar on a terminal, a line per dump elsewhere. */
+/** Shows the progress of an update: a bar on a terminal, a line per dump elsewhere. */
 #ifndef VELKORCTL_PROGRESS_H
 #define VELKORCTL_PROGRESS_H
 
@@ -11,14 +11,14 @@ namespace velkor::ctl {
 
 struct ProgressState {
   int dumps = 0;
-  /** The dump under way, from 1 on; 0 while the server is asked what there is. */
+  /** The number of the current dump, from 1; 0 while the server is asked what is new. */
   int dump = 0;
   std::int64_t received = 0;
-  /** Bytes of the dump under way, 0 while unknown. */
+  /** The size of the current dump in bytes, 0 while unknown. */
   std::int64_t expected = 0;
-  /** Bytes of all dumps so far. */
+  /** The bytes of the dumps before it. */
   std::int64_t total = 0;
-  /** Bytes a second, 0 while unknown. */
+  /** Bytes per second, 0 while unknown. */
   double rate = 0;
 };
 
@@ -32,15 +32,15 @@ class Progress {
 public:
   /** Writes to standard error. */
   Progress();
-  /** Takes the bar away. */
+  /** Removes the bar. */
   ~Progress();
   Progress(const Progress &) = delete;
   Progress &operator=(const Progress &) = delete;
 
-  /** A dump begins; (0, 0) when the server is asked. */
+  /** Dump `number` of `dumps` starts; both are 0 while the server is asked what is new. */
   void dump(int dumps, int number);
   void bytes(std::int64_t received, std::int64_t expected);
-  /** All dumps are here. */
+  /** All dumps have been received. */
   void complete();
 
 private:

@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * Texts of others made fit for a terminal: no control character, no escape sequence and no
- * direction mark gets through, and widths are counted in terminal cells.
+ * Texts from outside made safe for a terminal, without control characters, escape sequences and
+ * direction marks; and their widths in terminal cells.
  */
 #ifndef VELKORCTL_SAFE_TEXT_H
 #define VELKORCTL_SAFE_TEXT_H
@@ -16,7 +16,7 @@ namespace velkor::ctl {
 enum class Lines { join, keep };
 
 /**
- * `text` as valid UTF-8 in which white space is a plain blank (line feeds stay with
+ * `text` as valid UTF-8 in which tabs and line breaks are spaces (line feeds stay with
  * `Lines::keep`) and every other control or direction character is U+FFFD.
  */
 std::string safe_text(std::string_view text, Lines lines = Lines::join);
@@ -24,10 +24,10 @@ std::string safe_text(std::string_view text, Lines lines = Lines::join);
 /** The cells that a terminal uses for `text`, which must be valid UTF-8. */
 int display_width(std::string_view text) noexcept;
 
-/** The longest beginning of `text` of at most `width` cells; a cut is marked with "…". */
+/** As much of the start of `text` as fits into `width` cells; "…" marks a cut. */
 std::string fit(std::string_view text, int width);
 
-/** Whether a terminal may act on the character instead of showing it. */
+/** Whether a terminal may act on the character instead of displaying it. */
 bool is_unsafe(gunichar character) noexcept;
 
 }  // namespace velkor::ctl

@@ -2,14 +2,11 @@
 #include "velkorctl/setting_lists.h"
 
 #include <algorithm>
-#include <string>
-#include <vector>
 
 #include <velkor/zox_app_core.h>
 
 #include "velkorctl/core_session.h"
 #include "velkorctl/formats.h"
-#include "velkorctl/json.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/safe_text.h"
 #include "velkorctl/settings.h"
@@ -18,50 +15,71 @@ namespace velkor::ctl {
 namespace {
 
 using Access = CoreSession::Access;
+using Texts = std::vector<std::string>;
 
-}  // namespace
-
-Exit add_to_setting(const Context &context, const char *key) {
+/** Lets `change` act on the texts of the setting for every argument, and saves them. */
+Exit change_texts(const Context &context, const std::string &key,
+                  void (*change)(Texts &texts, const std::string &argument)) {
   const Setting &setting = setting_called(key);
   CoreSession session(context.options, Access::write, Load::settings);
-  std::vector<std::string> items = values_of(setting, *core->config);
-  for (const std::string &text : context.arguments.values("TEXT")) {
-    if (std::find(items.begin(), items.end(), text) != items.end())
-      say("\"" + text + "\" is already there");
-    else
-      items.push_back(text);
-  }
-  assign(setting, *core->config, items);
+  Texts texts = values_of(setting, *core->config);
+  for (const std::string &argument : context.arguments.values("TEXT"))
+    change(texts, argument);
+  assign(setting, *core->config, texts);
   session.save_settings();
   return Exit::ok;
 }
 
-Exit remove_from_setting(const Context &context, const char *key) {
-  const Setting &setting = setting_called(key);
-  CoreSession session(context.options, Access::write, Load::settings);
-  std::vector<std::string> items = values_of(setting, *core->config);
-  for (const std::string &text : context.arguments.values("TEXT")) {
-    const auto found = std::find(items.begin(), items.end(), text);
-    if (found == items.end())
-      throw Failure(Exit::not_found, "\"" + text + "\" is not there");
-    items.erase(found);
-  }
-  assign(setting, *core->config, items);
-  session.save_settings();
-  return Exit::ok;
+void add(Texts &texts, const std::string &argument) {
+  if (std::ranges::find(texts, argument) == texts.end())
+    texts.push_back(argument);
+  else
+    say("\"" + argument + "\" is already in the list");
 }
 
-Exit print_setting(const Context &context, const char *key) {
+void remove(Texts &texts, const std::string &argument) {
+  if (std::erase(texts, argument) == 0)
+    throw Failure(Exit::not_found, "\"" + argument + "\" is not in the list");
+}
+
+Exit print_texts(const Context &context, const SettingList &list) {
   const CoreSession session(context.options, Access::read, Load::settings);
   Json json;
   json.begin_array();
   std::string lines;
-  for (const std::string &item : values_of(setting_called(key), *core->config)) {
-    json.item(item);
-    lines += safe_text(item) + "\n";
+  for (const std::string &text : texts_of(list)) {
+    json.item(text);
+    lines += safe_text(text) + "\n";
   }
-  context.out.write(wants_json(context.arguments) ? json.end_array().compact() + "\n" : lines);
+  if (wants_json(context.arguments))
+    print(json.end_array(), context);
+  else
+    context.out.write(lines);
   return Exit::ok;
+}
+
+}  // namespace
+
+std::vector<Command> setting_list_commands(const SettingList &list) {
+  const Argument texts{"TEXT", list.texts_help, Argument::Count::some};
+  const std::string key = list.key;
+  return {{"add",
+           list.add_summary,
+           {texts},
+           {},
+           [key](const Context &context) { return change_texts(context, key, add); }},
+          {"remove",
+           list.remove_summary,
+           {texts},
+           {},
+           [key](const Context &context) { return change_texts(context, key, remove); }},
+          {"list", list.list_summary, {}, {format_option()}, [list](const Context &context) {
+             return print_texts(context, list);
+           }}};
+}
+
+std::vector<std::string> texts_of(const SettingList &list) {
+  return values_of(setting_called(list.key), *core->config);
 }
 
 }  // namespace velkor::ctl

@@ -1,18 +1,29 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The commands that add to, remove from and print a setting that is a list. */
+/** The commands that every setting with a list of texts has: add, remove and list. */
 #ifndef VELKORCTL_SETTING_LISTS_H
 #define VELKORCTL_SETTING_LISTS_H
+
+#include <string>
+#include <vector>
 
 #include "velkorctl/command.h"
 
 namespace velkor::ctl {
 
-/** Adds the texts of the argument "TEXT" that are not there yet. */
-Exit add_to_setting(const Context &context, const char *key);
-/** Removes them; throws a Failure when one is not there. */
-Exit remove_from_setting(const Context &context, const char *key);
-/** Prints the items one a line, or as a JSON array. */
-Exit print_setting(const Context &context, const char *key);
+struct SettingList {
+  /** The key of the setting. */
+  std::string key;
+  /** What the help says about the texts, and about each command. */
+  std::string texts_help;
+  std::string add_summary;
+  std::string remove_summary;
+  std::string list_summary;
+};
+
+std::vector<Command> setting_list_commands(const SettingList &list);
+
+/** The texts that the setting has now. */
+std::vector<std::string> texts_of(const SettingList &list);
 
 }  // namespace velkor::ctl
 

@@ -19,16 +19,16 @@ using Kind = Setting::Kind;
 using TextMember = GString *ZoxConfig::*;
 using ListMember = GSList *ZoxConfig::*;
 
-constexpr gint64 most = std::numeric_limits<gint32>::max();
+constexpr gint64 max_number = std::numeric_limits<gint32>::max();
 /** The file is read in lines of at most 1023 bytes, the line feed included. */
-constexpr std::size_t longest_line = 1022;
+constexpr std::size_t max_line_length = 1022;
 
 void free_text(GString *text) noexcept {
   g_string_free(text, TRUE);
 }
 using TextList = ListBuilder<GString, free_text>;
 
-bool ends_in_white_space(const std::string &text) noexcept {
+bool has_outer_white_space(const std::string &text) noexcept {
   return !text.empty() && (g_ascii_isspace(text.front()) || g_ascii_isspace(text.back()));
 }
 
@@ -36,14 +36,14 @@ bool has_control(const std::string &text) noexcept {
   return std::any_of(text.begin(), text.end(), [](char c) { return g_ascii_iscntrl(c); });
 }
 
-/** The file holds one value a line, and reads it without the white space around it. */
+/** The file has one value per line, and white space around it is lost. */
 void require_storable(const Setting &setting, const std::string &value) {
   const std::string key = setting.key;
   if (has_control(value))
-    throw usage_error(key + ": the value holds a line end or a control character");
-  if (ends_in_white_space(value))
+    throw usage_error(key + ": the value has a line break or a control character");
+  if (has_outer_white_space(value))
     throw usage_error(key + ": the value begins or ends with white space");
-  if (key.size() + 1 + value.size() > longest_line)
+  if (key.size() + 1 + value.size() > max_line_length)
     throw usage_error(key + ": the value is too long for velkor.conf");
 }
 
@@ -81,7 +81,7 @@ void assign_texts(const Setting &setting, GSList *&place, const std::vector<std:
     length += item.size() + 1;
     items.append(g_string_new(item.c_str()));
   }
-  if (setting.kind == Kind::newsgroups && length > longest_line / 2)
+  if (setting.kind == Kind::newsgroups && length > max_line_length / 2)
     throw usage_error(std::string(setting.key) + ": too many newsgroups for velkor.conf");
   zox_splitted_list_free(&place);
   place = items.release();
@@ -117,8 +117,8 @@ std::vector<Setting> make_settings() {
       {"proxyUser", Kind::text, &C::proxyUser},
       {"proxyPassword", Kind::secret, &C::proxyPassword},
       {"htmlRenderer", Kind::text, &C::htmlRenderer, 0, 0, ""},
-      {"lastCheck", Kind::number, &C::lastCheck, 0, most, "0"},
-      {"prevCheck", Kind::number, &C::prevCheck, 0, most, "0"},
+      {"lastCheck", Kind::number, &C::lastCheck, 0, max_number, "0"},
+      {"prevCheck", Kind::number, &C::prevCheck, 0, max_number, "0"},
       {"ledenCount", Kind::given_number, &C::ledenCount},
       {"usersOnline", Kind::given_text, &C::usersOnline},
       flag("updatenBijOpstarten", &C::updatenBijOpstarten, "1"),
@@ -134,7 +134,7 @@ std::vector<Setting> make_settings() {
       flag("geenTabbedBrowsing", &C::geenTabbedBrowsing, "0"),
       flag("toonWatcherNotifications", &C::toonWatcherNotifications, "1"),
       flag("openPostinfoOpAchtergrond", &C::openPostinfoOpAchtergrond, "1"),
-      {"ratingScale", Kind::number, &C::ratingScale, 1, most, "100"},
+      {"ratingScale", Kind::number, &C::ratingScale, 1, max_number, "100"},
       flag("toonIRCClient", &C::toonIRCClient, "1"),
       {"ircAltNickname", Kind::text, &C::ircAltNickname, 0, 0, ""},
       {"ircNickname", Kind::text, &C::ircNickname},
@@ -191,7 +191,8 @@ std::vector<std::string> values_of(const Setting &setting, const ZoxConfig &conf
 
 void assign(const Setting &setting, ZoxConfig &config, const std::vector<std::string> &values) {
   if (setting.kind == Kind::given_text || setting.kind == Kind::given_number)
-    throw usage_error(std::string(setting.key) + " is given by the server with every update");
+    throw usage_error(std::string(setting.key) +
+                      " comes from the server with every update and cannot be set");
   if (values.size() > 1 && !holds_list(setting))
     throw usage_error(std::string(setting.key) + " takes one value");
   std::visit(Overloaded{[&](TextMember member) { assign_text(setting, config.*member, values); },

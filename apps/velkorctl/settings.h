@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The keys of "velkor.conf" as text: what they hold, and which values they take. */
+/** The settings of "velkor.conf" as text: their keys, their kinds and their values. */
 #ifndef VELKORCTL_SETTINGS_H
 #define VELKORCTL_SETTINGS_H
 
@@ -14,7 +14,7 @@ namespace velkor::ctl {
 struct Setting {
   enum class Kind {
     text,
-    /** A text that is only shown when asked for by name, and never taken from an argument. */
+    /** A password: printed only on request and never given as an argument. */
     secret,
     /** A decimal number that is kept as text. */
     number_text,
@@ -23,7 +23,7 @@ struct Setting {
     posting_ids,
     newsgroups,
     states,
-    /** A text or number that the server gives. */
+    /** A text or number that the server sends; it cannot be changed here. */
     given_text,
     given_number,
   };
@@ -35,7 +35,7 @@ struct Setting {
   Member member;
   gint64 lowest = 0;
   gint64 highest = 0;
-  /** The value that an emptied text or number has; null for no text. */
+  /** The value of a text or number that is reset; null for no text. */
   const char *default_value = nullptr;
 };
 
@@ -47,12 +47,12 @@ const Setting &setting_called(const std::string &key);
 
 bool holds_list(const Setting &setting) noexcept;
 
-/** The value or the items of the list; nothing when it is not set. */
+/** The value, or the items of the list; empty when the setting is not set. */
 std::vector<std::string> values_of(const Setting &setting, const ZoxConfig &config);
 
 /**
- * Gives the setting these values; none returns it to its default. Throws a usage Failure, leaving
- * the setting as it was, when the file could not hold them or they are out of range.
+ * Gives the setting these values; no values reset it to its default. Throws a usage Failure and
+ * leaves the setting unchanged when a value is out of range or the file could not hold it.
  */
 void assign(const Setting &setting, ZoxConfig &config, const std::vector<std::string> &values);
 

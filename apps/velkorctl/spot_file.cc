@@ -57,12 +57,7 @@ constexpr std::array<NumberKey, 6> number_keys{{
 constexpr std::array<const char *, 6> other_keys{"category", "sub-category", "status",
                                                  "tags",     "newsgroups",   "tracks"};
 
-void free_text(GString *text) noexcept {
-  g_string_free(text, TRUE);
-}
-using TextList = ListBuilder<GString, free_text>;
-
-/** Reads one file into one posting, noting each problem and going on. */
+/** Reads one file into one posting; reports each problem and goes on. */
 class SpotReader {
 public:
   explicit SpotReader(const std::string &file);
@@ -72,7 +67,7 @@ private:
   [[nodiscard]] bool has(const char *key) const;
   [[nodiscard]] std::string text(const char *key) const;
   [[nodiscard]] std::vector<std::string> list(const char *key) const;
-  /** Carries a step out; what it finds wrong is said and counted. */
+  /** Carries out a step; reports and counts the problem that it finds. */
   void attempt(const std::function<void()> &step);
   void require(const char *key);
   void refuse_unknown_keys();

@@ -11,7 +11,7 @@ namespace velkor::ctl {
 namespace {
 
 constexpr int gap = 2;
-constexpr int narrowest = 10;
+constexpr int min_flexible_width = 10;
 
 std::vector<std::string> titles(const std::vector<Column> &columns) {
   std::vector<std::string> result;
@@ -49,16 +49,16 @@ void Table::add(std::vector<std::string> cells) {
   rows_.push_back(std::move(cells));
 }
 
-std::vector<int> Table::widths(int bound, bool header) const {
+std::vector<int> Table::widths(int limit, bool header) const {
   std::vector<int> result(columns_.size(), 0);
   if (header)
     widen(result, titles(columns_));
   for (const auto &row : rows_)
     widen(result, row);
-  for (std::size_t i = result.size(); bound > 0 && i-- > 0;) {
-    const int excess = line_width(result) - bound;
+  for (std::size_t i = result.size(); limit > 0 && i-- > 0;) {
+    const int excess = line_width(result) - limit;
     if (excess > 0 && columns_[i].flexible)
-      result[i] = std::max(result[i] - excess, std::min(result[i], narrowest));
+      result[i] = std::max(result[i] - excess, std::min(result[i], min_flexible_width));
   }
   return result;
 }

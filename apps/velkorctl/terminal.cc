@@ -13,9 +13,9 @@
 namespace velkor::ctl {
 namespace {
 
-constexpr int usual_width = 80;
+constexpr int default_width = 80;
 
-/** Stops a terminal from showing what is typed while it lives. */
+/** Turns off the echo of a terminal while it lives. */
 class WithoutEcho {
 public:
   explicit WithoutEcho(int descriptor) noexcept : descriptor_(descriptor) {
@@ -41,7 +41,7 @@ private:
 std::string read_line() {
   std::string line;
   if (!std::getline(std::cin, line))
-    throw usage_error("nothing was given on standard input");
+    throw usage_error("there is nothing on standard input");
   if (!line.empty() && line.back() == '\r')
     line.pop_back();
   return line;
@@ -54,7 +54,7 @@ int terminal_width(int descriptor) noexcept {
     return 0;
   winsize size{};
   const bool known = ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-  return known ? size.ws_col : usual_width;
+  return known ? size.ws_col : default_width;
 }
 
 std::string read_secret(const std::string &prompt) {

@@ -11,12 +11,12 @@
 namespace velkor::ctl {
 namespace {
 
-constexpr std::size_t longest = 65536;
+constexpr std::size_t max_size = 65536;
 
 std::string read_all(std::FILE *file, const std::string &name) {
   std::string text;
   std::array<char, 4096> block{};
-  while (text.size() <= longest) {
+  while (text.size() <= max_size) {
     const std::size_t count = std::fread(block.data(), 1, block.size(), file);
     text.append(block.data(), count);
     if (count < block.size())
@@ -38,7 +38,7 @@ std::string read_file(const std::string &name) {
 
 std::string read_text(const std::string &file) {
   std::string text = file == "-" ? read_all(stdin, "standard input") : read_file(file);
-  if (text.size() > longest)
+  if (text.size() > max_size)
     throw usage_error("the text is too long");
   if (g_utf8_validate_len(text.data(), text.size(), nullptr) == FALSE)
     throw usage_error("the text is not UTF-8");

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** A text that the user hands over in a file. */
+/** A text that the user supplies in a file. */
 #ifndef VELKORCTL_TEXT_INPUT_H
 #define VELKORCTL_TEXT_INPUT_H
 

@@ -43,16 +43,16 @@ UpdateRun::~UpdateRun() {
 }
 
 bool UpdateRun::run() {
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_events_fetch(on_dump, on_merge, on_done, &place, this);
-  const OwnedText server_text(place);
-  if (result != 0)
+  const LibraryResult result = try_call([this](char **server_text) {
+    return zox_events_fetch(on_dump, on_merge, on_done, server_text, this);
+  });
+  if (result.code != 0)
     restore_settings();
-  if (result == nothing_new) {
-    say(sentence_of(result, nullptr));
+  if (result.code == nothing_new) {
+    say(sentence_of(result.code, nullptr));
     return false;
   }
-  require_success(result, server_text);
+  require_success(result);
   require_saved();
   report();
   return true;
@@ -78,7 +78,7 @@ gint UpdateRun::on_done(gpointer self) noexcept {
   return 0;
 }
 
-/** Called right before the cache and the settings are saved, and again after that. */
+/** Called once before the cache and the settings are saved, and once after. */
 void UpdateRun::done() {
   const std::filesystem::path file = directory_ / cache_name;
   if (before_saving_) {
@@ -96,7 +96,7 @@ void UpdateRun::restore_settings() const noexcept {
   core->config->prevCheck = prev_check_;
 }
 
-/** The library then leaves the update times as they were. */
+/** When saving fails, the library leaves the update times unchanged. */
 void UpdateRun::require_saved() const {
   if (!saved_)
     throw Failure(Exit::files, "the postings received could not be saved in " +

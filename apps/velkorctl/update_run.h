@@ -12,15 +12,15 @@
 
 namespace velkor::ctl {
 
-/** The library hands no data to the first of its callbacks, so one update runs at a time. */
+/** Only one at a time: the library passes no user data to the first callback. */
 class UpdateRun {
 public:
   enum class Extent {
-    /** As the setting recursiveUpdate says. */
+    /** One request, or until the server has no more, as the setting recursiveUpdate says. */
     as_set,
-    /** Until the server has nothing more. */
+    /** New postings until the server has no more. */
     all_new,
-    /** Everything again, whatever was fetched before. */
+    /** All postings, including those fetched before. */
     everything,
   };
 
@@ -30,8 +30,8 @@ public:
   UpdateRun &operator=(const UpdateRun &) = delete;
 
   /**
-   * Runs the update and reports on it; false when nothing was new. Throws a Failure when it
-   * fails; the next update then asks again from where this one began.
+   * Runs and reports the update; false when there was nothing new. Throws a Failure when it
+   * fails; the next update then starts from the same point.
    */
   bool run();
 

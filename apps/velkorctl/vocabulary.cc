@@ -2,42 +2,29 @@
 #include "velkorctl/vocabulary.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cstdint>
+#include <cstdlib>
 #include <limits>
-#include <optional>
 
 #include <velkor/zox_category.h>
 #include <velkor/zox_groups.h>
 #include <velkor/zox_string.h>
 #include <velkor/zox_tags.h>
 
-#include "support/owned.h"
-#include "support/slist.h"
+#include "velkorctl/arguments.h"
 #include "velkorctl/failure.h"
 
 namespace velkor::ctl {
 namespace {
 
-constexpr gint32 categories = 4;
-constexpr guint32 most_sub_categories = 10;
+constexpr gint32 category_count = 4;
+/** Numbers of sub-categories are below this. */
+constexpr guint32 sub_category_limit = 10;
 constexpr gint32 lowest_state = -5;
 constexpr gint32 highest_state = 3;
 
-std::optional<std::int64_t> number_of(const std::string &text) noexcept {
-  std::int64_t number = 0;
-  const char *end = text.data() + text.size();
-  const auto [stopped, error] = std::from_chars(text.data(), end, number);
-  return !text.empty() && error == std::errc() && stopped == end ? std::optional(number)
-                                                                 : std::nullopt;
-}
-
-void add_name(std::string &names, const std::string &name) {
-  names += (names.empty() ? "" : ", ") + name;
-}
-
-Failure unknown(const std::string &what, const std::string &text, const std::string &known) {
-  return usage_error("unknown " + what + " \"" + text + "\"; known are: " + known);
+Failure unknown(const std::string &what, const std::string &text,
+                const std::vector<std::string> &known) {
+  return usage_error("unknown " + what + " \"" + text + "\"; known are: " + joined(known));
 }
 
 bool is_tag_code(const std::string &text) noexcept {
@@ -45,7 +32,7 @@ bool is_tag_code(const std::string &text) noexcept {
          std::all_of(text.begin() + 1, text.end(), [](char c) { return g_ascii_isdigit(c); });
 }
 
-/** Its code, its name, or its group's and its own: "Genre/Anders". */
+/** Whether `text` is the code of the tag, its name, or the names of its group and itself. */
 bool is_tag(const ZoxTag &tag, const std::string &text) {
   if (tag.code == nullptr)
     return false;
@@ -59,42 +46,47 @@ bool same_name(const std::string &left, const char *right) noexcept {
   return right != nullptr && g_ascii_strcasecmp(left.c_str(), right) == 0;
 }
 
+std::vector<std::string> category_names() {
+  std::vector<std::string> names;
+  for (gint32 id = 0; id < category_count; ++id)
+    names.emplace_back(zox_string_category(id));
+  return names;
+}
+
 gint32 category_number(const std::string &text) {
-  const auto number = number_of(text);
-  std::string known;
-  for (gint32 id = 0; id < categories; ++id) {
-    if (number == id || same_name(text, zox_string_category(id)))
+  const auto number = whole_number(text);
+  const std::vector<std::string> names = category_names();
+  for (gint32 id = 0; id < category_count; ++id)
+    if (number == id || same_name(text, names[static_cast<std::size_t>(id)].c_str()))
       return id;
-    add_name(known, zox_string_category(id));
-  }
-  throw unknown("category", text, known);
+  throw unknown("category", text, names);
 }
 
 gint32 sub_category_number(gint32 category, const std::string &text) {
-  const auto number = number_of(text);
-  std::string known;
-  for (guint32 id = 0; id < most_sub_categories; ++id) {
+  const auto number = whole_number(text);
+  std::vector<std::string> known;
+  for (guint32 id = 0; id < sub_category_limit; ++id) {
     const std::string name = zox_category_get_scat_name(category, id);
     if (name.empty())
       continue;
     if (number == id || same_name(text, name.c_str()))
       return static_cast<gint32>(id);
-    add_name(known, name);
+    known.push_back(name);
   }
   throw unknown("sub-category", text, known);
 }
 
 std::vector<gint32> state_numbers(const std::string &text) {
-  const auto number = number_of(text);
+  const auto number = whole_number(text);
   std::vector<gint32> found;
-  std::string known;
+  std::vector<std::string> known;
   for (gint32 state = lowest_state; state <= highest_state; ++state) {
-    const std::string word = zox_string_status(state);
-    if (word.empty())
+    const std::string name = zox_string_status(state);
+    if (name.empty())
       continue;
-    if (number == state || same_name(text, word.c_str()))
+    if (number == state || same_name(text, name.c_str()))
       found.push_back(state);
-    add_name(known, std::to_string(state) + " " + word);
+    known.push_back(std::to_string(state) + " " + name);
   }
   if (found.empty())
     throw unknown("state", text, known);
@@ -102,7 +94,7 @@ std::vector<gint32> state_numbers(const std::string &text) {
 }
 
 guint32 newsgroup_id(const std::string &text) {
-  if (const auto number = number_of(text);
+  if (const auto number = whole_number(text);
       number && *number >= 0 && *number <= std::numeric_limits<guint32>::max())
     return static_cast<guint32>(*number);
   for (const ZoxGroup *group : Items<ZoxGroup>(zox_groups_get()))
@@ -126,10 +118,11 @@ TagChoice tag_choice(gint32 category, const std::string &text) {
   if (category < 0 && std::any_of(found.begin(), found.end(), [&](const TagChoice &other) {
         return other.category != found.front().category;
       }))
-    throw usage_error("the tag \"" + text + "\" belongs to several categories; name one as well");
+    throw usage_error("the tag \"" + text +
+                      "\" belongs to several categories; name the category too");
   if (found.size() > 1)
     throw usage_error("the tag \"" + text +
-                      "\" stands for several codes; name its group as well, as in Genre/Anders");
+                      "\" stands for several codes; name its group too, as in Genre/Anders");
   return found.front();
 }
 
@@ -140,9 +133,23 @@ std::string newsgroup_name(guint32 id) {
   return OwnedText(zox_string_strip_newsgroup(group->groupName)).get();
 }
 
+std::vector<std::string> newsgroup_names(const GSList *ids) {
+  std::vector<std::string> names;
+  for (const GString *id : Items<GString>(ids))
+    names.push_back(newsgroup_name(static_cast<guint32>(std::strtoul(id->str, nullptr, 10))));
+  return names;
+}
+
 std::string tag_name(gint32 category, const GString *code) {
   const ZoxTag *tag = zox_tag_find(code, category);
   return tag == nullptr || tag->name == nullptr ? code->str : tag->name->str;
+}
+
+std::vector<std::string> tag_names(gint32 category, const GSList *codes) {
+  std::vector<std::string> names;
+  for (const GString *code : Items<GString>(codes))
+    names.push_back(tag_name(category, code));
+  return names;
 }
 
 }  // namespace velkor::ctl

@@ -10,7 +10,6 @@
 #include <sys/file.h>
 
 #include "velkorctl/failure.h"
-#include "velkorctl/interruption.h"
 #include "velkorctl/messages.h"
 
 namespace velkor::ctl {
@@ -26,7 +25,7 @@ Descriptor open_lock_file(const std::filesystem::path &path) {
   return file;
 }
 
-/** The number that the holder wrote into the file, for the message. */
+/** The process that holds the lock, for a message; it wrote its number into the file. */
 std::string holder(const Descriptor &file) {
   std::array<char, 16> digits{};
   const ssize_t count = pread(file.get(), digits.data(), digits.size(), 0);
@@ -35,11 +34,11 @@ std::string holder(const Descriptor &file) {
              : "";
 }
 
-void leave_own_number(const Descriptor &file) noexcept {
+void write_own_number(const Descriptor &file) noexcept {
   const std::string number = std::to_string(getpid());
-  const bool left =
+  const bool written =
       ftruncate(file.get(), 0) == 0 && pwrite(file.get(), number.data(), number.size(), 0) >= 0;
-  static_cast<void>(left);  // only a help for the reader of a message
+  static_cast<void>(written);  // only a message needs it
 }
 
 bool try_lock(const Descriptor &file, const std::filesystem::path &path) {
@@ -56,19 +55,18 @@ WriterLock::WriterLock(const std::filesystem::path &directory, std::chrono::seco
   const std::filesystem::path path = directory / "velkorctl.lock";
   file_ = open_lock_file(path);
   const auto deadline = std::chrono::steady_clock::now() + wait;
-  bool told = false;
+  bool announced = false;
   while (!try_lock(file_, path)) {
-    if (Interruption::requested())
-      throw Failure(Exit::interrupted, "interrupted");
+    throw_if_interrupted();
     if (std::chrono::steady_clock::now() >= deadline)
-      throw Failure(Exit::busy, "another velkorctl" + holder(file_) +
-                                    " is writing here; see the option --wait");
-    if (!told)
+      throw Failure(Exit::busy,
+                    "another velkorctl" + holder(file_) + " is writing; use --wait to wait for it");
+    if (!announced)
       say("waiting for another velkorctl" + holder(file_));
-    told = true;
+    announced = true;
     std::this_thread::sleep_for(pause);
   }
-  leave_own_number(file_);
+  write_own_number(file_);
 }
 
 }  // namespace velkor::ctl

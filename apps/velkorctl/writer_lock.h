@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Lets one velkorctl at a time write in a cache directory. */
+/** Lets only one velkorctl at a time write in a cache directory. */
 #ifndef VELKORCTL_WRITER_LOCK_H
 #define VELKORCTL_WRITER_LOCK_H
 
@@ -13,9 +13,9 @@ namespace velkor::ctl {
 class WriterLock {
 public:
   /**
-   * Locks the file "velkorctl.lock" in `directory`, which must exist, waiting at most so long
-   * for another holder. Throws a Failure: files when the file cannot be made, busy when the
-   * other one does not end in time, interrupted on SIGINT.
+   * Locks the file "velkorctl.lock" in `directory`, which must exist; waits up to `wait` for
+   * another holder. Throws a Failure: files when the file cannot be created, busy when the lock
+   * is still held after `wait`, interrupted on SIGINT or SIGTERM.
    */
   WriterLock(const std::filesystem::path &directory, std::chrono::seconds wait);
 

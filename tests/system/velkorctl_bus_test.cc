@@ -78,7 +78,7 @@ protected:
   PrivateBus bus;
 };
 
-TEST_F(VelkorctlMailNotice, ListenReportsWaitingMail) {
+TEST_F(VelkorctlMailNotice, ListenReportsNewMail) {
   ASSERT_EQ(run({"mail", "send", "demo", "subject"}, {.input = "text"}).status, 0);
   ChildProcess listener(command({"listen", "--mail", "60"}));
   EXPECT_EQ(listener.read_line(), "mail");

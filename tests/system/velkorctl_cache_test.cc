@@ -75,7 +75,7 @@ TEST_F(VelkorctlCache, ABackupNeverOverwrites) {
   fs::create_directory(backup);
   const ProcessResult outcome = run({"cache", "backup", backup});
   EXPECT_EQ(outcome.status, 6);
-  EXPECT_THAT(outcome.err, HasSubstr("cannot make"));
+  EXPECT_THAT(outcome.err, HasSubstr("cannot create"));
   EXPECT_TRUE(fs::is_empty(backup));
 }
 
@@ -90,7 +90,7 @@ TEST_F(VelkorctlCache, ADamagedBackupIsNotRestored) {
   EXPECT_THAT(cached_names(), Not(Contains(StartsWith("before-restore-"))));
 }
 
-TEST_F(VelkorctlCache, ReportsThatThereIsNothingToCopy) {
+TEST_F(VelkorctlCache, NothingToCopyIsReported) {
   EXPECT_EQ(run({"cache", "restore", sandbox.home() / "none"}).status, 7);
   fs::remove_all(sandbox.cache());
   EXPECT_EQ(run({"cache", "backup", backup}).status, 7);

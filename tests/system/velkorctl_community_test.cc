@@ -68,7 +68,7 @@ TEST_F(VelkorctlMail, AFullDiskLeavesTheMailOnTheServer) {
   EXPECT_EQ(count_objects(output({"mail", "list", "--format", "json"})), 2U);
 }
 
-TEST_F(VelkorctlMail, AnUnreadableMailBoxIsReported) {
+TEST_F(VelkorctlMail, AMailBoxThatCannotBeReadIsReported) {
   write_file(cached("velkor.mail"), "<Mail><Event");
   const ProcessResult outcome = run({"mail", "list"});
   EXPECT_EQ(outcome.status, 6);
@@ -84,7 +84,7 @@ TEST_F(VelkorctlMail, AHostileMessageCannotControlTheTerminal) {
 TEST_F(VelkorctlCommunity, KudosAreGivenAndRead) {
   const std::string id = posting();
   EXPECT_EQ(output({"kudos", id}), "0 0\n");
-  EXPECT_EQ(run({"kudos", id, "--give", "3"}).err, "velkorctl: the kudos are given\n");
+  EXPECT_EQ(run({"kudos", id, "--give", "3"}).err, "velkorctl: the kudos have been given\n");
   EXPECT_EQ(output({"kudos", id, "--format", "json"}),
             "{\"id\":" + id + ",\"first\":3,\"second\":3}\n");
   EXPECT_EQ(run({"kudos", id, "--give", "x"}).status, 2);
@@ -92,7 +92,8 @@ TEST_F(VelkorctlCommunity, KudosAreGivenAndRead) {
 
 TEST_F(VelkorctlCommunity, AWarningIsSentOnce) {
   const std::string id = posting();
-  EXPECT_EQ(run({"warn", id, "spam"}).err, "velkorctl: the warning has number 1\n");
+  EXPECT_EQ(run({"warn", id, "spam"}).err,
+            "velkorctl: the warning has been sent; its number is 1\n");
   const ProcessResult again = run({"warn", id, "spam"});
   EXPECT_EQ(again.status, 1);
   EXPECT_EQ(again.err, "velkorctl: you have already warned about this posting\n");
@@ -136,7 +137,7 @@ TEST_F(VelkorctlPost, PostsASpotAndPrintsItsNumber) {
   const ProcessResult outcome = run(post(spot));
   ASSERT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.err, "velkorctl: sending the posting\n"
-                         "velkorctl: the posting is accepted\n"
+                         "velkorctl: the server has accepted the posting\n"
                          "velkorctl: sending its description\n"
                          "velkorctl: finished\n");
   const std::string id = outcome.out.substr(0, outcome.out.find('\n'));
@@ -160,7 +161,7 @@ TEST_F(VelkorctlPost, ADryRunSendsNothing) {
   EXPECT_THAT(server.requests(), IsEmpty());
 }
 
-TEST_F(VelkorctlPost, EveryMistakeIsReportedBeforeAnythingIsSent) {
+TEST_F(VelkorctlPost, EverythingWrongIsReportedBeforeAnythingIsSent) {
   server.forget_requests();
   const ProcessResult outcome =
       run(post("titel=x\ncategory=Beeld\nsub-category=MP3\ntags=Browsers\nfiles=many\n"));
@@ -200,8 +201,8 @@ TEST_F(VelkorctlPost, AFailureAfterPostingNamesThePosting) {
                                ServerProcess::plugin_directory()});
   const ProcessResult outcome = run_program(words);
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, HasSubstr("Database-storing op de ZOX server; posting 501 stands "
-                                     "without the rest\n"));
+  EXPECT_THAT(outcome.err, HasSubstr("Database-storing op de ZOX server; posting 501 is on "
+                                     "the server without the rest\n"));
 }
 
 class VelkorctlSignup : public VelkorctlCommunity {

@@ -8,7 +8,7 @@
 namespace velkor::test {
 namespace {
 
-std::vector<std::string> sample_data(const std::vector<std::string> &options) {
+std::vector<std::string> with_sample_data(const std::vector<std::string> &options) {
   std::vector<std::string> all{"--postings", "50", "--chunk-size", "10"};
   all.insert(all.end(), options.begin(), options.end());
   return all;
@@ -61,7 +61,7 @@ void VelkorctlTest::settings(const std::string &lines) const {
   write_file(cached("velkor.conf"), lines);
 }
 
-ServerVelkorctlTest::ServerVelkorctlTest(const Words &options) : server(sample_data(options)) {
+ServerVelkorctlTest::ServerVelkorctlTest(const Words &options) : server(with_sample_data(options)) {
   settings(std::string("username=") + ServerProcess::user +
            "\npassword=" + ServerProcess::password + "\nverwijderPostsNaXDagen=6\n");
 }

@@ -110,7 +110,7 @@ TEST_F(VelkorctlShow, AReactionMayLackItsTexts) {
 TEST_F(VelkorctlShow, AReactionIsSentFromAFileOrStandardInput) {
   const ProcessResult outcome = run({"forum", "7", "--reply", "-"}, {.input = "thanks\nall\n\n"});
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.err, "velkorctl: the reaction is sent\n");
+  EXPECT_EQ(outcome.err, "velkorctl: the reaction has been sent\n");
   write_file(sandbox.home() / "reply", "once more");
   EXPECT_EQ(run({"forum", "7", "--reply", sandbox.home() / "reply"}).status, 0);
   const auto requests = server.requests("/3.7.3/xml-forum.php");
@@ -128,28 +128,28 @@ TEST_F(VelkorctlShow, AnEmptyReactionIsNotSent) {
 
 TEST_F(VelkorctlShow, ExplainsEachTestInOrder) {
   EXPECT_EQ(output({"explain", "7", "--filter", "Lossless", "--title", "alp", "--newsgroup", "5"}),
-            "TEST        RESULT  WANTED                                    POSTING\n"
-            "since       -\n"
-            "category    FAIL    Geluid/Lossless                           Beeld/DivX\n"
-            "state       -\n"
-            "newsgroup   FAIL    one of: 5                                 12\n"
-            "title       pass    contains \"alp\"                            \"Alpha\"\n"
-            "poster      -\n"
-            "date range  -\n"
-            "tags        FAIL    one of each group: a4 Lossless            a0 DivX, d0 Actie\n"
-            "free tag    -\n"
-            "gate        pass    a saved filter in the posting's category  Beeld\n"
+            "TEST          RESULT  WANTED                                    POSTING\n"
+            "since         -\n"
+            "category      FAIL    Geluid/Lossless                           Beeld/DivX\n"
+            "state         -\n"
+            "newsgroup     FAIL    one of: 5                                 12\n"
+            "title         pass    contains \"alp\"                            \"Alpha\"\n"
+            "poster        -\n"
+            "date range    -\n"
+            "tags          FAIL    one of each group: a4 Lossless            a0 DivX, d0 Actie\n"
+            "free tag      -\n"
+            "saved filter  pass    a saved filter in the posting's category  Beeld\n"
             "rejected by: category\n");
   EXPECT_THAT(output({"explain", "7", "--filter", "DivX"}), HasSubstr("\naccepted\n"));
 }
 
-TEST_F(VelkorctlShow, RejectsACategoryWithoutASavedFilter) {
+TEST_F(VelkorctlShow, ACategoryWithoutASavedFilterIsRejected) {
   write_file(cached("velkor.filters"),
              "<Filters><Filter><filterNaam>x</filterNaam><cat>1</cat><sCat>-1</sCat></Filter>"
              "</Filters>");
   EXPECT_EQ(output({"list", "--no-header"}), "");
   const std::string json = output({"explain", "7", "--format", "json"});
-  EXPECT_EQ(json, "{\"accepted\":false,\"tests\":[{\"test\":\"gate\",\"passed\":false,"
+  EXPECT_EQ(json, "{\"accepted\":false,\"tests\":[{\"test\":\"saved filter\",\"passed\":false,"
                   "\"wanted\":\"a saved filter in the posting's category\","
                   "\"posting\":\"Beeld\"}]}\n");
   EXPECT_EQ(run({"explain", "99"}).status, 7);

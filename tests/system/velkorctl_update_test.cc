@@ -176,7 +176,7 @@ TEST_F(VelkorctlUpdateFiles, AfterAFullDiskTheUpdateIsRepeated) {
   EXPECT_THAT(again.err, HasSubstr("50 postings received"));
 }
 
-TEST_F(VelkorctlUpdateFiles, AnUnreadableCacheIsReportedAndBackedUp) {
+TEST_F(VelkorctlUpdateFiles, AnUnreadableCacheIsReportedAtOnceAndKept) {
   ASSERT_EQ(run({"update"}).status, 0);
   write_file(cached("velkor.posts.gz"), "this is not gzip");
   const ProcessResult listing = run({"list"});

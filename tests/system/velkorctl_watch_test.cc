@@ -47,6 +47,7 @@ TEST_F(VelkorctlWatch, ChecksIds) {
 
 TEST_F(VelkorctlWatch, WatchersMatchTitles) {
   EXPECT_EQ(output({"watchers", "add", "ALPHA", "none"}), "");
+  EXPECT_EQ(run({"watchers", "add", "none"}).err, "velkorctl: \"none\" is already in the list\n");
   EXPECT_EQ(output({"watchers", "list"}), "ALPHA\nnone\n");
   EXPECT_EQ(output({"watchers", "list", "--format", "json"}), "[\"ALPHA\",\"none\"]\n");
   EXPECT_EQ(output({"watchers", "run", "--no-header"}),

@@ -1,18 +1,35 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* velkorctl signup and account: a new account on the service, and the one that is used here. */
+/* velkorctl signup and account: creating an account on the service, and choosing the one to use. */
+#include <unistd.h>
+
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_signup.h>
 
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/messages.h"
-#include "velkorctl/passwords.h"
 #include "velkorctl/settings.h"
+#include "velkorctl/terminal.h"
 
 namespace velkor::ctl {
 namespace {
 
 using Access = CoreSession::Access;
+
+Option password_option() {
+  return {"--password-stdin", "", "Read the password from standard input instead of the terminal"};
+}
+
+/** A password is never an argument, which others can see; without a terminal the option is needed.
+ */
+std::string read_password(const Arguments &arguments) {
+  if (!arguments.has("--password-stdin") && isatty(STDIN_FILENO) == 0)
+    throw usage_error("there is no terminal to ask for the password; see --password-stdin");
+  std::string password = read_secret("password: ");
+  if (password.empty())
+    throw usage_error("the password is empty");
+  return password;
+}
 
 void use_account(CoreSession &session, const std::string &user, const std::string &password) {
   assign(setting_called("username"), *core->config, {user});
@@ -34,11 +51,8 @@ Exit run_signup(const Context &context) {
   const std::string email = context.arguments.required("EMAIL");
   const std::string password = read_password(context.arguments);
   CoreSession session(context.options, use ? Access::write : Access::read, Load::settings);
-  char *place = nullptr;
-  const ZoxErrorCode result =
-      zox_signup_register(user.c_str(), password.c_str(), email.c_str(), &place);
-  require_success(result, OwnedText(place));
-  say("the account " + user + " is made");
+  call(zox_signup_register, user.c_str(), password.c_str(), email.c_str());
+  say("the account " + user + " has been created");
   if (use)
     use_account(session, user, password);
   return Exit::ok;
@@ -46,17 +60,17 @@ Exit run_signup(const Context &context) {
 
 }  // namespace
 
-Command account_set_command() {
-  return {"account set",
-          "Store the user name and the password of the account to use",
-          {{"USER", "The name of the account"}},
-          {password_option()},
-          run_set};
+std::vector<Command> account_commands() {
+  return {{"set",
+           "Store the user name and the password of the account to use",
+           {{"USER", "The name of the account"}},
+           {password_option()},
+           run_set}};
 }
 
 Command signup_command() {
   return {"signup",
-          "Make a new account on the service",
+          "Create a new account on the service",
           {{"USER", "The name of the account"}, {"EMAIL", "Your e-mail address"}},
           {password_option(), {"--use", "", "Use the account from now on, as account set does"}},
           run_signup};

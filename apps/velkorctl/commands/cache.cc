@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* velkorctl cache info and verify: what the cache directory holds. */
+/* velkorctl cache: what the cache directory holds, and fetching it again. */
 #include <algorithm>
 #include <map>
 #include <string>
@@ -13,9 +13,9 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/formats.h"
-#include "velkorctl/json.h"
 #include "velkorctl/moment.h"
 #include "velkorctl/progress.h"
+#include "velkorctl/update_run.h"
 
 namespace velkor::ctl {
 namespace {
@@ -60,7 +60,7 @@ void print_info(const CoreSession &session, const Contents &contents, Output &ou
   for (const CacheFile &file : present_files(session.directory()))
     table.add({file.name, show_bytes(size_of(session.directory() / file.name))});
   table.add({"Last update", moment_or_never(core->config->lastCheck)});
-  table.add({"The one before", moment_or_never(core->config->prevCheck)});
+  table.add({"Update before", moment_or_never(core->config->prevCheck)});
   table.add({"Postings", std::to_string(contents.postings)});
   for (const auto &[state, number] : contents.by_state)
     table.add({"  " + state, std::to_string(number)});
@@ -71,7 +71,7 @@ void print_info(const CoreSession &session, const Contents &contents, Output &ou
   out.write(table.text(0, false));
 }
 
-void print_info_json(const CoreSession &session, const Contents &contents, Output &out) {
+void print_info_json(const CoreSession &session, const Contents &contents, const Context &context) {
   Json json;
   json.begin_object().text("directory", session.directory().string()).begin_object("files");
   for (const CacheFile &file : present_files(session.directory()))
@@ -84,14 +84,14 @@ void print_info_json(const CoreSession &session, const Contents &contents, Outpu
   json.end_object();
   if (contents.postings > 0)
     json.number("oldest", contents.oldest).number("newest", contents.newest);
-  out.write(json.end_object().compact() + "\n");
+  print(json.end_object(), context);
 }
 
 Exit run_info(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::postings);
   const Contents contents = count_postings();
   if (wants_json(context.arguments))
-    print_info_json(session, contents, context.out);
+    print_info_json(session, contents, context);
   else
     print_info(session, contents, context.out);
   return Exit::ok;
@@ -102,27 +102,34 @@ Exit run_verify(const Context &context) {
   Table table({{"FILE"}, {"ENTRIES", Column::Align::right}, {"RESULT", Column::Align::left, true}});
   bool sound = true;
   for (const CacheFile &file : present_files(directory)) {
-    const Inspection inspection = inspect(directory, file);
-    sound = sound && inspection.problem.empty();
-    table.add({file.name, std::to_string(inspection.entries),
-               inspection.problem.empty() ? "ok" : inspection.problem});
+    const Inspection found = inspect(directory, file);
+    sound = sound && found.problem.empty();
+    table.add(
+        {file.name, std::to_string(found.entries), found.problem.empty() ? "ok" : found.problem});
   }
   print(table, context);
   return sound ? Exit::ok : Exit::files;
 }
 
-}  // namespace
-
-Command cache_info_command() {
-  return {"cache info", "Print what the cache holds", {}, {format_option()}, run_info};
+Exit run_resync(const Context &context) {
+  const CoreSession session(context.options, CoreSession::Access::write, Load::postings);
+  session.require_account();
+  UpdateRun(session, UpdateRun::Extent::everything).run();
+  return Exit::ok;
 }
 
-Command cache_verify_command() {
-  return {"cache verify",
-          "Read every file of the cache to its end and tell which are damaged",
-          {},
-          {{"--no-header", "", "Leave the titles of the columns out"}},
-          run_verify};
+}  // namespace
+
+std::vector<Command> cache_commands() {
+  return {{"info", "Print what the cache holds", {}, {format_option()}, run_info},
+          {"verify",
+           "Read every file of the cache to its end and report damage",
+           {},
+           {no_header_option()},
+           run_verify},
+          cache_backup_command(),
+          cache_restore_command(),
+          {"resync", "Fetch everything from the server again", {}, {}, run_resync}};
 }
 
 }  // namespace velkor::ctl

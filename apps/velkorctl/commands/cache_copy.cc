@@ -31,7 +31,7 @@ void flush_to_disk(const fs::path &path) {
     throw file_failure("cannot write", path, system_error(errno));
 }
 
-/** The target holds the whole copy or is not there; the settings in it hold a password. */
+/** Leaves a whole copy or none; only its owner may read it, since settings hold a password. */
 void copy_durably(const fs::path &from, const fs::path &to) {
   std::error_code error;
   fs::copy_file(from, to, fs::copy_options::none, error);
@@ -47,17 +47,17 @@ void copy_durably(const fs::path &from, const fs::path &to) {
 
 void make_private_directory(const fs::path &directory) {
   if (mkdir(directory.c_str(), 0700) != 0)
-    throw file_failure("cannot make", directory, system_error(errno));
+    throw file_failure("cannot create", directory, system_error(errno));
 }
 
 std::vector<CacheFile> files_in(const fs::path &directory) {
   std::vector<CacheFile> files = present_files(directory);
   if (files.empty())
-    throw Failure(Exit::not_found, "there are no files of Velkor in " + directory.string());
+    throw Failure(Exit::not_found, "there are no Velkor files in " + directory.string());
   return files;
 }
 
-/** Every file is replaced as a whole, so each copy is whole; older settings are harmless. */
+/** Files in the cache are replaced, never changed, so each copy is whole without a lock. */
 Exit run_backup(const Context &context) {
   const fs::path cache = cache_directory(context.options);
   const fs::path target = context.arguments.required("DIR");
@@ -76,16 +76,16 @@ void require_sound(const fs::path &directory, const std::vector<CacheFile> &file
       throw file_failure("the backup is damaged:", directory / file.name, found.problem);
 }
 
-/** A new directory in the cache for the files that the restored ones replace. */
-fs::path set_aside(const fs::path &cache, const std::vector<CacheFile> &files) {
+/** Copies the files that the restored ones replace to a new directory in the cache. */
+fs::path save_replaced_files(const fs::path &cache, const std::vector<CacheFile> &files) {
   using OwnedDateTime = std::unique_ptr<GDateTime, ReleaseWith<g_date_time_unref>>;
   const OwnedDateTime now(g_date_time_new_now_local());
   const OwnedText stamp(g_date_time_format(now.get(), "%Y%m%d-%H%M%S.%f"));
-  const fs::path aside = cache / ("before-restore-" + std::string(stamp.get()));
-  make_private_directory(aside);
+  const fs::path saved = cache / ("before-restore-" + std::string(stamp.get()));
+  make_private_directory(saved);
   for (const CacheFile &file : files)
-    copy_durably(cache / file.name, aside / file.name);
-  return aside;
+    copy_durably(cache / file.name, saved / file.name);
+  return saved;
 }
 
 void put_in_place(const fs::path &from, const fs::path &to) {
@@ -98,7 +98,7 @@ void put_in_place(const fs::path &from, const fs::path &to) {
     throw file_failure("cannot write", to, error.message());
 }
 
-/** A plain file of an earlier version wins over the compressed one. */
+/** The plain file of an earlier version would be read instead of the compressed one restored. */
 void remove_other_form(const fs::path &cache, const std::string &name,
                        const std::vector<CacheFile> &restored) {
   for (const CacheFile &file : restored)
@@ -114,28 +114,29 @@ Exit run_restore(const Context &context) {
   require_sound(source, files);
   const CoreSession session(context.options, CoreSession::Access::write, Load::settings);
   const fs::path &cache = session.directory();
-  const fs::path aside = set_aside(cache, present_files(cache));
+  const fs::path saved = save_replaced_files(cache, present_files(cache));
   for (const CacheFile &file : files)
     put_in_place(source / file.name, cache / file.name);
   remove_other_form(cache, "velkor.posts", files);
   remove_other_form(cache, "velkor.groups", files);
-  say(std::to_string(files.size()) + " files restored; the earlier ones are in " + aside.string());
+  say(std::to_string(files.size()) + " files restored; the files replaced are in " +
+      saved.string());
   return Exit::ok;
 }
 
 }  // namespace
 
 Command cache_backup_command() {
-  return {"cache backup",
-          "Copy settings and cache to a new directory",
-          {{"DIR", "The directory to make"}},
+  return {"backup",
+          "Copy the settings and the cache to a new directory",
+          {{"DIR", "The directory to create"}},
           {},
           run_backup};
 }
 
 Command cache_restore_command() {
-  return {"cache restore",
-          "Replace settings and cache by a backup, keeping the present ones aside",
+  return {"restore",
+          "Replace the settings and the cache with a backup; the files replaced are kept",
           {{"DIR", "The directory of the backup"}},
           {},
           run_restore};

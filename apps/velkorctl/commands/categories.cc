@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* velkorctl categories: the category tree, each entry with what it accepts of the list at hand. */
+/* velkorctl categories: the category tree with the number of postings in each category. */
 #include <ctime>
 
 #include <velkor/zox_category.h>
@@ -9,13 +9,12 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/filter_options.h"
-#include "velkorctl/formats.h"
 #include "velkorctl/postings.h"
 
 namespace velkor::ctl {
 namespace {
 
-/** Loading counts new postings only; what is shown counts the postings that the options choose. */
+/** Loading counts new postings only; here all postings that the options select are counted. */
 void count(const std::vector<gint32> &ids) {
   zox_categories_reset_counters();
   for (const gint32 id : ids)
@@ -23,32 +22,23 @@ void count(const std::vector<gint32> &ids) {
       zox_category_update(posting.get());
 }
 
-void print_table(const Context &context) {
-  Table table({{"CATEGORY", Column::Align::left, true}, {"COUNT", Column::Align::right}});
-  for (const ZoxCategory *category : Items<ZoxCategory>(zox_categories_get()))
-    table.add({(category->isMain != 0 ? "" : "  ") + std::string(view_of(category->name)),
-               std::to_string(category->count)});
-  print(table, context);
-}
-
-void print_json(Output &out) {
-  JsonLines lines(out);
-  for (const ZoxCategory *category : Items<ZoxCategory>(zox_categories_get())) {
-    Json json;
-    json.begin_object().number("category", category->id).flag("main", category->isMain != 0);
+void print_tree(const Context &context) {
+  const auto row = [](const ZoxCategory *category) -> std::vector<std::string> {
+    return {(category->isMain != 0 ? "" : "  ") + std::string(view_of(category->name)),
+            std::to_string(category->count)};
+  };
+  const auto add_members = [](Json &json, const ZoxCategory *category) {
+    json.number("category", category->id).flag("main", category->isMain != 0);
     json.text("name", category->name).number("count", category->count);
-    lines.add(json.end_object());
-  }
-  lines.finish();
+  };
+  print_list(context, {{"CATEGORY", Column::Align::left, true}, {"COUNT", Column::Align::right}},
+             Items<ZoxCategory>(zox_categories_get()), row, add_members);
 }
 
 Exit run(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::postings);
   count(select_postings(*filter_of(context.arguments, std::time(nullptr))));
-  if (wants_json(context.arguments))
-    print_json(context.out);
-  else
-    print_table(context);
+  print_tree(context);
   return Exit::ok;
 }
 
@@ -56,7 +46,7 @@ Exit run(const Context &context) {
 
 Command categories_command() {
   return {"categories",
-          "Print the category tree, counting the postings that the options choose",
+          "Print the category tree and count the postings that the options select",
           {},
           with_format_options(filter_options()),
           run};

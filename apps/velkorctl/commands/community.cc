@@ -11,7 +11,6 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/formats.h"
-#include "velkorctl/json.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/moment.h"
 
@@ -25,22 +24,18 @@ constexpr gint32 highest = std::numeric_limits<gint32>::max();
 
 void give_kudos(gint32 id, const std::string &text) {
   const auto kudos = static_cast<gint32>(number_in_range(text, lowest, highest, "--give"));
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_kudos_give(id, kudos, &place);
-  require_success(result, OwnedText(place));
-  say("the kudos are given");
+  call(zox_kudos_give, id, kudos);
+  say("the kudos have been given");
 }
 
 void print_kudos(gint32 id, const Context &context) {
   gint32 first = 0;
   gint32 second = 0;
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_kudos_get(id, &first, &second, &place);
-  require_success(result, OwnedText(place));
+  call(zox_kudos_get, id, &first, &second);
   Json json;
   json.begin_object().number("id", id).number("first", first).number("second", second);
   if (wants_json(context.arguments))
-    context.out.write(json.end_object().compact() + "\n");
+    print(json.end_object(), context);
   else
     context.out.write(std::to_string(first) + " " + std::to_string(second) + "\n");
 }
@@ -66,23 +61,20 @@ Exit run_warn(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
   session.require_account();
   gint32 number = 0;
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_modje_send(id, reaction, reason.c_str(), &number, &place);
-  require_success(result, OwnedText(place));
-  say("the warning has number " + std::to_string(number));
+  call(zox_modje_send, id, reaction, reason.c_str(), &number);
+  say("the warning has been sent; its number is " + std::to_string(number));
   return Exit::ok;
 }
 
 OwnedProfile fetch_profile(const std::string &user) {
   ZoxProfile *profile = nullptr;
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_profile_get(user.c_str(), &profile, &place);
+  const LibraryResult result = try_call(zox_profile_get, user.c_str(), &profile);
   OwnedProfile owned(profile);
-  require_success(result, OwnedText(place));
+  require_success(result);
   return owned;
 }
 
-/** A field of the profile: its title, its name in JSON and the one of its two forms it has. */
+/** A field of the profile, either a text or a number. */
 struct ProfileField {
   const char *title;
   const char *member;
@@ -123,7 +115,7 @@ void print_profile(const ZoxProfile &profile, Output &out) {
   out.write(table.text(0, false));
 }
 
-void print_profile_json(const ZoxProfile &profile, Output &out) {
+void print_profile_json(const ZoxProfile &profile, const Context &context) {
   Json json;
   json.begin_object().number("stamp", profile.stamp);
   for (const ProfileField &field : profile_fields) {
@@ -134,7 +126,7 @@ void print_profile_json(const ZoxProfile &profile, Output &out) {
     else
       json.null(field.member);
   }
-  out.write(json.end_object().compact() + "\n");
+  print(json.end_object(), context);
 }
 
 Exit run_profile(const Context &context) {
@@ -142,7 +134,7 @@ Exit run_profile(const Context &context) {
   session.require_account();
   const OwnedProfile profile = fetch_profile(context.arguments.required("USER"));
   if (wants_json(context.arguments))
-    print_profile_json(*profile, context.out);
+    print_profile_json(*profile, context);
   else
     print_profile(*profile, context.out);
   return Exit::ok;
@@ -153,16 +145,16 @@ Exit run_profile(const Context &context) {
 Command kudos_command() {
   return {"kudos",
           "Print the two kudos counts of a posting, or give kudos",
-          {{"ID", "The number of the posting"}},
-          {{"--give", "N", "Give so many kudos instead"}, format_option()},
+          {posting_argument()},
+          {{"--give", "N", "Give the posting N kudos instead"}, format_option()},
           run_kudos};
 }
 
 Command warn_command() {
   return {"warn",
           "Warn the moderators about a posting or a reaction",
-          {{"ID", "The number of the posting"}, {"REASON", "What is wrong with it"}},
-          {{"--reaction", "N", "It is about this reaction to the posting"}},
+          {posting_argument(), {"REASON", "What is wrong with it"}},
+          {{"--reaction", "N", "Warn about reaction N to the posting"}},
           run_warn};
 }
 

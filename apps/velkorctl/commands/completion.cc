@@ -1,11 +1,94 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* velkorctl completion: the script that completes command lines. */
+/* velkorctl completion: the script for bash, made of the table of commands. */
 #include "velkorctl/completion.h"
 
+#include <map>
+#include <set>
+
+#include "velkorctl/command_line.h"
 #include "velkorctl/commands.h"
+#include "velkorctl/vocabulary.h"
 
 namespace velkor::ctl {
 namespace {
+
+using Words = std::set<std::string>;
+
+/** Finds out which command stands before the word under the cursor. */
+constexpr const char *script_begin = R"bash(# bash completion for velkorctl
+_velkorctl() {
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}
+  local index word words globals= command= skip=
+  for ((index = 1; index < COMP_CWORD; index++)); do
+    word=${COMP_WORDS[index]}
+    if [[ $skip ]]; then skip=; continue; fi
+    case $word in
+)bash";
+
+constexpr const char *script_middle = R"bash(      -*) ;;
+      *) command=${command:+$command }$word
+         case $command in *' '*) break ;; esac ;;
+    esac
+  done
+  case $previous in
+)bash";
+
+constexpr const char *script_end =
+    R"bash(  COMPREPLY=($(compgen -W "$words $globals" -- "$current"))
+}
+complete -o default -F _velkorctl velkorctl
+)bash";
+
+/** A line of a "case" that sets the words to complete from. */
+std::string case_of(const std::string &pattern, const Words &words) {
+  return "    \"" + pattern + "\") words=\"" + joined(words, " ") + "\" ;;\n";
+}
+
+/** The names of the options, "-t,--title" being two. */
+Words names_of(const std::vector<Option> &options) {
+  Words names;
+  for (const Option &option : options) {
+    names.insert(option.long_name());
+    names.insert(option.names.substr(0, option.names.find(',')));
+  }
+  return names;
+}
+
+/** The global options that have a value, as a pattern of a "case". */
+std::string global_options_with_value() {
+  Words names;
+  for (const Option &option : global_options())
+    if (!option.value.empty())
+      names.merge(names_of({option}));
+  return joined(names, "|");
+}
+
+/** The words that may follow each command, and the empty one at the start of the line. */
+std::map<std::string, Words> following_words(const std::vector<CommandGroup> &groups) {
+  std::map<std::string, Words> words;
+  for (const CommandGroup &group : groups) {
+    if (!group.name.empty())
+      words[""].insert(group.name);
+    for (const Command &command : group.commands) {
+      words[group.name].insert(command.name);
+      const std::string prefix = group.name.empty() ? "" : group.name + " ";
+      words[prefix + command.name].merge(names_of(command.options));
+    }
+  }
+  return words;
+}
+
+/** The values of the options whose values are known. */
+std::map<std::string, Words> known_values(const std::vector<CommandGroup> &groups) {
+  const std::vector<std::string> categories = category_names();
+  std::map<std::string, Words> values{{"--category", {categories.begin(), categories.end()}}};
+  for (const CommandGroup &group : groups)
+    for (const Command &command : group.commands)
+      for (const Option &option : command.options)
+        if (!option.choices.empty())
+          values[option.long_name()].insert(option.choices.begin(), option.choices.end());
+  return values;
+}
 
 Exit run(const Context &context) {
   context.out.write(bash_completion(all_commands()));
@@ -13,6 +96,18 @@ Exit run(const Context &context) {
 }
 
 }  // namespace
+
+std::string bash_completion(const std::vector<CommandGroup> &commands) {
+  std::string script = script_begin;
+  script += "      " + global_options_with_value() + ") skip=1 ;;\n" + script_middle;
+  for (const auto &[option, values] : known_values(commands))
+    script += case_of(option, values);
+  script += "    *) globals=\"" + joined(names_of(global_options()), " ") + " --help\"\n";
+  script += "    case $command in\n";
+  for (const auto &[command, words] : following_words(commands))
+    script += case_of(command, words);
+  return script + "    esac ;;\n  esac\n" + script_end;
+}
 
 Command completion_command() {
   return {"completion", "Print the script that completes command lines in bash", {}, {}, run};

@@ -9,10 +9,10 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/formats.h"
-#include "velkorctl/json.h"
 #include "velkorctl/safe_text.h"
 #include "velkorctl/settings.h"
 #include "velkorctl/terminal.h"
+#include "velkorctl/vocabulary.h"
 
 namespace velkor::ctl {
 namespace {
@@ -23,7 +23,7 @@ bool is_secret(const Setting &setting) noexcept {
   return setting.kind == Setting::Kind::secret;
 }
 
-/** What may be shown of a setting without being asked for by name. */
+/** The values to list; a password is only shown by config get. */
 std::vector<std::string> shown_values(const Setting &setting) {
   std::vector<std::string> values = values_of(setting, *core->config);
   if (is_secret(setting) && !values.empty())
@@ -34,7 +34,7 @@ std::vector<std::string> shown_values(const Setting &setting) {
 Exit run_get(const Context &context) {
   const Setting &setting = setting_called(context.arguments.required("KEY"));
   if (is_secret(setting) && !context.arguments.has("--show-secret"))
-    throw usage_error(std::string(setting.key) + " is only shown with --show-secret");
+    throw usage_error(std::string(setting.key) + " is a password; use --show-secret to print it");
   const CoreSession session(context.options, Access::read, Load::settings);
   const std::vector<std::string> values = values_of(setting, *core->config);
   if (values.empty() && !holds_list(setting))
@@ -46,16 +46,12 @@ Exit run_get(const Context &context) {
 
 void print_table(const Context &context) {
   Table table({{"KEY"}, {"VALUE", Column::Align::left, true}});
-  for (const Setting &setting : all_settings()) {
-    std::string words;
-    for (const std::string &value : shown_values(setting))
-      words += (words.empty() ? "" : ", ") + value;
-    table.add({setting.key, words});
-  }
+  for (const Setting &setting : all_settings())
+    table.add({setting.key, joined(shown_values(setting))});
   print(table, context);
 }
 
-void print_json(Output &out) {
+void print_json(const Context &context) {
   Json json;
   json.begin_object();
   for (const Setting &setting : all_settings()) {
@@ -71,13 +67,13 @@ void print_json(Output &out) {
       json.text(setting.key, values.front());
     }
   }
-  out.write(json.end_object().compact() + "\n");
+  print(json.end_object(), context);
 }
 
 Exit run_list(const Context &context) {
   const CoreSession session(context.options, Access::read, Load::settings);
   if (wants_json(context.arguments))
-    print_json(context.out);
+    print_json(context);
   else
     print_table(context);
   return Exit::ok;
@@ -93,7 +89,7 @@ std::vector<std::string> values_given(const Setting &setting, const Arguments &a
   }
   if (is_secret(setting))
     throw usage_error(std::string(setting.key) +
-                      " is not taken from the command line, where others can see it; "
+                      " cannot be given on the command line, where others can see it; "
                       "use --stdin");
   if (values.empty() && !holds_list(setting))
     throw usage_error("VALUE is missing");
@@ -118,39 +114,27 @@ Exit run_unset(const Context &context) {
   return Exit::ok;
 }
 
+Argument key_argument() {
+  return {"KEY", "The name of the setting, as in velkor.conf"};
+}
+
 }  // namespace
 
-Command config_get_command() {
-  return {"config get",
-          "Print a setting, the items of a list one a line",
-          {{"KEY", "The name of the setting, as in velkor.conf"}},
-          {{"--show-secret", "", "Print it even if it is a password"}},
-          run_get};
-}
-
-Command config_list_command() {
-  return {"config list",
-          "Print all settings; passwords stay hidden",
-          {},
-          with_format_options({}),
-          run_list};
-}
-
-Command config_set_command() {
-  return {"config set",
-          "Change a setting",
-          {{"KEY", "The name of the setting, as in velkor.conf"},
-           {"VALUE", "Its value; several items for a list", Argument::Count::any}},
-          {{"--stdin", "", "Read the value from standard input, typed without echo"}},
-          run_set};
-}
-
-Command config_unset_command() {
-  return {"config unset",
-          "Return a setting to its default",
-          {{"KEY", "The name of the setting, as in velkor.conf"}},
-          {},
-          run_unset};
+std::vector<Command> config_commands() {
+  return {
+      {"get",
+       "Print a setting; the items of a list one per line",
+       {key_argument()},
+       {{"--show-secret", "", "Print the setting even if it is a password"}},
+       run_get},
+      {"list", "Print all settings; passwords stay hidden", {}, with_format_options({}), run_list},
+      {"set",
+       "Change a setting",
+       {key_argument(), {"VALUE", "The new value; several for a list", Argument::Count::any}},
+       {{"--stdin", "", "Read the value from standard input; a terminal does not show it"}},
+       run_set},
+      {"unset", "Reset a setting to its default", {key_argument()}, {}, run_unset},
+  };
 }
 
 }  // namespace velkor::ctl

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* velkorctl explain: each test of a filter on one posting, in the order of the tests. */
+/* velkorctl explain: why a filter accepts or rejects a posting. */
 #include <array>
 #include <ctime>
 #include <limits>
@@ -14,7 +14,6 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/filter_options.h"
-#include "velkorctl/formats.h"
 #include "velkorctl/moment.h"
 #include "velkorctl/postings.h"
 #include "velkorctl/vocabulary.h"
@@ -22,7 +21,7 @@
 namespace velkor::ctl {
 namespace {
 
-/** Words for what a test wants and for what the posting has. */
+/** What a test asks for and what the posting has, in words. */
 struct Words {
   std::string wanted;
   std::string found;
@@ -32,7 +31,7 @@ struct Words {
 struct Test {
   gint32 number;
   const char *name;
-  /** Whether the filter asks for it at all. */
+  /** Whether the filter uses the test. */
   bool (*asked)(const ZoxFilter &filter);
   Words (*words)(const ZoxFilter &filter, const ZoxEvent &posting);
 };
@@ -41,26 +40,22 @@ std::string quoted(const GString *text) {
   return "\"" + std::string(view_of(text)) + "\"";
 }
 
-template <typename Name>
-std::string joined(const GSList *list, Name name) {
-  std::string words;
-  for (const GSList *cell = list; cell != nullptr; cell = cell->next)
-    words += (words.empty() ? "" : ", ") + name(cell->data);
-  return words;
-}
-
 std::string newsgroups_of(const GSList *ids) {
-  return joined(ids, [](gpointer id) {
-    const auto number = std::strtoul(static_cast<GString *>(id)->str, nullptr, 10);
-    return newsgroup_name(static_cast<guint32>(number));
-  });
+  return joined(newsgroup_names(ids));
 }
 
 std::string tags_of(const GSList *codes, gint32 category) {
-  return joined(codes, [category](gpointer code) {
-    const auto *text = static_cast<const GString *>(code);
-    return std::string(text->str) + " " + tag_name(category, text);
-  });
+  std::vector<std::string> tags;
+  for (const GString *code : Items<GString>(codes))
+    tags.push_back(std::string(code->str) + " " + tag_name(category, code));
+  return joined(tags);
+}
+
+std::string states_of(const GSList *numbers) {
+  std::vector<std::string> states;
+  for (const GSList *cell = numbers; cell != nullptr; cell = cell->next)
+    states.emplace_back(zox_string_status(GPOINTER_TO_INT(cell->data)));
+  return joined(states);
 }
 
 Words since_words(const ZoxFilter &filter, const ZoxEvent &posting) {
@@ -69,15 +64,11 @@ Words since_words(const ZoxFilter &filter, const ZoxEvent &posting) {
 
 Words category_test_words(const ZoxFilter &filter, const ZoxEvent &posting) {
   const std::string sub = zox_category_get_scat_name(filter.cat, static_cast<guint32>(filter.sCat));
-  return {zox_string_category(filter.cat) + (sub.empty() ? "" : "/" + sub),
-          category_words(posting)};
+  return {zox_string_category(filter.cat) + (sub.empty() ? "" : "/" + sub), category_name(posting)};
 }
 
 Words state_words(const ZoxFilter &filter, const ZoxEvent &posting) {
-  return {
-      joined(filter.statusList,
-             [](gpointer state) { return std::string(zox_string_status(GPOINTER_TO_INT(state))); }),
-      status_words(posting)};
+  return {states_of(filter.statusList), status_name(posting)};
 }
 
 Words newsgroup_words(const ZoxFilter &filter, const ZoxEvent &posting) {
@@ -107,7 +98,7 @@ Words free_tag_words(const ZoxFilter &filter, const ZoxEvent &posting) {
   return {"the word " + quoted(filter.extraTag), quoted(posting.tag)};
 }
 
-Words gate_words(const ZoxFilter & /*filter*/, const ZoxEvent &posting) {
+Words saved_filter_words(const ZoxFilter & /*filter*/, const ZoxEvent &posting) {
   const std::string name = zox_string_category(posting.cat);
   return {"a saved filter in the posting's category", name.empty() ? "no category" : name};
 }
@@ -123,12 +114,12 @@ constexpr std::array<Test, 10> tests{{
     {7, "date range", [](const ZoxFilter &f) { return f.useDateRange != 0; }, range_words},
     {8, "tags", [](const ZoxFilter &f) { return f.tags != nullptr; }, tag_words},
     {9, "free tag", [](const ZoxFilter &f) { return f.extraTag != nullptr; }, free_tag_words},
-    {10, "gate", [](const ZoxFilter & /*f*/) { return true; }, gate_words},
+    {10, "saved filter", [](const ZoxFilter & /*f*/) { return true; }, saved_filter_words},
 }};
 
 /**
- * A filter with the conditions of one test only, borrowed from `filter`, so that the library's
- * own answer tells whether that test passes.
+ * A filter with the conditions of one test only, borrowed from `filter`, so that the library
+ * decides whether the posting passes that test.
  */
 ZoxFilter only(const ZoxFilter &filter, gint32 number) {
   ZoxFilter one{};
@@ -185,7 +176,7 @@ void print_table(const std::vector<Result> &results, const std::string &verdict,
   context.out.write(verdict + "\n");
 }
 
-void print_json(const std::vector<Result> &results, gint32 first_failure, Output &out) {
+void print_json(const std::vector<Result> &results, gint32 first_failure, const Context &context) {
   Json json;
   json.begin_object().flag("accepted", first_failure == 0).begin_array("tests");
   for (const Result &result : results) {
@@ -194,20 +185,18 @@ void print_json(const std::vector<Result> &results, gint32 first_failure, Output
     json.begin_object().text("test", result.test->name).flag("passed", result.passed);
     json.text("wanted", result.words.wanted).text("posting", result.words.found).end_object();
   }
-  out.write(json.end_array().end_object().compact() + "\n");
+  print(json.end_array().end_object(), context);
 }
 
 Exit run(const Context &context) {
   const gint32 id = posting_id(context.arguments.required("ID"));
   const CoreSession session(context.options, CoreSession::Access::read, Load::postings);
   const OwnedFilter filter = filter_of(context.arguments, std::time(nullptr));
-  const OwnedEvent posting = find_posting(id);
-  if (!posting)
-    throw Failure(Exit::not_found, "posting " + std::to_string(id) + " is not in the cache");
+  const OwnedEvent posting = cached_posting(id);
   const std::vector<Result> results = results_of(*filter, *posting);
   const gint32 first_failure = zox_filter_explain(filter.get(), posting.get(), 0);
   if (wants_json(context.arguments))
-    print_json(results, first_failure, context.out);
+    print_json(results, first_failure, context);
   else
     print_table(results, verdict(first_failure), context);
   return Exit::ok;
@@ -217,8 +206,8 @@ Exit run(const Context &context) {
 
 Command explain_command() {
   return {"explain",
-          "Tell which tests of a filter a posting passes",
-          {{"ID", "The number of the posting"}},
+          "Show which tests of a filter a posting passes, and which one rejects it",
+          {posting_argument()},
           with_format_options(filter_options()),
           run};
 }

@@ -1,11 +1,10 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* velkorctl forum: the reactions to a posting, or a new one. */
+/* velkorctl forum: prints the reactions to a posting, or sends one. */
 #include <velkor/zox_events_forum.h>
 
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/details.h"
-#include "velkorctl/formats.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/text_input.h"
 
@@ -16,10 +15,8 @@ void send_reaction(const Context &context, gint32 id, const std::string &file) {
   const std::string text = read_text(file);
   const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
   session.require_account();
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_events_forum_post(text.c_str(), id, 0, &place);
-  require_success(result, OwnedText(place));
-  say("the reaction is sent");
+  call(zox_events_forum_post, text.c_str(), id, 0);
+  say("the reaction has been sent");
 }
 
 void print_forum(const Context &context, gint32 id) {
@@ -32,7 +29,7 @@ void print_forum(const Context &context, gint32 id) {
   Json json;
   json.begin_object().number("id", posting->postId).flag("locked", posting->locked != 0);
   add_reactions(json, *posting);
-  context.out.write(json.end_object().compact() + "\n");
+  print(json.end_object(), context);
 }
 
 Exit run(const Context &context) {
@@ -49,8 +46,8 @@ Exit run(const Context &context) {
 Command forum_command() {
   return {"forum",
           "Print the reactions to a posting, or send one",
-          {{"ID", "The number of the posting"}},
-          {{"--reply", "FILE", "Send the text of the file (- for standard input) as a reaction"},
+          {posting_argument()},
+          {{"--reply", "FILE", "Send the text of FILE as a reaction (- for standard input)"},
            format_option()},
           run};
 }

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* velkorctl groups: the newsgroups that the cache knows, fetched anew when asked for. */
+/* velkorctl groups: the newsgroups in the cache, fetched first with --fetch. */
 #include <velkor/zox_groups.h>
 
 #include "support/slist.h"
@@ -8,33 +8,26 @@
 #include "velkorctl/core_session.h"
 #include "velkorctl/file_stamp.h"
 #include "velkorctl/formats.h"
-#include "velkorctl/json.h"
 
 namespace velkor::ctl {
 namespace {
 
-void print_table(const Context &context) {
-  Table table({{"ID", Column::Align::right}, {"NEWSGROUP", Column::Align::left, true}});
-  for (const ZoxGroup *group : Items<ZoxGroup>(zox_groups_get()))
-    table.add({std::to_string(group->id), std::string(view_of(group->groupName))});
-  print(table, context);
-}
-
-void print_json(Output &out) {
-  JsonLines lines(out);
-  for (const ZoxGroup *group : Items<ZoxGroup>(zox_groups_get())) {
-    Json json;
-    json.begin_object().number("id", group->id).text("name", group->groupName);
-    lines.add(json.end_object());
-  }
-  lines.finish();
+void print_groups(const Context &context) {
+  const auto row = [](const ZoxGroup *group) -> std::vector<std::string> {
+    return {std::to_string(group->id), std::string(view_of(group->groupName))};
+  };
+  const auto add_members = [](Json &json, const ZoxGroup *group) {
+    json.number("id", group->id).text("name", group->groupName);
+  };
+  print_list(context, {{"ID", Column::Align::right}, {"NEWSGROUP", Column::Align::left, true}},
+             Items<ZoxGroup>(zox_groups_get()), row, add_members);
 }
 
 void fetch(const CoreSession &session) {
   session.require_account();
   const std::filesystem::path file = session.directory() / "velkor.groups.gz";
   const FileStamp before(file);
-  require_success(zox_group_fetch(), nullptr);
+  require_success(zox_group_fetch());
   if (FileStamp(file) == before)
     throw Failure(Exit::files, "the newsgroups could not be saved in " + file.string());
 }
@@ -46,10 +39,7 @@ Exit run(const Context &context) {
                             Load::settings);
   if (fetching)
     fetch(session);
-  if (wants_json(context.arguments))
-    print_json(context.out);
-  else
-    print_table(context);
+  print_groups(context);
   return Exit::ok;
 }
 
@@ -57,9 +47,9 @@ Exit run(const Context &context) {
 
 Command groups_command() {
   return {"groups",
-          "Print the newsgroups that the cache knows",
+          "Print the newsgroups in the cache",
           {},
-          with_format_options({{"--fetch", "", "Ask the server for all newsgroups first"}}),
+          with_format_options({{"--fetch", "", "Fetch the newsgroups from the server first"}}),
           run};
 }
 

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* velkorctl open and listen: the two sides of the session bus. */
+/* velkorctl open and listen: sending requests over the session bus, and receiving them. */
 #include <exception>
 #include <memory>
 #include <string>
@@ -14,7 +14,6 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/formats.h"
-#include "velkorctl/json.h"
 #include "velkorctl/messages.h"
 
 namespace velkor::ctl {
@@ -27,7 +26,7 @@ Exit run_open(const Context &context) {
   return Exit::ok;
 }
 
-/** A front end that prints what it is asked to show, until it is interrupted. */
+/** A front end that prints the requests it gets until it is interrupted. */
 class Listener {
 public:
   explicit Listener(const Context &context);
@@ -46,7 +45,7 @@ private:
   static void on_open_posting(VelkorDBusObject *object, gint id, gpointer self) noexcept;
   static gboolean on_mail_time(gpointer self) noexcept;
   static gboolean on_signal(gpointer self) noexcept;
-  /** No exception may cross the main loop: it ends the loop and run() throws it on. */
+  /** No exception may cross the main loop: it ends the loop, and run() throws it again. */
   template <typename Action>
   void guarded(Action action) noexcept;
 
@@ -72,7 +71,7 @@ Listener::~Listener() {
   zox_dbus_cleanup();
 }
 
-/** Asked first whether another one has the name, since that one would come to the front. */
+/** Looks first whether another process owns the name, since that one would come to the front. */
 void Listener::claim_name() {
   if (name_is_owned())
     throw Failure(Exit::busy, "Velkor is already running");
@@ -113,18 +112,15 @@ void Listener::print(const char *event, gint32 id) {
   context_.out.flush();
 }
 
-/** Tells once that mail waits, until it has been fetched. */
+/** Reports new mail once, until it has been fetched. */
 void Listener::check_mail() {
   guint32 waiting = 0;
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_mail_check(&waiting, &place);
-  const OwnedText notice(place);
-  if (result != 0)
-    say(sentence_of(result, notice.get()));
-  else if (waiting != 0 && !mail_waits_)
+  const LibraryResult result = try_call(zox_mail_check, &waiting);
+  if (result.code != 0)
+    return say(sentence_of(result.code, result.server_text.get()));
+  if (waiting != 0 && !mail_waits_)
     print("mail");
-  if (result == 0)
-    mail_waits_ = waiting != 0;
+  mail_waits_ = waiting != 0;
 }
 
 template <typename Action>
@@ -165,18 +161,14 @@ Exit run_listen(const Context &context) {
 }  // namespace
 
 Command open_command() {
-  return {"open",
-          "Let the running Velkor show a posting",
-          {{"ID", "The number of the posting"}},
-          {},
-          run_open};
+  return {"open", "Show a posting in the running Velkor", {posting_argument()}, {}, run_open};
 }
 
 Command listen_command() {
   return {"listen",
-          "Stand in for the desktop front end and print what it is asked to show",
+          "Take the place of the desktop front end and print what it is asked to show",
           {},
-          {{"--mail", "MINUTES", "Ask the server so often whether messages wait"}, format_option()},
+          {{"--mail", "MINUTES", "Check for new messages every MINUTES minutes"}, format_option()},
           run_listen};
 }
 

@@ -2,7 +2,6 @@
 /* velkorctl list: the cached postings that a filter accepts. */
 #include <ctime>
 #include <limits>
-#include <string_view>
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_eventlist.h>
@@ -12,48 +11,24 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/filter_options.h"
-#include "velkorctl/formats.h"
 #include "velkorctl/html/html_page.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/postings.h"
-#include "velkorctl/safe_text.h"
 
 namespace velkor::ctl {
 namespace {
 
-void limit(std::vector<gint32> &ids, const Arguments &arguments) {
+void apply_limit(std::vector<gint32> &ids, const Arguments &arguments) {
   const auto given = arguments.value("--limit");
   if (!given)
     return;
-  const auto most = static_cast<std::size_t>(
+  const auto limit = static_cast<std::size_t>(
       number_in_range(*given, 1, std::numeric_limits<gint32>::max(), "--limit"));
-  if (ids.size() > most)
-    ids.resize(most);
+  if (ids.size() > limit)
+    ids.resize(limit);
 }
 
-void print_table(const std::vector<gint32> &ids, const Context &context) {
-  Table table(posting_columns());
-  for (const gint32 id : ids)
-    if (const OwnedEvent posting = find_posting(id))
-      table.add(posting_row(*posting));
-  print(table, context);
-}
-
-void print_json(const std::vector<gint32> &ids, Output &out) {
-  JsonLines lines(out);
-  for (const gint32 id : ids) {
-    const OwnedEvent posting = find_posting(id);
-    if (!posting)
-      continue;
-    Json json;
-    json.begin_object();
-    add_posting(json, *posting);
-    lines.add(json.end_object());
-  }
-  lines.finish();
-}
-
-/** The display document over the postings that the filter accepts. */
+/** The display document of the postings that the filter accepts. */
 OwnedString display_document(ZoxFilter &filter, const Context &context) {
   if (context.arguments.has("--limit"))
     throw usage_error("--limit cannot be combined with --format xml or html");
@@ -62,19 +37,11 @@ OwnedString display_document(ZoxFilter &filter, const Context &context) {
   return OwnedString(zox_events_sort_filtered(nullptr));
 }
 
-/** As it is; only a terminal is spared its controls. */
-void write_document(std::string_view text, Output &out) {
-  if (out.width() > 0)
-    out.write(safe_text(text, Lines::keep));
-  else
-    out.write(text);
-}
-
 void print_xml(ZoxFilter &filter, const Context &context) {
-  write_document(view_of(display_document(filter, context).get()), context.out);
+  context.out.write_document(view_of(display_document(filter, context).get()));
 }
 
-/** The elements of a display document, each printed alone. */
+/** The elements of the postings in a display document, each printed alone. */
 struct Elements {
   bool per_category;
   std::vector<std::string> texts;
@@ -91,18 +58,18 @@ gint print_alone(gpointer /*key*/, ZoxEvent *posting, gpointer data) noexcept {
 
 std::vector<std::string> shown_elements(bool per_category) {
   Elements elements{per_category, {}};
-  const QuietLog already_warned;
+  const QuietLog quiet;  // printing the document has given the warnings
   zox_eventlist_foreach(core->eventlist, 1, 1, print_alone, &elements);
   return elements.texts;
 }
 
-/** A page for a browser, which orders the postings as the document asks for. */
+/** A page for a browser, sorted as the display document asks for. */
 void print_html(ZoxFilter &filter, const Context &context) {
   const OwnedString document = display_document(filter, context);
   const auto page = html_page(view_of(document.get()), shown_elements(filter.perCategory != 0));
   if (!page)
-    throw Failure(Exit::failed, "the postings cannot be made into a page");
-  write_document(*page, context.out);
+    throw Failure(Exit::failed, "the page cannot be made of these postings");
+  context.out.write_document(*page);
 }
 
 Exit run(const Context &context) {
@@ -114,11 +81,8 @@ Exit run(const Context &context) {
     return Exit::ok;
   }
   std::vector<gint32> ids = select_postings(*filter);
-  limit(ids, context.arguments);
-  if (wants_json(context.arguments))
-    print_json(ids, context.out);
-  else
-    print_table(ids, context);
+  apply_limit(ids, context.arguments);
+  print_postings(ids, context);
   return Exit::ok;
 }
 
@@ -126,15 +90,13 @@ Exit run(const Context &context) {
 
 Command list_command() {
   std::vector<Option> options = filter_options();
-  options.push_back({"-l,--limit", "N", "Print so many postings at most"});
-  options.push_back({"--format",
-                     "FORMAT",
-                     "table (default), json, xml: the display document, or html: a page of it",
-                     false,
-                     {"table", "json", "xml", "html"}});
-  options.push_back({"--per-category", "", "In the display document, a block per main category"});
-  options.push_back({"--no-header", "", "Leave the titles of the columns out"});
-  return {"list", "Print the cached postings that the options choose", {}, options, run};
+  options.push_back({"-l,--limit", "N", "Print at most N postings"});
+  options.push_back(format_option(
+      "Output format: table (default), json, xml (the display document) or html (a page of it)",
+      {"table", "json", "xml", "html"}));
+  options.push_back({"--per-category", "", "With xml or html, print a block per main category"});
+  options.push_back(no_header_option());
+  return {"list", "Print the cached postings that the options select", {}, options, run};
 }
 
 }  // namespace velkor::ctl

@@ -12,7 +12,6 @@
 #include "velkorctl/core_session.h"
 #include "velkorctl/file_stamp.h"
 #include "velkorctl/formats.h"
-#include "velkorctl/json.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/moment.h"
 #include "velkorctl/safe_text.h"
@@ -28,9 +27,7 @@ constexpr guint32 sent = 2;
 
 bool mail_waits() {
   guint32 waiting = 0;
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_mail_check(&waiting, &place);
-  require_success(result, OwnedText(place));
+  call(zox_mail_check, &waiting);
   return waiting != 0;
 }
 
@@ -38,7 +35,7 @@ const char *direction(const ZoxBericht &message) noexcept {
   return message.code == sent ? "sent" : "received";
 }
 
-/** Sent messages are kept with the line ends that the display wants. */
+/** The library keeps sent messages with the line breaks of its display document. */
 std::string body_of(const ZoxBericht &message) {
   std::string body(view_of(message.body));
   for (std::size_t at = body.find("<BR />"); at != std::string::npos; at = body.find("<BR />", at))
@@ -55,7 +52,7 @@ void print_message(const ZoxBericht &message, Output &out) {
   out.write(head.text(0, false) + "\n" + safe_text(body_of(message), Lines::keep) + "\n");
 }
 
-/** The message of that number, from 1 on in the order of mail list. */
+/** The message with that number in mail list, counted from 1. */
 ZoxBericht *message_numbered(const std::string &text) {
   const std::int64_t count = zox_mail_get_num_messages();
   const std::int64_t number = number_in_range(text, 1, G_MAXINT32, "N");
@@ -72,19 +69,20 @@ Exit run_check(const Context &context) {
   return Exit::ok;
 }
 
-/** The server forgets what it hands out: the file must be writable before that. */
-void require_writable_box() {
+/** The server deletes what it sends: make sure before that the file can be written. */
+void require_writable_file() {
   if (zox_mail_save() != 0)
-    throw Failure(Exit::files, "velkor.mail cannot be written; no message is fetched");
+    throw Failure(Exit::files, "velkor.mail cannot be written; no message has been fetched");
 }
 
-/** Whatever happened to the file meanwhile, a message that the server gave away is not lost. */
-void rescue(guint32 count, Output &out) {
+/** The server no longer has the messages, so they are printed when the file lacks them. */
+[[noreturn]] void print_unsaved(guint32 count, Output &out) {
   const guint32 first = zox_mail_get_num_messages() - count;
   for (guint32 place = first; place < first + count; ++place)
     print_message(*static_cast<const ZoxBericht *>(g_slist_nth_data(zox_mail_get(), place)), out);
   out.flush();
-  throw Failure(Exit::files, "velkor.mail could not be written; the new messages are printed");
+  throw Failure(Exit::files,
+                "velkor.mail could not be written; the new messages have been printed");
 }
 
 Exit run_fetch(const Context &context) {
@@ -94,53 +92,33 @@ Exit run_fetch(const Context &context) {
     say("no new messages");
     return Exit::ok;
   }
-  require_writable_box();
+  require_writable_file();
   const std::filesystem::path file = session.directory() / "velkor.mail";
   const FileStamp before(file);
   guint32 count = 0;
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_mail_fetch(&count, &place);
-  require_success(result, OwnedText(place));
+  call(zox_mail_fetch, &count);
   if (FileStamp(file) == before)
-    rescue(count, context.out);
+    print_unsaved(count, context.out);
   say(std::to_string(count) + (count == 1 ? " new message" : " new messages"));
   return Exit::ok;
 }
 
-void print_table(const Context &context) {
-  using Align = Column::Align;
-  Table table({{"#", Align::right}, {"KIND"}, {"WITH"}, {"DATE"}, {"SUBJECT", Align::left, true}});
-  int number = 0;
-  for (const ZoxBericht *message : Items<ZoxBericht>(zox_mail_get()))
-    table.add({std::to_string(++number), direction(*message), std::string(view_of(message->from)),
-               show_moment(message->stamp), std::string(view_of(message->subject))});
-  print(table, context);
-}
-
-void add_message(Json &json, const ZoxBericht &message, int number) {
-  json.begin_object().number("number", number).text("direction", direction(message));
-  json.text("with", message.from).number("stamp", message.stamp);
-  json.text("date", show_moment(message.stamp)).text("subject", message.subject);
-  json.text("body", body_of(message)).end_object();
-}
-
-void print_json(Output &out) {
-  JsonLines lines(out);
-  int number = 0;
-  for (const ZoxBericht *message : Items<ZoxBericht>(zox_mail_get())) {
-    Json json;
-    add_message(json, *message, ++number);
-    lines.add(json);
-  }
-  lines.finish();
-}
-
 Exit run_list(const Context &context) {
+  using Align = Column::Align;
   const CoreSession session(context.options, Access::read, Load::mail);
-  if (wants_json(context.arguments))
-    print_json(context.out);
-  else
-    print_table(context);
+  const auto row = [number = 0](const ZoxBericht *message) mutable -> std::vector<std::string> {
+    return {std::to_string(++number), direction(*message), std::string(view_of(message->from)),
+            show_moment(message->stamp), std::string(view_of(message->subject))};
+  };
+  const auto add_members = [number = 0](Json &json, const ZoxBericht *message) mutable {
+    json.number("number", ++number).text("direction", direction(*message));
+    json.text("with", message->from).number("stamp", message->stamp);
+    json.text("date", show_moment(message->stamp)).text("subject", message->subject);
+    json.text("body", body_of(*message));
+  };
+  print_list(context,
+             {{"#", Align::right}, {"KIND"}, {"WITH"}, {"DATE"}, {"SUBJECT", Align::left, true}},
+             Items<ZoxBericht>(zox_mail_get()), row, add_members);
   return Exit::ok;
 }
 
@@ -158,11 +136,9 @@ Exit run_send(const Context &context) {
   const CoreSession session(context.options, Access::write, Load::mail);
   session.require_account();
   OwnedMessage message(zox_mail_bericht_new(to.c_str(), subject.c_str(), body.c_str(), 0));
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_mail_post(message.get(), &place);
-  require_success(result, OwnedText(place));
-  static_cast<void>(message.release());  // the list has it now
-  say("the message is sent");
+  call(zox_mail_post, message.get());
+  static_cast<void>(message.release());  // the list owns it now
+  say("the message has been sent");
   return Exit::ok;
 }
 
@@ -182,40 +158,23 @@ Exit run_delete(const Context &context) {
 
 }  // namespace
 
-Command mail_check_command() {
-  return {"mail check", "Print whether messages wait on the server: yes or no", {}, {}, run_check};
-}
-
-Command mail_fetch_command() {
-  return {"mail fetch", "Fetch the messages that wait on the server", {}, {}, run_fetch};
-}
-
-Command mail_list_command() {
-  return {"mail list",
-          "Print the messages kept, the oldest first",
-          {},
-          with_format_options({}),
-          run_list};
-}
-
-Command mail_read_command() {
-  return {"mail read", "Print a message", {{"N", "Its number in mail list"}}, {}, run_read};
-}
-
-Command mail_send_command() {
-  return {"mail send",
-          "Send a message",
-          {{"TO", "The user that it is for"}, {"SUBJECT", "What it is about"}},
-          {{"--body", "FILE", "The file with its text (default: - for standard input)"}},
-          run_send};
-}
-
-Command mail_delete_command() {
-  return {"mail delete",
-          "Delete messages that are kept",
-          {{"N", "Their numbers in mail list", Argument::Count::some}},
-          {},
-          run_delete};
+std::vector<Command> mail_commands() {
+  return {
+      {"check", "Print yes or no: whether the server has new messages", {}, {}, run_check},
+      {"fetch", "Fetch the new messages from the server", {}, {}, run_fetch},
+      {"list", "Print a list of the messages, oldest first", {}, with_format_options({}), run_list},
+      {"read", "Print a message", {{"N", "Its number in mail list"}}, {}, run_read},
+      {"send",
+       "Send a message",
+       {{"TO", "The user to send it to"}, {"SUBJECT", "The subject"}},
+       {{"--body", "FILE", "Read the text from FILE (default: -, standard input)"}},
+       run_send},
+      {"delete",
+       "Delete messages",
+       {{"N", "Their numbers in mail list", Argument::Count::some}},
+       {},
+       run_delete},
+  };
 }
 
 }  // namespace velkor::ctl

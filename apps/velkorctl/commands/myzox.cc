@@ -10,18 +10,15 @@
 
 #include "support/slist.h"
 #include "support/text.h"
+#include "support/xml.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/formats.h"
-#include "velkorctl/json.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/moment.h"
-#include "velkorctl/safe_text.h"
 
 namespace velkor::ctl {
 namespace {
-
-using XmlDocument = std::unique_ptr<xmlDoc, ReleaseWith<xmlFreeDoc>>;
 
 constexpr ZoxErrorCode unreadable_reply = 11;
 
@@ -45,74 +42,67 @@ OwnedPosts fetch_posts() {
   const ZoxErrorCode result =
       zox_http_curl_execute("/3.7.3/xml-myzox.php", nullptr, 1, &place, 1, nullptr, 1);
   const OwnedString reply(place);
-  require_success(result, OwnedText(g_strdup(chars_or_null(reply.get()))));
+  require_success(result, chars_or_null(reply.get()));
   GSList *posts = nullptr;
   constexpr gint32 no_children = 3;
   const gint32 problem = zox_myzox_parse(reply.get(), &posts);
   OwnedPosts owned(posts);
   if (problem != 0 && problem != no_children)
-    require_success(unreadable_reply, nullptr);
+    require_success(unreadable_reply);
   return owned;
 }
 
-void print_table(const GSList *posts, const Context &context) {
-  using Align = Column::Align;
-  Table table({{"ID", Align::right},
-               {"DATE"},
-               {"STATUS"},
-               {"CATEGORY"},
-               {"KUDOS", Align::right},
-               {"REACTIONS", Align::right},
-               {"EDIT"},
-               {"TITLE", Align::left, true}});
-  for (const ZoxMyzoxPost *post : Items<ZoxMyzoxPost>(posts))
-    table.add({std::to_string(post->postId), show_moment(post->stamp),
-               zox_string_status(static_cast<gint32>(post->status)),
-               zox_string_category(static_cast<gint32>(post->cat)), std::to_string(post->kudos),
-               std::to_string(post->forum), post->canEdit != 0 ? "yes" : "no",
-               std::string(view_of(post->title))});
-  print(table, context);
+std::vector<std::string> row_of(const ZoxMyzoxPost *post) {
+  return {std::to_string(post->postId),
+          show_moment(post->stamp),
+          zox_string_status(static_cast<gint32>(post->status)),
+          zox_string_category(static_cast<gint32>(post->cat)),
+          std::to_string(post->kudos),
+          std::to_string(post->forum),
+          post->canEdit != 0 ? "yes" : "no",
+          std::string(view_of(post->title))};
 }
 
-void add_post(Json &json, const ZoxMyzoxPost &post) {
-  json.begin_object().number("id", post.postId).number("stamp", post.stamp);
-  json.number("updated", post.updated).flag("canEdit", post.canEdit != 0);
-  json.number("status", static_cast<gint32>(post.status)).number("category", post.cat);
-  json.number("subCategory", static_cast<gint32>(post.sCat)).text("title", post.title);
-  json.text("poster", post.poster).text("fileName", post.fName).text("link", post.link);
-  json.number("kudos", post.kudos).number("reactions", post.forum).number("reps", post.reps);
-  json.number("reqs", post.reqs).number("rating", post.rating).number("mod", post.mod);
+void add_members(Json &json, const ZoxMyzoxPost *post) {
+  json.number("id", post->postId).number("stamp", post->stamp);
+  json.number("updated", post->updated).flag("canEdit", post->canEdit != 0);
+  json.number("status", static_cast<gint32>(post->status)).number("category", post->cat);
+  json.number("subCategory", static_cast<gint32>(post->sCat)).text("title", post->title);
+  json.text("poster", post->poster).text("fileName", post->fName).text("link", post->link);
+  json.number("kudos", post->kudos).number("reactions", post->forum).number("reps", post->reps);
+  json.number("reqs", post->reqs).number("rating", post->rating).number("mod", post->mod);
   json.begin_array("newsgroups");
-  for (const GString *id : Items<GString>(post.groups))
+  for (const GString *id : Items<GString>(post->groups))
     json.item(view_of(id));
-  json.end_array().end_object();
+  json.end_array();
 }
 
-void print_json(const GSList *posts, Output &out) {
-  JsonLines lines(out);
-  for (const ZoxMyzoxPost *post : Items<ZoxMyzoxPost>(posts)) {
-    Json json;
-    add_post(json, *post);
-    lines.add(json);
-  }
-  lines.finish();
+void print_posts(const GSList *posts, const Context &context) {
+  using Align = Column::Align;
+  print_list(context,
+             {{"ID", Align::right},
+              {"DATE"},
+              {"STATUS"},
+              {"CATEGORY"},
+              {"KUDOS", Align::right},
+              {"REACTIONS", Align::right},
+              {"EDIT"},
+              {"TITLE", Align::left, true}},
+             Items<ZoxMyzoxPost>(posts), row_of, add_members);
 }
 
 void print_xml(GSList *posts, Output &out) {
-  const XmlDocument document(zox_myzox_print(posts));
+  const xml::Document document(zox_myzox_print(posts));
   xmlChar *text = nullptr;
   int length = 0;
   xmlDocDumpFormatMemory(document.get(), &text, &length, 1);
-  const std::string copy(reinterpret_cast<const char *>(text), static_cast<std::size_t>(length));
-  xmlFree(text);
-  out.write(out.width() > 0 ? safe_text(copy, Lines::keep) : copy);
+  const xml::Chars owned(text);
+  out.write_document({xml::chars(text), static_cast<std::size_t>(length)});
 }
 
 void update_post(const std::string &text) {
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_myzox_update(posting_id(text), &place);
-  require_success(result, OwnedText(place));
-  say("the server is asked to refresh posting " + text);
+  call(zox_myzox_update, posting_id(text));
+  say("the server has been asked to refresh posting " + text);
 }
 
 Exit run(const Context &context) {
@@ -123,12 +113,10 @@ Exit run(const Context &context) {
     return Exit::ok;
   }
   const OwnedPosts posts = fetch_posts();
-  if (wants_json(context.arguments))
-    print_json(posts.get(), context.out);
-  else if (context.arguments.value("--format") == "xml")
+  if (context.arguments.value("--format") == "xml")
     print_xml(posts.get(), context.out);
   else
-    print_table(posts.get(), context);
+    print_posts(posts.get(), context);
   return Exit::ok;
 }
 
@@ -138,13 +126,10 @@ Command myzox_command() {
   return {"myzox",
           "Print the postings that you placed",
           {},
-          {{"--update", "ID", "Ask the server to refresh one of them instead"},
-           {"--format",
-            "FORMAT",
-            "table (default), json, or xml: the library's document",
-            false,
-            {"table", "json", "xml"}},
-           {"--no-header", "", "Leave the titles of the columns out"}},
+          {{"--update", "ID", "Ask the server to refresh the posting with this ID instead"},
+           format_option("Output format: table (default), json or xml (the library's document)",
+                         {"table", "json", "xml"}),
+           no_header_option()},
           run};
 }
 

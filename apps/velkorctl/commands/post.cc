@@ -16,13 +16,13 @@ namespace {
 
 constexpr ZoxErrorCode reservation = 26;
 
-/** What there is to tell about a step; nothing about most of them. */
-constexpr std::array<const char *, 17> step_words{
+/** What is reported about each step, by its number; nothing for most. */
+constexpr std::array<const char *, 17> step_messages{
     nullptr,
     nullptr,
     "sending the posting",
     nullptr,
-    "the posting is accepted",
+    "the server has accepted the posting",
     "sending its description",
     nullptr,
     nullptr,
@@ -37,21 +37,21 @@ constexpr std::array<const char *, 17> step_words{
     nullptr,
 };
 
-gint tell_step(gint32 step) noexcept {
+gint report_step(gint32 step) noexcept {
   const auto place = static_cast<std::size_t>(step);
-  if (place < step_words.size() && step_words[place] != nullptr)
-    say(step_words[place]);
+  if (place < step_messages.size() && step_messages[place] != nullptr)
+    say(step_messages[place]);
   return 0;
 }
 
-/** A posting whose later parts failed stands on the server without them. */
+/** When a later part fails, the server keeps the posting without it. */
 void require_whole(ZoxErrorCode result, const ZoxEvent &spot) {
   if (result == 0 || result == reservation)
     return;
-  std::string words = sentence_of(result, "");
+  std::string message = sentence_of(result, "");
   if (spot.postId > 0)
-    words += "; posting " + std::to_string(spot.postId) + " stands without the rest";
-  throw Failure(exit_of(result), words);
+    message += "; posting " + std::to_string(spot.postId) + " is on the server without the rest";
+  throw Failure(exit_of(result), message);
 }
 
 Exit run(const Context &context) {
@@ -62,7 +62,7 @@ Exit run(const Context &context) {
     return Exit::ok;
   }
   session.require_account();
-  const ZoxErrorCode result = zox_post_send(spot.get(), tell_step);
+  const ZoxErrorCode result = zox_post_send(spot.get(), report_step);
   require_whole(result, *spot);
   if (result == reservation)
     say(sentence_of(result, nullptr));
@@ -74,9 +74,9 @@ Exit run(const Context &context) {
 
 Command post_command() {
   return {"post",
-          "Place a new spot and print its number",
-          {{"FILE", "The key file that describes it"}},
-          {{"--dry-run", "", "Check it and print what would be sent"}},
+          "Place a new spot and print its ID",
+          {{"FILE", "The key file that describes the posting"}},
+          {{"--dry-run", "", "Check the file and print what would be sent"}},
           run};
 }
 

@@ -3,17 +3,9 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/details.h"
-#include "velkorctl/formats.h"
 
 namespace velkor::ctl {
 namespace {
-
-OwnedEvent cached_posting(gint32 id) {
-  OwnedEvent posting = find_posting(id);
-  if (!posting)
-    throw Failure(Exit::not_found, "posting " + std::to_string(id) + " is not in the cache");
-  return posting;
-}
 
 Exit run(const Context &context) {
   const gint32 id = posting_id(context.arguments.required("ID"));
@@ -31,19 +23,19 @@ Exit run(const Context &context) {
   add_posting(json, *posting);
   add_details(json, *posting);
   add_reactions(json, *posting);
-  context.out.write(json.end_object().compact() + "\n");
+  print(json.end_object(), context);
   return Exit::ok;
 }
 
 }  // namespace
 
 Command show_command() {
-  return {
-      "show",
-      "Print a posting with its details and reactions",
-      {{"ID", "The number of the posting"}},
-      {{"--offline", "", "Only what the cache has, which are the fields of list"}, format_option()},
-      run};
+  return {"show",
+          "Print a posting with its details and reactions",
+          {posting_argument()},
+          {{"--offline", "", "Ask the server for nothing; print the fields that list has"},
+           format_option()},
+          run};
 }
 
 }  // namespace velkor::ctl

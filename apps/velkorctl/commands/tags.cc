@@ -7,13 +7,12 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/formats.h"
-#include "velkorctl/json.h"
 #include "velkorctl/vocabulary.h"
 
 namespace velkor::ctl {
 namespace {
 
-std::vector<const ZoxTag *> chosen_tags(const Arguments &arguments) {
+std::vector<const ZoxTag *> selected_tags(const Arguments &arguments) {
   const auto given = arguments.value("CATEGORY");
   const gint32 category = given ? category_number(*given) : -1;
   std::vector<const ZoxTag *> result;
@@ -23,32 +22,22 @@ std::vector<const ZoxTag *> chosen_tags(const Arguments &arguments) {
   return result;
 }
 
-void print_table(const std::vector<const ZoxTag *> &tags, const Context &context) {
-  Table table({{"CATEGORY"}, {"CODE"}, {"GROUP"}, {"TAG", Column::Align::left, true}});
-  for (const ZoxTag *tag : tags)
-    table.add({zox_string_category(static_cast<gint32>(tag->category)), tag->code->str,
-               tag->group->name->str, tag->name->str});
-  print(table, context);
-}
-
-void print_json(const std::vector<const ZoxTag *> &tags, Output &out) {
-  JsonLines lines(out);
-  for (const ZoxTag *tag : tags) {
-    Json json;
-    json.begin_object().number("category", tag->category).text("code", tag->code);
+void print_tags(const std::vector<const ZoxTag *> &tags, const Context &context) {
+  const auto row = [](const ZoxTag *tag) -> std::vector<std::string> {
+    return {zox_string_category(static_cast<gint32>(tag->category)), tag->code->str,
+            tag->group->name->str, tag->name->str};
+  };
+  const auto add_members = [](Json &json, const ZoxTag *tag) {
+    json.number("category", tag->category).text("code", tag->code);
     json.text("group", tag->group->name).text("name", tag->name);
-    lines.add(json.end_object());
-  }
-  lines.finish();
+  };
+  print_list(context, {{"CATEGORY"}, {"CODE"}, {"GROUP"}, {"TAG", Column::Align::left, true}}, tags,
+             row, add_members);
 }
 
 Exit run(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
-  const std::vector<const ZoxTag *> tags = chosen_tags(context.arguments);
-  if (wants_json(context.arguments))
-    print_json(tags, context.out);
-  else
-    print_table(tags, context);
+  print_tags(selected_tags(context.arguments), context);
   return Exit::ok;
 }
 
@@ -56,8 +45,8 @@ Exit run(const Context &context) {
 
 Command tags_command() {
   return {"tags",
-          "Print the tags, by category and group",
-          {{"CATEGORY", "Only the tags of this category", Argument::Count::optional}},
+          "Print the tags by category and group",
+          {{"CATEGORY", "Print only the tags of this category", Argument::Count::optional}},
           with_format_options({}),
           run};
 }

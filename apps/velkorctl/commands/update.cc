@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* velkorctl update: brings the cache up to date. */
+/* velkorctl update: fetches what is new into the cache. */
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/update_run.h"
@@ -18,26 +18,15 @@ Exit run(const Context &context) {
   return something_new || !arguments.has("--exit-code") ? Exit::ok : Exit::nothing_new;
 }
 
-Exit run_resync(const Context &context) {
-  const CoreSession session(context.options, CoreSession::Access::write, Load::postings);
-  session.require_account();
-  UpdateRun(session, Extent::everything).run();
-  return Exit::ok;
-}
-
 }  // namespace
 
 Command update_command() {
   return {"update",
           "Fetch what is new from the server",
           {},
-          {{"-r,--recursive", "", "Go on asking until the server has nothing more"},
-           {"--exit-code", "", "End with exit code 5 when nothing was new"}},
+          {{"-r,--recursive", "", "Repeat until the server has no more postings"},
+           {"--exit-code", "", "End with exit code 5 when there is nothing new"}},
           run};
-}
-
-Command cache_resync_command() {
-  return {"cache resync", "Fetch everything that the server has once more", {}, {}, run_resync};
 }
 
 }  // namespace velkor::ctl

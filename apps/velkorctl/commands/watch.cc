@@ -7,7 +7,6 @@
 #include "support/slist.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/formats.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/postings.h"
 
@@ -57,90 +56,38 @@ std::vector<gint32> watched_ids() {
   return ids;
 }
 
-void print_table(const Context &context) {
-  Table table(posting_columns());
-  for (const gint32 id : watched_ids()) {
-    const OwnedEvent posting = find_posting(id);
-    table.add(posting ? posting_row(*posting) : std::vector<std::string>{std::to_string(id)});
-  }
-  print(table, context);
-}
-
-void print_json(Output &out) {
-  JsonLines lines(out);
-  for (const gint32 id : watched_ids()) {
-    const OwnedEvent posting = find_posting(id);
-    Json json;
-    json.begin_object();
-    if (posting)
-      add_posting(json, *posting);
-    else
-      json.number("id", id);
-    lines.add(json.end_object());
-  }
-  lines.finish();
-}
-
 Exit run_list(const Context &context) {
   const CoreSession session(context.options, Access::read, Load::postings);
-  if (wants_json(context.arguments))
-    print_json(context.out);
-  else
-    print_table(context);
+  print_postings(watched_ids(), context);
   return Exit::ok;
 }
 
 Exit run_upload(const Context &context) {
   const CoreSession session(context.options, Access::read, Load::settings);
   session.require_account();
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_watchlist_upload(&place);
-  require_success(result, OwnedText(place));
+  call(zox_watchlist_upload);
   return Exit::ok;
 }
 
 Exit run_download(const Context &context) {
   CoreSession session(context.options, Access::write, Load::postings);
   session.require_account();
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_watchlist_download(&place);
-  require_success(result, OwnedText(place));
+  call(zox_watchlist_download);
   session.save_settings();
   return Exit::ok;
 }
 
 }  // namespace
 
-Command watch_add_command() {
-  return {"watch add",
-          "Put postings on the watchlist",
-          {{"ID", "The numbers of the postings", Argument::Count::some}},
-          {},
-          run_add};
-}
-
-Command watch_remove_command() {
-  return {"watch remove",
-          "Take postings off the watchlist",
-          {{"ID", "The numbers of the postings", Argument::Count::some}},
-          {},
-          run_remove};
-}
-
-Command watch_list_command() {
-  return {"watch list", "Print the watchlist", {}, with_format_options({}), run_list};
-}
-
-Command watch_clear_command() {
-  return {"watch clear", "Take everything off the watchlist", {}, {}, run_clear};
-}
-
-Command watch_upload_command() {
-  return {"watch upload", "Replace the watchlist on the server by this one", {}, {}, run_upload};
-}
-
-Command watch_download_command() {
-  return {"watch download", "Add the watchlist on the server to this one", {}, {}, run_download};
+std::vector<Command> watch_commands() {
+  return {
+      {"add", "Add postings to the watchlist", {postings_argument()}, {}, run_add},
+      {"remove", "Remove postings from the watchlist", {postings_argument()}, {}, run_remove},
+      {"list", "Print the watchlist", {}, with_format_options({}), run_list},
+      {"clear", "Remove all postings from the watchlist", {}, {}, run_clear},
+      {"upload", "Replace the watchlist on the server with this one", {}, {}, run_upload},
+      {"download", "Add the postings of the server's watchlist to this one", {}, {}, run_download},
+  };
 }
 
 }  // namespace velkor::ctl

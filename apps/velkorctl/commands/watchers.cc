@@ -1,126 +1,83 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /* velkorctl watchers: texts that are looked for in the titles of new postings. */
 #include <algorithm>
+#include <functional>
 
-#include <velkor/zox_app_core.h>
 #include <velkor/zox_watcher.h>
 
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/formats.h"
 #include "velkorctl/postings.h"
 #include "velkorctl/setting_lists.h"
-#include "velkorctl/settings.h"
 
 namespace velkor::ctl {
 namespace {
 
-constexpr const char *key = "watcher";
-
-Exit run_add(const Context &context) {
-  return add_to_setting(context, key);
-}
-
-Exit run_remove(const Context &context) {
-  return remove_from_setting(context, key);
-}
-
-Exit run_list(const Context &context) {
-  return print_setting(context, key);
+const SettingList &watcher_list() {
+  static const SettingList list{"watcher", "The texts",
+                                "Look for texts in the titles of new postings",
+                                "Stop looking for texts", "Print the watchers, one per line"};
+  return list;
 }
 
 struct Match {
+  std::string text;
   gint64 stamp;
   gint32 id;
 };
 
-gint collect(ZoxEvent *posting, const char * /*text*/, gpointer matches) noexcept {
-  static_cast<std::vector<Match> *>(matches)->push_back({posting->stamp, posting->postId});
+gint collect(ZoxEvent *posting, const char *text, gpointer matches) noexcept {
+  static_cast<std::vector<Match> *>(matches)->push_back({text, posting->stamp, posting->postId});
   return 0;
 }
 
-/** The postings that a watcher matches, the newest first. */
-std::vector<gint32> matches_of(const std::string &text) {
-  std::vector<Match> matches;
-  zox_watcher_foreach(text.c_str(), collect, &matches);
-  std::sort(matches.begin(), matches.end(), [](const Match &left, const Match &right) {
-    return std::pair(left.stamp, left.id) > std::pair(right.stamp, right.id);
-  });
-  std::vector<gint32> ids;
-  for (const Match &match : matches)
-    ids.push_back(match.id);
-  return ids;
+/** The postings that the watchers match; those of each watcher with the newest first. */
+std::vector<Match> matches_of(const std::vector<std::string> &watchers) {
+  std::vector<Match> all;
+  for (const std::string &text : watchers) {
+    std::vector<Match> matches;
+    zox_watcher_foreach(text.c_str(), collect, &matches);
+    std::ranges::sort(matches, std::ranges::greater(),
+                      [](const Match &match) { return std::pair(match.stamp, match.id); });
+    all.insert(all.end(), matches.begin(), matches.end());
+  }
+  return all;
 }
 
-void print_table(const std::vector<std::string> &watchers, const Context &context) {
-  std::vector<Column> columns{{"WATCHER", Column::Align::left, true}};
-  for (const Column &column : posting_columns())
-    columns.push_back(column);
-  Table table(columns);
-  for (const std::string &text : watchers)
-    for (const gint32 id : matches_of(text))
-      if (const OwnedEvent posting = find_posting(id)) {
-        std::vector<std::string> row{text};
-        for (const std::string &cell : posting_row(*posting))
-          row.push_back(cell);
-        table.add(row);
-      }
-  print(table, context);
-}
-
-void print_json(const std::vector<std::string> &watchers, Output &out) {
-  JsonLines lines(out);
-  for (const std::string &text : watchers)
-    for (const gint32 id : matches_of(text))
-      if (const OwnedEvent posting = find_posting(id)) {
-        Json json;
-        json.begin_object().text("watcher", text);
-        add_posting(json, *posting);
-        lines.add(json.end_object());
-      }
-  lines.finish();
+std::vector<Column> columns() {
+  std::vector<Column> columns = posting_columns();
+  columns.insert(columns.begin(), {"WATCHER", Column::Align::left, true});
+  return columns;
 }
 
 Exit run_run(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::postings);
   std::vector<std::string> watchers = context.arguments.values("TEXT");
   if (watchers.empty())
-    watchers = values_of(setting_called(key), *core->config);
-  if (wants_json(context.arguments))
-    print_json(watchers, context.out);
-  else
-    print_table(watchers, context);
+    watchers = texts_of(watcher_list());
+  const auto row = [](const Match &match) {
+    std::vector<std::string> cells = posting_row(*cached_posting(match.id));
+    cells.insert(cells.begin(), match.text);
+    return cells;
+  };
+  const auto add_members = [](Json &json, const Match &match) {
+    json.text("watcher", match.text);
+    add_posting(json, *cached_posting(match.id));
+  };
+  print_list(context, columns(), matches_of(watchers), row, add_members);
   return Exit::ok;
 }
 
 }  // namespace
 
-Command watchers_add_command() {
-  return {"watchers add",
-          "Look for texts in the titles of new postings",
-          {{"TEXT", "What to look for", Argument::Count::some}},
-          {},
-          run_add};
-}
-
-Command watchers_remove_command() {
-  return {"watchers remove",
-          "Look for texts no longer",
-          {{"TEXT", "What was looked for", Argument::Count::some}},
-          {},
-          run_remove};
-}
-
-Command watchers_list_command() {
-  return {"watchers list", "Print the watchers, one a line", {}, {format_option()}, run_list};
-}
-
-Command watchers_run_command() {
-  return {"watchers run",
-          "Print the cached postings that the watchers match",
-          {{"TEXT", "Only what these texts match, watchers or not", Argument::Count::any}},
-          with_format_options({}),
-          run_run};
+std::vector<Command> watchers_commands() {
+  std::vector<Command> commands = setting_list_commands(watcher_list());
+  commands.push_back({"run",
+                      "Print the cached postings that the watchers match",
+                      {{"TEXT", "Use these texts instead of the watchers", Argument::Count::any}},
+                      with_format_options({}),
+                      run_run});
+  return commands;
 }
 
 }  // namespace velkor::ctl

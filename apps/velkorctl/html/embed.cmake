@@ -1,4 +1,4 @@
-# Writes the page's files as string constants: cmake -DDIRECTORY= -DOUTPUT= -P embed.cmake
+# Writes the files of the page as string constants: cmake -DDIRECTORY= -DOUTPUT= -P embed.cmake
 set(text "// Made from page.css, page.js and page.xsl.\n#pragma once\n\nnamespace velkor::ctl {\n\n")
 foreach(kind css js xsl)
   file(READ ${DIRECTORY}/page.${kind} content)

@@ -22,33 +22,33 @@ namespace {
 constexpr int quiet = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
 
 struct ParsedDocument {
-  XmlDocument document;
+  xml::Document document;
   bool recovered = false;
 };
 
-XmlDocument parse(std::string_view text, int options) {
-  return XmlDocument(
+xml::Document parse(std::string_view text, int options) {
+  return xml::Document(
       xmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, "UTF-8", quiet | options));
 }
 
 ParsedDocument parse_display_document(std::string_view text) {
   if (text.size() > INT_MAX)
     return {};
-  if (XmlDocument strict = parse(text, 0))
+  if (xml::Document strict = parse(text, 0))
     return {std::move(strict), false};
   return {parse(text, XML_PARSE_RECOVER), true};
 }
 
 std::vector<xmlNode *> select_nodes(xmlDoc *document, const char *expression) {
   const XPathContext context(xmlXPathNewContext(document));
-  const XPathResult result(xmlXPathEvalExpression(xml_chars(expression), context.get()));
+  const XPathResult result(xmlXPathEvalExpression(xml::chars(expression), context.get()));
   if (!result || result->nodesetval == nullptr)
     return {};
   const xmlNodeSet &set = *result->nodesetval;
   return {set.nodeTab, set.nodeTab + set.nodeNr};
 }
 
-/** All of a row but its position, which only the document gives it. */
+/** All of a row but its position, which depends on the whole document. */
 std::string content_of_row(xmlNode *event) {
   const XmlBuffer buffer(xmlBufferCreate());
   for (xmlNode *child = xmlFirstElementChild(event); child != nullptr;
@@ -67,19 +67,19 @@ std::vector<std::string> rows_of(xmlDoc *document) {
 }
 
 /**
- * The rows that the postings must have. A posting that is not one element when printed alone has
- * none: its texts reach beyond it.
+ * The rows that the postings must have. A posting that is not well-formed when printed alone has
+ * none, since its texts reach into other postings.
  */
 std::vector<std::string> expected_rows(const std::vector<std::string> &postings) {
   std::vector<std::string> rows;
   for (const std::string &posting : postings)
-    if (const XmlDocument alone = parse(posting, 0))
+    if (const xml::Document alone = parse(posting, 0))
       rows.push_back(content_of_row(xmlDocGetRootElement(alone.get())));
   std::ranges::sort(rows);
   return rows;
 }
 
-/** What the reader of the page must know about rows that may be missing or forged. */
+/** The warning about rows that may be missing or forged; empty when all is well. */
 std::string notice_for(const ParsedDocument &parsed, const std::vector<std::string> &postings) {
   const std::vector<std::string> found = rows_of(parsed.document.get());
   const std::vector<std::string> expected = expected_rows(postings);
@@ -94,7 +94,7 @@ std::string notice_for(const ParsedDocument &parsed, const std::vector<std::stri
 
 using Checksum = std::unique_ptr<GChecksum, ReleaseWith<g_checksum_free>>;
 
-/** The source expression by which a policy allows exactly this inline text. */
+/** The source expression with which a policy allows exactly this inline text. */
 std::string hash_source(std::string_view text) {
   const Checksum sum(g_checksum_new(G_CHECKSUM_SHA256));
   g_checksum_update(sum.get(), reinterpret_cast<const guchar *>(text.data()),
@@ -111,30 +111,30 @@ std::string policy() {
          hash_source(page_css) + "; script-src " + hash_source(page_js);
 }
 
-/** The parameters of the style sheet, as libxslt takes them: name, value, ..., null. */
+/** Applies the style sheet. */
 std::optional<std::string> transform(xmlDoc *document, const std::string &notice) {
-  XmlDocument source = parse(page_xsl, 0);
+  xml::Document source = parse(page_xsl, 0);
   if (!source)
     return std::nullopt;
   const StyleSheet sheet(xsltParseStylesheetDoc(source.get()));
   if (!sheet)
     return std::nullopt;
-  source.release();  // the style sheet owns it from here on
+  static_cast<void>(source.release());  // the style sheet owns it now
 
   const std::unique_ptr<xsltTransformContext, ReleaseWith<xsltFreeTransformContext>> context(
       xsltNewTransformContext(sheet.get(), document));
   const std::array<std::pair<const char *, std::string>, 4> values{
       {{"policy", policy()}, {"style", page_css}, {"script", page_js}, {"notice", notice}}};
   for (const auto &[name, value] : values)
-    xsltQuoteOneUserParam(context.get(), xml_chars(name), xml_chars(value.c_str()));
+    xsltQuoteOneUserParam(context.get(), xml::chars(name), xml::chars(value.c_str()));
 
-  const XmlDocument page(
+  const xml::Document page(
       xsltApplyStylesheetUser(sheet.get(), document, nullptr, nullptr, nullptr, context.get()));
   xmlChar *text = nullptr;
   int length = 0;
   if (!page || xsltSaveResultToString(&text, &length, page.get(), sheet.get()) != 0)
     return std::nullopt;
-  const XmlText owned(text);
+  const xml::Chars owned(text);
   return std::string(view_of(owned.get()));
 }
 
@@ -146,7 +146,7 @@ std::optional<std::string> html_page(std::string_view document,
   if (!parsed.document || xmlDocGetRootElement(parsed.document.get()) == nullptr)
     return std::nullopt;
   const std::string notice = notice_for(parsed, postings);
-  // Reducing an element frees what is in it, so one in another must not come up by itself.
+  // Reducing an element frees the elements in it, so those must not be selected too.
   for (xmlNode *info : select_nodes(parsed.document.get(), "//TagInfo[not(ancestor::TagInfo)]"))
     reduce_tag_info(info);
   return transform(parsed.document.get(), notice);

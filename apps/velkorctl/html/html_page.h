@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Makes a page for a browser out of the display document that the library prints. */
+/** Makes a page for a browser from the display document that the library prints. */
 #ifndef VELKORCTL_HTML_PAGE_H
 #define VELKORCTL_HTML_PAGE_H
 
@@ -11,14 +11,14 @@
 namespace velkor::ctl {
 
 /**
- * Texts of postings stand unescaped in the display document, so a hostile one can break out of
- * its place. The document is parsed strictly first, then in a recovering way; the page carries a
- * visible notice when the second was needed, or when a row differs from its posting. Whatever the
- * texts contain, nothing but the page's own style and script can run.
+ * Texts of postings are not escaped in the display document, so a hostile one can change what
+ * follows it. The document is parsed strictly, or with error recovery when that fails; the page
+ * has a notice when recovery was needed or a row differs from its posting. Whatever the texts
+ * contain, only the page's own style and script are used.
  *
  * @param document the display document, UTF-8
  * @param postings the elements of the postings in the document, each printed alone, in any order
- * @return the page as HTML, UTF-8; nullopt when not even the recovering parse finds a document
+ * @return the page as HTML, UTF-8; nullopt when even error recovery finds no document
  */
 std::optional<std::string> html_page(std::string_view document,
                                      const std::vector<std::string> &postings);

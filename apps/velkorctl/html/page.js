@@ -1,5 +1,5 @@
 'use strict';
-// The search field is only there when it works. Every row is found by its title and poster.
+// The search field is added here because it needs this script. It searches title and poster.
 document.addEventListener('DOMContentLoaded', () => {
   const rows = Array.from(document.querySelectorAll('li.event'));
   const field = document.createElement('input');

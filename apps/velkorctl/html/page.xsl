@@ -1,7 +1,7 @@
 <?xml version="1.0" encoding="UTF-8"?>
 <!-- SPDX-License-Identifier: LGPL-2.1-or-later -->
-<!-- Turns the display document into a page. It orders the postings as SortMode and SortRichting
-     say. What a posting contains becomes text, except the TagInfo that was reduced before. -->
+<!-- Turns the display document into a page, sorted as SortMode and SortRichting say. All content
+     of a posting becomes text, except TagInfo, which has been reduced before. -->
 <xsl:stylesheet version="1.0" xmlns:xsl="http://www.w3.org/1999/XSL/Transform">
   <xsl:output method="html" encoding="UTF-8" indent="no" doctype-system="about:legacy-compat"/>
   <xsl:param name="policy"/>
@@ -58,8 +58,8 @@
     </section>
   </xsl:template>
 
-  <!-- The rows of the current element in the order that it asks for; the posting's number breaks
-       ties, so that the same document always gives the same page. -->
+  <!-- The rows of the current element in the order that it asks for; ties are sorted by the ID, so
+       that the same document always gives the same page. -->
   <xsl:template name="rows">
     <xsl:variable name="direction">
       <xsl:choose>

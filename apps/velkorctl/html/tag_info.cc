@@ -31,7 +31,7 @@ bool starts_with_ignoring_case(std::string_view text, std::string_view lower) {
          });
 }
 
-/** Whether the address names a host by nothing but the characters that hosts are written with. */
+/** Whether the host of the address has only characters that host names have. */
 bool has_plain_host(std::string_view address) {
   const std::string_view rest = address.substr(address.find("//") + 2);
   const std::string_view host = rest.substr(0, rest.find_first_of("/?#"));
@@ -42,9 +42,9 @@ bool has_plain_host(std::string_view address) {
   });
 }
 
-/** The address behind the library's form of link, or empty when it is anything else. */
+/** The address in a link of the library's form, or empty for any other link. */
 std::string address_of(const xmlNode *anchor) {
-  const XmlText href(xmlGetProp(anchor, xml_chars("href")));
+  const xml::Chars href(xmlGetProp(anchor, xml::chars("href")));
   std::string_view address = view_of(href.get());
   if (address.substr(0, link_prefix.size()) != link_prefix)
     return {};
@@ -70,8 +70,8 @@ void copy_element(xmlNode *element, xmlNode *target) {
     return;
   }
   xmlNode *link = xmlNewChild(target, nullptr, element->name, nullptr);
-  xmlNewProp(link, xml_chars("href"), xml_chars(address.c_str()));
-  xmlNewProp(link, xml_chars("rel"), xml_chars("noopener noreferrer nofollow"));
+  xmlNewProp(link, xml::chars("href"), xml::chars(address.c_str()));
+  xmlNewProp(link, xml::chars("rel"), xml::chars("noopener noreferrer nofollow"));
   copy_reduced(element->children, link);
 }
 
@@ -95,7 +95,7 @@ void reduce_tag_info(xmlNode *element) {
   }
   if (text.empty() || text.size() > INT_MAX)
     return;
-  const XmlDocument html(
+  const xml::Document html(
       htmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, "UTF-8", html_options));
   if (html)
     copy_reduced(html->children, element);

@@ -19,7 +19,7 @@ Exit no_run(const Context & /*context*/) {
 class CommandLineTest : public ::testing::Test {
 protected:
   ParsedCommandLine parse(const std::vector<std::string> &words) const {
-    return parse_command_line({{"config", "Settings"}}, commands_, words);
+    return parse_command_line(commands_, words);
   }
 
   void expect_usage_error(const std::vector<std::string> &words) const {
@@ -34,24 +34,28 @@ protected:
 
 private:
   using Count = Argument::Count;
-  std::vector<Command> commands_{
-      {"list",
-       "Print",
-       {},
-       {{"-t,--title", "TEXT", "Title"},
-        {"--status", "WORD", "State", true},
-        {"--sort", "ORDER", "Order", false, {"stamp", "title"}},
-        {"--new", "", "New"}},
-       no_run},
-      {"show", "Show", {{"ID", "The posting"}}, {}, no_run},
-      {"config set", "Set", {{"KEY", "Key"}, {"VALUE", "Value", Count::any}}, {}, no_run},
-      {"config get", "Get", {{"KEY", "Key"}}, {}, no_run},
+  std::vector<CommandGroup> commands_{
+      {"",
+       "",
+       {{"list",
+         "Print",
+         {},
+         {{"-t,--title", "TEXT", "Title"},
+          {"--status", "WORD", "State", true},
+          {"--sort", "ORDER", "Order", false, {"stamp", "title"}},
+          {"--new", "", "New"}},
+         no_run},
+        {"show", "Show", {{"ID", "The posting"}}, {}, no_run}}},
+      {"config",
+       "Settings",
+       {{"set", "Set", {{"KEY", "Key"}, {"VALUE", "Value", Count::any}}, {}, no_run},
+        {"get", "Get", {{"KEY", "Key"}}, {}, no_run}}},
   };
 };
 
 TEST_F(CommandLineTest, FindsTheCommand) {
   EXPECT_EQ(parse({"list"}).command->name, "list");
-  EXPECT_EQ(parse({"config", "get", "username"}).command->name, "config get");
+  EXPECT_EQ(parse({"config", "get", "username"}).command->name, "get");
 }
 
 TEST_F(CommandLineTest, HandsOverValuesByLongName) {

@@ -131,7 +131,7 @@ TEST_F(FilterOptionsTest, ASavedFilterByName) {
   EXPECT_THAT(error({{"--filter", {"none"}}}), HasSubstr("none"));
 }
 
-TEST_F(FilterOptionsTest, SavedFiltersOfOneNameAreToldApart) {
+TEST_F(FilterOptionsTest, TheCategorySelectsOneOfSeveralFilters) {
   EXPECT_THAT(error({{"--filter", {"Windows"}}}), HasSubstr("#2 (Spelletjes), #3 (Applicaties)"));
   EXPECT_EQ(filter({{"--filter", {"#3"}}})->cat, 3);
   EXPECT_EQ(filter({{"--filter", {"Windows"}}, {"--category", {"Spelletjes"}}})->cat, 2);

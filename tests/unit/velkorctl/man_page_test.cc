@@ -28,27 +28,32 @@ std::string section_of(const std::string &page, const std::string &command) {
   return begin == std::string::npos ? "" : page.substr(begin, page.find("\n.S", begin + 1) - begin);
 }
 
-std::string long_name(const std::string &names) {
-  return names.substr(names.rfind(',') + 1);
+/** Calls `check` with every command and its whole name, such as "config set". */
+template <typename Check>
+void for_each_command(Check check) {
+  for (const CommandGroup &group : all_commands())
+    for (const Command &command : group.commands)
+      check(command, group.name.empty() ? command.name : group.name + " " + command.name);
 }
 
 TEST(ManPage, DescribesEveryCommandWithItsArguments) {
   const std::string page = man_page();
-  for (const Command &command : all_commands()) {
-    const std::string section = section_of(page, command.name);
-    EXPECT_NE(section, "") << command.name;
+  for_each_command([&](const Command &command, const std::string &name) {
+    const std::string section = section_of(page, name);
+    EXPECT_NE(section, "") << name;
     for (const Argument &argument : command.arguments)
-      EXPECT_THAT(section, HasSubstr(argument.name)) << command.name;
-  }
+      EXPECT_THAT(section, HasSubstr(argument.name)) << name;
+  });
 }
 
 TEST(ManPage, DescribesEveryOption) {
   const std::string page = man_page();
   for (const Option &option : global_options())
     EXPECT_THAT(page, HasSubstr(option.names));
-  for (const Command &command : all_commands())
+  for_each_command([&](const Command &command, const std::string &name) {
     for (const Option &option : command.options)
-      EXPECT_THAT(page, HasSubstr(long_name(option.names))) << command.name;
+      EXPECT_THAT(page, HasSubstr(option.long_name())) << name;
+  });
 }
 
 TEST(ManPage, NamesEveryExitCode) {

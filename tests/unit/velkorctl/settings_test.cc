@@ -102,18 +102,18 @@ TEST_F(SettingsTest, ARefusedValueChangesNothing) {
 }
 
 TEST_F(SettingsTest, RefusesWhatTheFileCannotHold) {
-  EXPECT_THAT(error("username", {"a\npassword=b"}), HasSubstr("line end"));
+  EXPECT_THAT(error("username", {"a\npassword=b"}), HasSubstr("line break"));
   EXPECT_THAT(error("username", {" a"}), HasSubstr("white space"));
   EXPECT_THAT(error("username", {std::string(1014, 'a')}), HasSubstr("too long"));
   EXPECT_THAT(error("watcher", {""}), HasSubstr("empty"));
 }
 
-TEST_F(SettingsTest, TheLongestValueSurvives) {
-  const std::string longest(1013, 'a');
-  set("username", {longest});
+TEST_F(SettingsTest, AValueOfMaximumLengthSurvives) {
+  const std::string value(1013, 'a');
+  set("username", {value});
   zox_config_save();
   zox_config_load();
-  EXPECT_THAT(get("username"), ElementsAre(longest));
+  EXPECT_THAT(get("username"), ElementsAre(value));
 }
 
 TEST_F(SettingsTest, WhatTheServerGivesIsNotSet) {

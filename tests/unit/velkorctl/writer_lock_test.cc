@@ -21,7 +21,7 @@ protected:
   test::TemporaryDirectory cache;
 };
 
-TEST_F(WriterLockTest, ASecondWriterIsRefusedAndToldWhoWrites) {
+TEST_F(WriterLockTest, ASecondWriterIsRefusedAndLearnsWhoWrites) {
   const WriterLock first(cache.path(), std::chrono::seconds(0));
   try {
     const WriterLock second(cache.path(), std::chrono::seconds(0));
