@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "velkorctl/cache_files.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 
@@ -18,7 +19,7 @@ namespace fs = std::filesystem;
 using Reader = std::unique_ptr<xmlTextReader, ReleaseWith<xmlFreeTextReader>>;
 
 bool is_compressed(const std::string &name) {
-  return name.size() > 3 && name.compare(name.size() - 3, 3, ".gz") == 0;
+  return name.ends_with(".gz");
 }
 
 OwnedObject<GInputStream> open_stream(const fs::path &path, bool compressed, OwnedError &error) {
@@ -91,10 +92,8 @@ Inspection inspect_document(const std::string &text, const CacheFile &file) {
 }
 
 bool is_known_key(const std::string &key) {
-  for (const Setting &setting : all_settings())
-    if (key == setting.key)
-      return true;
-  return false;
+  return std::ranges::any_of(all_settings(),
+                             [&key](const Setting &setting) { return key == setting.key; });
 }
 
 Inspection inspect_settings(const std::string &text) {

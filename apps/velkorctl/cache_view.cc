@@ -24,7 +24,7 @@ fs::path temporary_directory() {
 }
 
 bool belongs_to_velkor(const fs::path &file) {
-  return file.filename().string().rfind("velkor.", 0) == 0;
+  return file.filename().string().starts_with("velkor.");
 }
 
 void link_files(const fs::path &from, const fs::path &to) {

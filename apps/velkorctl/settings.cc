@@ -33,7 +33,7 @@ bool has_outer_white_space(const std::string &text) noexcept {
 }
 
 bool has_control(const std::string &text) noexcept {
-  return std::any_of(text.begin(), text.end(), [](char c) { return g_ascii_iscntrl(c); });
+  return std::ranges::any_of(text, [](char letter) { return g_ascii_iscntrl(letter); });
 }
 
 /** The file has one value per line, and white space around it is lost. */

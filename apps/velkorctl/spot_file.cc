@@ -139,7 +139,7 @@ void SpotReader::refuse_unknown_keys() {
   const OwnedTexts present(g_key_file_get_keys(keys_.get(), group, nullptr, nullptr));
   for (char **key = present.get(); key != nullptr && *key != nullptr; ++key)
     attempt([&] {
-      if (std::find(known.begin(), known.end(), *key) == known.end())
+      if (std::ranges::find(known, std::string_view(*key)) == known.end())
         throw usage_error(std::string("unknown key ") + *key);
     });
 }

@@ -29,7 +29,8 @@ Failure unknown(const std::string &what, const std::string &text,
 
 bool is_tag_code(const std::string &text) noexcept {
   return text.size() > 1 && text[0] >= 'a' && text[0] <= 'd' &&
-         std::all_of(text.begin() + 1, text.end(), [](char c) { return g_ascii_isdigit(c); });
+         std::ranges::all_of(std::string_view(text).substr(1),
+                             [](char letter) { return g_ascii_isdigit(letter); });
 }
 
 /** Whether `text` is the code of the tag, its name, or the names of its group and itself. */
@@ -115,7 +116,7 @@ TagChoice tag_choice(gint32 category, const std::string &text) {
       found.push_back({tag->code->str, home});
   if (found.empty())
     throw usage_error("unknown tag \"" + text + "\"; see velkorctl tags");
-  if (category < 0 && std::any_of(found.begin(), found.end(), [&](const TagChoice &other) {
+  if (category < 0 && std::ranges::any_of(found, [&](const TagChoice &other) {
         return other.category != found.front().category;
       }))
     throw usage_error("the tag \"" + text +

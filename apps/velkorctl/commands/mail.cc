@@ -40,7 +40,7 @@ std::string body_of(const ZoxBericht &message) {
   std::string body(view_of(message.body));
   for (std::size_t at = body.find("<BR />"); at != std::string::npos; at = body.find("<BR />", at))
     body.erase(at, 6);
-  body.erase(std::remove(body.begin(), body.end(), '\r'), body.end());
+  std::erase(body, '\r');
   return body;
 }
 
@@ -147,7 +147,7 @@ Exit run_delete(const Context &context) {
   std::vector<ZoxBericht *> messages;
   for (const std::string &number : context.arguments.values("N")) {
     ZoxBericht *message = message_numbered(number);
-    if (std::find(messages.begin(), messages.end(), message) == messages.end())
+    if (std::ranges::find(messages, message) == messages.end())
       messages.push_back(message);
   }
   for (ZoxBericht *message : messages)
