@@ -10,7 +10,7 @@
 namespace velkor::ctl {
 namespace {
 
-constexpr std::int64_t max_wait = 24 * 60 * 60;
+constexpr std::int64_t max_wait = std::chrono::seconds(std::chrono::hours(24)).count();
 
 void add_option(CLI::App &app, const Option &option) {
   if (option.value.empty()) {

@@ -12,6 +12,8 @@ namespace velkor::ctl {
 class Descriptor {
 public:
   explicit Descriptor(int number = -1) noexcept : number_(number) {}
+  Descriptor(const Descriptor &) = delete;
+  Descriptor &operator=(const Descriptor &) = delete;
   Descriptor(Descriptor &&other) noexcept : number_(std::exchange(other.number_, -1)) {}
   Descriptor &operator=(Descriptor &&other) noexcept {
     std::swap(number_, other.number_);

@@ -32,7 +32,7 @@ std::int64_t moment_of(const std::string &option, const std::string &text, std::
   if (!moment)
     throw usage_error(
         option + ": \"" + text +
-        "\" is not a time; use 2026-01-31, \"2026-01-31 18:30\", today, 12h, 3d or 2w");
+        R"(" is not a time; use 2026-01-31, "2026-01-31 18:30", today, 12h, 3d or 2w)");
   return *moment;
 }
 
@@ -163,6 +163,7 @@ OwnedFilter saved_filter(const std::string &name, const std::optional<std::strin
   if (found.size() == 1)
     return OwnedFilter(zox_filter_duplicate(found.front().filter));
   std::vector<std::string> numbers;
+  numbers.reserve(found.size());
   for (const SavedFilter &one : found)
     numbers.push_back("#" + std::to_string(one.number) + " (" +
                       zox_string_category(one.filter->cat) + ")");

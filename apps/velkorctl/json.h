@@ -21,17 +21,17 @@ class Json {
 public:
   Json();
 
-  Json &begin_object(const char *name = nullptr);
-  Json &begin_array(const char *name = nullptr);
+  Json &begin_object(const char *member = nullptr);
+  Json &begin_array(const char *member = nullptr);
   Json &end_object();
   Json &end_array();
 
-  Json &text(const char *name, std::string_view value);
+  Json &text(const char *member, std::string_view value);
   /** Null when there is no text. */
-  Json &text(const char *name, const GString *value);
-  Json &number(const char *name, std::int64_t value);
-  Json &flag(const char *name, bool value);
-  Json &null(const char *name);
+  Json &text(const char *member, const GString *value);
+  Json &number(const char *member, std::int64_t value);
+  Json &flag(const char *member, bool value);
+  Json &null(const char *member);
   /** A member of an array. */
   Json &item(std::string_view value);
   Json &item(std::int64_t value);

@@ -32,8 +32,8 @@ void prepare_process() noexcept {
   ensure_standard_streams();
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
-  std::setlocale(LC_CTYPE, "");
-  std::setlocale(LC_COLLATE, "");
+  std::setlocale(LC_CTYPE, "");    // NOLINT(concurrency-mt-unsafe): no thread has started yet
+  std::setlocale(LC_COLLATE, "");  // NOLINT(concurrency-mt-unsafe): no thread has started yet
   install_log_handlers();
   zox_set_tolerant(1);
 }

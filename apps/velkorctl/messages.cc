@@ -31,6 +31,7 @@ void log_message(const gchar * /*domain*/, GLogLevelFlags level, const gchar *me
 }
 
 /** libxml2 reports an error in several pieces; complete lines are printed. */
+// NOLINTNEXTLINE(cert-dcl50-cpp): libxml2 prescribes the type of the handler
 [[gnu::format(printf, 2, 3)]] void xml_message(void * /*context*/, const char *format,
                                                ...) noexcept {
   static std::string pending;

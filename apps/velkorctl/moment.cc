@@ -2,7 +2,7 @@
 #include "velkorctl/moment.h"
 
 #include <array>
-#include <cstdio>
+#include <ctime>
 #include <memory>
 #include <utility>
 
@@ -47,20 +47,18 @@ std::optional<std::int64_t> parse_day_name(const std::string &text, std::int64_t
 }
 
 std::optional<std::int64_t> parse_date(const std::string &text, DayEdge edge) {
-  int year = 0;
-  int month = 0;
-  int day = 0;
-  int hour = 0;
-  int minute = 0;
-  int second = 0;
-  int length = 0;
-  const int read = std::sscanf(text.c_str(), "%4d-%2d-%2d%n%*1[ T]%2d:%2d%n:%2d%n", &year, &month,
-                               &day, &length, &hour, &minute, &length, &second, &length);
-  const bool complete = read == 3 || read == 5 || read == 6;
-  if (!complete || static_cast<std::size_t>(length) != text.size())
-    return std::nullopt;
-  return unix_time(OwnedDateTime(g_date_time_new_local(year, month, day, hour, minute, second)),
-                   read == 3, edge);
+  static constexpr std::array forms{"%Y-%m-%d", "%Y-%m-%d %H:%M", "%Y-%m-%dT%H:%M",
+                                    "%Y-%m-%d %H:%M:%S", "%Y-%m-%dT%H:%M:%S"};
+  for (const char *form : forms) {
+    std::tm time{};
+    const char *end = strptime(text.c_str(), form, &time);
+    if (end != nullptr && *end == '\0')
+      return unix_time(
+          OwnedDateTime(g_date_time_new_local(time.tm_year + 1900, time.tm_mon + 1, time.tm_mday,
+                                              time.tm_hour, time.tm_min, time.tm_sec)),
+          form == forms.front(), edge);
+  }
+  return std::nullopt;
 }
 
 }  // namespace

@@ -2,9 +2,9 @@
 #include "velkorctl/postings.h"
 
 #include <algorithm>
-#include <compare>
 #include <cstdlib>
 #include <string>
+#include <tuple>
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_category.h>
@@ -30,7 +30,9 @@ struct Selected {
   std::string text;
   gint32 id;
 
-  auto operator<=>(const Selected &) const noexcept = default;
+  bool operator<(const Selected &other) const noexcept {
+    return std::tie(number, text, id) < std::tie(other.number, other.text, other.id);
+  }
 };
 
 std::string collation_key(const GString *text) {
@@ -98,7 +100,7 @@ std::vector<gint32> select_postings(const ZoxFilter &filter) {
   zox_eventlist_apply_filter(core->eventlist, &filter);
   Collection collection{filter.sortMode, {}};
   zox_eventlist_foreach(core->eventlist, 1, 1, collect, &collection);
-  std::ranges::sort(collection.postings);
+  std::ranges::sort(collection.postings, std::less<>());
   if (filter.sortAscending == 0)
     std::ranges::reverse(collection.postings);
   std::vector<gint32> ids;

@@ -76,10 +76,10 @@ std::string fit(std::string_view text, int width) {
   if (width < 1)
     return {};
   int used = 0;
-  const char *at = text.data();
-  for (; used + cells_of(g_utf8_get_char(at)) < width; at = g_utf8_next_char(at))
-    used += cells_of(g_utf8_get_char(at));
-  std::string result(text.data(), at);
+  const char *end = text.data();
+  for (; used + cells_of(g_utf8_get_char(end)) < width; end = g_utf8_next_char(end))
+    used += cells_of(g_utf8_get_char(end));
+  std::string result(text.data(), end);
   return result.append(ellipsis);
 }
 

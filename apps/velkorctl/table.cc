@@ -15,6 +15,7 @@ constexpr int min_flexible_width = 10;
 
 std::vector<std::string> titles(const std::vector<Column> &columns) {
   std::vector<std::string> result;
+  result.reserve(columns.size());
   for (const Column &column : columns)
     result.push_back(column.title);
   return result;

@@ -49,6 +49,7 @@ bool same_name(const std::string &left, const char *right) noexcept {
 
 std::vector<std::string> category_names() {
   std::vector<std::string> names;
+  names.reserve(category_count);
   for (gint32 id = 0; id < category_count; ++id)
     names.emplace_back(zox_string_category(id));
   return names;

@@ -81,7 +81,7 @@ fs::path save_replaced_files(const fs::path &cache, const std::vector<CacheFile>
   using OwnedDateTime = std::unique_ptr<GDateTime, ReleaseWith<g_date_time_unref>>;
   const OwnedDateTime now(g_date_time_new_now_local());
   const OwnedText stamp(g_date_time_format(now.get(), "%Y%m%d-%H%M%S.%f"));
-  const fs::path saved = cache / ("before-restore-" + std::string(stamp.get()));
+  fs::path saved = cache / ("before-restore-" + std::string(stamp.get()));
   make_private_directory(saved);
   for (const CacheFile &file : files)
     copy_durably(cache / file.name, saved / file.name);

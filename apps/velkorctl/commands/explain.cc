@@ -147,6 +147,7 @@ struct Result {
 
 std::vector<Result> results_of(const ZoxFilter &filter, const ZoxEvent &posting) {
   std::vector<Result> results;
+  results.reserve(tests.size());
   for (const Test &test : tests) {
     const ZoxFilter one = only(filter, test.number);
     const bool asked = test.asked(filter);

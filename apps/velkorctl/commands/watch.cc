@@ -16,8 +16,10 @@ namespace {
 using Access = CoreSession::Access;
 
 std::vector<gint32> ids_of(const Arguments &arguments) {
+  const std::vector<std::string> texts = arguments.values("ID");
   std::vector<gint32> ids;
-  for (const std::string &text : arguments.values("ID"))
+  ids.reserve(texts.size());
+  for (const std::string &text : texts)
     ids.push_back(posting_id(text));
   return ids;
 }

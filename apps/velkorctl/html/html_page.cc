@@ -124,7 +124,10 @@ std::optional<std::string> transform(xmlDoc *document, const std::string &notice
   const std::unique_ptr<xsltTransformContext, ReleaseWith<xsltFreeTransformContext>> context(
       xsltNewTransformContext(sheet.get(), document));
   const std::array<std::pair<const char *, std::string>, 4> values{
-      {{"policy", policy()}, {"style", page_css}, {"script", page_js}, {"notice", notice}}};
+      {{"policy", policy()},
+       {"style", std::string(page_css)},
+       {"script", std::string(page_js)},
+       {"notice", notice}}};
   for (const auto &[name, value] : values)
     xsltQuoteOneUserParam(context.get(), xml::chars(name), xml::chars(value.c_str()));
 

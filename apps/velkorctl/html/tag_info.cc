@@ -7,6 +7,7 @@
 #include <climits>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <libxml/HTMLparser.h>
@@ -54,33 +55,37 @@ std::string address_of(const xmlNode *anchor) {
   return is_web && has_plain_host(address) ? std::string(address) : std::string();
 }
 
-void copy_reduced(xmlNode *children, xmlNode *target);
-
-void copy_element(xmlNode *element, xmlNode *target) {
+/** The node that the content of an element is copied to; null when nothing of it is copied. */
+xmlNode *copy_element(xmlNode *element, xmlNode *target) {
   const std::string_view name = view_of(element->name);
   if (is_one_of(name, {"script", "style", "template", "noscript"}))
-    return;
-  if (is_one_of(name, {"table", "tr", "td", "b"})) {
-    copy_reduced(element->children, xmlNewChild(target, nullptr, element->name, nullptr));
-    return;
-  }
+    return nullptr;
+  if (is_one_of(name, {"table", "tr", "td", "b"}))
+    return xmlNewChild(target, nullptr, element->name, nullptr);
   const std::string address = name == "a" ? address_of(element) : std::string();
-  if (address.empty()) {
-    copy_reduced(element->children, target);
-    return;
-  }
+  if (address.empty())
+    return target;
   xmlNode *link = xmlNewChild(target, nullptr, element->name, nullptr);
   xmlNewProp(link, xml::chars("href"), xml::chars(address.c_str()));
   xmlNewProp(link, xml::chars("rel"), xml::chars("noopener noreferrer nofollow"));
-  copy_reduced(element->children, link);
+  return link;
 }
 
-void copy_reduced(xmlNode *children, xmlNode *target) {
-  for (xmlNode *node = children; node != nullptr; node = node->next) {
-    if (node->type == XML_ELEMENT_NODE)
-      copy_element(node, target);
-    else if (node->type == XML_TEXT_NODE)
-      xmlAddChild(target, xmlNewText(node->content));
+/** Copies the nodes from `first` on, in document order, as far as they are allowed. */
+void copy_reduced(xmlNode *first, xmlNode *target) {
+  std::vector<std::pair<xmlNode *, xmlNode *>> pending{{first, target}};
+  while (!pending.empty()) {
+    const auto [node, parent] = pending.back();
+    pending.pop_back();
+    if (node == nullptr)
+      continue;
+    pending.emplace_back(node->next, parent);
+    if (node->type == XML_TEXT_NODE)
+      xmlAddChild(parent, xmlNewText(node->content));
+    if (node->type != XML_ELEMENT_NODE)
+      continue;
+    if (xmlNode *copy = copy_element(node, parent))
+      pending.emplace_back(node->children, copy);
   }
 }
 
