@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /* velkorctl kudos, warn and profile. */
+#include <array>
 #include <limits>
 #include <memory>
 #include <string>
@@ -82,7 +83,7 @@ struct ProfileField {
   guint32 ZoxProfile::*number;
 };
 
-constexpr ProfileField profile_fields[] = {
+constexpr auto profile_fields = std::to_array<ProfileField>({
     {"Name", "name", &ZoxProfile::name, nullptr},
     {"Rank", "rank", nullptr, &ZoxProfile::rank},
     {"Status", "status", nullptr, &ZoxProfile::status},
@@ -100,7 +101,7 @@ constexpr ProfileField profile_fields[] = {
     {"Provider", "isp", &ZoxProfile::isp, nullptr},
     {"News server", "newsServer", &ZoxProfile::newsServer, nullptr},
     {"Hobby", "hobby", &ZoxProfile::hobby, nullptr},
-};
+});
 
 void print_profile(const ZoxProfile &profile, Output &out) {
   Table table({{""}, {""}});

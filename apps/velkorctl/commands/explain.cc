@@ -104,17 +104,23 @@ Words saved_filter_words(const ZoxFilter & /*filter*/, const ZoxEvent &posting) 
 }
 
 constexpr std::array<Test, 10> tests{{
-    {1, "since", [](const ZoxFilter &f) { return f.sinceStamp != 0 && f.useDateRange == 0; },
+    {1, "since",
+     [](const ZoxFilter &filter) { return filter.sinceStamp != 0 && filter.useDateRange == 0; },
      since_words},
-    {2, "category", [](const ZoxFilter &f) { return f.cat != -1; }, category_test_words},
-    {3, "state", [](const ZoxFilter &f) { return f.statusList != nullptr; }, state_words},
-    {4, "newsgroup", [](const ZoxFilter &f) { return f.groupIdList != nullptr; }, newsgroup_words},
-    {5, "title", [](const ZoxFilter &f) { return f.titleSearch != nullptr; }, title_words},
-    {6, "poster", [](const ZoxFilter &f) { return f.posterSearch != nullptr; }, poster_words},
-    {7, "date range", [](const ZoxFilter &f) { return f.useDateRange != 0; }, range_words},
-    {8, "tags", [](const ZoxFilter &f) { return f.tags != nullptr; }, tag_words},
-    {9, "free tag", [](const ZoxFilter &f) { return f.extraTag != nullptr; }, free_tag_words},
-    {10, "saved filter", [](const ZoxFilter & /*f*/) { return true; }, saved_filter_words},
+    {2, "category", [](const ZoxFilter &filter) { return filter.cat != -1; }, category_test_words},
+    {3, "state", [](const ZoxFilter &filter) { return filter.statusList != nullptr; }, state_words},
+    {4, "newsgroup", [](const ZoxFilter &filter) { return filter.groupIdList != nullptr; },
+     newsgroup_words},
+    {5, "title", [](const ZoxFilter &filter) { return filter.titleSearch != nullptr; },
+     title_words},
+    {6, "poster", [](const ZoxFilter &filter) { return filter.posterSearch != nullptr; },
+     poster_words},
+    {7, "date range", [](const ZoxFilter &filter) { return filter.useDateRange != 0; },
+     range_words},
+    {8, "tags", [](const ZoxFilter &filter) { return filter.tags != nullptr; }, tag_words},
+    {9, "free tag", [](const ZoxFilter &filter) { return filter.extraTag != nullptr; },
+     free_tag_words},
+    {10, "saved filter", [](const ZoxFilter & /*filter*/) { return true; }, saved_filter_words},
 }};
 
 /**
