@@ -14,7 +14,9 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::IsSupersetOf;
 
-const std::filesystem::path project = std::filesystem::path(VELKOR_TEST_DIR) / "../..";
+std::string read_project_file(const char *name) {
+  return read_file(std::filesystem::path(VELKOR_TEST_DIR) / "../.." / name);
+}
 
 std::string output_of(const std::string &option) {
   return ChildProcess({ZOX_SERVER_PROGRAM, option}).read_rest();
@@ -31,14 +33,14 @@ std::set<std::string> all_in(const std::string &text, const char *pattern) {
 
 /** The man page without its font and hyphen escapes. */
 std::string man_page() {
-  const std::string page = read_file(project / "man/zox-server.1");
+  const std::string page = read_project_file("man/zox-server.1");
   return std::regex_replace(std::regex_replace(page, std::regex(R"(\\-)"), "-"),
                             std::regex(R"(\\f.)"), "");
 }
 
 class ServerManual : public ServerTest {
 protected:
-  const std::string manual = read_file(project / "docs/server.md");
+  const std::string manual = read_project_file("docs/server.md");
 };
 
 TEST_F(ServerManual, DescribesEveryFaultAsTheProgramDoes) {

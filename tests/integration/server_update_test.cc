@@ -19,7 +19,7 @@ using ::testing::UnorderedElementsAreArray;
 constexpr const char *availability = "/3.7.3/xml.php";
 /** A Saturday in November 2008. */
 constexpr std::int64_t then = 1'227'351'600;
-const std::string stamp_path = "/Events/Event[@Code='0']/Stamp";
+constexpr const char *stamp_path = "/Events/Event[@Code='0']/Stamp";
 
 class ServerUpdate : public ServerTest {
 protected:
