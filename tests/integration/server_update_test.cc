@@ -41,6 +41,7 @@ protected:
 
 std::vector<std::string> as_texts(const std::vector<std::int64_t> &numbers) {
   std::vector<std::string> texts;
+  texts.reserve(numbers.size());
   for (const std::int64_t number : numbers)
     texts.push_back(std::to_string(number));
   return texts;
@@ -194,7 +195,7 @@ TEST_F(ServerUpdate, TheSampleDataIsVaried) {
     EXPECT_NE(document.find(character), std::string::npos) << character;
   EXPECT_FALSE(find_in_xml(document, "//Event[string-length(Title)>150]").empty());
   EXPECT_FALSE(find_in_xml(document, "//Event[starts-with(Link,'www.')]").empty());
-  const std::string fortnight = std::to_string(then - 14 * 24 * 3600);
+  const std::string fortnight = std::to_string(then - std::int64_t{14} * 24 * 3600);
   const auto young = find_in_xml(document, "//Event[Stamp>=" + fortnight + "]").size();
   EXPECT_GT(young, 2700U);
   EXPECT_LT(young, 3000U);
