@@ -23,7 +23,7 @@ constexpr const char *stamp_path = "/Events/Event[@Code='0']/Stamp";
 
 class ServerUpdate : public ServerTest {
 protected:
-  std::string stamp_of(const std::string &reply) { return first_in_xml(reply, stamp_path); }
+  static std::string stamp_of(const std::string &reply) { return first_in_xml(reply, stamp_path); }
   /** The stamp of an up-to-date client. */
   std::string latest() {
     std::string stamp = "0";
