@@ -1,10 +1,10 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "velkorctl/arguments.h"
 
-#include <charconv>
 #include <limits>
 #include <utility>
 
+#include "support/numbers.h"
 #include "velkorctl/failure.h"
 
 namespace velkor::ctl {
@@ -34,15 +34,6 @@ std::string Arguments::required(const std::string &name) const {
   if (!given)
     throw usage_error(name + " is missing");
   return *given;
-}
-
-std::optional<std::int64_t> whole_number(std::string_view text) noexcept {
-  std::int64_t number = 0;
-  const char *end = text.data() + text.size();
-  const auto [stopped, error] = std::from_chars(text.data(), end, number);
-  if (text.empty() || error != std::errc() || stopped != end)
-    return std::nullopt;
-  return number;
 }
 
 std::int64_t number_in_range(const std::string &text, std::int64_t lowest, std::int64_t highest,

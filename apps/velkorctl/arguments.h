@@ -27,9 +27,6 @@ private:
   std::map<std::string, std::vector<std::string>> values_;
 };
 
-/** The whole decimal number that `text` is, or nullopt. */
-std::optional<std::int64_t> whole_number(std::string_view text) noexcept;
-
 /** A whole decimal number from `lowest` to `highest`; throws a usage Failure naming `what`. */
 std::int64_t number_in_range(const std::string &text, std::int64_t lowest, std::int64_t highest,
                              const std::string &what);

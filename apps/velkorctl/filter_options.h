@@ -8,12 +8,10 @@
 
 #include <velkor/zox_filter.h>
 
-#include "support/owned.h"
+#include "support/owned_records.h"
 #include "velkorctl/command.h"
 
 namespace velkor::ctl {
-
-using OwnedFilter = std::unique_ptr<ZoxFilter, ReleaseWith<zox_filter_free_filter>>;
 
 /** --filter, --category, --title and so on, to which a command adds its own. */
 std::vector<Option> filter_options();

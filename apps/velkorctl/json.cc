@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "velkorctl/json.h"
 
+#include "support/text.h"
 #include "velkorctl/output.h"
 #include "velkorctl/safe_text.h"
 
@@ -20,10 +21,6 @@ std::string escape_controls(const char *text) {
       result.append(at, static_cast<std::size_t>(g_utf8_next_char(at) - at));
   }
   return result;
-}
-
-OwnedText valid_utf8(std::string_view text) {
-  return OwnedText(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
 }
 
 }  // namespace

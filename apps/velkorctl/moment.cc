@@ -6,6 +6,7 @@
 #include <memory>
 #include <utility>
 
+#include "support/numbers.h"
 #include "support/owned.h"
 #include "velkorctl/arguments.h"
 

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <thread>
 
+#include "support/descriptor.h"
 #include "support/owned.h"
-#include "velkorctl/descriptor.h"
 
 namespace velkor::ctl {
 

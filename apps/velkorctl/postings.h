@@ -10,12 +10,10 @@
 #include <velkor/zox_event.h>
 #include <velkor/zox_filter.h>
 
-#include "support/owned.h"
+#include "support/owned_records.h"
 #include "velkorctl/formats.h"
 
 namespace velkor::ctl {
-
-using OwnedEvent = std::unique_ptr<ZoxEvent, ReleaseWith<zox_event_free>>;
 
 /** Applies `filter` to the cache; the IDs of the postings it accepts, sorted as it asks for. */
 std::vector<gint32> select_postings(const ZoxFilter &filter);

@@ -3,20 +3,13 @@
 
 #include <array>
 
-#include "support/owned.h"
+#include "support/text.h"
 
 namespace velkor::ctl {
 namespace {
 
 constexpr gunichar replacement = 0xFFFD;
 constexpr std::string_view ellipsis = "…";
-
-/** A view of no text has no characters, which GLib does not take. */
-OwnedText valid_utf8(std::string_view text) {
-  if (text.empty())
-    return OwnedText(g_strdup(""));
-  return OwnedText(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
-}
 
 void append(std::string &result, gunichar character) {
   std::array<char, 6> bytes{};

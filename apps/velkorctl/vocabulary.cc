@@ -10,6 +10,7 @@
 #include <velkor/zox_string.h>
 #include <velkor/zox_tags.h>
 
+#include "support/numbers.h"
 #include "velkorctl/arguments.h"
 #include "velkorctl/failure.h"
 

@@ -19,7 +19,7 @@ constexpr auto pause = std::chrono::milliseconds(100);
 
 Descriptor open_lock_file(const std::filesystem::path &path) {
   Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-  if (!file.valid())
+  if (!file)
     throw Failure(Exit::files,
                   "cannot write in " + path.parent_path().string() + ": " + system_error(errno));
   return file;

@@ -6,7 +6,7 @@
 #include <chrono>
 #include <filesystem>
 
-#include "velkorctl/descriptor.h"
+#include "support/descriptor.h"
 
 namespace velkor::ctl {
 

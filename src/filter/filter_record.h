@@ -7,7 +7,7 @@
 
 #include <velkor/zox_filter.h>
 
-#include "support/owned.h"
+#include "support/owned_records.h"
 #include "support/slist.h"
 
 namespace velkor {
@@ -19,7 +19,6 @@ inline ZoxFilter unset_filter() noexcept {
   return filter;
 }
 
-using OwnedFilter = std::unique_ptr<ZoxFilter, ReleaseWith<zox_filter_free_filter>>;
 using FilterBuilder = ListBuilder<ZoxFilter, zox_filter_free_filter>;
 
 inline void free_filters(GSList *filters) noexcept {

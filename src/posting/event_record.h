@@ -8,11 +8,9 @@
 
 #include <velkor/zox_event.h>
 
-#include "support/owned.h"
+#include "support/owned_records.h"
 
 namespace velkor {
-
-using OwnedEvent = std::unique_ptr<ZoxEvent, ReleaseWith<zox_event_free>>;
 
 /** Every text that a record owns. */
 inline constexpr std::array text_members{

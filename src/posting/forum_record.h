@@ -7,11 +7,9 @@
 
 #include <velkor/zox_events_forum.h>
 
-#include "support/owned.h"
+#include "support/owned_records.h"
 
 namespace velkor {
-
-using OwnedReactie = std::unique_ptr<ZoxReactie, ReleaseWith<zox_events_forum_reactie_free>>;
 
 /** A deep copy, reactions included; null for null. */
 ZoxForum *copy_forum(const ZoxForum *source) noexcept;

@@ -7,11 +7,9 @@
 
 #include <velkor/zox_profile.h>
 
-#include "support/owned.h"
+#include "support/owned_records.h"
 
 namespace velkor {
-
-using OwnedProfile = std::unique_ptr<ZoxProfile, ReleaseWith<zox_profile_free>>;
 
 /** The profile of a reply; null when it holds none. */
 OwnedProfile parse_profile(const ZoxString *text) noexcept;

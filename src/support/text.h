@@ -8,6 +8,8 @@
 
 #include <glib.h>
 
+#include "support/owned.h"
+
 namespace velkor {
 
 /** The characters of a growable text; empty when there is none. */
@@ -30,6 +32,13 @@ bool contains_ignoring_case(std::string_view text, std::string_view needle) noex
  * (leading white space and sign allowed, 0 without digits), cut to its low 32 bits.
  */
 gint32 leading_integer(const char *text) noexcept;
+
+/** The text as UTF-8: each byte that is none becomes U+FFFD. */
+inline OwnedText valid_utf8(std::string_view text) noexcept {
+  // GLib does not take a view of no text, which has no characters.
+  return OwnedText(text.empty() ? g_strdup("")
+                                : g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
+}
 
 /** `number` in decimal. */
 inline std::string decimal(gint32 number) noexcept {

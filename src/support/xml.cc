@@ -108,7 +108,7 @@ bool is_storable(std::string_view text) noexcept {
 std::string storable(std::string_view text) noexcept {
   if (is_storable(text))
     return std::string(text);
-  const OwnedText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
+  const OwnedText valid = valid_utf8(text);
   std::string kept;
   kept.reserve(text.size());
   for (const char *place = valid.get(); *place != '\0';) {

@@ -4,6 +4,7 @@
 #include <velkor/zox_events_parse.h>
 #include <velkor/zox_events_xml.h>
 
+#include "support/owned_records.h"
 #include "support/slist.h"
 #include "support/text.h"
 #include "support/xml.h"
@@ -12,7 +13,6 @@
 namespace velkor::fuzz {
 namespace {
 
-using Event = std::unique_ptr<ZoxEvent, ReleaseWith<zox_event_free>>;
 using EventBuilder = ListBuilder<ZoxEvent, zox_event_free>;
 
 bool same_posting(const ZoxEvent &left, const ZoxEvent &right) noexcept {
@@ -47,7 +47,7 @@ void free_posting(gpointer posting) {
 void compare(const GSList *objects, const GSList *postings) {
   for (; objects != nullptr && postings != nullptr;
        objects = objects->next, postings = postings->next) {
-    const Event held(zox_event_object_get_event(static_cast<ZOXEventObject *>(objects->data)));
+    const OwnedEvent held(zox_event_object_get_event(static_cast<ZOXEventObject *>(objects->data)));
     require(same_posting(*held, *static_cast<ZoxEvent *>(postings->data)),
             "both readers read the same posting");
   }
@@ -62,7 +62,7 @@ void write_and_read_back(const ZoxEvent &posting) {
   const xml::Document document(xmlNewDoc(xml::chars("1.0")));
   xmlNode *element = zox_events_xml_add_basic(&posting, document.get());
   xmlDocSetRootElement(document.get(), element);
-  const Event again(zox_events_parse_event(document.get(), element->children));
+  const OwnedEvent again(zox_events_parse_event(document.get(), element->children));
   require(again != nullptr && again->postId == posting.postId && again->sCat >= posting.sCat &&
               same_text(again->title, posting.title),
           "a posting that was written is read again");

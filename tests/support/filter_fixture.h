@@ -14,16 +14,14 @@
 #include <velkor/zox_string.h>
 
 #include "filter/filter_record.h"
-#include "support/owned.h"
+#include "support/owned_records.h"
 #include "tests/support/layer_fixtures.h"
 
 namespace velkor::test {
 
-using Posting = std::unique_ptr<ZoxEvent, ReleaseWith<zox_event_free>>;
-
 /** A posting with a main category and a title only. */
-inline Posting posting(gint32 cat, const char *title = nullptr) {
-  Posting event(zox_event_new());
+inline OwnedEvent posting(gint32 cat, const char *title = nullptr) {
+  OwnedEvent event(zox_event_new());
   event->cat = cat;
   event->title = zox_string_new(title);
   return event;

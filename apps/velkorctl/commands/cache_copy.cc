@@ -8,12 +8,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "support/descriptor.h"
 #include "support/owned.h"
 #include "velkorctl/bus_owner.h"
 #include "velkorctl/cache_files.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/descriptor.h"
 #include "velkorctl/messages.h"
 
 namespace velkor::ctl {
@@ -27,7 +27,7 @@ Failure file_failure(const std::string &what, const fs::path &path, const std::s
 
 void flush_to_disk(const fs::path &path) {
   const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  if (!file.valid() || fsync(file.get()) != 0)
+  if (!file || fsync(file.get()) != 0)
     throw file_failure("cannot write", path, system_error(errno));
 }
 

@@ -9,6 +9,7 @@
 #include <velkor/zox_modje.h>
 #include <velkor/zox_profile.h>
 
+#include "support/owned_records.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/formats.h"
@@ -17,8 +18,6 @@
 
 namespace velkor::ctl {
 namespace {
-
-using OwnedProfile = std::unique_ptr<ZoxProfile, ReleaseWith<zox_profile_free>>;
 
 constexpr gint32 lowest = std::numeric_limits<gint32>::min();
 constexpr gint32 highest = std::numeric_limits<gint32>::max();

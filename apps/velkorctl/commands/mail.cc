@@ -6,6 +6,7 @@
 
 #include <velkor/zox_mail.h>
 
+#include "support/owned_records.h"
 #include "support/slist.h"
 #include "support/text.h"
 #include "velkorctl/commands.h"
@@ -21,7 +22,6 @@ namespace velkor::ctl {
 namespace {
 
 using Access = CoreSession::Access;
-using OwnedMessage = std::unique_ptr<ZoxBericht, ReleaseWith<zox_mail_bericht_free>>;
 
 constexpr guint32 sent = 2;
 
@@ -135,7 +135,7 @@ Exit run_send(const Context &context) {
   const std::string body = read_text(context.arguments.value("--body").value_or("-"));
   const CoreSession session(context.options, Access::write, Load::mail);
   session.require_account();
-  OwnedMessage message(zox_mail_bericht_new(to.c_str(), subject.c_str(), body.c_str(), 0));
+  OwnedBericht message(zox_mail_bericht_new(to.c_str(), subject.c_str(), body.c_str(), 0));
   call(zox_mail_post, message.get());
   static_cast<void>(message.release());  // the list owns it now
   say("the message has been sent");

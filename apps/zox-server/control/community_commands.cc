@@ -1,8 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** Commands about members and what they write. */
+#include "support/numbers.h"
 #include "zox-server/control/commands.h"
 #include "zox-server/support/json.h"
-#include "zox-server/support/numbers.h"
 
 namespace velkor::server::commands {
 namespace {

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <array>
 
+#include "support/numbers.h"
 #include "zox-server/control/commands.h"
 #include "zox-server/support/json.h"
-#include "zox-server/support/numbers.h"
 
 namespace velkor::server {
 namespace commands {

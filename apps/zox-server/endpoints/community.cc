@@ -2,8 +2,8 @@
 /** Kudos, warnings to the moderators and member profiles. */
 #include <algorithm>
 
+#include "support/numbers.h"
 #include "zox-server/endpoints/endpoints.h"
-#include "zox-server/support/numbers.h"
 
 namespace velkor::server::endpoints {
 namespace {

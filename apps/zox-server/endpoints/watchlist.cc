@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** The member's watchlist, stored on the server. */
+#include "support/numbers.h"
 #include "zox-server/endpoints/endpoints.h"
-#include "zox-server/support/numbers.h"
 
 namespace velkor::server::endpoints {
 namespace {

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <array>
 
+#include "support/numbers.h"
 #include "zox-server/support/gzip.h"
-#include "zox-server/support/numbers.h"
 
 namespace velkor::server {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
+#include "support/numbers.h"
 #include "support/owned.h"
-#include "zox-server/support/numbers.h"
 
 namespace velkor::server {
 namespace {

@@ -1,10 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "zox-server/store/posting.h"
+#include "support/numbers.h"
 
 #include <algorithm>
 #include <array>
-
-#include "zox-server/support/numbers.h"
 
 namespace velkor::server {
 namespace {
@@ -76,7 +75,8 @@ void write_field(XmlWriter &xml, const Posting &posting, const PostingField &fie
 
 void write_posting(XmlWriter &xml, const Posting &posting, bool details) {
   for (const PostingField &field : fields) {
-    if (field.visibility == Visibility::everywhere || (details && field.visibility == Visibility::details))
+    if (field.visibility == Visibility::everywhere ||
+        (details && field.visibility == Visibility::details))
       write_field(xml, posting, field);
   }
 }

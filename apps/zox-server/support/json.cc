@@ -1,6 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "zox-server/support/json.h"
 
+#include "support/text.h"
+
 namespace velkor::server {
 
 JsonWriter &JsonWriter::begin_object() {
@@ -29,9 +31,7 @@ JsonWriter &JsonWriter::name(const char *name) {
 }
 
 JsonWriter &JsonWriter::value(std::string_view text) {
-  const OwnedText valid(g_utf8_make_valid(text.data() == nullptr ? "" : text.data(),
-                                          static_cast<gssize>(text.size())));
-  json_builder_add_string_value(builder_.get(), valid.get());
+  json_builder_add_string_value(builder_.get(), valid_utf8(text).get());
   return *this;
 }
 

@@ -103,7 +103,7 @@ void DisplayTest::add_event(const ZoxEvent &event) {
 
 void DisplayTest::show_every_category() {
   core->filterlist = zox_filterlist_new();
-  const TestFilter filter(zox_filter_new_filter());
+  const OwnedFilter filter(zox_filter_new_filter());
   for (filter->cat = 0; filter->cat < 4; ++filter->cat)
     zox_filterlist_append_filter(core->filterlist, filter.get());
   zox_categories_init();

@@ -9,13 +9,10 @@
 #include <velkor/zox_event.h>
 #include <velkor/zox_filter.h>
 
-#include "support/owned.h"
+#include "support/owned_records.h"
 #include "tests/support/layer_fixtures.h"
 
 namespace velkor::test {
-
-using OwnedEvent = std::unique_ptr<ZoxEvent, ReleaseWith<zox_event_free>>;
-using TestFilter = std::unique_ptr<ZoxFilter, ReleaseWith<zox_filter_free_filter>>;
 
 class DisplayTest : public LibraryTest {
 protected:

@@ -52,7 +52,7 @@ protected:
     filter_entries(core->eventlist, *filter);
   }
 
-  TestFilter filter{zox_filter_new_filter()};
+  OwnedFilter filter{zox_filter_new_filter()};
 };
 
 TEST_F(DocumentTest, BeforeAnyFilterTheFilteredViewIsEmpty) {
@@ -224,7 +224,7 @@ TEST_F(DocumentTest, PostingsMayArriveMeanwhile) {
 }
 
 std::string sort_instructions(gint32 mode, gint32 ascending) {
-  const TestFilter filter(zox_filter_new_filter());
+  const OwnedFilter filter(zox_filter_new_filter());
   filter->sortMode = mode;
   filter->sortAscending = ascending;
   return take(zox_events_sort_apply_filter(filter.get()));

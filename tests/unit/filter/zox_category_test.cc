@@ -136,7 +136,7 @@ TEST_F(ZoxCategories, OnePostingCountsForEveryEntryThatAcceptsIt) {
   wmv->sCat = 1;
   zox_filterlist_append_filter(core->filterlist, wmv.get());
   keep({0, 1});
-  const test::Posting event = posting(0, "een titel");
+  const OwnedEvent event = posting(0, "een titel");
   event->sCat = 0;
   zox_category_update(event.get());
   EXPECT_EQ(printed_counters(), "1 1 0 1 0 0 0 0 ");
@@ -192,7 +192,7 @@ protected:
     event->groups = zox_splitted_list_split("8");
   }
 
-  test::Posting event = posting(0);
+  OwnedEvent event = posting(0);
 };
 
 TEST_F(ZoxCategoriesWithNewsgroups, FindTestsTheFiltersOwnNewsgroups) {

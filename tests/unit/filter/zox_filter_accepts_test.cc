@@ -41,7 +41,7 @@ protected:
   }
 
   OwnedFilter filter{zox_filter_new_filter()};
-  test::Posting event = posting(0, "Een Film (DivX)");
+  OwnedEvent event = posting(0, "Een Film (DivX)");
 };
 
 TEST_F(ZoxFilterAccepts, WithoutConditionsWhatTheUserKeeps) {

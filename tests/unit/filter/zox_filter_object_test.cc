@@ -57,7 +57,7 @@ TEST_F(ZoxFilterObject, HandsOutCopies) {
 
 TEST_F(ZoxFilterObject, TestsWithTheFilterHeld) {
   keep({0, 1});
-  const test::Posting event = posting(0);
+  const OwnedEvent event = posting(0);
   EXPECT_TRUE(zox_filter_object_accepts(object.get(), event.get(), 0));
   zox_filter_object_set_filter(object.get(), filter_of(1).get());
   EXPECT_FALSE(zox_filter_object_accepts(object.get(), event.get(), 0));
@@ -70,7 +70,7 @@ TEST_F(ZoxFilterObject, TestsWithTheGroupModeGiven) {
   filter->groupIdList = zox_splitted_list_split("3");
   zox_filter_object_set_filter(object.get(), filter.get());
   const test::NewsgroupIdSet set("4");
-  const test::Posting event = posting(0);
+  const OwnedEvent event = posting(0);
   event->groups = zox_splitted_list_split("3");
   EXPECT_TRUE(zox_filter_object_accepts(object.get(), event.get(), 0));
   EXPECT_FALSE(zox_filter_object_accepts(object.get(), event.get(), 1));

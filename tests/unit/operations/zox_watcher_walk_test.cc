@@ -41,7 +41,7 @@ protected:
   }
 
   static void add_posting(gint32 postId, gint32 cat, const char *title) {
-    const test::Posting event = test::posting(cat, title);
+    const OwnedEvent event = test::posting(cat, title);
     event->postId = postId;
     zox_eventlist_add_or_replace_event(core->eventlist, event.get());
   }
@@ -83,7 +83,7 @@ TEST_F(ZoxWatcherForeach, EventsAreCopies) {
         return 0;
       },
       nullptr);
-  const test::Posting event(zox_eventlist_lookup_id(core->eventlist, 3));
+  const OwnedEvent event(zox_eventlist_lookup_id(core->eventlist, 3));
   EXPECT_STREQ(event->title->str, "iets anders");
 }
 

@@ -59,12 +59,12 @@ protected:
     return stored->str;
   }
   static void add_posting(gint32 postId) {
-    const test::Posting event = test::posting(0);
+    const OwnedEvent event = test::posting(0);
     event->postId = postId;
     zox_eventlist_add_or_replace_event(core->eventlist, event.get());
   }
   static bool has_posting(gint32 postId) {
-    return test::Posting(zox_eventlist_lookup_id(core->eventlist, postId)) != nullptr;
+    return OwnedEvent(zox_eventlist_lookup_id(core->eventlist, postId)) != nullptr;
   }
   [[nodiscard]] bool saved(const char *name) const {
     return std::filesystem::exists(cache_file(name));

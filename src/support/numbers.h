@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-#ifndef ZOX_SERVER_SUPPORT_NUMBERS_H
-#define ZOX_SERVER_SUPPORT_NUMBERS_H
+/** Decimal numbers in texts, and sums that stay in range. */
+#ifndef VELKOR_SUPPORT_NUMBERS_H
+#define VELKOR_SUPPORT_NUMBERS_H
 
 #include <charconv>
 #include <cstdint>
@@ -8,17 +9,17 @@
 #include <optional>
 #include <string_view>
 
-namespace velkor::server {
+namespace velkor {
 
 /** The decimal number at the start of a text; 0 when there is none or it is out of range. */
-inline std::int64_t leading_number(std::string_view text) {
+inline std::int64_t leading_number(std::string_view text) noexcept {
   std::int64_t number = 0;
   std::from_chars(text.data(), text.data() + text.size(), number);
   return number;
 }
 
 /** The decimal number that makes up the whole text; nothing otherwise. */
-inline std::optional<std::int64_t> whole_number(std::string_view text) {
+inline std::optional<std::int64_t> whole_number(std::string_view text) noexcept {
   std::int64_t number = 0;
   const char *end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, number);
@@ -27,7 +28,7 @@ inline std::optional<std::int64_t> whole_number(std::string_view text) {
 }
 
 /** The sum; the nearest 64-bit number when it is out of range. */
-inline std::int64_t saturating_add(std::int64_t left, std::int64_t right) {
+inline std::int64_t saturating_add(std::int64_t left, std::int64_t right) noexcept {
   using Limits = std::numeric_limits<std::int64_t>;
   if (right > 0 && left > Limits::max() - right)
     return Limits::max();
@@ -36,6 +37,6 @@ inline std::int64_t saturating_add(std::int64_t left, std::int64_t right) {
   return left + right;
 }
 
-}  // namespace velkor::server
+}  // namespace velkor
 
 #endif
