@@ -75,7 +75,11 @@ void zox_config_load(void);
 
 /**
  * Writes the record to "velkor.conf", in a fixed order, without comments and with mode 0600. A
- * file that cannot be written is warned about. Asserts "core->config". Threads: the core's.
+ * value never becomes a second line: a control character other than a tab ends it, and a text that
+ * is longer than the 1023 bytes that are read of "key=value" is cut between characters. A number
+ * that is too long, a newsgroup that no longer fits and an empty bad word are left out. A value
+ * that is shortened or left out and a file that cannot be written are warned about. Asserts
+ * "core->config". Threads: the core's.
  */
 void zox_config_save(void);
 

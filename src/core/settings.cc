@@ -4,12 +4,14 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <optional>
 #include <utility>
 #include <variant>
 
 #include <velkor/zox_splitted_list.h>
 #include <velkor/zox_string.h>
 
+#include "core/setting_line.h"
 #include "support/owned.h"
 #include "support/slist.h"
 #include "support/text.h"
@@ -19,6 +21,8 @@ namespace {
 
 enum class Empty { none, kept };        // what an empty value in the file becomes
 enum class Unset { skipped, written };  // what happens to the line of a field without a text
+/** Whether a value may lose its end. Part of a number is another number. */
+enum class Length { cuttable, fixed };
 
 /** What a row says about its field: which one, its default, and how it differs from its kind. */
 struct Text {
@@ -42,6 +46,8 @@ struct SplitList {
 };
 struct TextList {
   GSList *ZoxConfig::*member;
+  Length length;
+  Empty empty;
 };
 struct NumberList {
   GSList *ZoxConfig::*member;
@@ -91,9 +97,10 @@ constexpr std::array table{
     Setting{"ircNickname", Text{&C::ircNickname, nullptr, Empty::kept, Unset::skipped}},
     Setting{"groupFilter", Number{&C::groupFilter, 0}},
     Setting{"groupFilterList", SplitList{&C::groupFilterList}},
-    Setting{"watchlist", TextList{&C::watchlist}},
-    Setting{"watcher", TextList{&C::watcher}},
-    Setting{"badword", TextList{&C::badword}},
+    Setting{"watchlist", TextList{&C::watchlist, Length::fixed, Empty::kept}},
+    Setting{"watcher", TextList{&C::watcher, Length::cuttable, Empty::kept}},
+    // An empty bad word would be found in every title.
+    Setting{"badword", TextList{&C::badword, Length::cuttable, Empty::none}},
     Setting{"statusFilter", NumberList{&C::statusFilter}},
 };
 
@@ -104,12 +111,55 @@ void for_each_field(const Action &action) noexcept {
     std::visit([&](const auto &field) { action(setting.key, field); }, setting.field);
 }
 
-void write_line(GString *text, const char *key, const char *value) noexcept {
-  g_string_append_printf(text, "%s=%s\n", key, value);
+void write_line(GString *text, const char *key, std::string_view value) noexcept {
+  g_string_append_printf(text, "%s=%.*s\n", key, static_cast<int>(value.size()), value.data());
 }
 
 void write_line(GString *text, const char *key, gint32 value) noexcept {
   g_string_append_printf(text, "%s=%d\n", key, value);
+}
+
+void warn_left_out(const char *key) noexcept {
+  g_warning("zox_config_save(): a value of %s does not fit on one line and is left out", key);
+}
+
+/**
+ * The value as its line holds it, so that no part of it is read as another line; nullopt when
+ * nothing of it can be kept. A value that fits is kept to the byte.
+ */
+std::optional<std::string_view> on_one_line(const char *key, std::string_view value,
+                                            Length length) noexcept {
+  const std::string_view printable = before_control(value);
+  const std::string_view kept = cut(printable, room_for_value(key));
+  if (length == Length::fixed && kept.size() < printable.size()) {
+    warn_left_out(key);
+    return std::nullopt;
+  }
+  if (kept.size() == value.size())
+    return value;
+  if (!stripped(value.substr(kept.size())).empty())
+    g_warning("zox_config_save(): a value of %s does not fit on one line and is shortened", key);
+  const std::string_view rest = stripped(kept);
+  return rest.empty() ? std::nullopt : std::optional(rest);
+}
+
+/** The items that fit on the line together. */
+OwnedString split_list_on_one_line(const char *key, const GSList *list) noexcept {
+  ListBuilder<ZoxString, free_string> items;
+  std::size_t room = room_for_value(key) - 1;  // for the "|" in front
+  bool all = true;
+  for (const ZoxString *item : Items<ZoxString>(list)) {
+    const auto kept = on_one_line(key, view_of(item), Length::fixed);
+    if (kept && kept->size() < room) {
+      room -= kept->size() + 1;
+      items.append(g_string_new_len(kept->data(), static_cast<gssize>(kept->size())));
+    } else if (kept) {
+      all = false;
+    }
+  }
+  if (!all)
+    warn_left_out(key);
+  return OwnedString(zox_splitted_list_concat(items.list()));
 }
 
 // What is done with the fields, a kind at a time.
@@ -171,9 +221,11 @@ struct Writer {
   const ZoxConfig &config;
   GString *text;
   void operator()(const char *key, const Text &field) const noexcept {
-    const char *value = chars_or_null(config.*field.member);
-    if (value != nullptr || field.unset == Unset::written)
-      write_line(text, key, value == nullptr ? "" : value);
+    const ZoxString *value = config.*field.member;
+    const auto kept =
+        value == nullptr ? std::nullopt : on_one_line(key, view_of(value), Length::cuttable);
+    if (kept || field.unset == Unset::written)
+      write_line(text, key, kept.value_or(""));
   }
   void operator()(const char *key, const Time &field) const noexcept {
     write_line(text, key, static_cast<gint32>(config.*field.member));
@@ -185,12 +237,15 @@ struct Writer {
     write_line(text, key, config.*field.member);
   }
   void operator()(const char *key, const SplitList &field) const noexcept {
-    const OwnedString stored(zox_splitted_list_concat(config.*field.member));
-    write_line(text, key, stored->str);
+    const OwnedString stored = split_list_on_one_line(key, config.*field.member);
+    write_line(text, key, view_of(stored.get()));
   }
   void operator()(const char *key, const TextList &field) const noexcept {
-    for (const ZoxString *item : Items<ZoxString>(config.*field.member))
-      write_line(text, key, item->str);
+    for (const ZoxString *item : Items<ZoxString>(config.*field.member)) {
+      const auto kept = on_one_line(key, view_of(item), field.length);
+      if (kept && !(stripped(*kept).empty() && field.empty == Empty::none))
+        write_line(text, key, *kept);
+    }
   }
   void operator()(const char *key, const NumberList &field) const noexcept {
     for (gpointer item : Items<void>(config.*field.member))

@@ -12,6 +12,7 @@
 #include "core/atomic_file.h"
 #include "core/backup.h"
 #include "core/cache_path.h"
+#include "core/setting_line.h"
 #include "core/settings.h"
 #include "support/assertion.h"
 #include "support/owned.h"
@@ -49,7 +50,7 @@ void read_line(ZoxConfig &config, char *line) noexcept {
 bool read_file(ZoxConfig &config) noexcept {
   const std::string path = cache_path(file_name, false);
   const OwnedFile file(std::fopen(path.c_str(), "re"));
-  std::array<char, 1024> line{};
+  std::array<char, settings::line_buffer_size> line{};
   while (file && std::fgets(line.data(), line.size(), file.get()) != nullptr)
     read_line(config, line.data());
   const int error = errno;

@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -24,9 +25,12 @@ namespace velkor {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::IsSubsetOf;
+using testing::Not;
 
 std::vector<std::string> texts(const GSList *list) {
   std::vector<std::string> texts;
@@ -325,6 +329,134 @@ TEST_F(ZoxConfigTest, LeavesNullBehindWhenFreed) {
   zox_config_free();
   EXPECT_EQ(core->config, nullptr);
   EXPECT_EQ(zox_config_get(), nullptr);
+}
+
+/** Whatever a value holds, it fills one line of the file. */
+class OneLinePerValueTest : public ZoxConfigTest {
+protected:
+  /** Saves, loads again, and expects that nothing but `key` differs from the defaults. */
+  const ZoxConfig &reloaded(const std::string &key) {
+    std::vector<std::string> others;
+    std::istringstream file(saved());
+    for (std::string line; std::getline(file, line);)
+      if (!line.starts_with(key + "="))
+        others.push_back(line);
+    zox_config_load();
+    EXPECT_THAT(others, IsSubsetOf(default_lines())) << key;
+    EXPECT_EQ(core->config->proxyHost, nullptr) << key;
+    return *core->config;
+  }
+
+  static std::vector<std::string> default_lines() {
+    std::istringstream file(
+        test::read_file(fs::path(VELKOR_TEST_DIR) / "golden" / "defaults.conf"));
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);)
+      lines.push_back(line);
+    return lines;
+  }
+
+  static std::string shortened(const std::string &key) {
+    return "zox_config_save(): a value of " + key + " does not fit on one line and is shortened";
+  }
+  static std::string left_out(const std::string &key) {
+    return "zox_config_save(): a value of " + key + " does not fit on one line and is left out";
+  }
+};
+
+void put(ZoxString *&place, std::string_view text) {
+  replace_string(place, g_string_new_len(text.data(), static_cast<gssize>(text.size())));
+}
+
+void append(GSList *&list, std::string_view text) {
+  list = g_slist_append(list, g_string_new_len(text.data(), static_cast<gssize>(text.size())));
+}
+
+TEST_F(OneLinePerValueTest, AControlCharacterEndsAValue) {
+  for (const char control : {'\n', '\r', '\0', '\x01', '\x1b', '\x7f'}) {
+    put(core->config->usersOnline, std::string("12 ") + control + "proxyHost=evil");
+    EXPECT_STREQ(reloaded("usersOnline").usersOnline->str, "12") << int{control};
+    EXPECT_THAT(log.warnings().back(), shortened("usersOnline")) << int{control};
+  }
+}
+
+TEST_F(OneLinePerValueTest, WhiteSpaceAtTheEndIsLostWithoutAWarning) {
+  put(core->config->usersOnline, "12 leden \r\n");
+  EXPECT_STREQ(reloaded("usersOnline").usersOnline->str, "12 leden");
+  EXPECT_THAT(log.warnings(), IsEmpty());
+}
+
+TEST_F(OneLinePerValueTest, ATabIsPartOfAValue) {
+  put(core->config->username, "een\ttwee");
+  EXPECT_STREQ(reloaded("username").username->str, "een\ttwee");
+  EXPECT_THAT(log.warnings(), IsEmpty());
+}
+
+TEST_F(OneLinePerValueTest, AValueEndsWhereTheReadersBufferIsFull) {
+  const std::string fitting(1023 - std::string("usersOnline=").size(), 'x');
+  put(core->config->usersOnline, fitting);
+  EXPECT_EQ(reloaded("usersOnline").usersOnline->str, fitting);
+  EXPECT_THAT(log.warnings(), IsEmpty());
+  put(core->config->usersOnline, fitting + "proxyHost=evil\n");
+  EXPECT_EQ(reloaded("usersOnline").usersOnline->str, fitting);
+  EXPECT_THAT(log.warnings(), ElementsAre(shortened("usersOnline")));
+}
+
+TEST_F(OneLinePerValueTest, AValueIsCutBetweenCharacters) {
+  const std::string fitting(1023 - std::string("username=").size() - 2, 'x');
+  for (const char *last : {"\u20ac", "\U0001F600"}) {
+    put(core->config->username, fitting + last);
+    EXPECT_EQ(reloaded("username").username->str, fitting) << last;
+  }
+  put(core->config->username, fitting + "\u00e9!");
+  EXPECT_EQ(reloaded("username").username->str, fitting + "\u00e9");
+  put(core->config->username, std::string(2000, '\x80'));
+  EXPECT_GT(reloaded("username").username->len, 1000U) << "bytes that are no characters";
+}
+
+TEST_F(OneLinePerValueTest, AnOptionalTextOfWhichNothingIsLeftIsNotSet) {
+  put(core->config->username, "\nproxyHost=evil");
+  put(core->config->ircNickname, "\nproxyHost=evil");
+  const std::string text = saved();
+  EXPECT_THAT(text, Not(HasSubstr("username=")));
+  EXPECT_THAT(text, Not(HasSubstr("ircNickname=")));
+}
+
+TEST_F(OneLinePerValueTest, HoldsForTextsInLists) {
+  const std::string fitting(1023 - std::string("watcher=").size(), 'x');
+  append(core->config->watcher, "film\nproxyHost=evil");
+  append(core->config->watcher, fitting + "proxyHost=evil");
+  append(core->config->watcher, "");
+  append(core->config->watcher, "serie");
+  EXPECT_THAT(texts(reloaded("watcher").watcher), ElementsAre("film", fitting, "", "serie"));
+  EXPECT_THAT(log.warnings(), ElementsAre(shortened("watcher"), shortened("watcher")));
+}
+
+TEST_F(OneLinePerValueTest, ANumberIsNeverCut) {
+  append(core->config->watchlist, "12\nproxyHost=evil");
+  append(core->config->watchlist, std::string(1020, '1'));
+  append(core->config->watchlist, "34");
+  EXPECT_THAT(texts(reloaded("watchlist").watchlist), ElementsAre("12", "34"));
+  EXPECT_THAT(log.warnings(), ElementsAre(shortened("watchlist"), left_out("watchlist")));
+}
+
+TEST_F(OneLinePerValueTest, ASplitListHoldsTheItemsThatFit) {
+  append(core->config->groupFilterList, "12\nproxyHost=evil");
+  append(core->config->groupFilterList, "\x01");
+  for (int id = 1000; id < 1300; ++id)
+    append(core->config->groupFilterList, std::to_string(id));
+  const std::vector<std::string> kept = texts(reloaded("groupFilterList").groupFilterList);
+  // "groupFilterList=|12|" leaves room for 200 items of 4 digits and a "|".
+  ASSERT_EQ(kept.size(), 201U);
+  EXPECT_EQ(kept.front(), "12");
+  EXPECT_EQ(kept.back(), "1199");
+  EXPECT_THAT(log.warnings(), Contains(left_out("groupFilterList")).Times(1));
+}
+
+TEST_F(OneLinePerValueTest, ABadWordIsNeverEmpty) {
+  for (const char *text : {"", " \t", "\nproxyHost=evil", "woord"})
+    append(core->config->badword, text);
+  EXPECT_THAT(texts(reloaded("badword").badword), ElementsAre("woord"));
 }
 
 using ZoxConfigDeathTest = ZoxConfigTest;
