@@ -66,6 +66,7 @@
 #include <velkor/zox_myzox.h>
 #include <velkor/zox_post.h>
 #include <velkor/zox_profile.h>
+#include <velkor/zox_settings.h>
 #include <velkor/zox_signup.h>
 #include <velkor/zox_splitted_list.h>
 #include <velkor/zox_string.h>

@@ -3,6 +3,7 @@
  * @file
  * The settings, kept in "velkor.conf" in the cache directory: one key=value line per field, the
  * key being the field's name. The file holds a password and is readable by its owner alone.
+ * zox_settings.h describes each setting and has access by key.
  */
 #ifndef VELKOR_ZOX_CONFIG_H
 #define VELKOR_ZOX_CONFIG_H

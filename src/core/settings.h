@@ -1,28 +1,26 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/**
- * The table of the settings: one row for each key that velkor.conf may hold, in the order in which
- * they are saved. It serves the defaults, loading, saving and freeing alike.
- */
+/** What is done with the fields of the settings, by the rows of their table. */
 #ifndef VELKOR_CORE_SETTINGS_H
 #define VELKOR_CORE_SETTINGS_H
 
-#include <string_view>
-
-#include <velkor/zox_config.h>
+#include "core/settings_table.h"
 
 namespace velkor::settings {
 
 /** Gives every field of a zero-filled record its default. */
 void set_defaults(ZoxConfig &config) noexcept;
 
+/** Releases what the field holds and gives it its default. */
+void set_default(ZoxConfig &config, const Setting &setting) noexcept;
+
 /**
  * Takes over one value from the file. Entries of lists are collected in reverse; complete() puts
  * them right after the last line.
  * @param value without white space around it
- * @return whether the key is known
  */
-bool read(ZoxConfig &config, std::string_view key, const char *value) noexcept;
+void read(ZoxConfig &config, const Setting &setting, const char *value) noexcept;
 void complete(ZoxConfig &config) noexcept;
+void complete(ZoxConfig &config, const Setting &setting) noexcept;
 
 /** Appends the lines of the file to `text`. */
 void write(const ZoxConfig &config, GString *text) noexcept;

@@ -42,7 +42,9 @@ void read_line(ZoxConfig &config, char *line) noexcept {
   if (equals == nullptr)
     return;
   *equals = '\0';
-  if (!settings::read(config, line, g_strstrip(equals + 1)))
+  if (const settings::Setting *setting = settings::find(line))
+    settings::read(config, *setting, g_strstrip(equals + 1));
+  else
     g_warning("zox_config_load(): unknown config option : %s\n", line);
 }
 

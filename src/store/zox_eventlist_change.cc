@@ -10,6 +10,7 @@
 #include <velkor/zox_watcher.h>
 #include <velkor/zox_watchlist.h>
 
+#include "core/settings_table.h"
 #include "posting/event_age.h"
 #include "posting/packed_event.h"
 #include "store/event_walk.h"
@@ -58,13 +59,12 @@ void remove_known_entry(ZOXEventlist *list, gint32 postId, int place) noexcept {
 
 /** The stamp from which on postings are kept; false when the setting is none of its values. */
 bool find_age_limit(gint64 &limit) noexcept {
-  constexpr guint32 max_choice = 6;
   const gint32 choice = core->config->verwijderPostsNaXDagen;
-  if (static_cast<guint32>(choice) > max_choice) {
+  if (static_cast<guint32>(choice) >= settings::retention_days.size()) {
     g_warning("Ongeldige waarde : core->config->verwijderPostsNaXDagen = %i\n", choice);
     return false;
   }
-  const gint64 days = 7 * (gint64{choice} + 1);
+  const gint64 days = settings::retention_days[static_cast<guint32>(choice)];
   limit = std::time(nullptr) - days * seconds_a_day;
   return true;
 }

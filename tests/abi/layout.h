@@ -53,6 +53,18 @@ PLACE(ZoxConfig, toonIRCClient, 208);
 PLACE(ZoxConfig, ratingScale, 212);
 PLACE(ZoxConfig, statusFilter, 216);
 
+SIZE(ZoxSetting, 64);
+PLACE(ZoxSetting, key, 0);
+PLACE(ZoxSetting, type, 8);
+PLACE(ZoxSetting, unit, 12);
+PLACE(ZoxSetting, user, 16);
+PLACE(ZoxSetting, readOnly, 20);
+PLACE(ZoxSetting, lowest, 24);
+PLACE(ZoxSetting, highest, 32);
+PLACE(ZoxSetting, choices, 40);
+PLACE(ZoxSetting, defaultText, 48);
+PLACE(ZoxSetting, description, 56);
+
 SIZE(ZoxAppCore, 64);
 PLACE(ZoxAppCore, config, 0);
 PLACE(ZoxAppCore, filterlist, 8);
