@@ -7,9 +7,9 @@
 
 #include <gio/gio.h>
 #include <libxml/xmlreader.h>
+#include <velkor/zox_settings.h>
 
 #include "support/owned.h"
-#include "velkorctl/settings.h"
 
 namespace velkor::ctl {
 namespace {
@@ -91,18 +91,14 @@ Inspection inspect_document(const std::string &text, const CacheFile &file) {
   return result;
 }
 
-bool is_known_key(const std::string &key) {
-  return std::ranges::any_of(all_settings(),
-                             [&key](const Setting &setting) { return key == setting.key; });
-}
-
 Inspection inspect_settings(const std::string &text) {
   Inspection result;
   for (std::size_t begin = 0; begin < text.size();) {
     const std::size_t end = std::min(text.find('\n', begin), text.size());
     const std::string line = text.substr(begin, end - begin);
     const std::size_t equals = line.find('=');
-    if (equals != std::string::npos && line[0] != '#' && !is_known_key(line.substr(0, equals)))
+    if (equals != std::string::npos && line[0] != '#' &&
+        zox_settings_find(line.substr(0, equals).c_str()) == nullptr)
       result.problem = "unknown setting " + line.substr(0, equals);
     ++result.entries;
     begin = end + 1;

@@ -3,8 +3,6 @@
 
 #include <algorithm>
 
-#include <velkor/zox_app_core.h>
-
 #include "velkorctl/core_session.h"
 #include "velkorctl/formats.h"
 #include "velkorctl/messages.h"
@@ -20,12 +18,12 @@ using Texts = std::vector<std::string>;
 /** Lets `change` act on the texts of the setting for every argument, and saves them. */
 Exit change_texts(const Context &context, const std::string &key,
                   void (*change)(Texts &texts, const std::string &argument)) {
-  const Setting &setting = setting_called(key);
+  const ZoxSetting &setting = setting_called(key);
   CoreSession session(context.options, Access::write, Load::settings);
-  Texts texts = values_of(setting, *core->config);
+  Texts texts = values_of(setting);
   for (const std::string &argument : context.arguments.values("TEXT"))
     change(texts, argument);
-  assign(setting, *core->config, texts);
+  assign(setting, texts);
   session.save_settings();
   return Exit::ok;
 }
@@ -79,7 +77,7 @@ std::vector<Command> setting_list_commands(const SettingList &list) {
 }
 
 std::vector<std::string> texts_of(const SettingList &list) {
-  return values_of(setting_called(list.key), *core->config);
+  return values_of(setting_called(list.key));
 }
 
 }  // namespace velkor::ctl

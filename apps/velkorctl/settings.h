@@ -1,60 +1,35 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The settings of "velkor.conf" as text: their keys, their kinds and their values. */
+/** The settings of "velkor.conf": their values as the file holds them, and changing them. */
 #ifndef VELKORCTL_SETTINGS_H
 #define VELKORCTL_SETTINGS_H
 
 #include <string>
-#include <variant>
 #include <vector>
 
-#include <velkor/zox_config.h>
+#include <velkor/zox_settings.h>
 
 namespace velkor::ctl {
 
-struct Setting {
-  enum class Kind {
-    text,
-    /** A password: printed only on request and never given as an argument. */
-    secret,
-    /** A decimal number that is kept as text. */
-    number_text,
-    number,
-    texts,
-    posting_ids,
-    newsgroups,
-    states,
-    /** A text or number that the server sends; it cannot be changed here. */
-    given_text,
-    given_number,
-  };
-  using Member = std::variant<GString * ZoxConfig::*, GSList * ZoxConfig::*, gint32 ZoxConfig::*,
-                              guint32 ZoxConfig::*, gint64 ZoxConfig::*>;
-
-  const char *key;
-  Kind kind;
-  Member member;
-  gint64 lowest = 0;
-  gint64 highest = 0;
-  /** The value of a text or number that is reset; null for no text. */
-  const char *default_value = nullptr;
-};
-
 /** Every setting, in the order of the file. */
-const std::vector<Setting> &all_settings();
+std::vector<const ZoxSetting *> all_settings();
 
 /** Throws a usage Failure when there is no such key. */
-const Setting &setting_called(const std::string &key);
+const ZoxSetting &setting_called(const std::string &key);
 
-bool holds_list(const Setting &setting) noexcept;
+bool holds_list(const ZoxSetting &setting) noexcept;
+
+/** A password: printed only on request and never given as an argument. */
+bool is_secret(const ZoxSetting &setting) noexcept;
 
 /** The value, or the items of the list; empty when the setting is not set. */
-std::vector<std::string> values_of(const Setting &setting, const ZoxConfig &config);
+std::vector<std::string> values_of(const ZoxSetting &setting);
 
 /**
- * Gives the setting these values; no values reset it to its default. Throws a usage Failure and
- * leaves the setting unchanged when a value is out of range or the file could not hold it.
+ * Gives the setting these values, in the words of setting_words.h; no values reset it to its
+ * default. Throws a usage Failure and leaves the setting unchanged when a value is out of range or
+ * the file could not hold it.
  */
-void assign(const Setting &setting, ZoxConfig &config, const std::vector<std::string> &values);
+void assign(const ZoxSetting &setting, const std::vector<std::string> &values);
 
 }  // namespace velkor::ctl
 

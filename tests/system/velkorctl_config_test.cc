@@ -92,6 +92,50 @@ TEST_F(VelkorctlConfig, ARefusedValueLeavesTheFileAlone) {
   EXPECT_EQ(read_file(cached("velkor.conf")), before);
 }
 
+TEST_F(VelkorctlConfig, TakesValuesInWords) {
+  EXPECT_EQ(set({"verwijderPostsNaXDagen", "28 days"}).status, 0);
+  EXPECT_EQ(set({"trayIcon", "no"}).status, 0);
+  EXPECT_EQ(output({"config", "get", "verwijderPostsNaXDagen"}), "3\n");
+  EXPECT_EQ(output({"config", "get", "verwijderPostsNaXDagen", "--explain"}), "3 (28 days)\n");
+  EXPECT_EQ(output({"config", "get", "trayIcon", "--explain"}), "0 (no)\n");
+  const Outcome outcome = set({"verwijderPostsNaXDagen", "30"});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.err, "velkorctl: verwijderPostsNaXDagen: \"30\" is not one of 7, 14, 21, 28, "
+                         "35, 42 or 49 days, nor the number of one from 0 to 6\n");
+}
+
+TEST_F(VelkorctlConfig, ATerminalShowsWhatAValueMeans) {
+  settings("username=ann\npassword=secret\n");
+  TerminalProgram getting(command({"config", "get", "trayIcon"}), 80);
+  EXPECT_EQ(getting.finish().out, "1 (yes)\r\n");
+  TerminalProgram listing(command({"config", "list"}), 80);
+  const std::string shown = listing.finish().out;
+  EXPECT_THAT(shown, HasSubstr("trayIcon = 1 (yes)\r\n    Whether there is an icon"));
+  EXPECT_THAT(shown, HasSubstr("password = ********\r\n"));
+  EXPECT_THAT(shown, Not(HasSubstr("secret")));
+  TerminalProgram table(command({"config", "list", "--format", "table"}), 80);
+  EXPECT_THAT(table.finish().out, Not(HasSubstr("Whether")));
+}
+
+TEST_F(VelkorctlConfig, ExplainsEverySetting) {
+  settings("password=secret\nstatusFilter=0\n");
+  const std::string text = output({"config", "list", "--explain"});
+  EXPECT_THAT(text, HasSubstr("verwijderPostsNaXDagen = 1 (14 days)\n"
+                              "    The age at which postings leave the cache, unless they are on "
+                              "the watchlist.\n"
+                              "    Values: 7, 14, 21, 28, 35, 42 or 49 days; default: 14 days; "
+                              "used by the library.\n"));
+  EXPECT_THAT(text, HasSubstr("username is not set\n"));
+  EXPECT_THAT(text, HasSubstr("watcher is empty\n"));
+  EXPECT_THAT(text, HasSubstr("statusFilter = 0 (Ready)\n"));
+  EXPECT_THAT(text, Not(HasSubstr("secret")));
+  const std::string json = output({"config", "list", "--explain", "--format", "json"});
+  EXPECT_EQ(count_objects(json), 34U);
+  EXPECT_THAT(json, HasSubstr(R"("key":"trayIcon","value":"1","meaning":"yes","description":)"));
+  EXPECT_THAT(json, HasSubstr(R"("values":"yes or no","default":"yes","user":"front end")"));
+  EXPECT_THAT(json, Not(HasSubstr("secret")));
+}
+
 TEST_F(VelkorctlConfig, ListsEverySetting) {
   settings("username=ann\nwatcher=a\nwatcher=b\n");
   const std::string json = output({"config", "list", "--format", "json"});

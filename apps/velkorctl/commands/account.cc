@@ -2,7 +2,6 @@
 /* velkorctl signup and account: creating an account on the service, and choosing the one to use. */
 #include <unistd.h>
 
-#include <velkor/zox_app_core.h>
 #include <velkor/zox_signup.h>
 
 #include "velkorctl/commands.h"
@@ -32,8 +31,8 @@ std::string read_password(const Arguments &arguments) {
 }
 
 void use_account(CoreSession &session, const std::string &user, const std::string &password) {
-  assign(setting_called("username"), *core->config, {user});
-  assign(setting_called("password"), *core->config, {password});
+  assign(setting_called("username"), {user});
+  assign(setting_called("password"), {password});
   session.save_settings();
 }
 

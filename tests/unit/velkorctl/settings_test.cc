@@ -3,6 +3,7 @@
 
 #include <set>
 #include <sstream>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,6 +12,7 @@
 #include <velkor/zox_string.h>
 
 #include "parts_fixture.h"
+#include "velkorctl/setting_words.h"
 
 namespace velkor::ctl {
 namespace {
@@ -22,10 +24,10 @@ using ::testing::IsEmpty;
 class SettingsTest : public PartsTest {
 protected:
   static void set(const std::string &key, const std::vector<std::string> &values) {
-    assign(setting_called(key), *core->config, values);
+    assign(setting_called(key), values);
   }
   static std::vector<std::string> get(const std::string &key) {
-    return values_of(setting_called(key), *core->config);
+    return values_of(setting_called(key));
   }
   static std::string error(const std::string &key, const std::vector<std::string> &values) {
     return usage_error_of([&] { set(key, values); });
@@ -45,8 +47,8 @@ TEST_F(SettingsTest, KnowsExactlyTheKeysOfTheFile) {
   for (std::string line; std::getline(file, line);)
     saved.insert(line.substr(0, line.find('=')));
   std::set<std::string> known;
-  for (const Setting &setting : all_settings())
-    known.insert(setting.key);
+  for (const ZoxSetting *setting : all_settings())
+    known.insert(setting->key);
   EXPECT_EQ(saved, known);
 }
 
@@ -71,12 +73,12 @@ TEST_F(SettingsTest, EveryValueComesBackFromTheFile) {
 
 TEST_F(SettingsTest, UnsetReturnsToTheDefault) {
   const std::vector<std::string> before = get("ratingScale");
-  for (const Setting &setting : all_settings()) {
-    if (setting.kind == Setting::Kind::given_text || setting.kind == Setting::Kind::given_number)
+  for (const ZoxSetting *setting : all_settings()) {
+    if (setting->readOnly != 0)
       continue;
-    const auto preset = values_of(setting, *core->config);
-    assign(setting, *core->config, {});
-    EXPECT_EQ(values_of(setting, *core->config), preset) << setting.key;
+    const auto preset = values_of(*setting);
+    assign(*setting, {});
+    EXPECT_EQ(values_of(*setting), preset) << setting->key;
   }
   set("ratingScale", {"10"});
   set("ratingScale", {});
@@ -87,12 +89,12 @@ TEST_F(SettingsTest, UnsetReturnsToTheDefault) {
 }
 
 TEST_F(SettingsTest, NumbersAreCheckedAgainstTheirRange) {
-  for (const char *value : {"7", "-1", "", "x", "1x", " 1", "99999999999999999999"})
+  for (const char *value : {"8", "-1", "", "x", "1x", " 1", "99999999999999999999"})
     EXPECT_THAT(error("verwijderPostsNaXDagen", {value}), HasSubstr("0 to 6")) << value;
-  EXPECT_THAT(error("trayIcon", {"2"}), HasSubstr("0 to 1"));
+  EXPECT_THAT(error("trayIcon", {"2"}), HasSubstr("neither yes (1) nor no (0)"));
   EXPECT_THAT(error("proxyPort", {"65536"}), HasSubstr("65535"));
   EXPECT_THAT(error("ratingScale", {"0"}), HasSubstr("ratingScale"));
-  EXPECT_THAT(error("watchlist", {"0"}), HasSubstr("ID"));
+  EXPECT_THAT(error("watchlist", {"0"}), HasSubstr("1 to 2147483647"));
 }
 
 TEST_F(SettingsTest, ARefusedValueChangesNothing) {
@@ -104,12 +106,12 @@ TEST_F(SettingsTest, ARefusedValueChangesNothing) {
 TEST_F(SettingsTest, RefusesWhatTheFileCannotHold) {
   EXPECT_THAT(error("username", {"a\npassword=b"}), HasSubstr("line break"));
   EXPECT_THAT(error("username", {" a"}), HasSubstr("white space"));
-  EXPECT_THAT(error("username", {std::string(1014, 'a')}), HasSubstr("too long"));
+  EXPECT_THAT(error("username", {std::string(1015, 'a')}), HasSubstr("too long"));
   EXPECT_THAT(error("watcher", {""}), HasSubstr("empty"));
 }
 
 TEST_F(SettingsTest, AValueOfMaximumLengthSurvives) {
-  const std::string value(1013, 'a');
+  const std::string value(1014, 'a');
   set("username", {value});
   zox_config_save();
   zox_config_load();
@@ -123,6 +125,74 @@ TEST_F(SettingsTest, WhatTheServerGivesIsNotSet) {
 
 TEST_F(SettingsTest, OneValueForWhatIsNoList) {
   EXPECT_THAT(error("username", {"a", "b"}), HasSubstr("one value"));
+}
+
+TEST_F(SettingsTest, AFlagIsYesOrNo) {
+  for (const char *no : {"no", "FALSE", "off", "0"}) {
+    set("trayIcon", {no});
+    EXPECT_THAT(get("trayIcon"), ElementsAre("0")) << no;
+    set("trayIcon", {});
+  }
+  for (const char *yes : {"yes", "True", "on", "1"}) {
+    set("recursiveUpdate", {yes});
+    EXPECT_THAT(get("recursiveUpdate"), ElementsAre("1")) << yes;
+    set("recursiveUpdate", {});
+  }
+  for (const char *word : {"", "y", "yes ", "01", "-1"})
+    EXPECT_THAT(error("trayIcon", {word}), HasSubstr("neither yes")) << word;
+}
+
+TEST_F(SettingsTest, AnAgeIsGivenInDaysOrByItsNumber) {
+  for (const auto &[words, stored] : std::vector<std::pair<std::string, std::string>>{
+           {"7", "0"}, {"28", "3"}, {"28 days", "3"}, {"49days", "6"}, {"0", "0"}, {"6", "6"}}) {
+    set("verwijderPostsNaXDagen", {words});
+    EXPECT_THAT(get("verwijderPostsNaXDagen"), ElementsAre(stored)) << words;
+  }
+  for (const char *words : {"30", "3 days", "8", "28 weeks", "days", "28 days x", "-7", ""})
+    EXPECT_THAT(error("verwijderPostsNaXDagen", {words}),
+                HasSubstr("is not one of 7, 14, 21, 28, 35, 42 or 49 days, nor the number of one"))
+        << words;
+}
+
+TEST_F(SettingsTest, ATimeIsADateOrSeconds) {
+  set("lastCheck", {"2026-01-31 18:30"});
+  EXPECT_EQ(meaning_of(setting_called("lastCheck"), get("lastCheck").front()), "2026-01-31 18:30");
+  set("lastCheck", {"never"});
+  EXPECT_THAT(get("lastCheck"), ElementsAre("0"));
+  set("lastCheck", {"1700000000"});
+  EXPECT_THAT(get("lastCheck"), ElementsAre("1700000000"));
+  EXPECT_THAT(error("lastCheck", {"soon"}), HasSubstr("neither a time"));
+  EXPECT_THAT(error("lastCheck", {"2100-01-01"}), HasSubstr("0 to 2147483647"));
+}
+
+TEST_F(SettingsTest, AStoredValueHasAMeaning) {
+  const auto meaning = [](const char *key, const char *value) {
+    return meaning_of(setting_called(key), value);
+  };
+  EXPECT_EQ(meaning("trayIcon", "0"), "no");
+  EXPECT_EQ(meaning("trayIcon", "101"), "yes");
+  EXPECT_EQ(meaning("verwijderPostsNaXDagen", "1"), "14 days");
+  EXPECT_EQ(meaning("verwijderPostsNaXDagen", "7"), "not one of its choices");
+  EXPECT_EQ(meaning("verwijderPostsNaXDagen", "-1"), "not one of its choices");
+  EXPECT_EQ(meaning("lastCheck", "0"), "never");
+  EXPECT_EQ(meaning("statusFilter", "0"), "Ready");
+  EXPECT_EQ(meaning("groupFilterList", "12"), "comp.os");
+  EXPECT_EQ(meaning("groupFilterList", "99"), "");
+  EXPECT_EQ(meaning("ratingScale", "100"), "");
+  EXPECT_EQ(meaning("username", "1"), "");
+}
+
+TEST_F(SettingsTest, EverySettingSaysWhatItCanBe) {
+  const auto values = [](const char *key) { return possible_values(setting_called(key)); };
+  EXPECT_EQ(values("trayIcon"), "yes or no");
+  EXPECT_EQ(values("verwijderPostsNaXDagen"), "7, 14, 21, 28, 35, 42 or 49 days");
+  EXPECT_EQ(values("proxyPort"), "1 to 65535");
+  EXPECT_EQ(values("watchlist"), "a list of numbers, 1 to 2147483647");
+  EXPECT_EQ(values("statusFilter"), "a list of states, by name or number");
+  EXPECT_EQ(values("ledenCount"), "given by the server");
+  EXPECT_EQ(default_in_words(setting_called("verwijderPostsNaXDagen")), "14 days");
+  EXPECT_EQ(default_in_words(setting_called("username")), "not set");
+  EXPECT_EQ(default_in_words(setting_called("watcher")), "empty");
 }
 
 TEST_F(SettingsTest, UnknownKeysAreRefused) {
