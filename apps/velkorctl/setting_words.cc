@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <ctime>
+#include <iterator>
 #include <span>
 #include <string_view>
 
@@ -56,11 +57,11 @@ const NamedItems *named_items(const ZoxSetting &setting) {
 }
 
 std::string stored_flag(const ZoxSetting &setting, const std::string &text) {
-  for (const char *yes : {"1", "yes", "true", "on"})
-    if (same_name(text, yes))
+  for (const char *word : {"1", "yes", "true", "on"})
+    if (same_name(text, word))
       return "1";
-  for (const char *no : {"0", "no", "false", "off"})
-    if (same_name(text, no))
+  for (const char *word : {"0", "no", "false", "off"})
+    if (same_name(text, word))
       return "0";
   throw usage_error(std::string(setting.key) + ": \"" + text + "\" is neither yes (1) nor no (0)");
 }

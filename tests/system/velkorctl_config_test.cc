@@ -127,6 +127,7 @@ TEST_F(VelkorctlConfig, ExplainsEverySetting) {
                               "used by the library.\n"));
   EXPECT_THAT(text, HasSubstr("username is not set\n"));
   EXPECT_THAT(text, HasSubstr("watcher is empty\n"));
+  EXPECT_THAT(text, HasSubstr("htmlRenderer is empty\n"));
   EXPECT_THAT(text, HasSubstr("statusFilter = 0 (Ready)\n"));
   EXPECT_THAT(text, Not(HasSubstr("secret")));
   const std::string json = output({"config", "list", "--explain", "--format", "json"});

@@ -53,8 +53,10 @@ void print_table(const Context &context) {
 /** "trayIcon = 1 (yes)" */
 std::string assignment_in_words(const ZoxSetting &setting) {
   std::vector<std::string> values = shown_values(setting);
-  if (values.empty())
-    return setting.key + std::string(holds_list(setting) ? " is empty" : " is not set");
+  if (values.empty() && !holds_list(setting))
+    return setting.key + std::string(" is not set");
+  if (values.empty() || values == std::vector<std::string>{""})
+    return setting.key + std::string(" is empty");
   for (std::string &value : values)
     value = with_meaning(setting, value);
   return std::string(setting.key) + " = " + joined(values);
