@@ -2,6 +2,7 @@
 /** One request to the server, from the list of its parameters to its result code. */
 #include <velkor/zox_http_curl.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -117,15 +118,15 @@ ZoxErrorCode zox_http_curl_execute(const char *path, GSList *parameters, gint32 
   ZOX_ASSERT(core->config);
   if (authenticate != 0)
     ZOX_ASSERT(core->config->username);
-  Transfer transfer;
-  if (!transfer) {
+  std::optional<Transfer> transfer(std::in_place);
+  if (!*transfer) {
     deliver(reply, nullptr);
     g_warning("zox_http_curl_execute(): curl_easy_init() mislukt\n");
     return ZOX_RESULT_NO_TRANSFER_HANDLE;
   }
-  const std::string url = address_of(path, useHost != 0) + query_of(transfer, parameters);
+  const std::string url = address_of(path, useHost != 0) + query_of(*transfer, parameters);
   if (authenticate != 0 && !(useHost != 0 && is_dump(path))) {
-    if (const ZoxErrorCode code = authenticate_transfer(transfer, url);
+    if (const ZoxErrorCode code = authenticate_transfer(*transfer, url);
         code != ZOX_RESULT_SUCCESS) {
       deliver(reply, nullptr);
       return code;
@@ -137,11 +138,12 @@ ZoxErrorCode zox_http_curl_execute(const char *path, GSList *parameters, gint32 
     if (!file)
       return ZOX_RESULT_UNKNOWN_ERROR;
   }
-  transfer.set_url(url);
+  transfer->set_url(url);
   OwnedString body(g_string_new(""));
-  const ZoxErrorCode code = file ? receive_in_file(transfer, std::move(file))
-                                 : receive_in_memory(transfer, body, requireData);
+  const ZoxErrorCode code = file ? receive_in_file(*transfer, std::move(file))
+                                 : receive_in_memory(*transfer, body, requireData);
   deliver(reply, std::move(body));
+  transfer.reset();  // a server of one connection at a time would keep the hook's request waiting
   mail_hook.run_if_due(g_get_real_time() / G_USEC_PER_SEC);
   return code;
 }

@@ -95,7 +95,8 @@ void send_reply(SoupServerMessage *message, const StubReply &reply) {
   SoupMessageHeaders *headers = soup_server_message_get_response_headers(message);
   for (const auto &[name, value] : reply.headers)
     soup_message_headers_append(headers, name.c_str(), value.c_str());
-  soup_message_headers_append(headers, "Connection", "close");
+  if (!reply.keep_alive)
+    soup_message_headers_append(headers, "Connection", "close");
   soup_server_message_set_status(message, static_cast<guint>(reply.status), "Scripted");
   soup_message_body_append(soup_server_message_get_response_body(message), SOUP_MEMORY_COPY,
                            reply.body.data(), reply.body.size());
@@ -112,6 +113,12 @@ std::string bytes_of(const StubReply &reply) {
       "Content-Length: " + std::to_string(reply.claim_length.value_or(reply.body.size())) + "\r\n";
   bytes += "Connection: close\r\n\r\n";
   return bytes + reply.body.substr(0, reply.send_only.value_or(reply.body.size()));
+}
+
+/** Whether the client holds the connection open without using it. */
+bool is_idle(GSocket *socket) {
+  return g_socket_is_closed(socket) == FALSE &&
+         g_socket_condition_check(socket, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP)) == 0;
 }
 
 /** Lets closing the connection send a reset. */
@@ -154,6 +161,7 @@ void StubServer::serve(const std::stop_token &stop) {
   while (!stop.stop_requested())
     g_main_context_iteration(context_.get(), TRUE);
   stalled_.clear();
+  kept_.clear();
   g_socket_service_stop(service_.get());
   soup_server_disconnect(server_.get());
   while (g_main_context_iteration(context_.get(), FALSE) != FALSE)
@@ -183,6 +191,11 @@ std::vector<StubRequest> StubServer::requests() const {
   return requests_;
 }
 
+int StubServer::clients_kept_waiting() const {
+  const std::lock_guard lock(mutex_);
+  return clients_kept_waiting_;
+}
+
 std::vector<StubRequest> StubServer::requests(std::string_view path) const {
   std::vector<StubRequest> found = requests();
   std::erase_if(found, [&](const StubRequest &request) { return request.path != path; });
@@ -192,11 +205,22 @@ std::vector<StubRequest> StubServer::requests(std::string_view path) const {
 void StubServer::handle(SoupServer *, SoupServerMessage *message, const char *, GHashTable *,
                         gpointer self) noexcept {
   auto *server = static_cast<StubServer *>(self);
+  server->count_waiting_client(soup_server_message_get_socket(message));
   const StubReply reply = server->take_reply(request_of(message, server->host_));
   if (is_broken(reply))
     server->send_raw(message, reply);
   else
     send_reply(message, reply);
+  if (reply.keep_alive)
+    server->kept_.emplace_back(
+        static_cast<GSocket *>(g_object_ref(soup_server_message_get_socket(message))));
+}
+
+void StubServer::count_waiting_client(GSocket *socket) {
+  const bool waiting = std::ranges::any_of(
+      kept_, [&](const auto &kept) { return kept.get() != socket && is_idle(kept.get()); });
+  const std::lock_guard lock(mutex_);
+  clients_kept_waiting_ += waiting ? 1 : 0;
 }
 
 void StubServer::send_raw(SoupServerMessage *message, const StubReply &reply) {

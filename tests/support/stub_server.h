@@ -47,6 +47,7 @@ struct StubReply {
   std::optional<std::size_t> claim_length{};  // announces this length instead of the body's
   bool stall = false;  // sends what it has, then keeps the connection open until the server ends
   bool reset = false;  // ends the connection with a reset instead of a close
+  bool keep_alive = false;  // lets the client keep the connection
 };
 
 class StubServer {
@@ -69,6 +70,8 @@ public:
   /** The requests so far, in order. */
   [[nodiscard]] std::vector<StubRequest> requests() const;
   [[nodiscard]] std::vector<StubRequest> requests(std::string_view path) const;
+  /** How often a request came while another client held its connection without using it. */
+  [[nodiscard]] int clients_kept_waiting() const;
 
 private:
   struct Script {
@@ -81,6 +84,8 @@ private:
   void listen();
   void serve(const std::stop_token &stop);
   void send_raw(SoupServerMessage *message, const StubReply &reply);
+  /** Counts the client of `socket` if a server of one connection would keep it waiting. */
+  void count_waiting_client(GSocket *socket);
   StubReply take_reply(const StubRequest &request);
 
   std::unique_ptr<GMainContext, ReleaseWith<g_main_context_unref>> context_;
@@ -88,9 +93,11 @@ private:
   OwnedObject<GSocketService> service_;
   std::string host_;
   std::vector<OwnedObject<GIOStream>> stalled_;
+  std::vector<OwnedObject<GSocket>> kept_;
   mutable std::mutex mutex_;
   std::map<std::string, Script> scripts_;
   std::vector<StubRequest> requests_;
+  int clients_kept_waiting_ = 0;
   std::jthread thread_;
 };
 

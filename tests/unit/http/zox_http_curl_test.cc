@@ -288,6 +288,26 @@ TEST_F(ZoxHttpCurlExecuteDeathTest, RunsTheMailHookAtMostEveryFiveMinutes) {
   EXPECT_EXIT(execute_twice(server), testing::ExitedWithCode(0), "");
 }
 
+gint execute_again(gpointer code) {
+  *static_cast<ZoxErrorCode *>(code) = Request{}.execute().code;
+  return 0;
+}
+
+/** Ends with 0 when the mail hook's own request reaches a server of one connection at once. */
+[[noreturn]] void execute_with_asking_hook(test::StubServer &server) {
+  ZoxErrorCode code_in_hook = 99;
+  zox_http_curl_set_zox_mail_callback(execute_again, &code_in_hook);
+  server.reply(path, StubReply{.body = "OK", .keep_alive = true});
+  const ZoxErrorCode code = Request{}.execute().code;
+  const bool waited = server.clients_kept_waiting() > 0;
+  std::_Exit(code == 0 && code_in_hook == 0 && !waited ? 0 : 1);
+}
+
+TEST_F(ZoxHttpCurlExecuteDeathTest, KeepsNoConnectionWhileTheMailHookRuns) {
+  const test::FreshProcess fresh(sandbox);
+  EXPECT_EXIT(execute_with_asking_hook(server), testing::ExitedWithCode(0), "");
+}
+
 TEST_F(ZoxHttpCurlExecuteDeathTest, NeedsAnAddressAndSettings) {
   const test::FreshProcess fresh(sandbox);
   EXPECT_DEATH(zox_http_curl_execute(nullptr, nullptr, 1, nullptr, 0, nullptr, 1),
