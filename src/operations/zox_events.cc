@@ -64,6 +64,18 @@ private:
   GSList **tail_ = &list_;
 };
 
+/** Fetches the decompressed text of a dump. The file that it came in is gone afterwards. */
+ZoxErrorCode download(const char *name, OwnedString &text) noexcept {
+  const OwnedText path(g_strdup_printf("%s%s.gz", "/3.7.3/dumps/", name));
+  TemporaryFile file;
+  const ZoxErrorCode code =
+      zox_http_curl_execute(path.get(), nullptr, 1, nullptr, 1, file.place(), 1);
+  if (code != ZOX_RESULT_SUCCESS)
+    return code;
+  text = read_dump(file.name());
+  return text ? ZOX_RESULT_SUCCESS : ZOX_RESULT_UNKNOWN_ERROR;
+}
+
 /** One run of the update. */
 class Update {
 public:
@@ -111,15 +123,9 @@ private:
   }
 
   ZoxErrorCode fetch_dump(const char *name) noexcept {
-    const OwnedText path(g_strdup_printf("%s%s.gz", "/3.7.3/dumps/", name));
-    TemporaryFile file;
-    const ZoxErrorCode code =
-        zox_http_curl_execute(path.get(), nullptr, 1, nullptr, 1, file.place(), 1);
-    if (code != ZOX_RESULT_SUCCESS)
+    OwnedString decompressedData;
+    if (const ZoxErrorCode code = download(name, decompressedData); code != ZOX_RESULT_SUCCESS)
       return code;
-    const OwnedString decompressedData = read_dump(file.name());
-    if (!decompressedData)
-      return ZOX_RESULT_UNKNOWN_ERROR;
     GSList *objects = nullptr;
     const ZoxErrorCode parsed =
         zox_events_parse(decompressedData.get(), nullptr, &objects, server_text_, 0);

@@ -314,6 +314,33 @@ TEST_F(ZoxEventsFetch, SettingsAreKeptWhenTheListCannotBeSaved) {
   EXPECT_TRUE(downloads.is_empty());
 }
 
+/** Looks at the downloads whenever a message is logged. */
+class DownloadsWhileLogging {
+public:
+  DownloadsWhileLogging() : earlier_(g_log_set_default_handler(look, this)) {}
+  ~DownloadsWhileLogging() { g_log_set_default_handler(earlier_, nullptr); }
+  DownloadsWhileLogging(const DownloadsWhileLogging &) = delete;
+  DownloadsWhileLogging &operator=(const DownloadsWhileLogging &) = delete;
+
+  std::vector<bool> empty;
+
+private:
+  static void look(const gchar *, GLogLevelFlags, const gchar *, gpointer self) {
+    static_cast<DownloadsWhileLogging *>(self)->empty.push_back(downloads.is_empty());
+  }
+
+  GLogFunc earlier_;
+};
+
+TEST_F(ZoxEventsFetch, DownloadIsGoneBeforeItsTextIsRead) {
+  available_are(available(2000, "een"));
+  // The reader warns about further lists of newsgroups.
+  offer("een", document_of({recent_posting(2, "<Groups>|1|</Groups><Groups>|2|</Groups>")}));
+  const DownloadsWhileLogging log;
+  EXPECT_EQ(update(), 0U);
+  EXPECT_THAT(log.empty, testing::AllOf(testing::Not(IsEmpty()), testing::Each(true)));
+}
+
 /** A reply to the question, and what the update makes of it. */
 struct Answer {
   std::string name;
