@@ -27,11 +27,13 @@ typedef struct _VelkorDBusObject {
 } VelkorDBusObject;
 
 /**
- * Asks a running instance to come to the front; when none answers within five seconds, claims the
- * name and exports the object. Asserts "proxy". zox_app_core_init() calls it.
+ * Asks a running instance to come to the front; when there is none, claims the name and exports
+ * the object. An instance that is too busy to answer is waited for as long as the bus library does
+ * by default, 25 seconds, and then counts as running. Asserts "proxy". zox_app_core_init() calls
+ * it.
  * @param isGui          kept on the object
  * @param dbusArgument   copied onto the object; may be null
- * @param alreadyActive  receives 1 when another instance answered, else 0; may be null
+ * @param alreadyActive  receives 1 when another instance runs, else 0; may be null
  * @param errorMessage   receives a message when there is no bus or the name cannot be asked for;
  *                       may be null; otherwise untouched
  * @return 1 when this process now exports the object, else 0

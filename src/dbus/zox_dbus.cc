@@ -12,12 +12,6 @@ constexpr const char *service_name = "org.Velkor.Velkor";
 constexpr const char *service_path = "/org/Velkor/Velkor/object";
 constexpr const char *service_interface = "org.Velkor.Velkor";
 
-/**
- * Milliseconds that another instance gets to answer. libdbus would wait 25 seconds for one that
- * hangs; a start is not held up that long, the silent instance counts as not running.
- */
-constexpr int answer_time = 5000;
-
 /** What is kept from registration to clean-up. */
 struct Registration {
   DBusGConnection *bus;
@@ -48,27 +42,44 @@ OwnedProxy bus_daemon_proxy(DBusGConnection *bus) noexcept {
       dbus_g_proxy_new_for_name(bus, DBUS_SERVICE_DBUS, DBUS_PATH_DBUS, DBUS_INTERFACE_DBUS));
 }
 
-/** Whether the service name is still this connection's, from a start that was cleaned up. */
-bool name_is_own(DBusGConnection *bus) noexcept {
+/** The connection that owns the service name; null when there is none. */
+OwnedText name_owner(DBusGConnection *bus) noexcept {
   const OwnedProxy daemon = bus_daemon_proxy(bus);
   char *owner = nullptr;
-  if (!dbus_g_proxy_call(daemon.get(), "GetNameOwner", nullptr, G_TYPE_STRING, service_name,
-                         G_TYPE_INVALID, G_TYPE_STRING, &owner, G_TYPE_INVALID))
-    return false;
-  const OwnedText held(owner);
-  return g_strcmp0(owner, dbus_bus_get_unique_name(dbus_g_connection_get_connection(bus))) == 0;
+  dbus_g_proxy_call(daemon.get(), "GetNameOwner", nullptr, G_TYPE_STRING, service_name,
+                    G_TYPE_INVALID, G_TYPE_STRING, &owner, G_TYPE_INVALID);
+  return OwnedText(owner);
 }
 
-/** Asks the running instance, if there is one, to come to the front. */
-bool another_instance_answers(DBusGConnection *bus) noexcept {
+/** Whether the service name is still this connection's, from a start that was cleaned up. */
+bool name_is_own(DBusGConnection *bus) noexcept {
+  return g_strcmp0(name_owner(bus).get(),
+                   dbus_bus_get_unique_name(dbus_g_connection_get_connection(bus))) == 0;
+}
+
+/** Whether a call failed because no answer came, be it in time or at all. */
+bool is_without_answer(const GError &error) noexcept {
+  return error.domain == DBUS_GERROR &&
+         (error.code == DBUS_GERROR_NO_REPLY || error.code == DBUS_GERROR_TIMEOUT ||
+          error.code == DBUS_GERROR_TIMED_OUT);
+}
+
+/**
+ * Asks the running instance, if there is one, to come to the front. One that is too busy to answer
+ * is there all the same: a second instance beside it would write the same files. One that ended
+ * before it could answer is not, and then nobody owns the name.
+ */
+bool another_instance_runs(DBusGConnection *bus) noexcept {
   // A call to this very process would wait for itself.
   if (name_is_own(bus))
     return false;
   const OwnedProxy proxy(
       dbus_g_proxy_new_for_name(bus, service_name, service_path, service_interface));
   ZOX_ASSERT(proxy);
-  return dbus_g_proxy_call_with_timeout(proxy.get(), "bringToFront", answer_time, nullptr,
-                                        G_TYPE_INVALID, G_TYPE_INVALID) != FALSE;
+  GError *error = nullptr;
+  if (dbus_g_proxy_call(proxy.get(), "bringToFront", &error, G_TYPE_INVALID, G_TYPE_INVALID))
+    return true;
+  return is_without_answer(*OwnedError(error)) && name_owner(bus) != nullptr;
 }
 
 void request_name(DBusGProxy *busDaemon, char **errorMessage) noexcept {
@@ -110,7 +121,7 @@ gint32 zox_dbus_initialize(gint32 isGui, const char *dbusArgument, gint32 *alrea
   OwnedBus bus = connect(errorMessage);
   if (!bus)
     return 0;
-  if (another_instance_answers(bus.get())) {
+  if (another_instance_runs(bus.get())) {
     if (alreadyActive != nullptr)
       *alreadyActive = 1;
     return 0;
