@@ -75,7 +75,7 @@ bool another_instance_runs(DBusGConnection *bus) noexcept {
     return false;
   const OwnedProxy proxy(
       dbus_g_proxy_new_for_name(bus, service_name, service_path, service_interface));
-  ZOX_ASSERT(proxy);
+  ZOX_ASSERT_IN(zox_dbus_initialize, proxy, "proxy");
   GError *error = nullptr;
   if (dbus_g_proxy_call(proxy.get(), "bringToFront", &error, G_TYPE_INVALID, G_TYPE_INVALID))
     return true;

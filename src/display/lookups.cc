@@ -3,12 +3,9 @@
 
 #include <velkor/zox_groups.h>
 #include <velkor/zox_string.h>
-#include <velkor/zox_watchlist.h>
 
-#include "support/assertion.h"
+#include "filter/watched_ids.h"
 #include "support/owned.h"
-#include "support/slist.h"
-#include "support/text.h"
 
 namespace velkor {
 namespace {
@@ -18,15 +15,6 @@ std::optional<std::string> short_name(guint32 id) noexcept {
   if (group == nullptr || group->groupName == nullptr)
     return std::nullopt;
   return OwnedText(zox_string_strip_newsgroup(group->groupName)).get();
-}
-
-std::unordered_set<gint32> watched_ids() noexcept {
-  std::unordered_set<gint32> ids;
-  for (const ZoxString *watchlist : Items<ZoxString>(zox_watchlist_get())) {
-    ZOX_ASSERT(watchlist);
-    ids.insert(leading_integer(watchlist->str));
-  }
-  return ids;
 }
 
 }  // namespace

@@ -64,11 +64,11 @@ function dllist(mode,cat,imgsource)
 OwnedString data_directory() noexcept {
   const OwnedText path(zox_file_parse_data_dir(nullptr));
   const OwnedString path_tmp2(zox_string_new(path.get()));
-  ZOX_ASSERT(path_tmp2);
+  ZOX_ASSERT_IN(zox_events_sort, path_tmp2, "path_tmp2");
   const OwnedString path_tmp3(zox_string_replace(path_tmp2.get(), " ", "%20"));
-  ZOX_ASSERT(path_tmp3);
+  ZOX_ASSERT_IN(zox_events_sort, path_tmp3, "path_tmp3");
   OwnedString path_tmp4(zox_string_replace(path_tmp3.get(), "\\", "/"));
-  ZOX_ASSERT(path_tmp4);
+  ZOX_ASSERT_IN(zox_events_sort, path_tmp4, "path_tmp4");
   return path_tmp4;
 }
 

@@ -89,7 +89,7 @@ ZoxString *Document::write(gint64 now) noexcept {
 
 void Document::add_sort_instructions() noexcept {
   const OwnedString sortTags(zox_events_sort_apply_filter(filter_.get()));
-  ZOX_ASSERT(sortTags);
+  ZOX_ASSERT_IN(zox_events_sort, sortTags, "sortTags");
   out_.add(sortTags->str);
 }
 
@@ -103,7 +103,7 @@ void Document::add_head(gint64 now) noexcept {
   out_.add("]]></DateTimeGenerated>\n");
   add_head_number("\t<PrevCheck>", static_cast<gint32>(core->config->prevCheck), "</PrevCheck>\n");
   const OwnedString data(zox_watchlist_print());
-  ZOX_ASSERT(data);
+  ZOX_ASSERT_IN(zox_events_sort, data, "data");
   out_.add(data->str);
   const std::size_t script = out_.size();
   add_page_script(out_);
@@ -167,8 +167,8 @@ bool Document::add_held_event(ZOXEventObject &object, gint32 category, bool inde
 }  // namespace
 
 ZoxString *events_document(bool filtered, ZoxTextFunc textFunc, gint64 now) noexcept {
-  ZOX_ASSERT(core);
-  ZOX_ASSERT(core->config);
+  ZOX_ASSERT_IN(zox_events_sort, core, "core");
+  ZOX_ASSERT_IN(zox_events_sort, core->config, "core->config");
   return Document(filtered, textFunc).write(now);
 }
 

@@ -74,7 +74,7 @@ public:
                DisplayLookups &lookups) noexcept
       : out_(out), lines_(out, settings.indent), event_(event), settings_(settings),
         lookups_(lookups), address_(zox_string_add_http(event.link)) {
-    ZOX_ASSERT_AS(address_, "url");
+    ZOX_ASSERT_IN(zox_events_sort_print, address_, "url");
   }
 
   void print() noexcept;
@@ -179,7 +179,7 @@ void EventPrinter::print(const LineElement &element, ConvertedText content) noex
   if (settings_.textFunc == nullptr)
     return lines_.text_line(element, text);
   const OwnedString converted(settings_.textFunc(event_.*content.member));
-  ZOX_ASSERT_AS(converted, "tmp");
+  ZOX_ASSERT_IN(zox_events_sort_print, converted, "tmp");
   lines_.text_line(element, converted.get());
 }
 
@@ -191,9 +191,9 @@ void EventPrinter::date(const LineElement &element) noexcept {
 
 void EventPrinter::groups(const LineElement &element) noexcept {
   for (const ZoxString *groupId : Items<ZoxString>(event_.groups))
-    ZOX_ASSERT(groupId);
+    ZOX_ASSERT_IN(zox_events_sort_print, groupId, "groupId");
   const OwnedString tmp(zox_splitted_list_concat(event_.groups));
-  ZOX_ASSERT(tmp);
+  ZOX_ASSERT_IN(zox_events_sort_print, tmp, "tmp");
   lines_.text_line(element, tmp.get());
 }
 
@@ -223,7 +223,7 @@ void EventPrinter::tracks(const LineElement &) noexcept {
     return;
   lines_.plain_line("\t\t<MP3>\n");
   for (const ZoxString *track : Items<ZoxString>(event_.mp3Tracks)) {
-    ZOX_ASSERT(track);
+    ZOX_ASSERT_IN(zox_events_sort_print, track, "track");
     lines_.text_line({"Track", 3}, track);
   }
   lines_.plain_line("\t\t</MP3>\n");

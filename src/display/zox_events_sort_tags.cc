@@ -32,7 +32,7 @@ void add_row_unless_empty(TextWriter &out, std::string_view name, const ZoxStrin
 void add_tags(TextWriter &out, const ZoxEvent &event, DisplayLookups &lookups) noexcept {
   const char *group = nullptr;
   for (const ZoxString *code : Items<ZoxString>(event.tags)) {
-    ZOX_ASSERT_AS(code != nullptr, "tmp");
+    ZOX_ASSERT_IN(zox_events_sort_parse_tags, code, "tmp");
     const ZoxTag *tag = lookups.tag(*code, event.cat);
     if (tag == nullptr) {
       add_row(out, "Onbekende tag", code->str);

@@ -16,7 +16,7 @@ OwnedString shown_body(const ZoxBericht &bericht, ZoxTextFunc textFunc) noexcept
   if (textFunc == nullptr)
     return body;
   OwnedString converted(textFunc(body.get()));
-  ZOX_ASSERT_AS(converted, "parsed_tekst");
+  ZOX_ASSERT_IN(zox_mail_print, converted, "parsed_tekst");
   return converted;
 }
 

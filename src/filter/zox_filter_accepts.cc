@@ -133,6 +133,32 @@ bool category_is_kept(const ZoxEvent &event) noexcept {
                              });
 }
 
+/** The first test that the posting fails, in the order in which they are made. */
+ZoxFilterTest first_failure(const ZoxFilter &filter, const ZoxEvent &event,
+                            guint32 groupMode) noexcept {
+  if (!stamp_bound_passes(filter, event) || !post_id_passes(filter, event))
+    return ZOX_FILTER_TEST_STAMP_OR_ID;
+  if (filter.postId != 0)
+    return ZOX_FILTER_TEST_NONE;
+  if (!category_passes(filter, event))
+    return ZOX_FILTER_TEST_CATEGORY;
+  if (!status_passes(filter, event))
+    return ZOX_FILTER_TEST_STATUS;
+  if (!newsgroups_pass(filter, event, groupMode))
+    return ZOX_FILTER_TEST_GROUPS;
+  if (!text_passes(filter.titleSearch, event.title))
+    return ZOX_FILTER_TEST_TITLE;
+  if (!text_passes(filter.posterSearch, event.poster))
+    return ZOX_FILTER_TEST_POSTER;
+  if (!date_range_passes(filter, event))
+    return ZOX_FILTER_TEST_DATE;
+  if (!tags_pass(filter, event))
+    return ZOX_FILTER_TEST_TAGS;
+  if (!extra_tag_passes(filter, event))
+    return ZOX_FILTER_TEST_EXTRA_TAG;
+  return category_is_kept(event) ? ZOX_FILTER_TEST_NONE : ZOX_FILTER_TEST_KEPT;
+}
+
 }  // namespace
 }  // namespace velkor
 
@@ -144,31 +170,14 @@ gint32 zox_filter_explain(const ZoxFilter *filter, const ZoxEvent *event, guint3
   ZOX_ASSERT(core);
   ZOX_ASSERT(filter);
   ZOX_ASSERT(event);
-  if (!stamp_bound_passes(*filter, *event) || !post_id_passes(*filter, *event))
-    return ZOX_FILTER_TEST_STAMP_OR_ID;
-  if (filter->postId != 0)
-    return ZOX_FILTER_TEST_NONE;
-  if (!category_passes(*filter, *event))
-    return ZOX_FILTER_TEST_CATEGORY;
-  if (!status_passes(*filter, *event))
-    return ZOX_FILTER_TEST_STATUS;
-  if (!newsgroups_pass(*filter, *event, groupMode))
-    return ZOX_FILTER_TEST_GROUPS;
-  if (!text_passes(filter->titleSearch, event->title))
-    return ZOX_FILTER_TEST_TITLE;
-  if (!text_passes(filter->posterSearch, event->poster))
-    return ZOX_FILTER_TEST_POSTER;
-  if (!date_range_passes(*filter, *event))
-    return ZOX_FILTER_TEST_DATE;
-  if (!tags_pass(*filter, *event))
-    return ZOX_FILTER_TEST_TAGS;
-  if (!extra_tag_passes(*filter, *event))
-    return ZOX_FILTER_TEST_EXTRA_TAG;
-  return category_is_kept(*event) ? ZOX_FILTER_TEST_NONE : ZOX_FILTER_TEST_KEPT;
+  return first_failure(*filter, *event, groupMode);
 }
 
 gboolean zox_filter_accepts(const ZoxFilter *filter, const ZoxEvent *event, guint32 groupMode) {
-  return zox_filter_explain(filter, event, groupMode) == ZOX_FILTER_TEST_NONE;
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(filter);
+  ZOX_ASSERT(event);
+  return first_failure(*filter, *event, groupMode) == ZOX_FILTER_TEST_NONE;
 }
 
 gboolean zox_filter_accepts_tags(const ZoxFilter *filter, const ZoxEvent *event) {

@@ -15,7 +15,7 @@ namespace {
 
 /** A watcher is a filter with nothing but its search text, lent to it for the one test. */
 bool matches(ZoxString *watcher, const ZoxEvent *event) noexcept {
-  ZOX_ASSERT(watcher);
+  ZOX_ASSERT_IN(zox_watcher_test_event, watcher, "watcher");
   ZoxFilter filter = unset_filter();
   filter.titleSearch = watcher;
   return zox_filter_accepts(&filter, event, 0) != FALSE;

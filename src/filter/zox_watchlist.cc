@@ -5,30 +5,23 @@
 #include <velkor/zox_config.h>
 #include <velkor/zox_string.h>
 
+#include "filter/watched_ids.h"
 #include "support/assertion.h"
+#include "support/owned.h"
 #include "support/slist.h"
 #include "support/text.h"
 
 namespace velkor {
-namespace {
 
-gint32 post_id_of(const ZoxString *watchlist) noexcept {
-  ZOX_ASSERT(watchlist);
-  return leading_integer(watchlist->str);
-}
-
-/** The cell of the first entry with that post id, or null. */
-GSList *find_cell(gint32 postId) noexcept {
-  ZOX_ASSERT(core);
-  ZOX_ASSERT(core->config);
-  for (GSList *cell = core->config->watchlist; cell != nullptr; cell = cell->next) {
-    if (post_id_of(static_cast<const ZoxString *>(cell->data)) == postId)
-      return cell;
+std::unordered_set<gint32> watched_ids() noexcept {
+  std::unordered_set<gint32> ids;
+  for (const ZoxString *watchlist : Items<ZoxString>(zox_watchlist_get())) {
+    ZOX_ASSERT_IN(zox_watchlist_is_in_list, watchlist, "watchlist");
+    ids.insert(leading_integer(watchlist->str));
   }
-  return nullptr;
+  return ids;
 }
 
-}  // namespace
 }  // namespace velkor
 
 using namespace velkor;
@@ -42,13 +35,20 @@ GSList *zox_watchlist_get(void) {
 }
 
 gboolean zox_watchlist_is_in_list(guint32 postId) {
-  return find_cell(static_cast<gint32>(postId)) != nullptr;
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(core->config);
+  for (const ZoxString *watchlist : Items<ZoxString>(core->config->watchlist)) {
+    ZOX_ASSERT(watchlist);
+    if (leading_integer(watchlist->str) == static_cast<gint32>(postId))
+      return TRUE;
+  }
+  return FALSE;
 }
 
 gint32 zox_watchlist_add(gint32 postId) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->config);
-  if (postId < 1 || find_cell(postId) != nullptr)
+  if (postId < 1 || zox_watchlist_is_in_list(static_cast<guint32>(postId)) != FALSE)
     return 0;
   core->config->watchlist = g_slist_append(core->config->watchlist, zox_string_integer(postId));
   zox_config_save();
@@ -56,13 +56,19 @@ gint32 zox_watchlist_add(gint32 postId) {
 }
 
 gint32 zox_watchlist_remove(gint32 postId) {
-  GSList *cell = find_cell(postId);
-  if (cell == nullptr)
-    return 0;
-  g_string_free(static_cast<ZoxString *>(cell->data), TRUE);
-  core->config->watchlist = g_slist_delete_link(core->config->watchlist, cell);
-  zox_config_save();
-  return 1;
+  ZOX_ASSERT(core);
+  ZOX_ASSERT(core->config);
+  for (GSList *cell = core->config->watchlist; cell != nullptr; cell = cell->next) {
+    auto *watchlist = static_cast<ZoxString *>(cell->data);
+    ZOX_ASSERT(watchlist);
+    if (leading_integer(watchlist->str) != postId)
+      continue;
+    free_string(watchlist);
+    core->config->watchlist = g_slist_delete_link(core->config->watchlist, cell);
+    zox_config_save();
+    return 1;
+  }
+  return 0;
 }
 
 void zox_watchlist_clear(void) {
@@ -81,8 +87,10 @@ ZoxString *zox_watchlist_print(void) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->config);
   ZoxString *text = g_string_new(nullptr);
-  for (const ZoxString *watchlist : Items<ZoxString>(core->config->watchlist))
-    g_string_append_printf(text, "\t<Watchlist>%i</Watchlist>\n", post_id_of(watchlist));
+  for (const ZoxString *watchlist : Items<ZoxString>(core->config->watchlist)) {
+    ZOX_ASSERT(watchlist);
+    g_string_append_printf(text, "\t<Watchlist>%i</Watchlist>\n", leading_integer(watchlist->str));
+  }
   return text;
 }
 

@@ -117,7 +117,7 @@ private:
   }
 
   void take_statistics(xmlNode *record) const noexcept {
-    ZOX_ASSERT(core->config);
+    ZOX_ASSERT_IN(zox_events_list_parse, core->config, "core->config");
     for_each(record, "T", [this](xmlNode *node) {
       core->config->ledenCount = static_cast<guint32>(zox_xml_parse_int(document_, node));
     });

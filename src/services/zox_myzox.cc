@@ -26,7 +26,7 @@ using OwnedPost = std::unique_ptr<ZoxMyzoxPost, ReleaseWith<free_myzox_post>>;
 /** Only the word "n" forbids editing; false when there is no word at all. */
 bool read_permission(xmlDoc *doc, xmlNode *node, guint32 &canEdit) noexcept {
   const OwnedString tmp(zox_xml_parse_string(doc, node));
-  ZOX_ASSERT_AS(tmp || tolerant(), "tmp");
+  ZOX_ASSERT_IN(zox_myzox_parse_event, tmp || tolerant(), "tmp");
   canEdit = view_of(tmp.get()) == "n" ? 0 : 1;
   return tmp != nullptr;
 }

@@ -42,7 +42,7 @@ constexpr auto profile_fields = std::to_array<Field<ZoxProfile>>({
 void judge_missing_text(const xmlNode *node) noexcept {
   if (xml::is_named(node, "Name"))
     return;
-  ZOX_ASSERT_AS(tolerant(), "tmp");
+  ZOX_ASSERT_IN(zox_profile_get, tolerant(), "tmp");
   g_warning("zox_profile_get(): element %s zonder tekst\n", xml::chars(node->name));
 }
 

@@ -27,7 +27,7 @@ using OwnedIds = std::unique_ptr<ZoxSplittedList, ReleaseWith<free_ids>>;
 OwnedString upload_text(const GSList *entries) noexcept {
   OwnedString text(g_string_new("|"));
   for (const ZoxString *watchlist : Items<ZoxString>(entries)) {
-    ZOX_ASSERT(watchlist);
+    ZOX_ASSERT_IN(zox_watchlist_upload, watchlist, "watchlist");
     g_string_append_printf(text.get(), "%s*1|", watchlist->str);
   }
   return text;

@@ -51,7 +51,7 @@ public:
     const OwnedString tmp(zox_xml_parse_string(document_, node_));
     if (!tmp && tolerant())
       return false;
-    ZOX_ASSERT(tmp);
+    ZOX_ASSERT_IN(zox_events_parse_event, tmp, "tmp");
     GSList *&list = event_.*field.member;
     if (list != nullptr)
       g_warning("WARNING! event->%s was already filled!", field.name);

@@ -24,4 +24,15 @@ namespace velkor {
       ::velkor::assertion_failed(__FILE__, __LINE__, __func__, name);                              \
   } while (false)
 
+/**
+ * The same for a helper, which works for a function of the interface in the same file or module:
+ * the message names `function`, since that is the one a caller knows.
+ */
+#define ZOX_ASSERT_IN(function, condition, name)                                                   \
+  do {                                                                                             \
+    static_assert(sizeof(&(function)) > 0, "a function that is declared");                         \
+    if (!(condition)) [[unlikely]]                                                                 \
+      ::velkor::assertion_failed(__FILE__, __LINE__, #function, name);                             \
+  } while (false)
+
 #endif

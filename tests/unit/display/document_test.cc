@@ -306,13 +306,13 @@ TEST_F(DocumentDeathTest, NeedsCoreSettingsAndDataDirectory) {
         core->config = nullptr;
         zox_events_sort_total(nullptr);
       },
-      "assertion failed: \\(core->config\\)");
+      "zox_events_sort: assertion failed: \\(core->config\\)");
   EXPECT_DEATH(
       {
         core = nullptr;
         zox_events_sort_total(nullptr);
       },
-      "assertion failed: \\(core\\)");
+      "zox_events_sort: assertion failed: \\(core\\)");
 }
 
 }  // namespace

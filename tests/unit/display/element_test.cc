@@ -252,7 +252,8 @@ ZoxString *to_nothing(ZoxString *) {
 }
 
 TEST_F(ElementDeathTest, NeedsAPosting) {
-  EXPECT_DEATH(zox_events_sort_print(nullptr, 0, 0, nullptr), "assertion failed: \\(event\\)");
+  EXPECT_DEATH(zox_events_sort_print(nullptr, 0, 0, nullptr),
+               "zox_events_sort_print: assertion failed: \\(event\\)");
 }
 
 TEST_F(ElementDeathTest, NeedsCoreAndSettings) {
@@ -262,13 +263,13 @@ TEST_F(ElementDeathTest, NeedsCoreAndSettings) {
         core->config = nullptr;
         zox_events_sort_print(event.get(), 0, 0, nullptr);
       },
-      "assertion failed: \\(core->config\\)");
+      "zox_events_sort_print: assertion failed: \\(core->config\\)");
   EXPECT_DEATH(
       {
         core = nullptr;
         zox_events_sort_print(event.get(), 0, 0, nullptr);
       },
-      "assertion failed: \\(core\\)");
+      "zox_events_sort_print: assertion failed: \\(core\\)");
 }
 
 TEST_F(ElementDeathTest, ItemsAreNeverMissing) {
@@ -279,19 +280,30 @@ TEST_F(ElementDeathTest, ItemsAreNeverMissing) {
         event->groups = &nothing;
         zox_events_sort_print(event.get(), 0, 0, nullptr);
       },
-      "assertion failed: \\(groupId\\)");
+      "zox_events_sort_print: assertion failed: \\(groupId\\)");
   EXPECT_DEATH(
       {
         event->mp3Tracks = &nothing;
         zox_events_sort_print(event.get(), 0, 0, nullptr);
       },
-      "assertion failed: \\(track\\)");
+      "zox_events_sort_print: assertion failed: \\(track\\)");
+}
+
+TEST_F(ElementDeathTest, NoEntryOfTheWatchlistIsNull) {
+  const OwnedEvent event = bare_event();
+  EXPECT_DEATH(
+      {
+        core->config->watchlist = g_slist_prepend(nullptr, nullptr);
+        zox_events_sort_print(event.get(), 0, 0, nullptr);
+      },
+      "zox_watchlist\\.cc:[0-9]+:zox_watchlist_is_in_list: assertion failed: \\(watchlist\\)");
 }
 
 TEST_F(ElementDeathTest, AConversionGivesAText) {
   const OwnedEvent event = bare_event();
   event->des = zox_string_new("omschrijving");
-  EXPECT_DEATH(zox_events_sort_print(event.get(), 0, 0, to_nothing), "assertion failed: \\(tmp\\)");
+  EXPECT_DEATH(zox_events_sort_print(event.get(), 0, 0, to_nothing),
+               "zox_events_sort_print: assertion failed: \\(tmp\\)");
 }
 
 }  // namespace

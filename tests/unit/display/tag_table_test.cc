@@ -108,7 +108,18 @@ TEST_F(TagTableTest, IsNotCut) {
 using TagTableDeathTest = TagTableTest;
 
 TEST_F(TagTableDeathTest, NeedsAPosting) {
-  EXPECT_DEATH(zox_events_sort_parse_tags(nullptr), "assertion failed: \\(event\\)");
+  EXPECT_DEATH(zox_events_sort_parse_tags(nullptr),
+               "zox_events_sort_parse_tags: assertion failed: \\(event\\)");
+}
+
+TEST_F(TagTableDeathTest, NoTagIsNull) {
+  GSList nothing{nullptr, nullptr};
+  EXPECT_DEATH(
+      {
+        event->tags = &nothing;
+        zox_events_sort_parse_tags(event.get());
+      },
+      "zox_events_sort_parse_tags: assertion failed: \\(tmp\\)");
 }
 
 }  // namespace

@@ -97,7 +97,7 @@ using ZoxMailPrintDeathTest = ZoxMailPrint;
 TEST_F(ZoxMailPrintDeathTest, AssertsItsArgumentsAndTheConvertedBody) {
   const OwnedMail mail = message("f", "s", "b");
   EXPECT_DEATH(zox_mail_print(nullptr, nullptr, nullptr), "assertion failed: \\(bericht\\)");
-  EXPECT_DEATH(printed(mail, fail), "assertion failed: \\(parsed_tekst\\)");
+  EXPECT_DEATH(printed(mail, fail), "zox_mail_print: assertion failed: \\(parsed_tekst\\)");
   EXPECT_DEATH(
       {
         core = nullptr;

@@ -376,14 +376,16 @@ TEST_F(ZoxFilterAcceptsDeathTest, GroupModeNeedsTheIdSet) {
 }
 
 TEST_F(ZoxFilterAcceptsDeathTest, NeedsBoth) {
-  EXPECT_DEATH(zox_filter_accepts(nullptr, event.get(), 0), "assertion failed: \\(filter\\)");
-  EXPECT_DEATH(zox_filter_accepts(filter.get(), nullptr, 0), "assertion failed: \\(event\\)");
+  EXPECT_DEATH(zox_filter_accepts(nullptr, event.get(), 0),
+               "zox_filter_accepts: assertion failed: \\(filter\\)");
+  EXPECT_DEATH(zox_filter_accepts(filter.get(), nullptr, 0),
+               "zox_filter_accepts: assertion failed: \\(event\\)");
 }
 
 TEST(ZoxFilterAcceptsWithoutCoreDeathTest, NeedsACore) {
   const OwnedFilter filter(zox_filter_new_filter());
   EXPECT_DEATH(zox_filter_accepts(filter.get(), posting(0).get(), 0),
-               "assertion failed: \\(core\\)");
+               "zox_filter_accepts: assertion failed: \\(core\\)");
 }
 
 }  // namespace

@@ -74,7 +74,16 @@ using ZoxWatcherDeathTest = ZoxWatcher;
 
 TEST_F(ZoxWatcherDeathTest, NeedsSettings) {
   zox_config_free();
-  EXPECT_DEATH(matches(0, "titel"), "assertion failed: \\(core->config\\)");
+  EXPECT_DEATH(matches(0, "titel"), "zox_watcher_test_event: assertion failed: \\(core->config\\)");
+}
+
+TEST_F(ZoxWatcherDeathTest, NoWatcherIsNull) {
+  EXPECT_DEATH(
+      {
+        core->config->watcher = g_slist_prepend(nullptr, nullptr);
+        matches(0, "titel");
+      },
+      "zox_watcher_test_event: assertion failed: \\(watcher\\)");
 }
 
 TEST(ZoxWatcherWithoutCoreDeathTest, NeedsACore) {

@@ -6,6 +6,7 @@
 #include <velkor/zox_splitted_list.h>
 #include <velkor/zox_string.h>
 
+#include "filter/watched_ids.h"
 #include "support/owned.h"
 #include "tests/support/layer_fixtures.h"
 
@@ -109,37 +110,41 @@ TEST_F(ZoxWatchlist, StateIsAPlainValue) {
 
 using ZoxWatchlistDeathTest = ZoxWatchlist;
 
+/** What a failed assertion prints: its file, its function and the expression. */
+std::string failure(const std::string &function, const std::string &expression) {
+  return "zox_watchlist\\.cc:[0-9]+:" + function + ": assertion failed: \\(" + expression + "\\)";
+}
+
 TEST_F(ZoxWatchlistDeathTest, NoEntryIsNull) {
   const auto spoil = [] { core->config->watchlist = g_slist_prepend(nullptr, nullptr); };
-  const char *message = "assertion failed: \\(watchlist\\)";
-  EXPECT_DEATH((spoil(), zox_watchlist_is_in_list(1)), message);
-  EXPECT_DEATH((spoil(), zox_watchlist_add(1)), message);
-  EXPECT_DEATH((spoil(), zox_watchlist_remove(1)), message);
-  EXPECT_DEATH((spoil(), zox_watchlist_clear()), message);
-  EXPECT_DEATH((spoil(), zox_watchlist_print()), message);
+  EXPECT_DEATH((spoil(), zox_watchlist_is_in_list(1)),
+               failure("zox_watchlist_is_in_list", "watchlist"));
+  EXPECT_DEATH((spoil(), zox_watchlist_add(1)), failure("zox_watchlist_is_in_list", "watchlist"));
+  EXPECT_DEATH((spoil(), zox_watchlist_remove(1)), failure("zox_watchlist_remove", "watchlist"));
+  EXPECT_DEATH((spoil(), zox_watchlist_clear()), failure("zox_watchlist_clear", "watchlist"));
+  EXPECT_DEATH((spoil(), zox_watchlist_print()), failure("zox_watchlist_print", "watchlist"));
+  EXPECT_DEATH((spoil(), watched_ids()), failure("zox_watchlist_is_in_list", "watchlist"));
 }
 
 TEST_F(ZoxWatchlistDeathTest, NeedsSettings) {
   zox_config_free();
-  const char *message = "assertion failed: \\(core->config\\)";
-  EXPECT_DEATH(zox_watchlist_get(), message);
-  EXPECT_DEATH(zox_watchlist_is_in_list(1), message);
-  EXPECT_DEATH(zox_watchlist_add(1), message);
-  EXPECT_DEATH(zox_watchlist_remove(1), message);
-  EXPECT_DEATH(zox_watchlist_clear(), message);
-  EXPECT_DEATH(zox_watchlist_print(), message);
+  EXPECT_DEATH(zox_watchlist_get(), failure("zox_watchlist_get", "core->config"));
+  EXPECT_DEATH(zox_watchlist_is_in_list(1), failure("zox_watchlist_is_in_list", "core->config"));
+  EXPECT_DEATH(zox_watchlist_add(1), failure("zox_watchlist_add", "core->config"));
+  EXPECT_DEATH(zox_watchlist_remove(1), failure("zox_watchlist_remove", "core->config"));
+  EXPECT_DEATH(zox_watchlist_clear(), failure("zox_watchlist_clear", "core->config"));
+  EXPECT_DEATH(zox_watchlist_print(), failure("zox_watchlist_print", "core->config"));
 }
 
 TEST(ZoxWatchlistWithoutCoreDeathTest, NeedsACore) {
-  const char *message = "assertion failed: \\(core\\)";
-  EXPECT_DEATH(zox_watchlist_get(), message);
-  EXPECT_DEATH(zox_watchlist_is_in_list(1), message);
-  EXPECT_DEATH(zox_watchlist_add(1), message);
-  EXPECT_DEATH(zox_watchlist_remove(1), message);
-  EXPECT_DEATH(zox_watchlist_clear(), message);
-  EXPECT_DEATH(zox_watchlist_print(), message);
-  EXPECT_DEATH(zox_watchlist_get_state(), message);
-  EXPECT_DEATH(zox_watchlist_set_state(1), message);
+  EXPECT_DEATH(zox_watchlist_get(), failure("zox_watchlist_get", "core"));
+  EXPECT_DEATH(zox_watchlist_is_in_list(1), failure("zox_watchlist_is_in_list", "core"));
+  EXPECT_DEATH(zox_watchlist_add(1), failure("zox_watchlist_add", "core"));
+  EXPECT_DEATH(zox_watchlist_remove(1), failure("zox_watchlist_remove", "core"));
+  EXPECT_DEATH(zox_watchlist_clear(), failure("zox_watchlist_clear", "core"));
+  EXPECT_DEATH(zox_watchlist_print(), failure("zox_watchlist_print", "core"));
+  EXPECT_DEATH(zox_watchlist_get_state(), failure("zox_watchlist_get_state", "core"));
+  EXPECT_DEATH(zox_watchlist_set_state(1), failure("zox_watchlist_set_state", "core"));
 }
 
 }  // namespace

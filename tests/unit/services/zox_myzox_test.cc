@@ -152,7 +152,8 @@ TEST_F(ZoxMyzoxDeathTest, AssertsTheDocumentTheCoreAndEdit) {
   GSList *posts = nullptr;
   EXPECT_DEATH(zox_myzox_parse(nullptr, &posts), "assertion failed: \\(buffer\\)");
   const OwnedString text = string_of("<MyZOX><Post ID=\"1\"><Edit/></Post></MyZOX>");
-  EXPECT_DEATH(zox_myzox_parse(text.get(), &posts), "assertion failed: \\(tmp\\)");
+  EXPECT_DEATH(zox_myzox_parse(text.get(), &posts),
+               "zox_myzox_parse_event: assertion failed: \\(tmp\\)");
   EXPECT_DEATH(
       {
         core = nullptr;

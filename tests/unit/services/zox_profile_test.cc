@@ -100,7 +100,8 @@ TEST_F(ZoxProfileDeathTest, AssertsTheTextsButTheName) {
   const FreshProcess fresh(sandbox);
   server.reply("/3.7.3/xml-user.php", "<UserInfo><Name>n</Name><Hobby/></UserInfo>");
   ZoxProfile *received = nullptr;
-  EXPECT_DEATH(zox_profile_get("n", &received, message), "assertion failed: \\(tmp\\)");
+  EXPECT_DEATH(zox_profile_get("n", &received, message),
+               "zox_profile_get: assertion failed: \\(tmp\\)");
 }
 
 TEST_F(ZoxProfileDeathTest, AssertsItsArguments) {

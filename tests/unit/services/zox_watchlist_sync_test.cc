@@ -252,7 +252,8 @@ TEST_F(ZoxWatchlistSyncDeathTest, NeedsSettings) {
 
 TEST_F(ZoxWatchlistSyncDeathTest, NoEntryIsNull) {
   core->config->watchlist = g_slist_prepend(nullptr, nullptr);
-  EXPECT_DEATH(zox_watchlist_upload(nullptr), "assertion failed: \\(watchlist\\)");
+  EXPECT_DEATH(zox_watchlist_upload(nullptr),
+               "zox_watchlist_upload: assertion failed: \\(watchlist\\)");
   g_slist_free(std::exchange(core->config->watchlist, nullptr));
 }
 

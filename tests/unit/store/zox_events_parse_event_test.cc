@@ -85,8 +85,9 @@ TEST(ZoxEventsParseEvent, ListWithoutTextIsPassedOverWhenTolerant) {
 }
 
 TEST(ZoxEventsParseEventDeathTest, ListsAlwaysHaveAText) {
-  EXPECT_DEATH(read("<Groups/>"), "assertion failed: \\(tmp\\)");
-  EXPECT_DEATH(read("<Tags><b>x</b></Tags>"), "assertion failed: \\(tmp\\)");
+  EXPECT_DEATH(read("<Groups/>"), "zox_events_parse_event: assertion failed: \\(tmp\\)");
+  EXPECT_DEATH(read("<Tags><b>x</b></Tags>"),
+               "zox_events_parse_event: assertion failed: \\(tmp\\)");
 }
 
 }  // namespace

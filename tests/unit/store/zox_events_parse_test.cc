@@ -285,12 +285,13 @@ using ZoxEventsParseDeathTest = ZoxEventsParse;
 
 TEST_F(ZoxEventsParseDeathTest, ListWithoutTextIsAnError) {
   EXPECT_DEATH(read_events("<Events><Event><Tags/></Event></Events>"),
-               "assertion failed: \\(tmp\\)");
+               "zox_events_parse_event: assertion failed: \\(tmp\\)");
 }
 
 TEST_F(ZoxEventsParseDeathTest, BadWordsAreNeverNull) {
   core->config->badword = g_slist_append(nullptr, nullptr);
-  EXPECT_DEATH(read_events(document_of({posting_element(1)})), "assertion failed: \\(badword\\)");
+  EXPECT_DEATH(read_events(document_of({posting_element(1)})),
+               "zox_events_parse: assertion failed: \\(badword\\)");
   core->config->badword = g_slist_delete_link(core->config->badword, core->config->badword);
 }
 
