@@ -142,6 +142,36 @@ typedef gint (*ZoxTransferCallback)(gint64 received, gint64 total, gpointer user
 void zox_http_set_transfer_callback(ZoxTransferCallback function, gpointer userData);
 
 /**
+ * Addition to the interface: what is known of a request that failed, beside its code. Host, path
+ * and text hold no secret: no user, password or query of an address.
+ */
+typedef struct _ZoxHttpFailure {
+  ZoxErrorCode code;     /**< the request's result; it may be 0, see zox_http_last_failure() */
+  gint32 transferResult; /**< libcurl's number (CURLcode); 0 unless the transfer itself failed */
+  gint32 httpStatus;     /**< the HTTP status of the reply; 0 without one */
+  gint32 proxyFailed;    /**< 1 when it was the proxy that failed, else 0 */
+  gint64 received;       /**< bytes of the body that came in, before decompression */
+  const char *host;      /**< the host asked, with its port if it was given; may be empty */
+  const char *path;      /**< the path on that host, without the query; may be empty */
+  const char *text;      /**< why, for a log: the words of libcurl, of the dynamic linker with the
+                              plug-in's path, of the system with the file's, or the library's own;
+                              in English or the language of the locale */
+} ZoxHttpFailure;
+
+/**
+ * Addition to the interface: tells why this thread's latest request failed. A request also counts
+ * as failed with code 0 when its HTTP status is 400 or above, since a body is judged whatever the
+ * status, and when its temporary file did not take all of the reply. Every request, by whatever
+ * function, forgets the one before. Requests of the mail hook leave the record of the request that
+ * ran it alone; in the callback of an asynchronous fetch the record is that fetch's. Does not need
+ * the core. Threads: any.
+ * @return what is known, which stays the library's and holds until this thread's next request or
+ *         callback of an asynchronous fetch; null when the latest request did not fail or there was
+ *         none
+ */
+const ZoxHttpFailure *zox_http_last_failure(void);
+
+/**
  * The entry point `zox_plugin_auth` of the authentication plug-in, which exports it; the library
  * does not. It is called on whichever thread makes a request, by one thread at a time.
  * @param url       the complete URL of the request

@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "http/transfer.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -23,6 +24,16 @@ CURL *new_handle() noexcept {
 /** No reply comes near this; a server that sends more is broken or hostile. */
 constexpr size_t max_reply_size = size_t{256} << 20;
 
+/** Writes a chunk; what cannot be written is lost. Gives the system's error number, or 0. */
+int write_chunk(int descriptor, const void *chunk, size_t length) noexcept {
+  const ssize_t written = write(descriptor, chunk, length);
+  const int error = errno;
+  if (written >= 0 && static_cast<size_t>(written) == length)
+    return 0;
+  std::printf("write(): error = %s (%i)", g_strerror(error), error);
+  return written < 0 ? error : ENOSPC;
+}
+
 int report_progress(void *observer, curl_off_t total, curl_off_t received, curl_off_t, curl_off_t) {
   const auto *callback = static_cast<const Callback<ZoxTransferCallback> *>(observer);
   return callback->function(received, total, callback->data);
@@ -36,6 +47,7 @@ Transfer::Transfer() noexcept : handle_(new_handle()) {
 }
 
 void Transfer::set_common_options() noexcept {
+  set(CURLOPT_ERRORBUFFER, error_text_.data());
   set(CURLOPT_PROTOCOLS_STR, "http,https");
   set(CURLOPT_FOLLOWLOCATION, 0L);
   set(CURLOPT_NOPROGRESS, 1L);
@@ -43,9 +55,14 @@ void Transfer::set_common_options() noexcept {
   set(CURLOPT_USERAGENT, "Velkor 1.0 Beta 5 (Linux)");
   set(CURLOPT_CONNECTTIMEOUT, 20L);
   set(CURLOPT_NOSIGNAL, 1L);
-  // The settings alone decide on a proxy: without these, the environment would have a say.
+  // The settings alone decide on a proxy: without these, the environment would count as well.
   set(CURLOPT_PROXY, "");
   set(CURLOPT_NOPROXY, "");
+}
+
+void Transfer::keep_secret(std::string_view text) noexcept {
+  if (!text.empty())
+    secrets_.emplace_back(text);
 }
 
 std::string Transfer::escaped(std::string_view text) noexcept {
@@ -65,6 +82,7 @@ void Transfer::set_credentials(const char *user_password) noexcept {
 void Transfer::set_proxy(const char *host, long port) noexcept {
   set(CURLOPT_PROXY, host);
   set(CURLOPT_PROXYPORT, port);
+  through_proxy_ = *host != '\0';
 }
 
 void Transfer::set_proxy_credentials(const char *user_password) noexcept {
@@ -82,13 +100,48 @@ void Transfer::receive_into(ZoxString *text) noexcept {
   set(CURLOPT_WRITEDATA, text);
 }
 
-void Transfer::receive_into(int *descriptor) noexcept {
-  set(CURLOPT_WRITEFUNCTION, zox_curl_file_write_function);
-  set(CURLOPT_WRITEDATA, descriptor);
+void Transfer::receive_into(int descriptor) noexcept {
+  file_ = {.descriptor = descriptor};
+  set(CURLOPT_WRITEFUNCTION, write_to_file);
+  set(CURLOPT_WRITEDATA, &file_);
+}
+
+size_t Transfer::write_to_file(void *chunk, size_t size, size_t count, void *file) noexcept {
+  auto *target = static_cast<File *>(file);
+  const size_t length = size * count;
+  if (const int error = write_chunk(target->descriptor, chunk, length); error != 0)
+    target->error = error;
+  return length;
 }
 
 CURLcode Transfer::perform() noexcept {
   return result_ == CURLE_OK ? curl_easy_perform(handle_.get()) : result_;
+}
+
+std::string Transfer::failure_text(CURLcode result) const noexcept {
+  const std::string_view text = error_text_.data();
+  const bool quotes_secret = std::ranges::any_of(
+      secrets_, [text](const std::string &secret) { return text.find(secret) != text.npos; });
+  return std::string(text.empty() || quotes_secret ? curl_easy_strerror(result) : text);
+}
+
+bool Transfer::proxy_failed(CURLcode result) const noexcept {
+  constexpr long authentication_required = 407;
+  constexpr long first_error = 400;
+  if (!through_proxy_)
+    return false;
+  switch (result) {
+  // Every connection is one with the proxy.
+  case CURLE_COULDNT_RESOLVE_PROXY:
+  case CURLE_COULDNT_CONNECT:
+  case CURLE_PROXY:
+    return true;
+  case CURLE_OPERATION_TIMEDOUT:
+    return info<curl_off_t>(CURLINFO_CONNECT_TIME_T) == 0;
+  default:
+    return http_status() == authentication_required ||
+           info<long>(CURLINFO_HTTP_CONNECTCODE) >= first_error;
+  }
 }
 
 }  // namespace velkor
@@ -111,9 +164,7 @@ size_t zox_curl_write_function(void *chunk, size_t size, size_t count, void *dat
 size_t zox_curl_file_write_function(void *chunk, size_t size, size_t count, void *fp) {
   ZOX_ASSERT(fp);
   const size_t length = size * count;
-  const ssize_t written = write(*static_cast<const int *>(fp), chunk, length);
-  if (written < 0 || static_cast<size_t>(written) < length)
-    std::printf("write(): error = %s (%i)", g_strerror(errno), errno);
+  write_chunk(*static_cast<const int *>(fp), chunk, length);
   return length;
 }
 

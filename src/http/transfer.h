@@ -3,9 +3,11 @@
 #ifndef VELKOR_HTTP_TRANSFER_H
 #define VELKOR_HTTP_TRANSFER_H
 
+#include <array>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <curl/curl.h>
 #include <velkor/zox_http_curl.h>
@@ -19,9 +21,14 @@ namespace velkor {
 class Transfer {
 public:
   Transfer() noexcept;
+  Transfer(const Transfer &) = delete;
+  Transfer &operator=(const Transfer &) = delete;
 
   /** Whether there is a handle; without one nothing else may be called. */
   explicit operator bool() const noexcept { return handle_ != nullptr; }
+
+  /** What failure_text() must not quote. */
+  void keep_secret(std::string_view text) noexcept;
 
   /** `text` escaped for use in a URL. */
   [[nodiscard]] std::string escaped(std::string_view text) noexcept;
@@ -36,11 +43,37 @@ public:
 
   /** Where the reply goes: into a text, or into the file of a descriptor. */
   void receive_into(ZoxString *text) noexcept;
-  void receive_into(int *descriptor) noexcept;
+  void receive_into(int descriptor) noexcept;
 
   [[nodiscard]] CURLcode perform() noexcept;
 
+  /** libcurl's own message on why perform() gave `result`; a fixed one if it quotes a secret. */
+  [[nodiscard]] std::string failure_text(CURLcode result) const noexcept;
+  /** The system's error number when the file could not take all that came in; else 0. */
+  [[nodiscard]] int write_error() const noexcept { return file_.error; }
+  /** The HTTP status of the reply; 0 without one. */
+  [[nodiscard]] long http_status() const noexcept { return info<long>(CURLINFO_RESPONSE_CODE); }
+  /** The bytes of the body as they came in, before decompression. */
+  [[nodiscard]] curl_off_t received() const noexcept {
+    return info<curl_off_t>(CURLINFO_SIZE_DOWNLOAD_T);
+  }
+  /** Whether it was the proxy that made perform() give `result`. */
+  [[nodiscard]] bool proxy_failed(CURLcode result) const noexcept;
+
 private:
+  /** Where a file's content goes, and what went wrong there. */
+  struct File {
+    int descriptor = -1;
+    int error = 0;
+  };
+  static size_t write_to_file(void *chunk, size_t size, size_t count, void *file) noexcept;
+
+  template <typename Value>
+  [[nodiscard]] Value info(CURLINFO which) const noexcept {
+    Value value{};
+    curl_easy_getinfo(handle_.get(), which, &value);
+    return value;
+  }
   template <typename Value>
   void set(CURLoption option, Value value) noexcept {
     if (result_ == CURLE_OK)
@@ -50,6 +83,10 @@ private:
 
   std::unique_ptr<CURL, ReleaseWith<curl_easy_cleanup>> handle_;
   CURLcode result_ = CURLE_OK;
+  std::array<char, CURL_ERROR_SIZE> error_text_{};
+  std::vector<std::string> secrets_;
+  bool through_proxy_ = false;
+  File file_;
 };
 
 }  // namespace velkor

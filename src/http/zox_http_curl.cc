@@ -12,6 +12,8 @@
 
 #include "core/hosts.h"
 #include "http/callbacks.h"
+#include "http/credentials.h"
+#include "http/request_record.h"
 #include "http/transfer.h"
 #include "support/assertion.h"
 #include "support/descriptor.h"
@@ -47,14 +49,32 @@ std::string address_of(std::string_view path, bool use_host) noexcept {
   return "http://" + (is_dump(path) ? static_host() : main_host()) + std::string(path);
 }
 
+/** Ends a request before its transfer has begun. */
+ZoxErrorCode give_up(ZoxErrorCode code, std::string reason) noexcept {
+  RequestRecord &record = latest_request();
+  record.code = code;
+  record.reason = std::move(reason);
+  return code;
+}
+
 /** Gives the transfer the user's credentials, if there is a password to make them from. */
 ZoxErrorCode authenticate_transfer(Transfer &transfer, const std::string &url) noexcept {
-  char *credentials = nullptr;
-  const ZoxErrorCode code = zox_http_curl_add_auth(url.c_str(), &credentials);
-  const OwnedText owned(credentials);
-  if (code == ZOX_RESULT_SUCCESS)
-    transfer.set_credentials(credentials);
-  return code == ZOX_RESULT_UNAUTHORIZED ? ZoxErrorCode{ZOX_RESULT_SUCCESS} : code;
+  Credentials credentials = make_credentials(url.c_str());
+  if (credentials.code == ZOX_RESULT_UNAUTHORIZED)
+    return ZOX_RESULT_SUCCESS;
+  if (credentials.code != ZOX_RESULT_SUCCESS)
+    return give_up(credentials.code, std::move(credentials.reason));
+  const char *user_password = credentials.user_password.get();
+  transfer.set_credentials(user_password);
+  transfer.keep_secret(user_password + core->config->username->len + 1);
+  return ZOX_RESULT_SUCCESS;
+}
+
+/** libcurl may quote an address or a setting; no query, user or password gets out that way. */
+void keep_secrets(Transfer &transfer, const ZoxConfig &config) noexcept {
+  for (const std::string_view secret : {std::string_view("?"), std::string_view("@"),
+                                        view_of(config.password), view_of(config.proxyPassword)})
+    transfer.keep_secret(secret);
 }
 
 void choose_proxy(Transfer &transfer, const ZoxConfig &config) noexcept {
@@ -77,27 +97,64 @@ CURLcode perform(Transfer &transfer) noexcept {
   return transfer.perform();
 }
 
-ZoxErrorCode receive_in_memory(Transfer &transfer, OwnedString &body,
-                               gint32 require_data) noexcept {
+/** How a transfer ended, and what that makes of the request. */
+struct Outcome {
+  CURLcode transfer;
+  ZoxErrorCode code;
+};
+
+Outcome receive_in_memory(Transfer &transfer, OwnedString &body, gint32 require_data) noexcept {
   transfer.receive_into(body.get());
-  const CURLcode transfer_result = perform(transfer);
+  const CURLcode result = perform(transfer);
   char *server_text = nullptr;
-  const ZoxErrorCode code =
-      zox_http_curl_done(transfer_result, body.get(), &server_text, require_data);
+  const ZoxErrorCode code = zox_http_curl_done(result, body.get(), &server_text, require_data);
   const OwnedText notice(server_text);
   if (notice)
     body.reset(g_string_new(notice.get()));
-  return code;
+  return {result, code};
 }
 
 /** The file is closed when its content has come in. */
-ZoxErrorCode receive_in_file(Transfer &transfer, Descriptor file) noexcept {
-  int descriptor = file.get();
-  transfer.receive_into(&descriptor);
-  return perform(transfer) == CURLE_OK ? ZOX_RESULT_SUCCESS : ZOX_RESULT_UNKNOWN_ERROR;
+Outcome receive_in_file(Transfer &transfer, Descriptor file) noexcept {
+  transfer.receive_into(file.get());
+  const CURLcode result = perform(transfer);
+  if (result != CURLE_OK)
+    return {result, ZOX_RESULT_UNKNOWN_ERROR};
+  return {result, ZOX_RESULT_SUCCESS};
 }
 
-/** Hands the reply to the caller, if he wants it. */
+/** What there is to say about the outcome; empty when all went well. `file` took the reply. */
+std::string reason_of(const Outcome &outcome, const Transfer &transfer, const char *file) noexcept {
+  constexpr long first_error = 400;
+  if (outcome.transfer != CURLE_OK)
+    return transfer.failure_text(outcome.transfer);
+  if (transfer.write_error() != 0)
+    return std::string("cannot write ") + file + ": " + g_strerror(transfer.write_error());
+  if (transfer.http_status() >= first_error)
+    return "HTTP status " + std::to_string(transfer.http_status());
+  if (outcome.code == ZOX_RESULT_NO_DATA)
+    return "the reply is empty";
+  return outcome.code == ZOX_RESULT_SUCCESS ? "" : "the reply is a status word";
+}
+
+void note_outcome(const Outcome &outcome, const Transfer &transfer, const char *file) noexcept {
+  RequestRecord &record = latest_request();
+  record.code = outcome.code;
+  record.transfer_result = outcome.transfer;
+  record.http_status = static_cast<gint32>(transfer.http_status());
+  record.proxy_failed = transfer.proxy_failed(outcome.transfer);
+  record.received = transfer.received();
+  record.reason = reason_of(outcome, transfer, file);
+}
+
+/** Runs the hook when it is due. Its requests leave no trace in the record of this one. */
+void run_mail_hook() noexcept {
+  RequestRecord record = std::exchange(latest_request(), {});
+  mail_hook.run_if_due(g_get_real_time() / G_USEC_PER_SEC);
+  latest_request() = std::move(record);
+}
+
+/** Hands the reply to a caller who wants it. */
 void deliver(ZoxString **place, OwnedString reply) noexcept {
   if (place != nullptr)
     *place = reply.release();
@@ -118,13 +175,16 @@ ZoxErrorCode zox_http_curl_execute(const char *path, GSList *parameters, gint32 
   ZOX_ASSERT(core->config);
   if (authenticate != 0)
     ZOX_ASSERT(core->config->username);
+  const std::string address = address_of(path, useHost != 0);
+  latest_request() = new_record(address);
   std::optional<Transfer> transfer(std::in_place);
   if (!*transfer) {
     deliver(reply, nullptr);
     g_warning("zox_http_curl_execute(): curl_easy_init() mislukt\n");
-    return ZOX_RESULT_NO_TRANSFER_HANDLE;
+    return give_up(ZOX_RESULT_NO_TRANSFER_HANDLE, "curl_easy_init() failed");
   }
-  const std::string url = address_of(path, useHost != 0) + query_of(*transfer, parameters);
+  keep_secrets(*transfer, *core->config);
+  const std::string url = address + query_of(*transfer, parameters);
   if (authenticate != 0 && !(useHost != 0 && is_dump(path))) {
     if (const ZoxErrorCode code = authenticate_transfer(*transfer, url);
         code != ZOX_RESULT_SUCCESS) {
@@ -134,18 +194,20 @@ ZoxErrorCode zox_http_curl_execute(const char *path, GSList *parameters, gint32 
   }
   Descriptor file;
   if (tempFileName != nullptr) {
-    file = Descriptor(g_file_open_tmp(nullptr, tempFileName, nullptr));
+    GError *error = nullptr;
+    file = Descriptor(g_file_open_tmp(nullptr, tempFileName, &error));
     if (!file)
-      return ZOX_RESULT_UNKNOWN_ERROR;
+      return give_up(ZOX_RESULT_UNKNOWN_ERROR, OwnedError(error)->message);
   }
   transfer->set_url(url);
   OwnedString body(g_string_new(""));
-  const ZoxErrorCode code = file ? receive_in_file(*transfer, std::move(file))
-                                 : receive_in_memory(*transfer, body, requireData);
+  const Outcome outcome = file ? receive_in_file(*transfer, std::move(file))
+                               : receive_in_memory(*transfer, body, requireData);
+  note_outcome(outcome, *transfer, tempFileName == nullptr ? nullptr : *tempFileName);
   deliver(reply, std::move(body));
   transfer.reset();  // a server of one connection at a time would keep the hook's request waiting
-  mail_hook.run_if_due(g_get_real_time() / G_USEC_PER_SEC);
-  return code;
+  run_mail_hook();
+  return outcome.code;
 }
 
 void zox_http_curl_set_zox_mail_callback(ZoxMailCallback function, gpointer data) {

@@ -4,11 +4,14 @@
 
 #include <memory>
 #include <mutex>
+#include <string>
+#include <string_view>
 
 #include <gmodule.h>
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_file.h>
 
+#include "http/credentials.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 
@@ -20,10 +23,13 @@ std::mutex plugin_mutex;
 
 using Module = std::unique_ptr<GModule, ReleaseWith<g_module_close>>;
 
-Module open_plugin() noexcept {
+OwnedText plugin_path() noexcept {
+  return OwnedText(zox_file_parse_lib_dir("/libzox_http_plugin.so.2.0"));
+}
+
+Module open_plugin(const char *path) noexcept {
   constexpr auto flags = static_cast<GModuleFlags>(G_MODULE_BIND_LAZY | G_MODULE_BIND_LOCAL);
-  const OwnedText path(zox_file_parse_lib_dir("/libzox_http_plugin.so.2.0"));
-  return Module(g_module_open(path.get(), flags));
+  return Module(g_module_open(path, flags));
 }
 
 ZoxPluginAuth entry_point(const Module &plugin) noexcept {
@@ -32,7 +38,44 @@ ZoxPluginAuth entry_point(const Module &plugin) noexcept {
   return reinterpret_cast<ZoxPluginAuth>(symbol);
 }
 
+/** No credentials, since something is wrong with the plug-in at `path`. */
+Credentials failed(ZoxErrorCode code, std::string_view path, std::string_view words) noexcept {
+  // The dynamic linker names the path itself.
+  const bool named = words.find(path) != words.npos;
+  return {code, nullptr, named ? std::string(words) : std::string(path).append(": ").append(words)};
+}
+
+/** What GLib last said about a module. */
+std::string_view module_error() noexcept {
+  const char *words = g_module_error();
+  return words == nullptr ? "unknown error" : words;
+}
+
 }  // namespace
+
+Credentials make_credentials(const char *url) noexcept {
+  const OwnedText path = plugin_path();
+  if (g_module_supported() == FALSE)
+    return failed(ZOX_RESULT_NO_MODULES, path.get(), "modules cannot be loaded here");
+  const std::lock_guard lock(plugin_mutex);
+  const Module plugin = open_plugin(path.get());
+  if (!plugin)
+    return failed(ZOX_RESULT_PLUGIN_NOT_LOADED, path.get(), module_error());
+  const ZoxPluginAuth authenticate = entry_point(plugin);
+  if (authenticate == nullptr)
+    return failed(ZOX_RESULT_PLUGIN_NOT_RUN, path.get(), module_error());
+  const ZoxConfig &config = *core->config;
+  if (config.password == nullptr)
+    return {ZOX_RESULT_UNAUTHORIZED, nullptr, {}};
+  ZOX_ASSERT_IN(zox_http_curl_add_auth, core->config->username, "core->config->username");
+  const OwnedText secret(authenticate(url, config.password));
+  if (!secret)
+    return failed(ZOX_RESULT_PLUGIN_NOT_RUN, path.get(), "zox_plugin_auth gives no secret");
+  return {ZOX_RESULT_SUCCESS,
+          OwnedText(g_strconcat(config.username->str, ":", secret.get(), nullptr)),
+          {}};
+}
+
 }  // namespace velkor
 
 using namespace velkor;
@@ -40,22 +83,8 @@ using namespace velkor;
 extern "C" ZoxErrorCode zox_http_curl_add_auth(const char *url, char **userPassword) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->config);
-  if (g_module_supported() == FALSE)
-    return ZOX_RESULT_NO_MODULES;
-  const std::lock_guard lock(plugin_mutex);
-  const Module plugin = open_plugin();
-  if (!plugin)
-    return ZOX_RESULT_PLUGIN_NOT_LOADED;
-  const ZoxPluginAuth authenticate = entry_point(plugin);
-  if (authenticate == nullptr)
-    return ZOX_RESULT_PLUGIN_NOT_RUN;
-  const ZoxConfig &config = *core->config;
-  if (config.password == nullptr)
-    return ZOX_RESULT_UNAUTHORIZED;
-  ZOX_ASSERT(core->config->username);
-  const OwnedText secret(authenticate(url, config.password));
-  if (!secret)
-    return ZOX_RESULT_PLUGIN_NOT_RUN;
-  *userPassword = g_strconcat(config.username->str, ":", secret.get(), nullptr);
-  return ZOX_RESULT_SUCCESS;
+  Credentials credentials = make_credentials(url);
+  if (credentials.code == ZOX_RESULT_SUCCESS)
+    *userPassword = credentials.user_password.release();
+  return credentials.code;
 }

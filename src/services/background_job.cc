@@ -9,12 +9,15 @@ namespace {
 gboolean report_job(gpointer data) noexcept {
   order_after(data);
   const std::unique_ptr<BackgroundJob> job(static_cast<BackgroundJob *>(data));
+  latest_request() = std::move(job->request);
   job->report();
   return G_SOURCE_REMOVE;
 }
 
 gpointer run_job(gpointer data) noexcept {
-  static_cast<BackgroundJob *>(data)->run();
+  auto *job = static_cast<BackgroundJob *>(data);
+  job->run();
+  job->request = std::move(latest_request());
   order_before(data);
   g_idle_add(report_job, data);
   return nullptr;

@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include "http/request_record.h"
 #include "support/owned.h"
 
 namespace velkor {
@@ -20,6 +21,9 @@ public:
   virtual void run() noexcept = 0;
   /** Reports the outcome, once, on the thread of the default main loop after run(). */
   virtual void report() noexcept = 0;
+
+  /** The latest request of run(), as report() finds it on its own thread. */
+  RequestRecord request;
 };
 
 /**

@@ -76,6 +76,16 @@ PLACE(ZoxAppCore, categories, 40);
 PLACE(ZoxAppCore, mail, 48);
 PLACE(ZoxAppCore, tags, 56);
 
+SIZE(ZoxHttpFailure, 48);
+PLACE(ZoxHttpFailure, code, 0);
+PLACE(ZoxHttpFailure, transferResult, 4);
+PLACE(ZoxHttpFailure, httpStatus, 8);
+PLACE(ZoxHttpFailure, proxyFailed, 12);
+PLACE(ZoxHttpFailure, received, 16);
+PLACE(ZoxHttpFailure, host, 24);
+PLACE(ZoxHttpFailure, path, 32);
+PLACE(ZoxHttpFailure, text, 40);
+
 SIZE(ZoxHttpParameter, 16);
 PLACE(ZoxHttpParameter, paramName, 0);
 PLACE(ZoxHttpParameter, paramValue, 8);

@@ -6,6 +6,7 @@
 
 #include <velkor/zox_eventinfo.h>
 #include <velkor/zox_events_forum.h>
+#include <velkor/zox_http_curl.h>
 
 #include "tests/support/filter_fixture.h"
 #include "tests/unit/services/service_fixture.h"
@@ -72,6 +73,24 @@ TEST_F(Background, TellsDetailsOnTheMainLoop) {
   EXPECT_THAT(told.lines, ElementsAre("details 5 0 (null)"));
   EXPECT_THAT(told.threads, ElementsAre(std::this_thread::get_id()));
   EXPECT_EQ(text_of(cached(5)->ann), "a");
+}
+
+gint tell_failure(ZoxErrorCode, gint32, char *message, gpointer told) {
+  const ZoxHttpFailure *failure = zox_http_last_failure();
+  static_cast<Told *>(told)->add(failure == nullptr ? "none" : failure->path, message);
+  return 0;
+}
+
+TEST_F(Background, TellsWhyARequestFailed) {
+  cache(5);
+  cache(6);
+  server.reply(details_path, "BAN");
+  zox_eventinfo_fetch_async(5, tell_failure, &told);
+  run_until(1);
+  server.reply(details_path, "<PostInfo><Post><Ann>a</Ann></Post></PostInfo>");
+  zox_eventinfo_fetch_async(6, tell_failure, &told);
+  run_until(2);
+  EXPECT_THAT(told.lines, ElementsAre(std::string(details_path) + " (null)", "none (null)"));
 }
 
 TEST_F(Background, TellsAForumOnTheMainLoop) {

@@ -1,0 +1,27 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The credentials of one request. */
+#ifndef VELKOR_HTTP_CREDENTIALS_H
+#define VELKOR_HTTP_CREDENTIALS_H
+
+#include <string>
+
+#include <velkor/zox_types.h>
+
+#include "support/owned.h"
+
+namespace velkor {
+
+struct Credentials {
+  /** As zox_http_curl_add_auth() gives it. */
+  ZoxErrorCode code;
+  /** User name and secret joined by a colon; null unless `code` is 0. */
+  OwnedText user_password;
+  /** What went wrong with the plug-in; empty unless `code` tells of it. */
+  std::string reason;
+};
+
+Credentials make_credentials(const char *url) noexcept;
+
+}  // namespace velkor
+
+#endif
