@@ -31,10 +31,10 @@ ZoxString *zox_events_sort_total(ZoxTextFunc textFunc);
  * Prints the display document of `core->eventlist` for the filter applied last: head with counters,
  * times, watchlist and page script, then the postings, divided by main category if the filter says
  * so. `textFunc` is called while the event list is locked for reading and must not change it.
- * Asserts "core->config", "data_dir", and "data", "path_tmp2", "path_tmp3", "path_tmp4", "sortTags"
- * and "tekst" for parts that could not be made. Threads: the core's.
- * @param filtered  non-zero for the filtered set, 0 for all postings; the number in the head is
- *                  that of the filtered set either way
+ * Asserts "core->config", "data_dir", and "data", "path_tmp2", "path_tmp3", "path_tmp4" and
+ * "sortTags" for parts that could not be made. Threads: the core's.
+ * @param filtered  1 for the filtered set, any other number for all postings; the number in the head
+ *                  is that of the filtered set either way
  * @param textFunc  converts announcement, description, signature and reactions; may be null
  * @return a new text
  */
@@ -50,8 +50,9 @@ ZoxString *zox_events_sort_apply_filter(const ZoxFilter *filter);
 
 /**
  * Prints one posting as "Event", with derived values and its forum. A line is cut at 65534 bytes;
- * an unknown newsgroup gives a warning and no line. Asserts "core->config", "event" (`posting`),
- * "tmp", "url", "groupId", "track" and "tekst" for parts that are missing. Threads: the core's.
+ * an unknown newsgroup gives a warning and no line, one without a name no line. Asserts
+ * "core->config", "event" (`posting`), and "tmp", "url", "groupId" and "track" for parts that are
+ * missing. Threads: the core's.
  * @param posting   the posting
  * @param indent    non-zero to put one more tab before every line
  * @param position  printed as "Pos"
@@ -63,7 +64,7 @@ ZoxString *zox_events_sort_print(const ZoxEvent *posting, gint32 indent, gint32 
 
 /**
  * Prints the HTML table of a posting's category, tags, state, link and reason of removal. Texts are
- * not escaped. Asserts "event" (`posting`). Threads: the core's.
+ * not escaped. Asserts "event" (`posting`), "url", and "tmp" (no tag is null). Threads: the core's.
  * @param posting  the posting
  * @return a new text of one line
  */

@@ -10,20 +10,22 @@
 namespace velkor {
 namespace {
 
-std::optional<std::string> short_name(guint32 id) noexcept {
+ShownNewsgroup shown_newsgroup(guint32 id) noexcept {
   const ZoxGroup *group = zox_group_by_id(id);
-  if (group == nullptr || group->groupName == nullptr)
-    return std::nullopt;
-  return OwnedText(zox_string_strip_newsgroup(group->groupName)).get();
+  if (group == nullptr)
+    return {};
+  if (group->groupName == nullptr)
+    return {.known = true, .name = std::nullopt};
+  return {.known = true, .name = OwnedText(zox_string_strip_newsgroup(group->groupName)).get()};
 }
 
 }  // namespace
 
-const std::string *DisplayLookups::newsgroup(guint32 id) noexcept {
+const ShownNewsgroup &DisplayLookups::newsgroup(guint32 id) noexcept {
   auto place = newsgroups_.find(id);
   if (place == newsgroups_.end())
-    place = newsgroups_.emplace(id, short_name(id)).first;
-  return place->second ? &*place->second : nullptr;
+    place = newsgroups_.emplace(id, shown_newsgroup(id)).first;
+  return place->second;
 }
 
 const ZoxTag *DisplayLookups::tag(const ZoxString &code, gint32 category) noexcept {

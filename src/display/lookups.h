@@ -12,18 +12,25 @@
 
 namespace velkor {
 
+/** What the display shows of a newsgroup. */
+struct ShownNewsgroup {
+  /** Whether there is such a newsgroup at all. */
+  bool known = false;
+  /** Its short name; none when it has no name. */
+  std::optional<std::string> name;
+};
+
 /** Serves one document; the tables do not change meanwhile. */
 class DisplayLookups {
 public:
-  /** The short name of the newsgroup, or null when there is no such group or it has no name. */
-  const std::string *newsgroup(guint32 id) noexcept;
+  const ShownNewsgroup &newsgroup(guint32 id) noexcept;
   /** The tag of that code and main category, or null. */
   const ZoxTag *tag(const ZoxString &code, gint32 category) noexcept;
   /** Whether the posting is on the watchlist. */
   bool watched(gint32 postId) noexcept;
 
 private:
-  std::unordered_map<guint32, std::optional<std::string>> newsgroups_;
+  std::unordered_map<guint32, ShownNewsgroup> newsgroups_;
   std::unordered_map<std::string, const ZoxTag *> tags_;  // by category and code
   std::string tagKey_;
   std::optional<std::unordered_set<gint32>> watchlist_;

@@ -187,7 +187,7 @@ ZoxString *zox_events_sort_total(ZoxTextFunc textFunc) {
 }
 
 ZoxString *zox_events_sort(gint32 filtered, ZoxTextFunc textFunc) {
-  return events_document(filtered != 0, textFunc, std::time(nullptr));
+  return events_document(filtered == 1, textFunc, std::time(nullptr));
 }
 
 ZoxString *zox_events_sort_apply_filter(const ZoxFilter *filter) {

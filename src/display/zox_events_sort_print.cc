@@ -200,10 +200,10 @@ void EventPrinter::groups(const LineElement &element) noexcept {
 void EventPrinter::newsgroups(const LineElement &element) noexcept {
   for (const ZoxString *groupId : Items<ZoxString>(event_.groups)) {
     const auto id = static_cast<guint32>(leading_integer(groupId->str));
-    const std::string *name = lookups_.newsgroup(id);
-    if (name != nullptr)
-      lines_.cdata_line(element, [&] { out_.add(*name); });
-    else
+    const ShownNewsgroup &newsgroup = lookups_.newsgroup(id);
+    if (newsgroup.name)
+      lines_.cdata_line(element, [&] { out_.add(*newsgroup.name); });
+    else if (!newsgroup.known)
       g_warning("zox_events_sort_print(): nieuwsgroep behorende bij groupId %s onbekend "
                 "(eventid = %i)!\n",
                 groupId->str, event_.postId);
