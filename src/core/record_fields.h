@@ -16,7 +16,7 @@ namespace velkor {
 /** One element of a record. A `GSList *` is a split list. */
 template <typename Record>
 struct Field {
-  /** Name of the element; letter case does not count. */
+  /** Name of the element. */
   std::string_view element;
   std::variant<gint32 Record::*, guint32 Record::*, gint64 Record::*, GString * Record::*,
                char * Record::*, GSList * Record::*>
@@ -44,14 +44,17 @@ void release_value(GString *&place) noexcept;
 void release_value(char *&place) noexcept;
 void release_value(GSList *&place) noexcept;
 
+/** How an element is compared with a name: xml::is_named or xml::is_named_exactly. */
+using NameTest = bool (*)(const xmlNode *node, std::string_view name) noexcept;
+
 /** The row for an element, or null when the record has none of that name. */
 template <typename Record>
-const Field<Record> *field_for(const xmlNode *node,
-                               std::span<const Field<Record>> fields) noexcept {
+const Field<Record> *field_for(const xmlNode *node, std::span<const Field<Record>> fields,
+                               NameTest test = xml::is_named) noexcept {
   if (node->type != XML_ELEMENT_NODE)
     return nullptr;
   for (const Field<Record> &field : fields) {
-    if (xml::is_named(node, field.element))
+    if (test(node, field.element))
       return &field;
   }
   return nullptr;
@@ -65,10 +68,10 @@ bool read_field(xmlDoc *doc, xmlNode *node, const Field<Record> &field, Record &
 
 /** Fills a record from sibling elements; a later one of the same name counts, others do not. */
 template <typename Record>
-void read_fields(xmlDoc *doc, xmlNode *first, std::span<const Field<Record>> fields,
-                 Record &record) noexcept {
+void read_fields(xmlDoc *doc, xmlNode *first, std::span<const Field<Record>> fields, Record &record,
+                 NameTest test = xml::is_named) noexcept {
   for (xmlNode *node : xml::Siblings(first)) {
-    if (const Field<Record> *field = field_for(node, fields))
+    if (const Field<Record> *field = field_for(node, fields, test))
       read_field(doc, node, *field, record);
   }
 }

@@ -89,7 +89,7 @@ private:
   template <typename Act>
   static void for_each(xmlNode *record, std::string_view name, Act act) noexcept {
     for (xmlNode *node : xml::Siblings(record->children)) {
-      if (node->type == XML_ELEMENT_NODE && xml::name_of(node) == name)
+      if (xml::is_named_exactly(node, name))
         act(node);
     }
   }
@@ -148,7 +148,7 @@ private:
 };
 
 bool is_record(const xmlNode *node) noexcept {
-  return node->type == XML_ELEMENT_NODE && xml::name_of(node) == event_element &&
+  return xml::is_named_exactly(node, event_element) &&
          xmlHasProp(node, xml::chars("Code")) != nullptr;
 }
 

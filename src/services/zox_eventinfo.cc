@@ -149,7 +149,7 @@ ZoxEvent *zox_eventinfo_parse(const ZoxString *text) {
   for (xmlNode *node : document.children()) {
     if (xml::is_named(node, "Post"))
       event.reset(zox_events_parse_event(document.get(), node->children));
-    else if (xml::is_named(node, "MP3"))
+    else if (xml::is_named_exactly(node, "MP3"))
       read_tracks(document.get(), node, event.get());
   }
   return event.release();

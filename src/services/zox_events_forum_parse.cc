@@ -56,7 +56,7 @@ constexpr auto kudos_fields =
     std::to_array<Field<UserKudos>>({{"User", &UserKudos::user}, {"Kudos", &UserKudos::kudos}});
 
 UserKudos::UserKudos(xmlDoc *doc, xmlNode *first) noexcept {
-  read_fields<UserKudos>(doc, first, kudos_fields, *this);
+  read_fields<UserKudos>(doc, first, kudos_fields, *this, xml::is_named_exactly);
 }
 
 OwnedReactie read_reactie(xmlDoc *doc, xmlNode *first, bool dropWithdrawn) noexcept {
@@ -164,8 +164,8 @@ void zox_events_forum_parse_forum(xmlDocPtr doc, xmlNodePtr firstChild, ZoxEvent
 
 void zox_events_forum_parse_data(xmlDocPtr doc, xmlNodePtr firstChild, ZoxEvent *event) {
   ZOX_ASSERT(event->forum);
-  read_fields<ZoxEvent>(doc, firstChild, event_fields, *event);
-  read_fields<ZoxForum>(doc, firstChild, forum_fields, *event->forum);
+  read_fields<ZoxEvent>(doc, firstChild, event_fields, *event, xml::is_named_exactly);
+  read_fields<ZoxForum>(doc, firstChild, forum_fields, *event->forum, xml::is_named_exactly);
 }
 
 void zox_events_forum_parse_kudos(xmlDocPtr doc, xmlNodePtr firstChild, ZoxEvent *event) {

@@ -53,7 +53,7 @@ private:
 
 /** The code of an "Event" that holds a message; none for any other. */
 std::optional<ZoxMailCode> message_code(const xmlNode *node) noexcept {
-  if (!xml::is_named(node, "Event"))
+  if (!xml::is_named_exactly(node, "Event"))
     return std::nullopt;
   const xml::Chars attribute(xmlGetProp(node, xml::chars("Code")));
   if (!attribute)

@@ -78,6 +78,10 @@ bool is_named(const xmlNode *node, std::string_view name) noexcept {
   return node->type == XML_ELEMENT_NODE && equal_ignoring_case(name_of(node), name);
 }
 
+bool is_named_exactly(const xmlNode *node, std::string_view name) noexcept {
+  return node->type == XML_ELEMENT_NODE && name_of(node) == name;
+}
+
 xmlNode *root_named(const Document &document, const char *expected, const char *reader,
                     const Complaint &complaint) noexcept {
   xmlNode *root = xmlDocGetRootElement(document.get());

@@ -59,6 +59,8 @@ inline std::string_view name_of(const xmlNode *node) noexcept {
 
 /** Whether the node is an element of that name when letter case does not count. */
 bool is_named(const xmlNode *node, std::string_view name) noexcept;
+/** Whether the node is an element of exactly that name. */
+bool is_named_exactly(const xmlNode *node, std::string_view name) noexcept;
 
 /** How a reader tells of a document that is none of its own, where it differs from the others. */
 struct Complaint {

@@ -161,6 +161,22 @@ TEST_F(ZoxEventsForumParse, AcceptsARootOfOtherLetterCase) {
   EXPECT_THAT(reactions(), ElementsAre("a:0"));
 }
 
+TEST_F(ZoxEventsForumParse, ComparesNamesInAReactionWithoutLetterCase) {
+  EXPECT_EQ(parse(in_forum("<eVENT Code=\"1\"><aUTHOR>a</aUTHOR></eVENT>")), 0);
+  EXPECT_THAT(reactions(), ElementsAre("a:0"));
+}
+
+TEST_F(ZoxEventsForumParse, KnowsDataAndKudosByTheirExactNamesOnly) {
+  EXPECT_EQ(
+      parse(in_forum(reaction("a") + "<Event Code=\"0\"><view>9</view><stamp>8</stamp></Event>"
+                                     "<Event Code=\"3\"><user>a</user><Kudos>5</Kudos></Event>"
+                                     "<Event Code=\"3\"><User>a</User><kudos>6</kudos></Event>")),
+      0);
+  EXPECT_EQ(event->view, 0);
+  EXPECT_EQ(event->forum->stamp, 0);
+  EXPECT_THAT(reactions(), ElementsAre("a:0"));
+}
+
 /** The handlers of single elements, called one by one. */
 class ForumHandler : public ZoxEventsForumParse {
 protected:
@@ -202,7 +218,7 @@ TEST_F(ForumHandler, SetsKudosOfTheReactionsSoFar) {
 }
 
 TEST_F(ForumHandler, SetsData) {
-  xmlNode *children = children_of("<Event><Stamp>7</Stamp><STATUS>2</STATUS></Event>");
+  xmlNode *children = children_of("<Event><Stamp>7</Stamp><Status>2</Status></Event>");
   zox_events_forum_parse_data(document.get(), children, event.get());
   EXPECT_EQ(event->forum->stamp, 7);
   EXPECT_EQ(event->status, 2);

@@ -49,10 +49,16 @@ TEST_F(ZoxMailParse, PassesOverOtherCodesAndChildren) {
   EXPECT_THAT(log.warnings(), IsEmpty());
 }
 
-TEST_F(ZoxMailParse, ComparesNamesWithoutLetterCase) {
-  EXPECT_THAT(parse("<mAIL><eVENT Code=\"1\"><FROM>a</FROM><subject>s</subject><bODY>b</bODY>"
-                    "<STAMP>7</STAMP></eVENT></mAIL>"),
+TEST_F(ZoxMailParse, ComparesNamesOfRootAndTextsWithoutLetterCase) {
+  EXPECT_THAT(parse("<mAIL><Event Code=\"1\"><FROM>a</FROM><subject>s</subject><bODY>b</bODY>"
+                    "<STAMP>7</STAMP></Event></mAIL>"),
               ElementsAre("1 a/s/b@7"));
+}
+
+TEST_F(ZoxMailParse, KnowsMessagesByTheirExactNameOnly) {
+  EXPECT_THAT(parse("<Mail><event Code=\"1\"><From>a</From><Subject>s</Subject><Body>b</Body>"
+                    "</event></Mail>"),
+              IsEmpty());
 }
 
 TEST_F(ZoxMailParse, TakesTheLastOfARepeatedElementAndIgnoresOthers) {
