@@ -23,8 +23,7 @@ typedef gint (*ZoxPostProgress)(gint32 step);
 /**
  * Sends a posting, then its description, signature and tracks where it has them. When one of these
  * fails, the posting stays on the server without the rest. The server's notice of code 29 is not
- * handed over. Asserts "event", and by name the intermediate texts "groups", "status", "filtyp",
- * "nfiles", "filsrt", "parcnt", "partyp", "cat", "scat", "tagString" and "subcatTag".
+ * handed over. Asserts "event".
  * @param event     the posting, with a title; its `postId` becomes the server's once it is
  *                  accepted, and with tracks `fStart` becomes 1 and `files` the number of tracks
  * @param progress  told of each step; may be null

@@ -134,8 +134,8 @@ ZoxErrorCode SpotSender::accept(const char *reply) noexcept {
   if (verdict != '0' && verdict != '1')
     return ZOX_RESULT_NOT_PARSED;
   reserved_ = verdict == '0';
-  report(ZOX_POST_ACCEPTED);
   event_.postId = leading_integer(reply + 1);
+  report(ZOX_POST_ACCEPTED);
   return ZOX_RESULT_SUCCESS;
 }
 

@@ -1,6 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include <velkor/zox_post.h>
 
+#include <map>
+
 #include "tests/support/fresh_process.h"
 #include "tests/unit/services/service_fixture.h"
 
@@ -51,6 +53,23 @@ protected:
 
   OwnedEvent event{zox_event_new()};
 };
+
+/** The spot being sent and the post ids that it had at each step, for a callback that looks. */
+const ZoxEvent *spot = nullptr;
+std::map<gint32, gint32> ids;
+gint note_id(gint32 step) {
+  ids[step] = spot->postId;
+  return 0;
+}
+
+TEST_F(ZoxPost, KnowsThePostIdWhenItIsAccepted) {
+  spot = event.get();
+  ids.clear();
+  server.reply(path, "1987");
+  EXPECT_EQ(zox_post_send(event.get(), note_id), 0U);
+  EXPECT_EQ(ids.at(ZOX_POST_SENT), -1);
+  EXPECT_EQ(ids.at(ZOX_POST_ACCEPTED), 987);
+}
 
 TEST_F(ZoxPost, SendsAPlainPostingInOneRequest) {
   server.reply(path, "142");
