@@ -83,7 +83,7 @@ void zox_filterlist_set_filters(ZOXFilterlist *list, GSList *filters);
 void zox_filterlist_append_filter(ZOXFilterlist *list, const ZoxFilter *filter);
 
 /**
- * Calls a function with each filter, in order. Threads: any.
+ * Calls a function with each filter, in order. Asserts "func". Threads: any.
  * @param list      the list
  * @param readOnly  non-zero to hold the lock for reading during the walk, 0 for writing
  * @param func      the function; it must not call back into the list
