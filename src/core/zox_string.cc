@@ -90,6 +90,7 @@ ZoxString *zox_string_add_http(const ZoxString *s) {
 char *zox_string_date(gint64 seconds) {
   const std::time_t moment = seconds;
   std::tm local{};
+  tzset();  // the time zone may have changed, and localtime_r() need not look
   if (localtime_r(&moment, &local) == nullptr) {
     g_warning("zox_string_date(): datum kan niet geparsed worden\n");
     return nullptr;

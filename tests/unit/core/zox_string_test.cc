@@ -130,6 +130,13 @@ TEST(ZoxStringDate, PrintsLocalTime) {
   EXPECT_EQ(taken(zox_string_date(1214913600)), "01-07 (14:00)");
 }
 
+TEST(ZoxStringDate, FollowsAChangedTimeZone) {
+  const test::Sandbox sandbox;
+  EXPECT_EQ(taken(zox_string_date(0)), "01-01 (01:00)");
+  const test::EnvironmentVariable zone("TZ", "UTC-5");
+  EXPECT_EQ(taken(zox_string_date(0)), "01-01 (05:00)");
+}
+
 TEST(ZoxStringDate, RefusesATimeBeyondTheCalendar) {
   const test::LogCapture log;
   EXPECT_EQ(zox_string_date(std::numeric_limits<gint64>::max()), nullptr);
