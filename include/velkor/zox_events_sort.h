@@ -33,8 +33,8 @@ ZoxString *zox_events_sort_total(ZoxTextFunc textFunc);
  * so. `textFunc` is called while the event list is locked for reading and must not change it.
  * Asserts "core->config", "data_dir", and "data", "path_tmp2", "path_tmp3", "path_tmp4" and
  * "sortTags" for parts that could not be made. Threads: the core's.
- * @param filtered  1 for the filtered set, any other number for all postings; the number in the head
- *                  is that of the filtered set either way
+ * @param filtered  1 for the filtered set, any other number for all postings; the number in the
+ * head is that of the filtered set either way
  * @param textFunc  converts announcement, description, signature and reactions; may be null
  * @return a new text
  */

@@ -8,7 +8,7 @@
 #include <velkor/zox_events_sort.h>
 
 #include "display/lookups.h"
-#include "display/text_writer.h"
+#include "support/text_writer.h"
 
 namespace velkor {
 

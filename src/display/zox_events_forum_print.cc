@@ -3,7 +3,6 @@
 #include <velkor/zox_events_forum.h>
 
 #include <algorithm>
-#include <string>
 
 #include <velkor/zox_string.h>
 
@@ -11,45 +10,13 @@
 #include "support/owned.h"
 #include "support/slist.h"
 #include "support/text.h"
+#include "support/text_writer.h"
 
 namespace velkor {
 namespace {
 
-/** Room in a line for what stands around the longest text. */
+/** How much longer a line may be than the longest text of its reaction. */
 constexpr std::size_t line_margin = 100;
-
-/** Appends lines, each cut where the line buffer of its reaction ends. */
-class LineWriter {
-public:
-  LineWriter(GString *out, std::size_t buffer) noexcept : out_(out), longest_(buffer - 1) {}
-
-  void plain(std::string_view line) noexcept {
-    const std::string_view cut = line.substr(0, longest_);
-    g_string_append_len(out_, cut.data(), static_cast<gssize>(cut.size()));
-  }
-
-  void element(const char *name, std::string_view content) noexcept {
-    const std::string tag(name);
-    plain("\t\t\t<" + tag + ">" + std::string(content) + "</" + tag + ">\n");
-  }
-
-  void number(const char *name, gint32 value) noexcept { element(name, decimal(value)); }
-
-  void cdata(const char *name, std::string_view text) noexcept {
-    element(name, "<![CDATA[" + std::string(text) + "]]>");
-  }
-
-  void date_if_any(const char *name, gint64 seconds) noexcept {
-    if (seconds <= 0)
-      return;
-    const OwnedText date(zox_string_date(seconds));
-    cdata(name, date ? date.get() : "");
-  }
-
-private:
-  GString *out_;
-  std::size_t longest_;
-};
 
 /** The body as it is shown: converted, or a copy when there is no converter. */
 OwnedString shown_body(const ZoxReactie &reactie, ZoxTextFunc textFunc) noexcept {
@@ -60,21 +27,29 @@ OwnedString shown_body(const ZoxReactie &reactie, ZoxTextFunc textFunc) noexcept
   return converted ? std::move(converted) : OwnedString(g_string_new(nullptr));
 }
 
-void print_reactie(GString *out, const ZoxReactie &reactie, ZoxTextFunc textFunc) noexcept {
+void print_date(LineWriter &lines, const LineElement &element, gint64 seconds) noexcept {
+  if (seconds <= 0)
+    return;
+  const OwnedText date(zox_string_date(seconds));
+  lines.cdata_line(element, date ? date.get() : "");
+}
+
+/** Each line is cut where the line buffer of its reaction would end. */
+void print_reactie(TextWriter &out, const ZoxReactie &reactie, ZoxTextFunc textFunc) noexcept {
   const OwnedString body = shown_body(reactie, textFunc);
-  const std::size_t longest =
+  const std::size_t max_length =
       std::max<std::size_t>(zox_events_forum_get_highest_length(&reactie), body->len);
-  LineWriter lines(out, longest + line_margin);
-  lines.plain("\t\t<Reactie>\n");
-  lines.number("MessID", static_cast<gint32>(reactie.messId));
-  lines.number("Kudos", static_cast<gint32>(reactie.kudos));
-  lines.cdata("Author", view_of(reactie.author));
-  lines.cdata("Body", view_of(body.get()));
-  lines.number("Stamp", static_cast<gint32>(reactie.stamp));
-  lines.date_if_any("Datum", reactie.stamp);
-  lines.date_if_any("Edit", reactie.edit);
-  lines.cdata("Avatar", view_of(reactie.avatar));
-  lines.plain("\t\t</Reactie>\n");
+  LineWriter lines(out, {.limit = max_length + line_margin - 1});
+  lines.plain_line("\t\t<Reactie>\n");
+  lines.number_line({"MessID", 3}, static_cast<gint32>(reactie.messId));
+  lines.number_line({"Kudos", 3}, static_cast<gint32>(reactie.kudos));
+  lines.cdata_line({"Author", 3}, view_of(reactie.author));
+  lines.cdata_line({"Body", 3}, view_of(body.get()));
+  lines.number_line({"Stamp", 3}, static_cast<gint32>(reactie.stamp));
+  print_date(lines, {"Datum", 3}, reactie.stamp);
+  print_date(lines, {"Edit", 3}, reactie.edit);
+  lines.cdata_line({"Avatar", 3}, view_of(reactie.avatar));
+  lines.plain_line("\t\t</Reactie>\n");
 }
 
 }  // namespace
@@ -87,14 +62,13 @@ extern "C" {
 ZoxString *zox_events_forum_print(const ZoxEvent *event, ZoxTextFunc textFunc) {
   ZOX_ASSERT(event);
   ZOX_ASSERT(event->forum);
-  OwnedString out(g_string_new(nullptr));
+  TextWriter out;
   guint32 count = 0;
   for (const ZoxReactie *reactie : Items<const ZoxReactie>(event->forum->reactions)) {
-    print_reactie(out.get(), *reactie, textFunc);
+    print_reactie(out, *reactie, textFunc);
     ++count;
   }
-  const std::string total = "\t\t<NumReacties>" + std::to_string(count) + "</NumReacties>\n";
-  g_string_append_len(out.get(), total.data(), static_cast<gssize>(total.size()));
+  LineWriter(out).number_line({"NumReacties"}, count);
   return out.release();
 }
 

@@ -59,7 +59,6 @@ public:
 private:
   void add_sort_instructions() noexcept;
   void add_head(gint64 now) noexcept;
-  void add_head_number(std::string_view opening, gint32 number, std::string_view closing) noexcept;
   void add_category(gint32 category) noexcept;
   gint32 add_events(gint32 category, bool indent) noexcept;
   bool add_held_event(ZOXEventObject &object, gint32 category, bool indent,
@@ -70,6 +69,7 @@ private:
   const OwnedFilter filter_;
   DisplayLookups lookups_;
   TextWriter out_;
+  LineWriter lines_{out_};
 };
 
 ZoxString *Document::write(gint64 now) noexcept {
@@ -94,14 +94,11 @@ void Document::add_sort_instructions() noexcept {
 }
 
 void Document::add_head(gint64 now) noexcept {
-  add_head_number("\t<AantalEvents>",
-                  static_cast<gint32>(zox_eventlist_get_count(core->eventlist, 1)),
-                  "</AantalEvents>\n");
+  lines_.number_line({"AantalEvents", 1},
+                     static_cast<gint32>(zox_eventlist_get_count(core->eventlist, 1)));
   const OwnedText date(zox_string_date(now));
-  out_.add("\t<DateTimeGenerated><![CDATA[");
-  out_.add(date ? date.get() : "(null)");
-  out_.add("]]></DateTimeGenerated>\n");
-  add_head_number("\t<PrevCheck>", static_cast<gint32>(core->config->prevCheck), "</PrevCheck>\n");
+  lines_.cdata_line({"DateTimeGenerated", 1}, date ? date.get() : "(null)");
+  lines_.number_line({"PrevCheck", 1}, static_cast<gint32>(core->config->prevCheck));
   const OwnedString data(zox_watchlist_print());
   ZOX_ASSERT_IN(zox_events_sort, data, "data");
   out_.add(data->str);
@@ -110,18 +107,11 @@ void Document::add_head(gint64 now) noexcept {
   out_.cut(script, head_line_limit);
 }
 
-void Document::add_head_number(std::string_view opening, gint32 number,
-                               std::string_view closing) noexcept {
-  out_.add(opening);
-  out_.add_number(number);
-  out_.add(closing);
-}
-
 void Document::add_category(gint32 category) noexcept {
   out_.add(category_openings[static_cast<std::size_t>(category)]);
   add_sort_instructions();
   const gint32 count = add_events(category, true);
-  add_head_number("\t\t<AantalEvents>", count, "</AantalEvents>\n");
+  lines_.number_line({"AantalEvents"}, count);
   out_.add("\t</CatEvents>\n");
 }
 
@@ -193,17 +183,13 @@ ZoxString *zox_events_sort(gint32 filtered, ZoxTextFunc textFunc) {
 ZoxString *zox_events_sort_apply_filter(const ZoxFilter *filter) {
   ZOX_ASSERT(filter);
   TextWriter out;
+  LineWriter lines(out);
   const auto mode = static_cast<std::size_t>(filter->sortMode);
-  if (mode < sort_modes.size()) {
-    out.add("\t<SortMode>");
-    out.add(sort_modes[mode]);
-    out.add("</SortMode>\n");
-  } else {
+  if (mode < sort_modes.size())
+    lines.word_line({"SortMode", 1}, sort_modes[mode]);
+  else
     g_warning("zox_events_sort_apply_filter(): Onbekend sorteerveld %i\n", filter->sortMode);
-  }
-  out.add("\t<SortRichting>");
-  out.add(filter->sortAscending != 0 ? "ascending" : "descending");
-  out.add("</SortRichting>\n");
+  lines.word_line({"SortRichting", 1}, filter->sortAscending != 0 ? "ascending" : "descending");
   return out.release();
 }
 

@@ -13,13 +13,16 @@
 #include <velkor/zox_string.h>
 
 #include "display/parts.h"
-#include "display/text_writer.h"
 #include "support/assertion.h"
 #include "support/slist.h"
 #include "support/text.h"
+#include "support/text_writer.h"
 
 namespace velkor {
 namespace {
+
+/** What fits into a line of the element. */
+constexpr std::size_t line_limit = 65534;
 
 class EventPrinter;
 
@@ -72,7 +75,7 @@ class EventPrinter {
 public:
   EventPrinter(TextWriter &out, const ZoxEvent &event, const ElementSettings &settings,
                DisplayLookups &lookups) noexcept
-      : out_(out), lines_(out, settings.indent), event_(event), settings_(settings),
+      : out_(out), lines_(out, {settings.indent, line_limit}), event_(event), settings_(settings),
         lookups_(lookups), address_(zox_string_add_http(event.link)) {
     ZOX_ASSERT_IN(zox_events_sort_print, address_, "url");
   }

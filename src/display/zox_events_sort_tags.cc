@@ -47,7 +47,7 @@ void add_tags(TextWriter &out, const ZoxEvent &event, DisplayLookups &lookups) n
   }
 }
 
-/** The front end catches links to "iets.html" and opens the address behind "link". */
+/** The front end intercepts links to "iets.html" and opens the address behind "link". */
 void add_link(TextWriter &out, std::string_view address) noexcept {
   out.add(label);
   out.add("Weblink");

@@ -29,7 +29,7 @@ extern "C" ZoxString *zox_mail_print(const ZoxBericht *bericht, gpointer, ZoxTex
   ZOX_ASSERT(core);
   ZOX_ASSERT(bericht);
   const OwnedString body = shown_body(*bericht, textFunc);
-  ZoxString *out = g_string_new(nullptr);
+  TextWriter out;
   append_message(out, {bericht->from, bericht->subject, body.get()}, bericht->code, bericht->stamp);
-  return out;
+  return out.release();
 }

@@ -7,6 +7,7 @@
 
 #include "services/myzox_fields.h"
 #include "support/slist.h"
+#include "support/xml.h"
 
 namespace velkor {
 namespace {
@@ -32,11 +33,11 @@ OwnedText printed_value(GSList *list) noexcept {
 }
 
 void print_post(xmlNode *root, const ZoxMyzoxPost &post) noexcept {
-  xmlNode *element = xmlNewChild(root, nullptr, xml::chars("Post"), nullptr);
+  xmlNode *element = xml::add_element(root, "Post");
   for (const Field<ZoxMyzoxPost> &field : myzox_fields) {
     const OwnedText value =
         std::visit([&](auto member) { return printed_value(post.*member); }, field.member);
-    xmlNewTextChild(element, nullptr, xml::chars(field.printed), xml::chars(value.get()));
+    xml::add_text(element, field.printed, value.get());
   }
 }
 
@@ -48,11 +49,9 @@ using namespace velkor;
 extern "C" {
 
 xmlDocPtr zox_myzox_print(GSList *list) {
-  xml::Document document(xmlNewDoc(xml::chars("1.0")));
-  xmlNode *root = xmlNewDocNode(document.get(), nullptr, xml::chars("MyZOX"), nullptr);
-  xmlDocSetRootElement(document.get(), root);
+  xml::Document document = xml::new_document("MyZOX");
   for (const ZoxMyzoxPost *post : Items<const ZoxMyzoxPost>(list))
-    print_post(root, *post);
+    print_post(xmlDocGetRootElement(document.get()), *post);
   return document.release();
 }
 

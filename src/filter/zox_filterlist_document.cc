@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <string>
 #include <utility>
 
 #include <velkor/zox_file.h>
@@ -104,29 +103,19 @@ bool replace_from_file(ZOXFilterlist &list) noexcept {
   return true;
 }
 
-void add_number(xmlNode *parent, const char *name, gint32 value) noexcept {
-  std::array<char, 12> text{};
-  g_snprintf(text.data(), text.size(), "%d", value);
-  xmlNewTextChild(parent, nullptr, xml::chars(name), xml::chars(text.data()));
-}
-
-void add_cdata(xmlNode *parent, const char *name, const ZoxString *text) noexcept {
-  if (text == nullptr)
-    return;
-  xmlNode *child = xmlNewChild(parent, nullptr, xml::chars(name), nullptr);
-  const std::string content = xml::storable(view_of(text));
-  xmlAddChild(child, xmlNewCDataBlock(parent->doc, xml::chars(content.c_str()),
-                                      static_cast<int>(content.size())));
+void add_text(xmlNode *parent, const char *name, const ZoxString *text) noexcept {
+  if (text != nullptr)
+    xml::add_cdata(parent, name, xml::storable(view_of(text)));
 }
 
 void add_filter(xmlNode *root, const ZoxFilter &filter) noexcept {
-  xmlNode *element = xmlNewChild(root, nullptr, xml::chars("Filter"), nullptr);
-  add_cdata(element, "filterNaam", filter.name);
-  add_number(element, "cat", filter.cat);
-  add_number(element, "sCat", filter.sCat);
-  add_cdata(element, "extra_tag", filter.extraTag);
+  xmlNode *element = xml::add_element(root, "Filter");
+  add_text(element, "filterNaam", filter.name);
+  xml::add_number(element, "cat", filter.cat);
+  xml::add_number(element, "sCat", filter.sCat);
+  add_text(element, "extra_tag", filter.extraTag);
   for (const ZoxString *code : Items<ZoxString>(filter.tags))
-    add_cdata(element, "tag", code);
+    add_text(element, "tag", code);
 }
 
 }  // namespace
@@ -147,12 +136,10 @@ void zox_filterlist_load(ZOXFilterlist *list) {
 void zox_filterlist_save(ZOXFilterlist *list) {
   g_return_if_fail(is_instance(list, zox_filterlist_get_type()));
   const ReadLock lock(list->lock);
-  const xml::Document document(xmlNewDoc(xml::chars("1.0")));
-  xmlNode *root = xmlNewDocNode(document.get(), nullptr, xml::chars("Filters"), nullptr);
-  xmlDocSetRootElement(document.get(), root);
+  const xml::Document document = xml::new_document("Filters");
   for (const ZoxFilter *filter : Items<ZoxFilter>(list->filters)) {
     ZOX_ASSERT(filter);
-    add_filter(root, *filter);
+    add_filter(xmlDocGetRootElement(document.get()), *filter);
   }
   save_document(document.get(), cache_name, false);
 }

@@ -10,6 +10,7 @@
 #include "support/owned.h"
 #include "support/slist.h"
 #include "support/text.h"
+#include "support/text_writer.h"
 
 namespace velkor {
 
@@ -86,12 +87,13 @@ void zox_watchlist_clear(void) {
 ZoxString *zox_watchlist_print(void) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->config);
-  ZoxString *text = g_string_new(nullptr);
+  TextWriter text;
+  LineWriter lines(text);
   for (const ZoxString *watchlist : Items<ZoxString>(core->config->watchlist)) {
     ZOX_ASSERT(watchlist);
-    g_string_append_printf(text, "\t<Watchlist>%i</Watchlist>\n", leading_integer(watchlist->str));
+    lines.number_line({"Watchlist", 1}, leading_integer(watchlist->str));
   }
-  return text;
+  return text.release();
 }
 
 guint32 zox_watchlist_get_state(void) {

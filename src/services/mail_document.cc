@@ -14,17 +14,6 @@ namespace {
 
 constexpr std::size_t max_date_length = 63;
 
-void append(GString *out, std::string_view text) noexcept {
-  g_string_append_len(out, text.data(), static_cast<gssize>(text.size()));
-}
-
-void append_element(GString *out, std::string_view name, std::string_view content) noexcept {
-  for (const std::string_view piece :
-       {std::string_view("\t\t<"), name, std::string_view(">"), content, std::string_view("</"),
-        name, std::string_view(">\n")})
-    append(out, piece);
-}
-
 std::string date_text(gint64 seconds) noexcept {
   const OwnedText date(zox_string_date(seconds));
   return date ? std::string(date.get()).substr(0, max_date_length) : std::string();
@@ -38,27 +27,30 @@ OwnedString storable(const GString *text) noexcept {
 
 }  // namespace
 
-void append_message(GString *out, const MessageTexts &texts, guint32 code, gint64 stamp) noexcept {
-  append(out, "\t<Event Code=\"" + decimal(static_cast<gint32>(code)) + "\">\n");
-  append_element(out, "From", xml::cdata(view_of(texts.from)));
-  append_element(out, "Subject", xml::cdata(view_of(texts.subject)));
-  append_element(out, "Body", xml::cdata(view_of(texts.body)));
-  append_element(out, "Stamp", decimal(static_cast<gint32>(stamp)));
-  append_element(out, "DateTime", date_text(stamp));
-  append(out, "\t</Event>\n");
+void append_message(TextWriter &out, const MessageTexts &texts, guint32 code,
+                    gint64 stamp) noexcept {
+  LineWriter lines(out);
+  lines.plain_line("\t<Event Code=\"" + decimal(static_cast<gint32>(code)) + "\">\n");
+  lines.word_line({"From"}, xml::cdata(view_of(texts.from)));
+  lines.word_line({"Subject"}, xml::cdata(view_of(texts.subject)));
+  lines.word_line({"Body"}, xml::cdata(view_of(texts.body)));
+  lines.number_line({"Stamp"}, static_cast<gint32>(stamp));
+  lines.word_line({"DateTime"}, date_text(stamp));
+  lines.plain_line("\t</Event>\n");
 }
 
 OwnedString mail_document(const GSList *messages) noexcept {
-  OwnedString document(g_string_new("<Mail>\n"));
+  TextWriter document;
+  document.add("<Mail>\n");
   for (const ZoxBericht *bericht : Items<const ZoxBericht>(messages)) {
     const OwnedString from = storable(bericht->from);
     const OwnedString subject = storable(bericht->subject);
     const OwnedString body = storable(bericht->body);
-    append_message(document.get(), {from.get(), subject.get(), body.get()}, bericht->code,
+    append_message(document, {from.get(), subject.get(), body.get()}, bericht->code,
                    bericht->stamp);
   }
-  append(document.get(), "</Mail>");
-  return document;
+  document.add("</Mail>");
+  return OwnedString(document.release());
 }
 
 }  // namespace velkor

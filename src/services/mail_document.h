@@ -6,6 +6,7 @@
 #include <velkor/zox_mail.h>
 
 #include "support/owned.h"
+#include "support/text_writer.h"
 
 namespace velkor {
 
@@ -32,7 +33,8 @@ struct MessageTexts {
  * @param code   what kind of message it is
  * @param stamp  seconds since 1970
  */
-void append_message(GString *out, const MessageTexts &texts, guint32 code, gint64 stamp) noexcept;
+void append_message(TextWriter &out, const MessageTexts &texts, guint32 code,
+                    gint64 stamp) noexcept;
 
 /**
  * The document that the mail file holds, without its last line end. What XML cannot hold is left

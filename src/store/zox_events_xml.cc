@@ -22,8 +22,7 @@ namespace {
 /** Adds the element of one field; a text or list that is null is left out. */
 class FieldWriter {
 public:
-  FieldWriter(const ZoxEvent &event, xmlDoc *document, xmlNode *parent) noexcept
-      : event_(event), document_(document), parent_(parent) {}
+  FieldWriter(const ZoxEvent &event, xmlNode *parent) noexcept : event_(event), parent_(parent) {}
 
   void write(const EventField &field) const noexcept {
     std::visit([&](auto kind) { add(field.element, kind); }, field.kind);
@@ -40,29 +39,21 @@ private:
 
   void add(const char *name, TextField field) const noexcept {
     if (const GString *text = event_.*field.member)
-      add_text(name, text);
+      xml::add_cdata(parent_, name, view_of(text));
   }
 
   void add(const char *name, ListField field) const noexcept {
     if (GSList *list = event_.*field.member)
-      add_text(name, OwnedString(zox_splitted_list_concat(list)).get());
+      xml::add_cdata(parent_, name, view_of(OwnedString(zox_splitted_list_concat(list)).get()));
   }
 
   void add(const char *, TracksField) const noexcept {}  // never cached
 
   void add_number(const char *name, gint32 number) const noexcept {
-    const OwnedString text(zox_string_integer(number));
-    xmlNewTextChild(parent_, nullptr, xml::chars(name), xml::chars(text->str));
-  }
-
-  void add_text(const char *name, const GString *text) const noexcept {
-    xmlNode *element = xmlNewChild(parent_, nullptr, xml::chars(name), nullptr);
-    xmlAddChild(element,
-                xmlNewCDataBlock(document_, xml::chars(text->str), static_cast<int>(text->len)));
+    xml::add_text(parent_, name, OwnedString(zox_string_integer(number))->str);
   }
 
   const ZoxEvent &event_;
-  xmlDoc *document_;
   xmlNode *parent_;
 };
 
@@ -98,7 +89,7 @@ using namespace velkor;
 
 extern "C" {
 
-xmlNodePtr zox_events_xml_add_basic(const ZoxEvent *event, xmlDocPtr doc) {
+xmlNodePtr zox_events_xml_add_basic(const ZoxEvent *event, xmlDocPtr) {
   ZOX_ASSERT(event);
   if (const char *fault = fault_of(*event)) {
     g_warning("zox_events_xml_add_basic(): posting %i kan niet geschreven worden: %s\n",
@@ -107,7 +98,7 @@ xmlNodePtr zox_events_xml_add_basic(const ZoxEvent *event, xmlDocPtr doc) {
   }
   xmlNode *element = xmlNewNode(nullptr, xml::chars(event_element));
   xmlNewProp(element, xml::chars("Code"), xml::chars("1"));
-  const FieldWriter writer(*event, doc, element);
+  const FieldWriter writer(*event, element);
   for (const EventField &field : basic_fields)
     writer.write(field);
   return element;

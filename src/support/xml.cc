@@ -136,4 +136,29 @@ std::string cdata(std::string_view text) noexcept {
   return section.append(text).append(end);
 }
 
+Document new_document(const char *root) noexcept {
+  Document document(xmlNewDoc(chars("1.0")));
+  xmlDocSetRootElement(document.get(),
+                       xmlNewDocNode(document.get(), nullptr, chars(root), nullptr));
+  return document;
+}
+
+xmlNode *add_element(xmlNode *parent, const char *name) noexcept {
+  return xmlNewChild(parent, nullptr, chars(name), nullptr);
+}
+
+void add_text(xmlNode *parent, const char *name, const char *text) noexcept {
+  xmlNewTextChild(parent, nullptr, chars(name), chars(text));
+}
+
+void add_number(xmlNode *parent, const char *name, gint32 number) noexcept {
+  add_text(parent, name, decimal(number).c_str());
+}
+
+void add_cdata(xmlNode *parent, const char *name, std::string_view text) noexcept {
+  const auto *content = reinterpret_cast<const xmlChar *>(text.data());
+  xmlAddChild(add_element(parent, name),
+              xmlNewCDataBlock(parent->doc, content, static_cast<int>(text.size())));
+}
+
 }  // namespace velkor::xml

@@ -62,17 +62,17 @@ bool is_named(const xmlNode *node, std::string_view name) noexcept;
 /** Whether the node is an element of exactly that name. */
 bool is_named_exactly(const xmlNode *node, std::string_view name) noexcept;
 
-/** How a reader tells of a document that is none of its own, where it differs from the others. */
+/** How a reader reports a document of another kind, where it differs from the other readers. */
 struct Complaint {
   /** The root that the message names instead of the one expected. */
   const char *other_root = nullptr;
-  /** Whether it is logged as a warning instead of said on standard error. */
+  /** Whether it is logged as a warning instead of printed on standard error. */
   bool logged = false;
 };
 
 /**
- * The root element when it is named `expected`, without regard to case. Otherwise null, after
- * `reader` has said that there is no document or that it is another one.
+ * The root element when it is named `expected`, without regard to case. Otherwise null, after a
+ * message of `reader` that there is no document or that it is of another kind.
  */
 xmlNode *root_named(const Document &document, const char *expected, const char *reader,
                     const Complaint &complaint = {}) noexcept;
@@ -87,6 +87,18 @@ std::string storable(std::string_view text) noexcept;
  * the new end stands between the second bracket and the ">" of the mark.
  */
 std::string cdata(std::string_view text) noexcept;
+
+/** A new document with its root, an element of that name. */
+Document new_document(const char *root) noexcept;
+
+/** Adds an element without content as the last child. */
+xmlNode *add_element(xmlNode *parent, const char *name) noexcept;
+/** Adds an element with a text, whose special characters are escaped; null stands for none. */
+void add_text(xmlNode *parent, const char *name, const char *text) noexcept;
+/** Adds an element with a number in decimal. */
+void add_number(xmlNode *parent, const char *name, gint32 number) noexcept;
+/** Adds an element with the text, unchanged, in one CDATA section. */
+void add_cdata(xmlNode *parent, const char *name, std::string_view text) noexcept;
 
 /** Siblings from `first` on as a range of `xmlNode *`. */
 class Siblings {

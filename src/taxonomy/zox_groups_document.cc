@@ -2,7 +2,7 @@
 /** The newsgroups document, which the service's reply and the cache file share. */
 #include <velkor/zox_groups.h>
 
-#include <array>
+#include <string>
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_file.h>
@@ -43,13 +43,10 @@ bool read_groups(const ZoxString *text, GroupList &groups) noexcept {
 }
 
 void add_group(xmlNode *root, const ZoxGroup &group) noexcept {
-  xmlNode *element = xmlNewChild(root, nullptr, xml::chars("Group"), nullptr);
-  std::array<char, 11> id{};
-  g_snprintf(id.data(), id.size(), "%u", group.id);
-  xmlNewProp(element, xml::chars("ID"), xml::chars(id.data()));
+  xmlNode *element = xml::add_element(root, "Group");
+  xmlNewProp(element, xml::chars("ID"), xml::chars(std::to_string(group.id).c_str()));
   if (group.groupName != nullptr)
-    xmlNewTextChild(element, nullptr, xml::chars("Name"),
-                    xml::chars(xml::storable(view_of(group.groupName)).c_str()));
+    xml::add_text(element, "Name", xml::storable(view_of(group.groupName)).c_str());
 }
 
 }  // namespace
@@ -94,11 +91,9 @@ void zox_group_load(void) {
 
 gint32 zox_group_save(void) {
   ZOX_ASSERT(core);
-  const xml::Document document(xmlNewDoc(xml::chars("1.0")));
-  xmlNode *root = xmlNewDocNode(document.get(), nullptr, xml::chars("Groups"), nullptr);
-  xmlDocSetRootElement(document.get(), root);
+  const xml::Document document = xml::new_document("Groups");
   for (const ZoxGroup *group : Items<ZoxGroup>(core->groups))
-    add_group(root, *group);
+    add_group(xmlDocGetRootElement(document.get()), *group);
   return save_document(document.get(), cache_name, true);
 }
 

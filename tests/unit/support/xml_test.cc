@@ -1,6 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "support/xml.h"
 
+#include <limits>
+#include <memory>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -119,6 +121,41 @@ TEST(XmlStorable, ReplacesBytesThatAreNoUtf8) {
   EXPECT_EQ(xml::storable("caf\xe9!"), "caf\ufffd!");
   const std::string document = "<a>" + xml::storable("\xff\1\xc3") + "</a>";
   EXPECT_NE(xml::parse(document), nullptr);
+}
+
+/** The root as it is written. */
+std::string written(const xml::Document &document) {
+  const std::unique_ptr<xmlBuffer, ReleaseWith<xmlBufferFree>> buffer(xmlBufferCreate());
+  xmlNodeDump(buffer.get(), document.get(), xmlDocGetRootElement(document.get()), 0, 0);
+  return xml::chars(xmlBufferContent(buffer.get()));
+}
+
+TEST(XmlTree, GrowsByElements) {
+  const xml::Document document = xml::new_document("Root");
+  EXPECT_EQ(written(document), "<Root/>");
+  xmlNode *element = xml::add_element(xmlDocGetRootElement(document.get()), "Item");
+  xml::add_text(element, "Text", "a<b&c");
+  xml::add_text(element, "Nothing", nullptr);
+  xml::add_number(element, "Number", std::numeric_limits<gint32>::min());
+  xml::add_cdata(element, "Cdata", std::string_view("a<b&c").substr(0, 4));
+  EXPECT_EQ(written(document), "<Root><Item><Text>a&lt;b&amp;c</Text><Nothing/>"
+                               "<Number>-2147483648</Number><Cdata><![CDATA[a<b&]]></Cdata>"
+                               "</Item></Root>");
+}
+
+TEST(XmlTree, GrowsWithoutADocument) {
+  const xml::Node element(xmlNewNode(nullptr, xml::chars("Item")));
+  xml::add_cdata(element.get(), "Cdata", "text");
+  EXPECT_STREQ(xml::chars(element->children->children->content), "text");
+}
+
+TEST(XmlIsNamed, LetterCaseCountsOnRequest) {
+  const xml::Document document = xml::new_document("Root");
+  const xmlNode *root = xmlDocGetRootElement(document.get());
+  EXPECT_TRUE(xml::is_named(root, "rOOT"));
+  EXPECT_FALSE(xml::is_named(root, "Roo"));
+  EXPECT_TRUE(xml::is_named_exactly(root, "Root"));
+  EXPECT_FALSE(xml::is_named_exactly(root, "rOOT"));
 }
 
 }  // namespace

@@ -1,11 +1,13 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Writes a long text, and the lines of a posting's element within it. */
-#ifndef VELKOR_DISPLAY_TEXT_WRITER_H
-#define VELKOR_DISPLAY_TEXT_WRITER_H
+/** Writes a long text, and within it elements of one line each. */
+#ifndef VELKOR_SUPPORT_TEXT_WRITER_H
+#define VELKOR_SUPPORT_TEXT_WRITER_H
 
 #include <charconv>
+#include <concepts>
 #include <cstddef>
 #include <cstring>
+#include <limits>
 #include <string_view>
 
 #include "support/owned.h"
@@ -28,9 +30,9 @@ public:
   }
 
   void add_number(gint64 number) noexcept {
-    constexpr std::size_t longest = 20;
-    char *start = room_for(longest);
-    const char *const end = std::to_chars(start, start + longest, number).ptr;
+    constexpr std::size_t max_digits = 20;
+    char *start = room_for(max_digits);
+    const char *const end = std::to_chars(start, start + max_digits, number).ptr;
     text_->len += static_cast<std::size_t>(end - start);
   }
 
@@ -71,10 +73,19 @@ struct LineElement {
   std::size_t tabs = 2;
 };
 
-/** Writes the lines of a posting's element. */
+/** How the lines of a document differ from those of others. */
+struct LineRule {
+  /** Whether there is one more tab before each. */
+  bool indent = false;
+  /** What fits into a line behind that tab: anything longer is cut there. */
+  std::size_t limit = std::numeric_limits<std::size_t>::max();
+};
+
+/** Writes lines, most of which are an element. */
 class LineWriter {
 public:
-  LineWriter(TextWriter &out, bool indent) noexcept : out_(out), indent_(indent) {}
+  explicit LineWriter(TextWriter &out, const LineRule &rule = {}) noexcept
+      : out_(out), rule_(rule) {}
 
   void plain_line(std::string_view text) noexcept {
     line([&] { out_.add(text); });
@@ -84,18 +95,23 @@ public:
     element_line(element, [&] { out_.add_number(number); });
   }
 
-  /** A line with a text that needs no CDATA section. */
+  /** A line whose content needs no CDATA section. */
   void word_line(const LineElement &element, std::string_view word) noexcept {
     element_line(element, [&] { out_.add(word); });
   }
 
-  /** A line with a text in a CDATA section, as it is; null is printed as a null text. */
+  /** A line with a text in a CDATA section, as it is. */
+  void cdata_line(const LineElement &element, std::string_view text) noexcept {
+    cdata_line(element, [&] { out_.add(text); });
+  }
+
+  /** The same for a text as "%s" prints it. */
   void text_line(const LineElement &element, const GString *text) noexcept {
     cdata_line(element, [&] { out_.add_text(text); });
   }
 
   /** A line whose content, written by `content`, stands in a CDATA section. */
-  template <typename Content>
+  template <std::invocable Content>
   void cdata_line(const LineElement &element, Content &&content) noexcept {
     element_line(element, [&] {
       out_.add("<![CDATA[");
@@ -105,16 +121,13 @@ public:
   }
 
 private:
-  /** What fits into a line: anything longer is cut there. */
-  static constexpr std::size_t line_limit = 65534;
-
   template <typename Content>
   void line(Content &&content) noexcept {
-    if (indent_)
+    if (rule_.indent)
       out_.add("\t");
     const std::size_t start = out_.size();
     content();
-    out_.cut(start, line_limit);
+    out_.cut(start, rule_.limit);
   }
 
   template <typename Content>
@@ -132,7 +145,7 @@ private:
   }
 
   TextWriter &out_;
-  const bool indent_;
+  const LineRule rule_;
 };
 
 }  // namespace velkor
