@@ -115,9 +115,9 @@ size_t zox_curl_write_function(void *chunk, size_t size, size_t count, void *dat
 size_t zox_curl_file_write_function(void *chunk, size_t size, size_t count, void *fp);
 
 /**
- * Addition to the interface: chooses the servers. They win over the environment variables
- * VELKOR_MAIN_HOST and VELKOR_STATIC_HOST, which win over the hosts that the library was built
- * with. Does not need the core. Threads: any; a request uses the hosts known when it starts.
+ * Addition to the interface: chooses the servers. They take precedence over the environment
+ * variables VELKOR_MAIN_HOST and VELKOR_STATIC_HOST, and these over the hosts that the library was
+ * built with. Does not need the core. Threads: any; a request uses the hosts known when it starts.
  * @param mainHost    host name, with ":port" if needed, copied; null to return to the default
  * @param staticHost  the same for the host of the dumps
  */

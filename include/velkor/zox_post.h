@@ -26,7 +26,7 @@ typedef gint (*ZoxPostProgress)(gint32 step);
  * handed over. Asserts "event".
  * @param event     the posting, with a title; its `postId` becomes the server's once it is
  *                  accepted, and with tracks `fStart` becomes 1 and `files` the number of tracks
- * @param progress  told of each step; may be null
+ * @param progress  called at each step; may be null
  * @return 0; 26 when it is accepted with a reservation; 25 when it is refused; 11 when the reply is
  *         not understood; a code of zox_http_curl_execute()
  */

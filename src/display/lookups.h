@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The tables that a display document asks again and again, each answer looked up once. */
+/** What a display document looks up for many postings, each of it once. */
 #ifndef VELKOR_DISPLAY_LOOKUPS_H
 #define VELKOR_DISPLAY_LOOKUPS_H
 

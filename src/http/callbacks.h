@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** What a front end has the requests call, and when. */
+/** The functions of the front end that requests call. */
 #ifndef VELKOR_HTTP_CALLBACKS_H
 #define VELKOR_HTTP_CALLBACKS_H
 
@@ -16,7 +16,7 @@ struct Callback {
   gpointer data = nullptr;
 };
 
-/** Hands out function and data as they belong together. */
+/** Keeps function and data together when threads change and use them at the same time. */
 template <typename Function>
 class SharedCallback {
 public:

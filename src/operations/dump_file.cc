@@ -29,7 +29,7 @@ TemporaryFile::~TemporaryFile() {
     unlink(name.get());
 }
 
-OwnedString read_dump(const char *path, std::size_t longest) noexcept {
+OwnedString read_dump(const char *path, std::size_t max_size) noexcept {
   OwnedGzip file(gzopen(path, "rbe"));
   if (!file)
     return nullptr;
@@ -39,7 +39,7 @@ OwnedString read_dump(const char *path, std::size_t longest) noexcept {
   int length = 0;
   while ((length = gzread(file.get(), block.data(), block_size)) > 0) {
     const std::size_t bytes = strnlen(block.data(), static_cast<std::size_t>(length));
-    if (text->len + bytes > longest)
+    if (text->len + bytes > max_size)
       return nullptr;
     g_string_append_len(text.get(), block.data(), static_cast<gssize>(bytes));
   }

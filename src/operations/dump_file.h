@@ -25,16 +25,16 @@ private:
   char *name_ = nullptr;
 };
 
-/** A dump holds some thousands of postings; a few kilobytes can pretend to hold anything. */
-inline constexpr std::size_t longest_dump = std::size_t{1} << 30;
+/** A dump holds some thousands of postings; a few kilobytes could decompress to any size. */
+inline constexpr std::size_t max_dump_size = std::size_t{1} << 30;
 
 /**
  * Decompresses a dump in blocks of 1023 bytes; a zero byte cuts the block that holds it. A file
  * that is not gzip at all is taken as it stands.
- * @param longest  how many bytes the text may have
+ * @param max_size  how many bytes the text may have
  * @return the text; null when the gzip data is broken or incomplete, or makes too much
  */
-OwnedString read_dump(const char *path, std::size_t longest = longest_dump) noexcept;
+OwnedString read_dump(const char *path, std::size_t max_size = max_dump_size) noexcept;
 
 }  // namespace velkor
 

@@ -38,7 +38,7 @@ private:
   GSList *list_ = nullptr;
 };
 
-/** The postings of all dumps; they are given up unless they are merged. */
+/** The postings of all dumps; released at the end unless they are merged. */
 class Postings {
 public:
   Postings() = default;

@@ -34,10 +34,10 @@ void read_tracks(xmlDoc *doc, const xmlNode *node, ZoxEvent *event) noexcept {
 }
 
 /** The server takes post ids of at most nine characters. */
-constexpr std::size_t longest_id = 9;
+constexpr std::size_t max_id_length = 9;
 
 ServiceReply request_by_id(const char *path, gint32 postId) noexcept {
-  const std::string id = decimal(postId).substr(0, longest_id);
+  const std::string id = decimal(postId).substr(0, max_id_length);
   return send_request(path, {{"id", id.c_str()}});
 }
 

@@ -42,7 +42,7 @@ constexpr auto event_fields = std::to_array<Field<ZoxEvent>>({
 });
 constexpr auto forum_fields = std::to_array<Field<ZoxForum>>({{"Stamp", &ZoxForum::stamp}});
 
-/** What a kudos element tells: the kudos of one user, who is null when it names none. */
+/** What a kudos element says: the kudos of one user, who is null when it names none. */
 struct UserKudos {
   UserKudos(xmlDoc *doc, xmlNode *first) noexcept;
   ~UserKudos() { release_value(user); }
@@ -123,9 +123,9 @@ void ForumReader::read_reaction(xmlNode *first, bool dropWithdrawn) noexcept {
 }
 
 void ForumReader::note_kudos(xmlNode *first) noexcept {
-  const UserKudos told(doc_, first);
-  if (told.user != nullptr)
-    totals_.insert_or_assign(std::string(view_of(told.user)), Total{told.kudos, count_});
+  const UserKudos reported(doc_, first);
+  if (reported.user != nullptr)
+    totals_.insert_or_assign(std::string(view_of(reported.user)), Total{reported.kudos, count_});
 }
 
 void ForumReader::finish() noexcept {
@@ -170,12 +170,12 @@ void zox_events_forum_parse_data(xmlDocPtr doc, xmlNodePtr firstChild, ZoxEvent 
 
 void zox_events_forum_parse_kudos(xmlDocPtr doc, xmlNodePtr firstChild, ZoxEvent *event) {
   ZOX_ASSERT(event->forum);
-  const UserKudos told(doc, firstChild);
-  if (told.user == nullptr)
+  const UserKudos reported(doc, firstChild);
+  if (reported.user == nullptr)
     return;
   for (ZoxReactie *reactie : Items<ZoxReactie>(event->forum->reactions)) {
-    if (reactie->author != nullptr && view_of(reactie->author) == view_of(told.user))
-      reactie->kudos = told.kudos;
+    if (reactie->author != nullptr && view_of(reactie->author) == view_of(reported.user))
+      reactie->kudos = reported.kudos;
   }
 }
 

@@ -14,7 +14,7 @@
 namespace velkor {
 namespace {
 
-// The words about a wrong root name another one than is meant; they are kept.
+// The message about a wrong root names another element than the one expected; it is kept.
 constexpr DocumentRule mail_rule{
     .root = "Mail", .reader = "zox_mail_parse", .complaint = {.other_root = "Events"}};
 

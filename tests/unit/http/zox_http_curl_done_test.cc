@@ -46,7 +46,7 @@ TEST_F(ZoxHttpCurlDone, MapsLibcurlsResults) {
 TEST_F(ZoxHttpCurlDone, KnowsTheStatusWordsByTheBeginning) {
   const std::map<const char *, ZoxErrorCode> codes{
       {"UNAUTH", 2},
-      {"UNAUTHORISED", 2},
+      {"UNAUTHORIZED", 2},
       {"BAN", 3},
       {"BANANA", 3},
       {"Could not connect to the database", 4},

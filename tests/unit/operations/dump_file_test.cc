@@ -85,7 +85,7 @@ TEST_F(DumpFileTest, RefusesMoreThanItsLimit) {
   EXPECT_EQ(read_dump(path().c_str(), (1 << 20) - 1), nullptr);
   EXPECT_NE(read_dump(path().c_str(), 1 << 20), nullptr);
   EXPECT_NE(read_dump(path().c_str()), nullptr);
-  EXPECT_EQ(longest_dump, std::size_t{1} << 30);
+  EXPECT_EQ(max_dump_size, std::size_t{1} << 30);
 }
 
 TEST_F(DumpFileTest, MissingFileIsUnreadable) {

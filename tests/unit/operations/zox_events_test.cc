@@ -373,7 +373,7 @@ std::string name_of(const testing::TestParamInfo<Case> &info) {
 
 INSTANTIATE_TEST_SUITE_P(
     Answers, FailedQuestion,
-    testing::Values(Answer{"Unauthorised", body("UNAUTH"), 2, "none"},
+    testing::Values(Answer{"Unauthorized", body("UNAUTH"), 2, "none"},
                     Answer{"Banned", body("BAN"), 3, "none"},
                     Answer{"Database", body("Could not connect to the database"), 4, "none"},
                     Answer{"UpdateRequired", body("UPD"), 27, "none"},
