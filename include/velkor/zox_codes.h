@@ -133,6 +133,17 @@ typedef enum {
   ZOX_POST_FAILED = 16            /**< failed */
 } ZoxPostStep;
 
+/** How saving or loading a file ended: the values of ZoxFileError's `status`, the worst last. */
+typedef enum {
+  ZOX_FILE_FINE = 0,        /**< it went well */
+  ZOX_FILE_MISSING = 1,     /**< loading: there is no such file */
+  ZOX_FILE_EMPTY = 2,       /**< loading: the file holds nothing */
+  ZOX_FILE_DAMAGED = 3,     /**< loading: not all that the file holds can be understood */
+  ZOX_FILE_UNREADABLE = 4,  /**< loading: the file cannot be opened or read */
+  ZOX_FILE_NOT_WRITTEN = 5, /**< saving: the file could not be replaced and is as it was */
+  ZOX_FILE_READ_ONLY = 6    /**< saving: refused, the core was opened for reading only */
+} ZoxFileStatus;
+
 G_END_DECLS
 
 #endif

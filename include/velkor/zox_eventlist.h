@@ -72,7 +72,7 @@ void zox_eventlist_destroy(ZOXEventlist *list);
  * @param list      the list
  * @param retError  receives null or a message; may be null
  * @return 0; 11 when the file is missing, empty or broken, 1 when it cannot be read at all; the
- *         list is then empty. A broken file is kept aside at the next save, under a name that ends
+ *         list is then empty. The next save makes a backup of a broken file, under a name that ends
  *         in ".onleesbaar-" and the time
  */
 ZoxErrorCode zox_eventlist_load(ZOXEventlist *list, char **retError);

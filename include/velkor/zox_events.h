@@ -48,7 +48,10 @@ ZoxErrorCode zox_events_fetch_get_available(GSList **dumpList, gint32 lastCheck,
  * `prevCheck` and the server's stamp to `lastCheck`, saves the settings and loads the list from the
  * cache, which forgets the filtered set. A failure leaves the times as they were, so that the next
  * update asks for the same again; so does a list that cannot be saved, with a warning, but the
- * merged postings then stay in memory and the result is 0. Asserts "core->config" and "uitvoer".
+ * merged postings then stay in memory and the result is 0. After a result of 0,
+ * zox_file_last_error() tells whether everything was saved: ZOX_FILE_NOT_WRITTEN or
+ * ZOX_FILE_READ_ONLY with the file of the postings or of the settings when not. Asserts
+ * "core->config" and "uitvoer".
  * @param progress       called with (0, 0) at the start and before each download; may be null
  * @param mergeProgress  handed to zox_eventlist_merge(); may be null
  * @param done           called twice, after the merge and at the end, on success only; may be null

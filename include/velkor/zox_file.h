@@ -15,6 +15,27 @@
 
 G_BEGIN_DECLS
 
+/** How saving or loading a file ended. */
+typedef struct _ZoxFileError {
+  ZoxFileStatus status; /**< what happened; ZOX_FILE_FINE when it went well */
+  gint32 errorNumber;   /**< the system's error number (`errno`); 0 when that is not the reason */
+  const char *path;     /**< the file; null before the first saving or loading */
+  const char *message;  /**< an English sentence that names file and reason; null for FINE */
+} ZoxFileError;
+
+/**
+ * Addition to the interface: how this thread's last saving or loading ended. Every function that
+ * saves or loads a file of the cache (zox_config_load(), zox_config_save(),
+ * zox_config_create_dummy() and the functions `_load` and `_save` of filter list, event list,
+ * newsgroups, mail and this file store, zox_file_copy()) forgets the outcome at its start and
+ * leaves its own; so do the functions that call them. Where a function writes a file because there
+ * is none to load, the worse of both outcomes stays. Does not need the core. Threads: any; each has
+ * an outcome of its own.
+ * @return the outcome, never null; it and its texts are the library's and last until this thread's
+ *         next saving or loading
+ */
+const ZoxFileError *zox_file_last_error(void);
+
 /**
  * Sets the directory that holds the authentication plug-in. Threads: the core's.
  * @param name  the directory, copied; null for "/usr/lib64"
@@ -46,9 +67,10 @@ void zox_file_free_cache_dir(void);
 
 /**
  * Makes the cache directory (mode 0700, its last path component only) or checks that it can be
- * written by making and removing "test.dat" in it. Asserts "cache_dir". Threads: the core's.
+ * written by making and removing "test.dat" in it. With a core for reading only, it is neither
+ * made nor written to, and a missing one is in order. Asserts "cache_dir". Threads: the core's.
  * @return 0; with a warning: -2 when it cannot be made, -3 when it is not a directory, -4 when
- *         it cannot be written
+ *         it cannot be written, -5 when a core for reading only cannot read it
  */
 gint32 zox_file_init_cache_dir(void);
 
@@ -83,9 +105,9 @@ char *zox_file_parse_cache_filename(const char *name, gint32 compressed);
 
 /**
  * Reads a whole file of the cache directory. A compressed file is looked for without ".gz" first:
- * such a plain file, left by an earlier version, is read and deleted; the next save writes the
- * compressed one. A zero byte ends the block (plain: the line) that it stands in. Asserts
- * "filename" and "cache_dir". Threads: any.
+ * such a plain file, left by an earlier version, is read and deleted (but kept by a core for
+ * reading only); the next save writes the compressed one. A zero byte ends the block (plain: the
+ * line) that it stands in. Asserts "filename" and "cache_dir". Threads: any.
  * @param filename    the bare name, without ".gz"
  * @param compressed  non-zero for a gzip file
  * @return a new text; for a file that is missing or cannot be opened null (plain) or an empty text
@@ -100,7 +122,7 @@ ZoxString *zox_file_load(const char *filename, gint32 compressed);
  * @param text        the whole content
  * @param compressed  non-zero for a gzip file
  * @return 0; -1 when a plain file cannot be written. A compressed file that cannot be written is
- *         only warned about. The old file then stays as it was
+ *         only warned about and told by zox_file_last_error(). The old file then stays as it was
  */
 gint32 zox_file_save(const char *filename, const ZoxString *text, gint32 compressed);
 
@@ -108,7 +130,7 @@ gint32 zox_file_save(const char *filename, const ZoxString *text, gint32 compres
  * Copies a file byte for byte. Errors while writing are ignored. Threads: any.
  * @param from  full path of the source
  * @param to    full path of the copy, made with mode 0600 or truncated
- * @return 0; 1 when either file cannot be opened
+ * @return 0; 1 when either file cannot be opened, or with a core for reading only
  */
 gint32 zox_file_copy(const char *from, const char *to);
 

@@ -54,7 +54,7 @@ void zox_filterlist_destroy(ZOXFilterlist *list);
 /**
  * Replaces the filters by those of the file. Without a file that can be opened the sixteen default
  * filters are installed and saved. A file that cannot be understood leaves the list empty, with a
- * message on standard error or a warning. Either unreadable file is kept aside at the next save
+ * message on standard error or a warning. Of either unreadable file, the next save makes a backup
  * under a name that ends in ".onleesbaar-" and the time. The categories are not rebuilt. Threads:
  * any.
  * @param list  the list
@@ -62,8 +62,9 @@ void zox_filterlist_destroy(ZOXFilterlist *list);
 void zox_filterlist_load(ZOXFilterlist *list);
 
 /**
- * Writes the file; a failure is not reported. Several threads may save the same list: each save is
- * whole, the last one stands. Asserts "filter" (no filter is null). Threads: any.
+ * Writes the file; only zox_file_last_error() tells of a failure. Several threads may save the same
+ * list: each save is whole, the last one stands. Asserts "filter" (no filter is null). Threads:
+ * any.
  * @param list  the list
  */
 void zox_filterlist_save(ZOXFilterlist *list);

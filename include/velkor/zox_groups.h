@@ -74,8 +74,8 @@ ZoxGroup *zox_group_parse_group(xmlDocPtr doc, xmlNodePtr firstChild);
 
 /**
  * Replaces the table by the cache file's; nothing changes when that is missing or empty. A file
- * that cannot be understood gives an empty table and is kept aside at the next save under a name
- * that ends in ".onleesbaar-" and the time.
+ * that cannot be understood gives an empty table, and the next save makes a backup of it under a
+ * name that ends in ".onleesbaar-" and the time.
  */
 void zox_group_load(void);
 
@@ -84,7 +84,7 @@ gint32 zox_group_save(void);
 
 /**
  * Replaces the table by the server's and saves it. Blocks. Asserts "uitvoer". Before an empty table
- * is saved over one with newsgroups, the file of that is kept aside under a name that ends in
+ * is saved over one with newsgroups, a backup of that file is made under a name that ends in
  * ".vorige-" and the time.
  * @return 0; 11 when the reply holds no newsgroup (the earlier table is then gone); a code of
  *         zox_http_curl_execute(), which leaves the table as it was

@@ -66,8 +66,8 @@ gint32 zox_mail_delete(ZoxBericht *bericht);
 /**
  * Replaces the list by the file's messages; pointers to messages become invalid. Without a file the
  * current list is saved. A file that cannot be opened leaves the list, one that is not understood
- * gives what can be read of it; either is kept aside at the next save under a name that ends in
- * ".onleesbaar-" and the time.
+ * gives what can be read of it; of either, the next save makes a backup under a name that ends in
+ * ".onleesbaar-" and the time. A core for reading only does not save the list.
  * @return 0; without a file as zox_mail_save()
  */
 gint32 zox_mail_load(void);

@@ -12,15 +12,17 @@
 #include <unistd.h>
 
 #include "core/backup.h"
+#include "core/file_outcome.h"
+#include "core/read_only.h"
 
 namespace velkor {
 namespace {
 
-constexpr int most_links = 40;  // the system's own limit; a longer chain fails when it is opened
+constexpr int max_links = 40;  // the system's own limit; a longer chain fails when it is opened
 
 /** Where the symbolic link `path` finally leads to, even to a file that does not exist yet. */
 std::string follow_links(std::filesystem::path path) noexcept {
-  for (int links = 0; links < most_links; ++links) {
+  for (int links = 0; links < max_links; ++links) {
     std::error_code not_a_link;
     const auto next = std::filesystem::read_symlink(path, not_a_link);
     if (not_a_link)
@@ -59,6 +61,10 @@ void sync_directory_of(const std::string &path) noexcept {
 AtomicFile::AtomicFile(const std::string &path, Form form, int level,
                        std::optional<mode_t> mode) noexcept
     : path_(path), target_(follow_links(path)) {
+  if (read_only()) {
+    error_ = EROFS;
+    return;
+  }
   struct stat existing {};
   if (stat(target_.c_str(), &existing) == 0) {
     error_ = obstacle(target_, existing);
@@ -101,9 +107,9 @@ bool AtomicFile::note(bool done) noexcept {
 }
 
 bool AtomicFile::write(std::string_view bytes) noexcept {
-  constexpr std::size_t most_at_once = INT_MAX;
+  constexpr std::size_t max_length = INT_MAX;
   while (ok() && !bytes.empty()) {
-    const auto length = static_cast<unsigned>(std::min(bytes.size(), most_at_once));
+    const auto length = static_cast<unsigned>(std::min(bytes.size(), max_length));
     static_cast<void>(note(gzwrite(stream_.get(), bytes.data(), length) > 0));
     bytes.remove_prefix(length);
   }
@@ -114,24 +120,39 @@ bool AtomicFile::flush() noexcept {
   return note(gzclose(stream_.release()) == Z_OK) && note(fsync(descriptor_.get()) == 0);
 }
 
-bool AtomicFile::commit() noexcept {
-  if (!ok() || !flush() || !note(set_aside_if_noted(path_, target_)) ||
+bool AtomicFile::commit(const char *caller) noexcept {
+  if (replace(caller))
+    return true;
+  set_file_outcome(read_only() ? refused_outcome(path_)
+                               : failed_outcome(ZOX_FILE_NOT_WRITTEN, path_, error_));
+  return false;
+}
+
+bool AtomicFile::replace(const char *caller) noexcept {
+  if (!ok() || !flush() || !note(make_noted_backup(path_, target_, caller)) ||
       !note(rename(temporary_.c_str(), target_.c_str()) == 0))
     return false;
   temporary_.clear();
   sync_directory_of(target_);
+  set_file_outcome({ZOX_FILE_FINE, 0, path_});
   return true;
 }
 
+void AtomicFile::fail(int error) noexcept {
+  if (ok())
+    error_ = error;
+}
+
 void AtomicFile::warn(const char *caller) const noexcept {
-  g_warning("%s(): cannot write %s: %s", caller, path_.c_str(), g_strerror(ok() ? EIO : error_));
+  if (!read_only())
+    g_warning("%s(): cannot write %s: %s", caller, path_.c_str(), g_strerror(error_));
 }
 
 bool replace_content(AtomicFile &file, std::initializer_list<std::string_view> pieces,
                      const char *caller) noexcept {
   for (const std::string_view piece : pieces)
     file.write(piece);
-  const bool done = file.commit();
+  const bool done = file.commit(caller);
   if (!done)
     file.warn(caller);
   return done;

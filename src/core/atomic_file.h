@@ -24,7 +24,7 @@ namespace velkor {
 /**
  * The new content of a file, written beside it. commit() puts it in the old one's place; without
  * that, the destructor removes it and the old file stays. Symbolic links are followed. After the
- * first error every further call fails.
+ * first error every further call fails; in a core that is open for reading only all of them do.
  */
 class AtomicFile {
 public:
@@ -46,10 +46,16 @@ public:
   [[nodiscard]] int error() const noexcept { return error_; }
 
   bool write(std::string_view bytes) noexcept;
-  /** Flushes to disk and replaces the file; false when anything failed since the start. */
-  bool commit() noexcept;
+  /** Notes an error number of the caller's own, unless there is an error already. */
+  void fail(int error) noexcept;
+  /**
+   * Flushes to disk and replaces the file; false when anything failed since the start. Either is
+   * this thread's file outcome from then on. `caller` is the function that a warning about a backup
+   * names.
+   */
+  bool commit(const char *caller) noexcept;
 
-  /** Logs file and error as a warning of function `caller`. */
+  /** Logs file and error as a warning of function `caller`, unless writing was not allowed. */
   void warn(const char *caller) const noexcept;
 
 private:
@@ -58,6 +64,7 @@ private:
   void open(Form form, int level, std::optional<mode_t> mode) noexcept;
   [[nodiscard]] bool note(bool done) noexcept;
   [[nodiscard]] bool flush() noexcept;
+  [[nodiscard]] bool replace(const char *caller) noexcept;
 
   std::string path_;       // as given
   std::string target_;     // where it leads to

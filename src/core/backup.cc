@@ -20,7 +20,7 @@
 namespace velkor {
 namespace {
 
-/** Why a file is kept: in its new name and in the warning. */
+/** Why a backup is due: in its name and in the warning. */
 struct Reason {
   std::string_view mark;
   const char *words;
@@ -29,8 +29,8 @@ struct Reason {
 constexpr Reason unreadable{"onleesbaar", "was onleesbaar"};
 constexpr Reason emptied{"vorige", "wordt vervangen door een leeg bestand"};
 
-/** The paths of the files that are to be kept. */
-class ToKeep {
+/** The paths of the files of which a backup is due. */
+class DueBackups {
 public:
   void add(const std::string &path, const Reason &reason) noexcept {
     const std::lock_guard lock(mutex_);
@@ -59,7 +59,7 @@ std::string local_stamp() noexcept {
 }
 
 /** A name beside `path` that no file has. */
-std::string name_aside(const std::string &path, std::string_view mark) noexcept {
+std::string backup_name(const std::string &path, std::string_view mark) noexcept {
   const std::string first = path + "." + std::string(mark) + "-" + local_stamp();
   std::string name = first;
   for (int number = 2; access(name.c_str(), F_OK) == 0; ++number)
@@ -68,14 +68,14 @@ std::string name_aside(const std::string &path, std::string_view mark) noexcept 
 }
 
 /** Gives the file its second name, or where links are not to be had, that name alone. */
-bool keep_as(const std::string &path, const std::string &name) noexcept {
+bool link_as(const std::string &path, const std::string &name) noexcept {
   return link(path.c_str(), name.c_str()) == 0 || std::rename(path.c_str(), name.c_str()) == 0;
 }
 
 void note(const char *cache_name, bool compressed, const Reason &reason) noexcept {
   const std::string path = cache_path(cache_name, compressed);
   if (has_content(path))
-    immortal<ToKeep>().add(path, reason);
+    immortal<DueBackups>().add(path, reason);
 }
 
 }  // namespace
@@ -89,21 +89,22 @@ void note_emptied(const char *cache_name, bool compressed) noexcept {
 }
 
 void note_readable(const char *cache_name, bool compressed) noexcept {
-  immortal<ToKeep>().remove(cache_path(cache_name, compressed));
+  immortal<DueBackups>().remove(cache_path(cache_name, compressed));
 }
 
-bool set_aside_if_noted(const std::string &path, const std::string &target) noexcept {
-  const std::optional<Reason> reason = immortal<ToKeep>().remove(path);
+bool make_noted_backup(const std::string &path, const std::string &target,
+                       const char *caller) noexcept {
+  const std::optional<Reason> reason = immortal<DueBackups>().remove(path);
   if (!reason || !has_content(target))
     return true;
-  const std::string name = name_aside(target, reason->mark);
-  if (!keep_as(target, name)) {
+  const std::string name = backup_name(target, reason->mark);
+  if (!link_as(target, name)) {
     const int error = errno;
-    immortal<ToKeep>().add(path, *reason);
+    immortal<DueBackups>().add(path, *reason);
     errno = error;
     return false;
   }
-  g_warning("%s(): %s %s en blijft bewaard als %s", __func__, path.c_str(), reason->words,
+  g_warning("%s(): %s %s en blijft bewaard als %s", caller, path.c_str(), reason->words,
             name.c_str());
   return true;
 }

@@ -1,7 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
  * Cache files that could not be read, or that an empty one would replace, are not lost: the next
- * save of such a file first keeps the old one beside it, as "<file>.onleesbaar-YYYYmmdd-HHMMSS" or
+ * save of such a file first makes the old one its backup, beside it, as
+ * "<file>.onleesbaar-YYYYmmdd-HHMMSS" or
  * "<file>.vorige-YYYYmmdd-HHMMSS", with a warning that names both.
  */
 #ifndef VELKOR_CORE_BACKUP_H
@@ -11,8 +12,7 @@
 
 namespace velkor {
 
-/** A loader says that the file yields nothing usable. A missing or empty file is nothing to keep.
- */
+/** A loader says that the file yields nothing usable. A missing or empty file needs no backup. */
 void note_unreadable(const char *cache_name, bool compressed) noexcept;
 /** What is about to be saved holds nothing, while the file may. */
 void note_emptied(const char *cache_name, bool compressed) noexcept;
@@ -20,12 +20,14 @@ void note_emptied(const char *cache_name, bool compressed) noexcept;
 void note_readable(const char *cache_name, bool compressed) noexcept;
 
 /**
- * Keeps the file aside if it was noted; for AtomicFile.
+ * Makes a backup of the file if one is due; for AtomicFile.
  * @param path    the file as its users name it
  * @param target  where the path's symbolic links lead to
- * @return false, with `errno`, when the file should have been kept and could not be
+ * @param caller  the function of the interface that the warning names
+ * @return false, with `errno`, when a backup is due and cannot be made
  */
-bool set_aside_if_noted(const std::string &path, const std::string &target) noexcept;
+bool make_noted_backup(const std::string &path, const std::string &target,
+                       const char *caller) noexcept;
 
 }  // namespace velkor
 

@@ -1,6 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "core/xml_file.h"
 
+#include <cerrno>
+
 #include <libxml/globals.h>
 
 #include "core/cache_path.h"
@@ -25,23 +27,28 @@ XmlFile::XmlFile(const char *cache_name, bool compressed, xmlCharEncodingHandler
   xmlSetCompressMode(compressed ? level : 0);
 }
 
-int XmlFile::replace(int written) noexcept {
-  if (written >= 0 && file_.commit())
+int XmlFile::replace(int written, const char *caller, Failure failure) noexcept {
+  if (written < 0)
+    file_.fail(EIO);
+  if (file_.commit(caller))
     return written;
-  file_.warn(__func__);
+  if (failure == Failure::warned)
+    file_.warn(caller);
   return -1;
 }
 
-int XmlFile::commit() noexcept {
-  return replace(xmlOutputBufferClose(buffer_.release()));
+int XmlFile::commit(const char *caller) noexcept {
+  return replace(xmlOutputBufferClose(buffer_.release()), caller, Failure::warned);
 }
 
-int save_document(xmlDoc *document, const char *cache_name, bool compressed) noexcept {
+int save_document(xmlDoc *document, const char *cache_name, bool compressed, const char *caller,
+                  XmlFile::Failure failure) noexcept {
   const char *encoding = xml::chars(document->encoding);
   XmlFile file(cache_name, compressed,
                encoding == nullptr ? nullptr : xmlFindCharEncodingHandler(encoding));
   xmlIndentTreeOutput = 1;
-  return file.replace(xmlSaveFormatFileTo(file.buffer_.release(), document, encoding, 1));
+  const int written = xmlSaveFormatFileTo(file.buffer_.release(), document, encoding, 1);
+  return file.replace(written, caller, failure);
 }
 
 }  // namespace velkor

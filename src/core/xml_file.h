@@ -19,6 +19,8 @@ namespace velkor {
  */
 class XmlFile {
 public:
+  enum class Failure { warned, silent };
+
   XmlFile(const char *cache_name, bool compressed,
           xmlCharEncodingHandler *encoder = nullptr) noexcept;
 
@@ -27,21 +29,27 @@ public:
 
   /**
    * Closes the buffer and replaces the file; a failure is logged as a warning.
+   * @param caller  the function of the interface that warnings name
    * @return the number of bytes before compression, as libxml2 counts them, or -1
    */
-  int commit() noexcept;
+  int commit(const char *caller) noexcept;
 
 private:
-  friend int save_document(xmlDoc *document, const char *cache_name, bool compressed) noexcept;
+  friend int save_document(xmlDoc *document, const char *cache_name, bool compressed,
+                           const char *caller, Failure failure) noexcept;
 
-  int replace(int written) noexcept;
+  int replace(int written, const char *caller, Failure failure) noexcept;
 
   AtomicFile file_;
   std::unique_ptr<xmlOutputBuffer, ReleaseWith<xmlOutputBufferClose>> buffer_;
 };
 
-/** Saves a whole document with indentation; the result is that of XmlFile::commit(). */
-int save_document(xmlDoc *document, const char *cache_name, bool compressed) noexcept;
+/**
+ * Saves a whole document with indentation; the result is that of XmlFile::commit().
+ * @param failure  whether a failure is logged as a warning
+ */
+int save_document(xmlDoc *document, const char *cache_name, bool compressed, const char *caller,
+                  XmlFile::Failure failure = XmlFile::Failure::warned) noexcept;
 
 }  // namespace velkor
 

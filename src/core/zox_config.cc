@@ -10,10 +10,13 @@
 #include <velkor/zox_app_core.h>
 
 #include "core/atomic_file.h"
-#include "core/backup.h"
 #include "core/cache_path.h"
+#include "core/cache_reading.h"
+#include "core/file_outcome.h"
+#include "core/read_only.h"
 #include "core/setting_line.h"
 #include "core/settings.h"
+#include "core/settings_file.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 #include "support/text.h"
@@ -48,19 +51,19 @@ void read_line(ZoxConfig &config, char *line) noexcept {
     g_warning("zox_config_load(): unknown config option : %s\n", line);
 }
 
-/** Takes over all lines of the file; a failure is logged, what was read before it stays. */
-bool read_file(ZoxConfig &config) noexcept {
+/** Takes over all lines of the file; what was read before a failure stays. */
+FileOutcome read_file(ZoxConfig &config) noexcept {
   const std::string path = cache_path(file_name, false);
   const OwnedFile file(std::fopen(path.c_str(), "re"));
   std::array<char, settings::line_buffer_size> line{};
-  while (file && std::fgets(line.data(), line.size(), file.get()) != nullptr)
+  bool empty = true;
+  for (; file && std::fgets(line.data(), line.size(), file.get()) != nullptr; empty = false)
     read_line(config, line.data());
   const int error = errno;
   settings::complete(config);
   if (file && std::ferror(file.get()) == 0)
-    return true;
-  g_warning("zox_config_load(): cannot load configfile %s: %s", path.c_str(), g_strerror(error));
-  return false;
+    return {empty ? ZOX_FILE_EMPTY : ZOX_FILE_FINE, 0, path};
+  return file ? failed_outcome(ZOX_FILE_UNREADABLE, path, error) : unopened_outcome(path, error);
 }
 
 /** The file to be written. It holds a password: only its owner may read it. */
@@ -69,6 +72,18 @@ AtomicFile new_file() noexcept {
 }
 
 }  // namespace
+
+void load_settings() noexcept {
+  if (core->config != nullptr)
+    zox_config_free();
+  zox_config_init();
+  ZOX_ASSERT(core->config);
+  set_file_outcome(read_file(*core->config));
+  finish_reading(file_name, false, {});
+  if (core->config->username != nullptr && core->config->password != nullptr)
+    core->config->firstTime = 0;
+}
+
 }  // namespace velkor
 
 using namespace velkor;
@@ -83,26 +98,26 @@ void zox_config_init(void) {
 
 void zox_config_load(void) {
   ZOX_ASSERT(core);
-  if (core->config != nullptr)
-    zox_config_free();
-  zox_config_init();
-  ZOX_ASSERT(core->config);
-  if (read_file(*core->config))
-    note_readable(file_name, false);
-  else
-    note_unreadable(file_name, false);
-  if (core->config->username != nullptr && core->config->password != nullptr)
-    core->config->firstTime = 0;
+  load_settings();
+  const FileOutcome &outcome = file_outcome();
+  if (outcome.error != 0)
+    g_warning("zox_config_load(): cannot load configfile %s: %s", outcome.path.c_str(),
+              outcome.reason.c_str());
 }
 
 void zox_config_save(void) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->config);
+  begin_file_operation();
   const OwnedString text(g_string_new(""));
   settings::write(*core->config, text.get());
   AtomicFile file = new_file();
-  if (file.ok())
-    replace_content(file, {view_of(text.get())}, __func__);
+  const bool opened = file.ok();
+  file.write(view_of(text.get()));
+  if (file.commit(__func__) || read_only())
+    return;
+  if (opened)
+    file.warn(__func__);
   else
     g_warning("zox_config_save(): cannot open save config : %s", g_strerror(file.error()));
 }
@@ -121,6 +136,7 @@ ZoxConfig *zox_config_get(void) {
 
 void zox_config_create_dummy(void) {
   ZOX_ASSERT(core);
+  begin_file_operation();
   AtomicFile file = new_file();
   replace_content(file, {starter_text, "\n"}, __func__);
 }

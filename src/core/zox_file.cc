@@ -8,6 +8,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "core/cache_directory.h"
+#include "core/read_only.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 
@@ -28,24 +30,42 @@ OwnedText default_cache_dir() noexcept {
   return OwnedText(g_strdup_printf("%s/.velkor", g_get_home_dir()));
 }
 
-gint32 make_cache_dir() noexcept {
-  if (mkdir(cache_dir, 0700) == 0)
-    return 0;
-  g_warning("zox_file_init_cache_dir(): mkdir() mislukt: %s\n", g_strerror(errno));
-  return -2;
-}
+using Result = DirectoryCheck::Result;
 
 /** Whether a file can be made in the cache directory; tried, since only that tells. */
-bool can_write_in_cache_dir() noexcept {
+DirectoryCheck try_to_write() noexcept {
   const OwnedText probe(g_strconcat(cache_dir, "/test.dat", nullptr));
   const OwnedFile file(std::fopen(probe.get(), "we"));
   if (!file)
-    return false;
+    return {Result::cannot_be_written, errno};
   unlink(probe.get());
-  return true;
+  return {};
 }
 
 }  // namespace
+
+void name_cache_directory(const char *name) noexcept {
+  keep_name(cache_dir, name == nullptr ? default_cache_dir() : OwnedText(g_strdup(name)));
+}
+
+DirectoryCheck prepare_cache_directory() noexcept {
+  struct stat status {};
+  if (stat(cache_dir, &status) == 0)
+    return S_ISDIR(status.st_mode) ? try_to_write() : DirectoryCheck{Result::not_a_directory};
+  return mkdir(cache_dir, 0700) == 0 ? DirectoryCheck{}
+                                     : DirectoryCheck{Result::cannot_be_made, errno};
+}
+
+DirectoryCheck look_at_cache_directory() noexcept {
+  struct stat status {};
+  if (stat(cache_dir, &status) != 0)
+    return errno == ENOENT ? DirectoryCheck{} : DirectoryCheck{Result::cannot_be_read, errno};
+  if (!S_ISDIR(status.st_mode))
+    return {Result::not_a_directory};
+  return access(cache_dir, R_OK | X_OK) == 0 ? DirectoryCheck{}
+                                             : DirectoryCheck{Result::cannot_be_read, errno};
+}
+
 }  // namespace velkor
 
 using namespace velkor;
@@ -61,7 +81,7 @@ void zox_file_set_data_dir(const char *name) {
 }
 
 void zox_file_set_cache_dir(const char *name) {
-  keep_name(cache_dir, name == nullptr ? default_cache_dir() : OwnedText(g_strdup(name)));
+  name_cache_directory(name);
   if (zox_file_init_cache_dir() != 0)
     g_error("zox_file_set_cache_dir(): Aanmaken van %s is mislukt.", cache_dir);
 }
@@ -80,18 +100,25 @@ void zox_file_free_cache_dir(void) {
 
 gint32 zox_file_init_cache_dir(void) {
   ZOX_ASSERT(cache_dir);
-  struct stat status {};
-  if (stat(cache_dir, &status) != 0)
-    return make_cache_dir();
-  if (!S_ISDIR(status.st_mode)) {
+  const DirectoryCheck check = read_only() ? look_at_cache_directory() : prepare_cache_directory();
+  switch (check.result) {
+  case Result::usable:
+    break;
+  case Result::cannot_be_made:
+    g_warning("zox_file_init_cache_dir(): mkdir() mislukt: %s\n", g_strerror(check.error));
+    return -2;
+  case Result::not_a_directory:
     g_warning("zox_file_init_cache_dir(): map %s bestaat maar is geen directory\n", cache_dir);
     return -3;
-  }
-  if (!can_write_in_cache_dir()) {
+  case Result::cannot_be_written:
     g_warning("zox_file_init_cache_dir(): de map %s heeft niet voldoende rechten om in te "
               "schrijven!\n",
               cache_dir);
     return -4;
+  case Result::cannot_be_read:
+    g_warning("zox_file_init_cache_dir(): de map %s kan niet worden gelezen: %s\n", cache_dir,
+              g_strerror(check.error));
+    return -5;
   }
   return 0;
 }

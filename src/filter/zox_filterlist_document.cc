@@ -9,7 +9,9 @@
 #include <velkor/zox_file.h>
 #include <velkor/zox_xml_parse.h>
 
-#include "core/backup.h"
+#include "core/cache_reading.h"
+#include "core/file_outcome.h"
+#include "core/read_only.h"
 #include "core/xml_file.h"
 #include "filter/default_filters.h"
 #include "filter/filter_record.h"
@@ -23,6 +25,7 @@ namespace velkor {
 namespace {
 
 constexpr const char *cache_name = "velkor.filters";
+constexpr const char *root_name = "Filters";
 
 /** One "Filter" element being read. */
 struct Reading {
@@ -81,13 +84,9 @@ GSList *read_filters(const xmlNode *root) noexcept {
 /** The filters in the text of the file; none when that is no document of filters. */
 GSList *parse_filters(const ZoxString *text) noexcept {
   const xml::Document document = xml::parse(view_of(text));
-  const xmlNode *root = xml::root_named(document, "Filters", "zox_filter_parse");
-  if (root == nullptr) {
-    note_unreadable(cache_name, false);
-    return nullptr;
-  }
-  note_readable(cache_name, false);
-  return read_filters(root);
+  const xmlNode *root = xml::root_named(document, root_name, "zox_filter_parse");
+  finish_reading(cache_name, false, document_fault(document, root, root_name));
+  return root == nullptr ? nullptr : read_filters(root);
 }
 
 /** Fills the list from the file; false when there is no file that can be opened. */
@@ -96,7 +95,7 @@ bool replace_from_file(ZOXFilterlist &list) noexcept {
   free_filters(std::exchange(list.filters, nullptr));
   const OwnedString text(zox_file_load(cache_name, 0));
   if (!text) {
-    note_unreadable(cache_name, false);
+    finish_reading(cache_name, false, {});
     return false;
   }
   list.filters = parse_filters(text.get());
@@ -130,18 +129,22 @@ void zox_filterlist_load(ZOXFilterlist *list) {
   if (replace_from_file(*list))
     return;
   append_default_filters(list);
+  if (read_only())
+    return;
+  const JoinedOutcome outcome;
   zox_filterlist_save(list);
 }
 
 void zox_filterlist_save(ZOXFilterlist *list) {
   g_return_if_fail(is_instance(list, zox_filterlist_get_type()));
+  begin_file_operation();
   const ReadLock lock(list->lock);
-  const xml::Document document = xml::new_document("Filters");
+  const xml::Document document = xml::new_document(root_name);
   for (const ZoxFilter *filter : Items<ZoxFilter>(list->filters)) {
     ZOX_ASSERT(filter);
     add_filter(xmlDocGetRootElement(document.get()), *filter);
   }
-  save_document(document.get(), cache_name, false);
+  save_document(document.get(), cache_name, false, __func__, XmlFile::Failure::silent);
 }
 
 }  // extern "C"

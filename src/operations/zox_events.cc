@@ -11,6 +11,8 @@
 #include <velkor/zox_http_curl.h>
 #include <velkor/zox_http_parameter.h>
 
+#include "core/file_outcome.h"
+#include "core/read_only.h"
 #include "operations/dump_file.h"
 #include "support/assertion.h"
 #include "support/owned.h"
@@ -143,12 +145,23 @@ private:
 /** Saves the merged list and moves the update times on; false when the list cannot be saved. */
 bool save(gint64 stamp) noexcept {
   if (zox_eventlist_save(core->eventlist) == 0) {
-    g_warning("zox_events_fetch(): de postings konden niet worden opgeslagen\n");
+    if (!read_only())
+      g_warning("zox_events_fetch(): de postings konden niet worden opgeslagen\n");
     return false;
   }
   core->config->prevCheck = std::exchange(core->config->lastCheck, stamp);
   zox_config_save();
   return true;
+}
+
+/** Saves what was merged and loads the list anew; whether both went well is the file outcome. */
+void save_and_reload(gint64 stamp) noexcept {
+  // Without a saved list the times stay as they are and the merged postings in memory: the next
+  // update asks for them again, and until then nothing is lost.
+  if (!save(stamp))
+    return;
+  const JoinedOutcome outcome;
+  zox_eventlist_load(core->eventlist, nullptr);
 }
 
 }  // namespace
@@ -195,12 +208,12 @@ ZoxErrorCode zox_events_fetch(ZoxEventsProgress progress, ZoxEventlistProgress m
   update.postings().merge_into(core->eventlist, mergeProgress, userData);
   if (done != nullptr)
     done(userData);
-  // Without a saved list the times stay as they are and the merged postings in memory: the next
-  // update asks for them again, and until then nothing is lost.
-  if (save(update.stamp()))
-    zox_eventlist_load(core->eventlist, nullptr);
-  if (done != nullptr)
+  save_and_reload(update.stamp());
+  if (done != nullptr) {
+    const FileOutcome outcome = file_outcome();
     done(userData);
+    set_file_outcome(outcome);
+  }
   return ZOX_RESULT_SUCCESS;
 }
 

@@ -3,6 +3,8 @@
 #ifndef VELKOR_SERVICES_MAIL_DOCUMENT_H
 #define VELKOR_SERVICES_MAIL_DOCUMENT_H
 
+#include <string>
+
 #include <velkor/zox_mail.h>
 
 #include "support/owned.h"
@@ -15,8 +17,8 @@ using OwnedMail = std::unique_ptr<GSList, ReleaseWith<zox_mail_free>>;
 
 struct MailReading {
   OwnedMail messages;
-  /** Whether all that the text holds is in `messages`: it is a document and no message was bad. */
-  bool complete;
+  /** Why not all that the text holds is in `messages`; empty when it is. */
+  std::string fault;
 };
 
 MailReading read_mail(const ZoxString *text) noexcept;

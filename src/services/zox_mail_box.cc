@@ -4,7 +4,9 @@
 #include <velkor/zox_file.h>
 #include <velkor/zox_string.h>
 
-#include "core/backup.h"
+#include "core/cache_reading.h"
+#include "core/file_outcome.h"
+#include "core/read_only.h"
 #include "services/mail_document.h"
 #include "support/assertion.h"
 #include "support/slist.h"
@@ -14,9 +16,12 @@ namespace {
 
 constexpr const char *mail_file = "velkor.mail";
 
-bool mail_file_exists() noexcept {
-  const OwnedText path(zox_file_parse_cache_filename(mail_file, 0));
-  return g_file_test(path.get(), G_FILE_TEST_EXISTS) != FALSE;
+/** The result of a load that finds no file. */
+gint32 make_missing_file() noexcept {
+  if (read_only())
+    return 0;
+  const JoinedOutcome outcome;
+  return zox_mail_save();
 }
 
 }  // namespace
@@ -73,24 +78,22 @@ void zox_mail_free(GSList *list) {
 gint32 zox_mail_load(void) {
   ZOX_ASSERT(core);
   const OwnedString text(zox_file_load(mail_file, 0));
-  if (!text && !mail_file_exists())
-    return zox_mail_save();
+  if (!text && file_outcome().status == ZOX_FILE_MISSING)
+    return make_missing_file();
   if (!text) {
     // It is there but cannot be opened: nothing may replace it unseen.
-    note_unreadable(mail_file, false);
+    finish_reading(mail_file, false, {});
     return 0;
   }
   MailReading reading = read_mail(text.get());
-  if (reading.complete)
-    note_readable(mail_file, false);
-  else
-    note_unreadable(mail_file, false);
+  finish_reading(mail_file, false, reading.fault);
   const OwnedMail earlier(std::exchange(core->mail, reading.messages.release()));
   return 0;
 }
 
 gint32 zox_mail_save(void) {
   ZOX_ASSERT(core);
+  begin_file_operation();
   const OwnedString xmlData = mail_document(core->mail);
   return zox_file_save(mail_file, xmlData.get(), 0);
 }

@@ -2,7 +2,9 @@
 /** The reader of the "Mail" document. */
 #include <array>
 #include <optional>
+#include <string>
 
+#include "core/cache_reading.h"
 #include "core/record_fields.h"
 #include "core/reply_document.h"
 #include "core/tolerance.h"
@@ -64,27 +66,41 @@ std::optional<ZoxMailCode> message_code(const xmlNode *node) noexcept {
   return code == "2" ? std::optional(ZOX_MAIL_SENT) : std::nullopt;
 }
 
+/** What is wrong with a document that has no messages; a root without children is in order. */
+std::string fault_of(const ReplyDocument &document) noexcept {
+  switch (document.fault()) {
+  case DocumentFault::empty:
+    return xml_fault();
+  case DocumentFault::wrong_root:
+    return root_fault(mail_rule.root);
+  case DocumentFault::none:
+  case DocumentFault::no_children:
+    break;
+  }
+  return {};
+}
+
 }  // namespace
 
 MailReading read_mail(const ZoxString *text) noexcept {
   const ReplyDocument document(text, mail_rule);
   if (document.fault() != DocumentFault::none)
-    return {nullptr, document.fault() == DocumentFault::no_children};
+    return {nullptr, fault_of(document)};
   ListBuilder<ZoxBericht, zox_mail_bericht_free> messages;
-  bool complete = true;
+  std::string fault;
   for (xmlNode *node : document.children()) {
     const std::optional<ZoxMailCode> code = message_code(node);
     if (!code)
       continue;
     ZoxBericht *bericht = zox_mail_parse_bericht(document.get(), node->children);
     if (bericht == nullptr) {
-      complete = false;
+      fault = "a message lacks From, Subject or Body";
       continue;
     }
     bericht->code = *code;
     messages.append(bericht);
   }
-  return {OwnedMail(messages.release()), complete};
+  return {OwnedMail(messages.release()), fault};
 }
 
 }  // namespace velkor

@@ -3,15 +3,18 @@
 #include <velkor/zox_eventlist.h>
 
 #include <ctime>
+#include <string>
 #include <utility>
 
 #include <libxml/globals.h>
+#include <libxml/xmlerror.h>
 
 #include <velkor/zox_events_parse.h>
 #include <velkor/zox_events_xml.h>
 #include <velkor/zox_file.h>
 
-#include "core/backup.h"
+#include "core/cache_reading.h"
+#include "core/file_outcome.h"
 #include "core/xml_file.h"
 #include "posting/event_age.h"
 #include "posting/event_fields.h"
@@ -48,9 +51,9 @@ public:
     write("\n");
   }
 
-  bool commit() noexcept {
+  bool commit(const char *caller) noexcept {
     write(empty_ ? "<Events/>\n" : "</Events>\n");
-    return file_.commit() != -1;
+    return file_.commit(caller) != -1;
   }
 
 private:
@@ -72,10 +75,24 @@ bool write_postings(ZOXEventlist *list, EventsFile &file) noexcept {
   return list->tree != nullptr;
 }
 
-/** Whether the text is a document of postings after all: the one that an empty list is saved as. */
-bool is_empty_document(const GString *text) noexcept {
+/**
+ * What is wrong with a text that the parser refused. The document that an empty list is saved as is
+ * refused as well, and in order.
+ */
+std::string fault_of(const GString *text) noexcept {
   EventReader reader;
-  return reader.read(view_of(text)) == EventReader::Outcome::NoChildren;
+  xmlResetLastError();
+  switch (reader.read(view_of(text))) {
+  case EventReader::Outcome::NotWellFormed:
+    return xml_fault();
+  case EventReader::Outcome::WrongRoot:
+    return root_fault(root_element);
+  case EventReader::Outcome::NoChildren:
+    return {};
+  case EventReader::Outcome::Read:
+    break;
+  }
+  return "the document is too large";
 }
 
 /** Reads the cache file into the empty table of the list. */
@@ -86,8 +103,8 @@ ZoxErrorCode read_postings(ZOXEventlist *list, char **retError) noexcept {
     return ZOX_RESULT_UNKNOWN_ERROR;
   }
   const ZoxErrorCode code = zox_events_parse(text.get(), &list->tree, nullptr, retError, 1);
-  const bool usable = code == ZOX_RESULT_SUCCESS || is_empty_document(text.get());
-  (usable ? note_readable : note_unreadable)(cache_name, true);
+  const bool parsed = code == ZOX_RESULT_SUCCESS;
+  finish_reading(cache_name, true, parsed ? std::string() : fault_of(text.get()));
   return code;
 }
 
@@ -107,8 +124,9 @@ ZoxErrorCode zox_eventlist_load(ZOXEventlist *list, char **retError) {
 }
 
 gint32 zox_eventlist_save(ZOXEventlist *list) {
+  begin_file_operation();
   EventsFile file;
-  return write_postings(list, file) && file.commit() ? 1 : 0;
+  return write_postings(list, file) && file.commit(__func__) ? 1 : 0;
 }
 
 }  // extern "C"

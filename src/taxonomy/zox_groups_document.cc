@@ -8,7 +8,8 @@
 #include <velkor/zox_file.h>
 #include <velkor/zox_xml_parse.h>
 
-#include "core/backup.h"
+#include "core/cache_reading.h"
+#include "core/file_outcome.h"
 #include "core/xml_file.h"
 #include "support/assertion.h"
 #include "support/text.h"
@@ -19,6 +20,7 @@ namespace velkor {
 namespace {
 
 constexpr const char *cache_name = "velkor.groups";
+constexpr const char *root_name = "Groups";
 
 OwnedGroup read_group(xmlNode *element) noexcept {
   OwnedGroup group(zox_group_parse_group(element->doc, element->children));
@@ -26,12 +28,12 @@ OwnedGroup read_group(xmlNode *element) noexcept {
   return group;
 }
 
-/** Appends the newsgroups that the table does not know; false when the text is no document. */
-bool read_groups(const ZoxString *text, GroupList &groups) noexcept {
+/** Appends the newsgroups that the table does not know. What is wrong with the text; else empty. */
+std::string read_groups(const ZoxString *text, GroupList &groups) noexcept {
   const xml::Document document = xml::parse(view_of(text));
-  const xmlNode *root = xml::root_named(document, "Groups", "zox_group_parse");
+  const xmlNode *root = xml::root_named(document, root_name, "zox_group_parse");
   if (root == nullptr)
-    return false;
+    return document_fault(document, root, root_name);
   for (xmlNode *child : xml::Siblings(root->children)) {
     if (!xml::is_named(child, "Group"))
       continue;
@@ -39,7 +41,7 @@ bool read_groups(const ZoxString *text, GroupList &groups) noexcept {
     if (zox_group_by_id(group->id) == nullptr)
       groups.append(group.release());
   }
-  return true;
+  return {};
 }
 
 void add_group(xmlNode *root, const ZoxGroup &group) noexcept {
@@ -77,24 +79,22 @@ void zox_group_load(void) {
   ZOX_ASSERT(core);
   const OwnedString text(zox_file_load(cache_name, 1));
   if (!text || text->len == 0) {
-    note_unreadable(cache_name, true);
+    finish_reading(cache_name, true, {});
     return;
   }
   zox_group_free_all();
   GroupList groups;
-  if (read_groups(text.get(), groups))
-    note_readable(cache_name, true);
-  else
-    note_unreadable(cache_name, true);
+  finish_reading(cache_name, true, read_groups(text.get(), groups));
   core->groups = groups.release();
 }
 
 gint32 zox_group_save(void) {
   ZOX_ASSERT(core);
-  const xml::Document document = xml::new_document("Groups");
+  begin_file_operation();
+  const xml::Document document = xml::new_document(root_name);
   for (const ZoxGroup *group : Items<ZoxGroup>(core->groups))
     add_group(xmlDocGetRootElement(document.get()), *group);
-  return save_document(document.get(), cache_name, true);
+  return save_document(document.get(), cache_name, true, __func__);
 }
 
 }  // extern "C"

@@ -86,6 +86,12 @@ PLACE(ZoxHttpFailure, host, 24);
 PLACE(ZoxHttpFailure, path, 32);
 PLACE(ZoxHttpFailure, text, 40);
 
+SIZE(ZoxFileError, 24);
+PLACE(ZoxFileError, status, 0);
+PLACE(ZoxFileError, errorNumber, 4);
+PLACE(ZoxFileError, path, 8);
+PLACE(ZoxFileError, message, 16);
+
 SIZE(ZoxHttpParameter, 16);
 PLACE(ZoxHttpParameter, paramName, 0);
 PLACE(ZoxHttpParameter, paramValue, 8);

@@ -2,18 +2,17 @@
 #include "tests/support/core_fixture.h"
 
 #include <stdexcept>
-#include <utility>
-
-#include <glib-object.h>
 
 #include <velkor/zox_file.h>
+
+#include "core/app_core.h"
 
 namespace velkor::test {
 
 CoreTest::CoreTest() {
   if (core != nullptr)
     throw std::logic_error("a core is left over");
-  core = g_new0(ZoxAppCore, 1);
+  make_core();
   zox_file_set_cache_dir(sandbox.cache().c_str());
   zox_file_set_data_dir("/usr/share/velkor");
   zox_file_set_lib_dir(VELKOR_TEST_PLUGINS "/good");
@@ -21,16 +20,19 @@ CoreTest::CoreTest() {
 }
 
 CoreTest::~CoreTest() {
-  if (core->config != nullptr)
-    zox_config_free();
-  if (core->filterlist != nullptr)
-    g_object_unref(core->filterlist);
-  if (core->eventlist != nullptr)
-    g_object_unref(core->eventlist);
+  release_settings();
+  release_lists();
   zox_file_free_cache_dir();
   zox_file_free_data_dir();
   zox_file_free_lib_dir();
-  g_free(std::exchange(core, nullptr));
+  free_core();
+}
+
+void CoreTest::read_only_from_now_on() {
+  const ZoxAppCore content = *core;
+  free_core();
+  make_core(Access::read_only);
+  *core = content;
 }
 
 std::filesystem::path CoreTest::cache_file(std::string_view name) const {

@@ -26,6 +26,9 @@ protected:
   CoreTest(const CoreTest &) = delete;
   CoreTest &operator=(const CoreTest &) = delete;
 
+  /** Makes the core one for reading only, with all that is in it. */
+  static void read_only_from_now_on();
+
   [[nodiscard]] std::filesystem::path cache_file(std::string_view name) const;
 
   Sandbox sandbox;

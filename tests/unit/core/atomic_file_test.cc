@@ -85,7 +85,7 @@ TEST_F(AtomicFileTest, MakesAPlainFile) {
   EXPECT_TRUE(file.write("een"));
   EXPECT_TRUE(file.write(""));
   EXPECT_TRUE(file.write("twee"));
-  EXPECT_TRUE(file.commit());
+  EXPECT_TRUE(file.commit("test"));
   EXPECT_EQ(test::read_file(path), "eentwee");
   EXPECT_EQ(files(), 1U);
 }
@@ -94,13 +94,13 @@ TEST_F(AtomicFileTest, MakesAGzipFile) {
   AtomicFile file(path, Form::gzip, 9);
   const std::string text(100000, 'x');
   file.write(text);
-  EXPECT_TRUE(file.commit());
+  EXPECT_TRUE(file.commit("test"));
   EXPECT_EQ(test::read_gzip(path), text);
   EXPECT_LT(fs::file_size(path), 1000U);
 }
 
 TEST_F(AtomicFileTest, MakesAnEmptyFile) {
-  EXPECT_TRUE(AtomicFile(path, Form::plain).commit());
+  EXPECT_TRUE(AtomicFile(path, Form::plain).commit("test"));
   EXPECT_EQ(test::read_file(path), "");
 }
 
@@ -109,7 +109,7 @@ TEST_F(AtomicFileTest, KeepsTheOldContentUntilItIsCommitted) {
   AtomicFile file(path, Form::plain);
   file.write(std::string(1 << 20, 'n'));
   EXPECT_EQ(test::read_file(path), "oud");
-  EXPECT_TRUE(file.commit());
+  EXPECT_TRUE(file.commit("test"));
   EXPECT_EQ(test::read_file(path), std::string(1 << 20, 'n'));
 }
 
@@ -118,7 +118,7 @@ TEST_F(AtomicFileTest, IsOnTheDiskBeforeItGetsItsName) {
     AtomicFile file(path, form);
     file.write("tekst");
     steps.clear();
-    EXPECT_TRUE(file.commit());
+    EXPECT_TRUE(file.commit("test"));
     EXPECT_THAT(steps, ElementsAre("sync file", "rename", "sync directory"));
   }
 }
@@ -142,7 +142,7 @@ TEST_F(AtomicFileTest, FollowsSymbolicLinks) {
   for (const char *text : {"made", "replaced"}) {
     AtomicFile file(path, Form::plain);
     file.write(text);
-    EXPECT_TRUE(file.commit());
+    EXPECT_TRUE(file.commit("test"));
     EXPECT_EQ(test::read_file(real), text);
   }
   EXPECT_TRUE(fs::is_symlink(path));
@@ -150,20 +150,20 @@ TEST_F(AtomicFileTest, FollowsSymbolicLinks) {
 
 TEST_F(AtomicFileTest, RefusesACircleOfLinks) {
   fs::create_symlink("file", path);
-  EXPECT_FALSE(AtomicFile(path, Form::plain).commit());
+  EXPECT_FALSE(AtomicFile(path, Form::plain).commit("test"));
   EXPECT_TRUE(fs::is_symlink(path));
 }
 
 TEST_F(AtomicFileTest, ObeysTheUmask) {
   const Umask mask(027);
-  EXPECT_TRUE(AtomicFile(path, Form::plain).commit());
+  EXPECT_TRUE(AtomicFile(path, Form::plain).commit("test"));
   EXPECT_EQ(mode_of(path), 0640U);
 }
 
 TEST_F(AtomicFileTest, KeepsThePermissionsOfTheOldFile) {
   test::write_file(path, "oud");
   fs::permissions(path, fs::perms{0604});
-  EXPECT_TRUE(AtomicFile(path, Form::plain).commit());
+  EXPECT_TRUE(AtomicFile(path, Form::plain).commit("test"));
   EXPECT_EQ(mode_of(path), 0604U);
 }
 
@@ -172,7 +172,7 @@ TEST_F(AtomicFileTest, TakesTheGivenPermissionsWhateverTheUmask) {
   fs::permissions(path, fs::perms{0644});
   const Umask mask(0777);
   AtomicFile file(path, Form::plain, Z_DEFAULT_COMPRESSION, 0600);
-  EXPECT_TRUE(file.commit());
+  EXPECT_TRUE(file.commit("test"));
   EXPECT_EQ(mode_of(path), 0600U);
 }
 
@@ -180,7 +180,7 @@ TEST_F(AtomicFileTest, NeedsADirectory) {
   AtomicFile file(directory.path() / "missing" / "file", Form::plain);
   EXPECT_EQ(file.error(), ENOENT);
   EXPECT_FALSE(file.write("tekst"));
-  EXPECT_FALSE(file.commit());
+  EXPECT_FALSE(file.commit("test"));
 }
 
 TEST_F(AtomicFileTest, ReplacesOnlyFiles) {
@@ -228,7 +228,7 @@ using AtomicFileDeathTest = AtomicFileTest;
   unsigned seed = 1;
   for (int i = 0; i < 100000; ++i)  // does not compress to nothing
     file.write(std::to_string(seed = seed * 1664525U + 1013904223U));
-  const bool committed = file.commit();
+  const bool committed = file.commit("test");
   std::_Exit(!committed && file.error() == EFBIG ? 0 : 1);
 }
 

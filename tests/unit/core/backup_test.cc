@@ -22,14 +22,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class KeptAside : public test::CoreTest {
+class BackupTest : public test::CoreTest {
 protected:
   static void save(const char *content, bool compressed = false) {
     const OwnedString text(zox_string_new(content));
     zox_file_save("cache", text.get(), compressed ? 1 : 0);
   }
 
-  /** The contents of the files kept, in the order of their names. */
+  /** The contents of the backups, in the order of their names. */
   [[nodiscard]] std::vector<std::string> kept(const char *mark = ".onleesbaar-") const {
     std::vector<fs::path> paths;
     for (const auto &entry : fs::directory_iterator(sandbox.cache())) {
@@ -48,19 +48,19 @@ protected:
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST_F(KeptAside, IsWhatCouldNotBeRead) {
+TEST_F(BackupTest, IsWhatCouldNotBeRead) {
   test::write_file(cache_file("cache"), "stuk");
   note_unreadable("cache", false);
   save("nieuw");
   EXPECT_EQ(test::read_file(cache_file("cache")), "nieuw\n");
   EXPECT_THAT(kept(), ElementsAre("stuk"));
   EXPECT_THAT(log.warnings(),
-              ElementsAre(testing::ContainsRegex(
-                  "/cache was onleesbaar en blijft bewaard als .*/cache\\.onleesbaar-"
-                  "[0-9]{8}-[0-9]{6}$")));
+              ElementsAre(testing::ContainsRegex("^zox_file_save\\(\\): .*/cache was onleesbaar en "
+                                                 "blijft bewaard als .*/cache\\.onleesbaar-"
+                                                 "[0-9]{8}-[0-9]{6}$")));
 }
 
-TEST_F(KeptAside, IsKeptOnce) {
+TEST_F(BackupTest, IsKeptOnce) {
   test::write_file(cache_file("cache"), "stuk");
   note_unreadable("cache", false);
   save("een");
@@ -68,7 +68,7 @@ TEST_F(KeptAside, IsKeptOnce) {
   EXPECT_THAT(kept(), ElementsAre("stuk"));
 }
 
-TEST_F(KeptAside, DoesNotReplaceWhatWasKeptEarlier) {
+TEST_F(BackupTest, DoesNotReplaceWhatWasKeptEarlier) {
   for (const char *content : {"een", "twee", "drie"}) {
     test::write_file(cache_file("cache"), content);
     note_unreadable("cache", false);
@@ -77,7 +77,7 @@ TEST_F(KeptAside, DoesNotReplaceWhatWasKeptEarlier) {
   EXPECT_THAT(kept(), testing::UnorderedElementsAre("een", "twee", "drie"));
 }
 
-TEST_F(KeptAside, IsTheFileOfExactlyThatForm) {
+TEST_F(BackupTest, IsTheFileOfExactlyThatForm) {
   test::write_file(cache_file("cache"), "stuk");
   note_unreadable("cache", false);
   save("nieuw", true);
@@ -86,7 +86,7 @@ TEST_F(KeptAside, IsTheFileOfExactlyThatForm) {
   EXPECT_THAT(kept(), ElementsAre("stuk"));
 }
 
-TEST_F(KeptAside, IsNothingThatWasReadAfterAll) {
+TEST_F(BackupTest, IsNothingThatWasReadAfterAll) {
   test::write_file(cache_file("cache"), "goed");
   note_unreadable("cache", false);
   note_readable("cache", false);
@@ -94,7 +94,7 @@ TEST_F(KeptAside, IsNothingThatWasReadAfterAll) {
   EXPECT_THAT(kept(), IsEmpty());
 }
 
-TEST_F(KeptAside, IsNeitherAMissingNorAnEmptyFile) {
+TEST_F(BackupTest, IsNeitherAMissingNorAnEmptyFile) {
   note_unreadable("cache", false);
   test::write_file(cache_file("cache"), "gemaakt");
   save("nieuw");
@@ -105,7 +105,7 @@ TEST_F(KeptAside, IsNeitherAMissingNorAnEmptyFile) {
   EXPECT_THAT(log.warnings(), IsEmpty());
 }
 
-TEST_F(KeptAside, IsWhatAnEmptyFileWouldReplace) {
+TEST_F(BackupTest, IsWhatAnEmptyFileWouldReplace) {
   test::write_file(cache_file("cache"), "goed");
   note_emptied("cache", false);
   save("leeg");
@@ -113,11 +113,12 @@ TEST_F(KeptAside, IsWhatAnEmptyFileWouldReplace) {
   EXPECT_THAT(kept(".vorige-"), ElementsAre("goed"));
   EXPECT_THAT(kept(), IsEmpty());
   EXPECT_THAT(log.warnings(),
-              ElementsAre(testing::ContainsRegex("/cache wordt vervangen door een leeg bestand en "
-                                                 "blijft bewaard als .*/cache\\.vorige-")));
+              ElementsAre(testing::ContainsRegex(
+                  "^zox_file_save\\(\\): .*/cache wordt vervangen door een leeg bestand en "
+                  "blijft bewaard als .*/cache\\.vorige-")));
 }
 
-TEST_F(KeptAside, UnreadableStaysTheReason) {
+TEST_F(BackupTest, UnreadableStaysTheReason) {
   test::write_file(cache_file("cache"), "stuk");
   note_unreadable("cache", false);
   note_emptied("cache", false);
@@ -126,7 +127,7 @@ TEST_F(KeptAside, UnreadableStaysTheReason) {
   EXPECT_THAT(kept(".vorige-"), IsEmpty());
 }
 
-TEST_F(KeptAside, KeepsItsPermissions) {
+TEST_F(BackupTest, KeepsItsPermissions) {
   test::write_file(cache_file("cache"), "stuk");
   fs::permissions(cache_file("cache"), fs::perms{0600});
   note_unreadable("cache", false);

@@ -27,7 +27,7 @@ TEST_F(XmlFileTest, SavesWhatLibxml2Would) {
     document->compression = compressed ? 9 : 0;
     xmlIndentTreeOutput = 1;
     const int length = xmlSaveFormatFile(reference.c_str(), document.get(), 1);
-    EXPECT_EQ(save_document(document.get(), "cache", compressed), length);
+    EXPECT_EQ(save_document(document.get(), "cache", compressed, "caller"), length);
     EXPECT_EQ(test::read_file(cache_file(compressed ? "cache.gz" : "cache")),
               test::read_file(reference));
   }
@@ -35,15 +35,15 @@ TEST_F(XmlFileTest, SavesWhatLibxml2Would) {
 
 TEST_F(XmlFileTest, KeepsTheEncodingOfADocument) {
   const auto document = some_document("<?xml version='1.0' encoding='ISO-8859-1'?><a>caf\xe9</a>");
-  EXPECT_GT(save_document(document.get(), "cache", false), 0);
+  EXPECT_GT(save_document(document.get(), "cache", false, "caller"), 0);
   EXPECT_THAT(test::read_file(cache_file("cache")), testing::HasSubstr("<a>caf\xe9</a>"));
 }
 
 TEST_F(XmlFileTest, SetsTheProcessWideCompressionMode) {
   const auto document = some_document();
-  save_document(document.get(), "cache", true);
+  save_document(document.get(), "cache", true, "caller");
   EXPECT_EQ(xmlGetCompressMode(), 9);
-  save_document(document.get(), "cache", false);
+  save_document(document.get(), "cache", false, "caller");
   EXPECT_EQ(xmlGetCompressMode(), 0);
 }
 
@@ -52,16 +52,17 @@ TEST_F(XmlFileTest, WritesPieceByPiece) {
   for (int i = 0; i < 10000; ++i)
     xmlOutputBufferWriteString(file.buffer(), "<a/>");
   EXPECT_FALSE(std::filesystem::exists(cache_file("cache.gz")));
-  EXPECT_EQ(file.commit(), 40000);
+  EXPECT_EQ(file.commit("caller"), 40000);
   EXPECT_EQ(test::read_gzip(cache_file("cache.gz")).size(), 40000U);
 }
 
 TEST_F(XmlFileTest, ReportsAFileThatCannotBeReplaced) {
   const test::LogCapture log;
   std::filesystem::create_directory(cache_file("cache"));
-  EXPECT_EQ(save_document(some_document().get(), "cache", false), -1);
-  EXPECT_EQ(XmlFile("cache", false).commit(), -1);
-  const auto warning = testing::ContainsRegex("cannot write .*/cache: Is a directory");
+  EXPECT_EQ(save_document(some_document().get(), "cache", false, "caller"), -1);
+  EXPECT_EQ(XmlFile("cache", false).commit("caller"), -1);
+  const auto warning =
+      testing::ContainsRegex("^caller\\(\\): cannot write .*/cache: Is a directory");
   EXPECT_THAT(log.warnings(), testing::ElementsAre(warning, warning));
 }
 

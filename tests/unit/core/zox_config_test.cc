@@ -284,7 +284,7 @@ private:
   rlimit earlier_{};
 };
 
-TEST_F(ZoxConfigTest, KeepsAFileThatCouldNotBeReadAsideWhenItSaves) {
+TEST_F(ZoxConfigTest, BacksUpAFileThatCouldNotBeReadWhenItSaves) {
   test::write_file(path, "username=u\n");
   {
     const NoMoreFiles none;

@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <velkor/zox_file.h>
+
 #include "support/slist.h"
 #include "tests/support/filter_fixture.h"
 #include "tests/support/log_capture.h"
@@ -37,8 +39,8 @@ protected:
     return static_cast<const ZoxFilter *>(core->filterlist->filters->data);
   }
 
-  /** Files that were kept beside the filters file. */
-  [[nodiscard]] std::vector<std::string> kept_aside() const {
+  /** The contents of the backups of the filters file. */
+  [[nodiscard]] std::vector<std::string> backups() const {
     std::vector<std::string> contents;
     for (const auto &entry : std::filesystem::directory_iterator(path.parent_path())) {
       if (entry.path().filename().string().starts_with("velkor.filters.onleesbaar-"))
@@ -215,6 +217,35 @@ TEST_F(ZoxFilterlistDocument, FileWithoutFiltersIsNotReplacedByTheDefaults) {
   EXPECT_EQ(read_file(path), "<Filters> </Filters>");
 }
 
+TEST_F(ZoxFilterlistDocument, FailedSaveIsOnlyToldByTheLastError) {
+  const test::LogCapture log;
+  std::filesystem::create_directory(path);
+  zox_filterlist_save(core->filterlist);
+  EXPECT_THAT(log.warnings(), IsEmpty());
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_NOT_WRITTEN);
+  EXPECT_EQ(zox_file_last_error()->path, path.string());
+}
+
+TEST_F(ZoxFilterlistDocument, OutcomeTellsWhatTheFileWas) {
+  zox_filterlist_load(core->filterlist);
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_MISSING);
+  zox_filterlist_load(core->filterlist);
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_FINE);
+  EXPECT_NE(load(""), "");
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_EMPTY);
+  EXPECT_NE(load("<Groups/>"), "");
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_DAMAGED);
+  EXPECT_EQ(zox_file_last_error()->message,
+            "cannot read " + path.string() + ": the root element is not Filters");
+}
+
+TEST_F(ZoxFilterlistDocument, DefaultsThatCannotBeWrittenAreTold) {
+  std::filesystem::remove_all(path.parent_path());
+  zox_filterlist_load(core->filterlist);
+  EXPECT_EQ(g_slist_length(core->filterlist->filters), 16U);
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_NOT_WRITTEN);
+}
+
 /** The file stays as it is at the load, and is kept beside the new one at the next save. */
 class ZoxFilterlistUnreadable : public ZoxFilterlistDocument {
 protected:
@@ -223,11 +254,11 @@ protected:
     EXPECT_EQ(read_file(path), content);
     const test::LogCapture log;
     zox_filterlist_save(core->filterlist);
-    EXPECT_EQ(log.warnings().size(), 1U);
-    EXPECT_THAT(kept_aside(), ElementsAre(content));
+    EXPECT_THAT(log.warnings(), ElementsAre(::testing::StartsWith("zox_filterlist_save(): ")));
+    EXPECT_THAT(backups(), ElementsAre(content));
     EXPECT_EQ(read_file(path), "<?xml version=\"1.0\"?>\n<Filters/>\n");
     zox_filterlist_save(core->filterlist);
-    EXPECT_EQ(kept_aside().size(), 1U);
+    EXPECT_EQ(backups().size(), 1U);
   }
 };
 
@@ -266,14 +297,14 @@ TEST_F(ZoxFilterlistUnreadable, EmptyFileIsNothingToKeep) {
   EXPECT_EQ(load(""), "zox_filter_parse(): empty document!\n");
   EXPECT_EQ(core->filterlist->filters, nullptr);
   zox_filterlist_save(core->filterlist);
-  EXPECT_THAT(kept_aside(), IsEmpty());
+  EXPECT_THAT(backups(), IsEmpty());
 }
 
 TEST_F(ZoxFilterlistUnreadable, GoodFileInItsPlaceIsNotKept) {
   EXPECT_NE(load("geen xml"), "");
   EXPECT_EQ(load("<Filters><Filter/></Filters>"), "");
   zox_filterlist_save(core->filterlist);
-  EXPECT_THAT(kept_aside(), IsEmpty());
+  EXPECT_THAT(backups(), IsEmpty());
 }
 
 }  // namespace

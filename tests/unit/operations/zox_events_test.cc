@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <velkor/zox_config.h>
+#include <velkor/zox_file.h>
 #include <velkor/zox_http_curl.h>
 #include <velkor/zox_string.h>
 
@@ -311,6 +312,8 @@ TEST_F(ZoxEventsFetch, SettingsAreKeptWhenTheListCannotBeSaved) {
   EXPECT_EQ(core->config->prevCheck, 500);
   EXPECT_THAT(log.warnings(),
               testing::Contains("zox_events_fetch(): de postings konden niet worden opgeslagen\n"));
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_NOT_WRITTEN);
+  EXPECT_EQ(zox_file_last_error()->path, cache.string());
   EXPECT_TRUE(downloads.is_empty());
 }
 
@@ -339,6 +342,47 @@ TEST_F(ZoxEventsFetch, DownloadIsGoneBeforeItsTextIsRead) {
   const DownloadsWhileLogging log;
   EXPECT_EQ(update(), 0U);
   EXPECT_THAT(log.empty, testing::AllOf(testing::Not(IsEmpty()), testing::Each(true)));
+}
+
+TEST_F(ZoxEventsFetch, SettingsThatCannotBeSavedAreReported) {
+  available_are(available(2000, "een"));
+  offer("een", document_of({recent_posting(2)}));
+  const test::LogCapture log;
+  std::filesystem::create_directory(cache_file("velkor.conf"));
+  EXPECT_EQ(update(), 0U);
+  EXPECT_THAT(ids(core->eventlist), ElementsAre(2));
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_NOT_WRITTEN);
+  EXPECT_EQ(zox_file_last_error()->path, cache_file("velkor.conf").string());
+}
+
+gint save_elsewhere(gpointer) {
+  const OwnedString text(zox_string_new(""));
+  return zox_file_save("elders", text.get(), 0);
+}
+
+TEST_F(ZoxEventsFetch, OutcomeIsNotThatOfTheCallback) {
+  available_are(available(2000, "een"));
+  offer("een", document_of({recent_posting(2)}));
+  const test::LogCapture log;
+  std::filesystem::create_directory(cache_file("elders"));
+  char *text = nullptr;
+  EXPECT_EQ(zox_events_fetch(nullptr, nullptr, save_elsewhere, &text, nullptr), 0U);
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_FINE);
+}
+
+TEST_F(ZoxEventsFetch, ACoreForReadingOnlyKeepsTheNewPostingsInMemory) {
+  available_are(available(2000, "een"));
+  offer("een", document_of({recent_posting(2)}));
+  const test::LogCapture log;
+  zox_eventlist_save(core->eventlist);
+  const std::string before = test::read_file(cache_file("velkor.posts.gz"));
+  read_only_from_now_on();
+  EXPECT_EQ(update(), 0U);
+  EXPECT_THAT(ids(core->eventlist), ElementsAre(2));
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_READ_ONLY);
+  EXPECT_EQ(zox_file_last_error()->path, cache_file("velkor.posts.gz").string());
+  EXPECT_EQ(test::read_file(cache_file("velkor.posts.gz")), before);
+  EXPECT_THAT(log.warnings(), IsEmpty());
 }
 
 /** A reply to the question, and what the update makes of it. */

@@ -22,8 +22,8 @@ protected:
   [[nodiscard]] std::string file() const { return read_file(cache_file("velkor.mail")); }
   void write(std::string_view content) const { write_file(cache_file("velkor.mail"), content); }
 
-  /** The files that were kept aside. */
-  [[nodiscard]] std::vector<std::filesystem::path> kept_aside() const {
+  /** The backups of the mail file. */
+  [[nodiscard]] std::vector<std::filesystem::path> backups() const {
     std::vector<std::filesystem::path> found;
     for (const auto &entry : std::filesystem::directory_iterator(sandbox.cache())) {
       if (entry.path().filename().string().starts_with("velkor.mail.onleesbaar-"))
@@ -126,9 +126,9 @@ TEST_F(ZoxMailBox, KeepsAFileThatCannotBeUnderstood) {
     EXPECT_EQ(file(), broken);
     EXPECT_EQ(zox_mail_save(), 0);
     EXPECT_EQ(file(), empty_mail_file);
-    ASSERT_EQ(kept_aside().size(), 1U) << broken;
-    EXPECT_EQ(read_file(kept_aside().front()), broken);
-    std::filesystem::remove(kept_aside().front());
+    ASSERT_EQ(backups().size(), 1U) << broken;
+    EXPECT_EQ(read_file(backups().front()), broken);
+    std::filesystem::remove(backups().front());
   }
 }
 
@@ -140,18 +140,47 @@ TEST_F(ZoxMailBox, KeepsAFileThatTolerantModeReadsInPart) {
   EXPECT_EQ(zox_mail_load(), 0);
   EXPECT_THAT(shown(core->mail), ElementsAre("1 a/s/b"));
   EXPECT_EQ(zox_mail_save(), 0);
-  ASSERT_EQ(kept_aside().size(), 1U);
-  EXPECT_EQ(read_file(kept_aside().front()), file_text);
+  ASSERT_EQ(backups().size(), 1U);
+  EXPECT_EQ(read_file(backups().front()), file_text);
 }
 
-TEST_F(ZoxMailBox, KeepsNothingAsideOfAFileThatIsGood) {
+TEST_F(ZoxMailBox, MakesNoBackupOfAFileThatIsGood) {
   for (const char *good : {"", empty_mail_file, "<Mail/>", "<Mail><Event Code=\"0\"/></Mail>"}) {
     write(good);
     standard_error_of([] { EXPECT_EQ(zox_mail_load(), 0); });
     EXPECT_EQ(zox_mail_save(), 0);
     EXPECT_EQ(file(), empty_mail_file);
-    EXPECT_THAT(kept_aside(), IsEmpty()) << good;
+    EXPECT_THAT(backups(), IsEmpty()) << good;
   }
+}
+
+TEST_F(ZoxMailBox, OutcomeTellsWhatTheFileWas) {
+  const auto status = [] {
+    standard_error_of([] { zox_mail_load(); });
+    return zox_file_last_error()->status;
+  };
+  EXPECT_EQ(status(), ZOX_FILE_MISSING);
+  EXPECT_EQ(status(), ZOX_FILE_FINE);
+  write("");
+  EXPECT_EQ(status(), ZOX_FILE_EMPTY);
+  write("<Mail/>");
+  EXPECT_EQ(status(), ZOX_FILE_FINE);
+  write("<Events/>");
+  EXPECT_EQ(status(), ZOX_FILE_DAMAGED);
+  EXPECT_THAT(zox_file_last_error()->message, HasSubstr(": the root element is not Mail"));
+  write("geen XML");
+  EXPECT_EQ(status(), ZOX_FILE_DAMAGED);
+  EXPECT_THAT(zox_file_last_error()->message, HasSubstr(": line 1: "));
+  const Tolerance tolerance;
+  write("<Mail><Event Code=\"1\"><From>b</From></Event></Mail>");
+  EXPECT_EQ(status(), ZOX_FILE_DAMAGED);
+  EXPECT_THAT(zox_file_last_error()->message, HasSubstr("a message lacks From, Subject or Body"));
+}
+
+TEST_F(ZoxMailBox, OutcomeTellsOfAFileThatCannotBeMade) {
+  const ClosedCacheDirectory closed(sandbox.cache());
+  EXPECT_EQ(zox_mail_load(), -1);
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_NOT_WRITTEN);
 }
 
 TEST_F(ZoxMailBox, ForgetsAnUnreadableFileThatBecameGood) {
@@ -160,7 +189,7 @@ TEST_F(ZoxMailBox, ForgetsAnUnreadableFileThatBecameGood) {
   write(empty_mail_file);
   EXPECT_EQ(zox_mail_load(), 0);
   EXPECT_EQ(zox_mail_save(), 0);
-  EXPECT_THAT(kept_aside(), IsEmpty());
+  EXPECT_THAT(backups(), IsEmpty());
 }
 
 TEST_F(ZoxMailBox, KeepsManyAndLongMessages) {
@@ -244,9 +273,9 @@ TEST_F(ZoxMailBoxDeathTest, KeepsAFileThatCannotBeOpened) {
         std::_Exit(loaded && zox_mail_save() == 0 ? 0 : 1);
       },
       testing::ExitedWithCode(0), "");
-  ASSERT_EQ(kept_aside().size(), 1U);
-  std::filesystem::permissions(kept_aside().front(), std::filesystem::perms::owner_all);
-  EXPECT_EQ(read_file(kept_aside().front()), before);
+  ASSERT_EQ(backups().size(), 1U);
+  std::filesystem::permissions(backups().front(), std::filesystem::perms::owner_all);
+  EXPECT_EQ(read_file(backups().front()), before);
 }
 
 TEST_F(ZoxMailBoxDeathTest, AssertsTheMessageAndTheBox) {

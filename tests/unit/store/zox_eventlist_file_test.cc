@@ -199,7 +199,7 @@ TEST_F(ZoxEventlistFile, BrokenFileGivesAnEmptyListWithoutADump) {
   EXPECT_EQ(zox_eventlist_get_count(list, 0), 0U);
 }
 
-TEST_F(ZoxEventlistFile, TruncatedFileIsKeptAside) {
+TEST_F(ZoxEventlistFile, TruncatedFileIsBackedUp) {
   const test::LogCapture log;
   for (gint32 id = 1; id <= 200; ++id)
     add(basic_event(id));
@@ -219,7 +219,7 @@ TEST_F(ZoxEventlistFile, TruncatedFileIsKeptAside) {
   EXPECT_THAT(ids(list), ElementsAre(1000));
 }
 
-TEST_F(ZoxEventlistFile, EmptyListIsNotKeptAside) {
+TEST_F(ZoxEventlistFile, EmptyListIsNotBackedUp) {
   EXPECT_EQ(zox_eventlist_save(list), 1);
   EXPECT_EQ(test::read_gzip(cache()), "<?xml version=\"1.0\"?>\n<Events/>\n");
   EXPECT_EQ(load(), 11U);
@@ -241,7 +241,40 @@ TEST_F(ZoxEventlistFile, FailedSaveIsToldAndLeavesNothingBehind) {
   std::filesystem::create_directory(cache());
   EXPECT_EQ(zox_eventlist_save(list), 0);
   EXPECT_THAT(files(), ElementsAre("velkor.posts.gz"));
-  EXPECT_EQ(log.warnings().size(), 1U);
+  EXPECT_THAT(log.warnings(), ElementsAre("zox_eventlist_save(): cannot write " + cache().string() +
+                                          ": Is a directory"));
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_NOT_WRITTEN);
+  EXPECT_EQ(zox_file_last_error()->path, cache().string());
+}
+
+TEST_F(ZoxEventlistFile, OutcomeTellsWhatTheFileWas) {
+  const auto expect = [this](ZoxFileStatus status, const std::string &message) {
+    load();
+    EXPECT_EQ(zox_file_last_error()->status, status) << message;
+    EXPECT_EQ(zox_file_last_error()->path, cache().string());
+    const char *words = zox_file_last_error()->message;
+    EXPECT_EQ(words == nullptr ? "" : words, message);
+  };
+  const std::string unreadable = "cannot read " + cache().string() + ": ";
+  expect(ZOX_FILE_MISSING, "there is no file " + cache().string());
+  test::write_gzip(cache(), "");
+  expect(ZOX_FILE_EMPTY, cache().string() + " is empty");
+  test::write_gzip(cache(), "<Events/>");
+  expect(ZOX_FILE_FINE, "");
+  test::write_gzip(cache(), test::document_of({test::posting_element(4)}));
+  expect(ZOX_FILE_FINE, "");
+  test::write_gzip(cache(), "<Events>\n<Event>");
+  expect(ZOX_FILE_DAMAGED, unreadable + "line 2: Premature end of data in tag Event line 2");
+  test::write_gzip(cache(), "<Other/>");
+  expect(ZOX_FILE_DAMAGED, unreadable + "the root element is not Events");
+  test::write_gzip(cache(), std::string(10000, ' '));
+  std::filesystem::resize_file(cache(), std::filesystem::file_size(cache()) - 9);
+  expect(ZOX_FILE_DAMAGED, unreadable + "unexpected end of file");
+  test::write_gzip(cache(), test::document_of({test::posting_element(4)}));
+  std::string bytes = test::read_file(cache());
+  bytes[bytes.size() - 6] = static_cast<char>(~bytes[bytes.size() - 6]);
+  test::write_file(cache(), bytes);
+  expect(ZOX_FILE_DAMAGED, unreadable + "incorrect data check");
 }
 
 TEST_F(ZoxEventlistFile, ListWithoutATableIsNotSaved) {

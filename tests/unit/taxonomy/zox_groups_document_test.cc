@@ -4,6 +4,7 @@
 #include <string>
 
 #include <gmock/gmock.h>
+#include <velkor/zox_file.h>
 
 #include <velkor/zox_string.h>
 
@@ -60,7 +61,7 @@ protected:
     core->groups = g_slist_append(core->groups, group);
   }
 
-  [[nodiscard]] std::vector<std::filesystem::path> kept_aside() const {
+  [[nodiscard]] std::vector<std::filesystem::path> backups() const {
     std::vector<std::filesystem::path> found;
     for (const auto &entry : std::filesystem::directory_iterator(path.parent_path())) {
       if (entry.path().filename().string().starts_with("velkor.groups.gz.onleesbaar-"))
@@ -227,22 +228,22 @@ TEST_F(ZoxGroupsDocument, DocumentWithoutGroupsEmptiesTheTable) {
   EXPECT_EQ(load(), "");
   EXPECT_EQ(core->groups, nullptr);
   zox_group_save();
-  EXPECT_THAT(kept_aside(), IsEmpty());
+  EXPECT_THAT(backups(), IsEmpty());
 }
 
-TEST_F(ZoxGroupsDocument, UnreadableFileIsKeptAsideAtTheNextSave) {
+TEST_F(ZoxGroupsDocument, NextSaveBacksUpAnUnreadableFile) {
   add_group(1, "oud");
   test::write_gzip(path, "<Groups><Group ID=\"1\"");
   EXPECT_THAT(load(), HasSubstr("zox_group_parse(): empty document!\n"));
   EXPECT_EQ(core->groups, nullptr);
   const test::LogCapture log;
   zox_group_save();
-  ASSERT_THAT(kept_aside(), SizeIs(1));
-  EXPECT_EQ(test::read_gzip(kept_aside().front()), "<Groups><Group ID=\"1\"");
+  ASSERT_THAT(backups(), SizeIs(1));
+  EXPECT_EQ(test::read_gzip(backups().front()), "<Groups><Group ID=\"1\"");
   EXPECT_EQ(test::read_gzip(path), "<?xml version=\"1.0\"?>\n<Groups/>\n");
 }
 
-TEST_F(ZoxGroupsDocument, BrokenGzipFileIsKeptAsideAtTheNextSave) {
+TEST_F(ZoxGroupsDocument, NextSaveBacksUpABrokenGzipFile) {
   const std::string broken = std::string("\x1f\x8b\x08\0\0\0\0\0\0\3", 10) + "geen deflate";
   test::write_file(path, broken);
   add_group(1, "oud");
@@ -250,17 +251,40 @@ TEST_F(ZoxGroupsDocument, BrokenGzipFileIsKeptAsideAtTheNextSave) {
   EXPECT_EQ(printed(core->groups), "1=oud ");
   const test::LogCapture log;
   zox_group_save();
-  ASSERT_THAT(kept_aside(), SizeIs(1));
-  EXPECT_EQ(test::read_file(kept_aside().front()), broken);
+  ASSERT_THAT(backups(), SizeIs(1));
+  EXPECT_EQ(test::read_file(backups().front()), broken);
 }
 
-TEST_F(ZoxGroupsDocument, ReadableFileInItsPlaceIsNotKept) {
+TEST_F(ZoxGroupsDocument, ReadableFileInItsPlaceIsNotBackedUp) {
   test::write_gzip(path, "geen xml");
   EXPECT_NE(load(), "");
   test::write_gzip(path, "<Groups><Group ID=\"1\"/></Groups>");
   EXPECT_EQ(load(), "");
   zox_group_save();
-  EXPECT_THAT(kept_aside(), IsEmpty());
+  EXPECT_THAT(backups(), IsEmpty());
+}
+
+TEST_F(ZoxGroupsDocument, OutcomeTellsWhatTheFileWas) {
+  load();
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_MISSING);
+  test::write_gzip(path, "<Groups><Group ID=\"1\"/></Groups>");
+  EXPECT_EQ(load(), "");
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_FINE);
+  test::write_gzip(path, "<Other/>");
+  EXPECT_NE(load(), "");
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_DAMAGED);
+  EXPECT_EQ(zox_file_last_error()->message,
+            "cannot read " + path.string() + ": the root element is not Groups");
+}
+
+TEST_F(ZoxGroupsDocument, FailedSaveNamesThePublicFunction) {
+  const test::LogCapture log;
+  std::filesystem::create_directory(path);
+  EXPECT_EQ(zox_group_save(), -1);
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_NOT_WRITTEN);
+  EXPECT_EQ(zox_file_last_error()->path, path.string());
+  EXPECT_THAT(log.warnings(), testing::ElementsAre("zox_group_save(): cannot write " +
+                                                   path.string() + ": Is a directory"));
 }
 
 using ZoxGroupsDocumentDeathTest = ZoxGroupsDocument;
