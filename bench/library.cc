@@ -2,15 +2,10 @@
 #include "bench/library.h"
 
 #include <stdexcept>
-#include <utility>
 
 #include <velkor/zox_app_core.h>
-#include <velkor/zox_category.h>
 #include <velkor/zox_eventlist.h>
-#include <velkor/zox_file.h>
-#include <velkor/zox_filterlist.h>
 #include <velkor/zox_groups.h>
-#include <velkor/zox_tags.h>
 
 #include "bench/posting_data.h"
 #include "support/owned.h"
@@ -32,28 +27,19 @@ void add_groups() {
 }  // namespace
 
 Library::Library(const std::string &cache_directory) {
-  core = g_new0(ZoxAppCore, 1);
-  zox_file_set_cache_dir(cache_directory.c_str());
-  zox_file_set_data_dir(nullptr);
-  zox_config_init();
-  core->filterlist = zox_filterlist_new();
-  zox_filterlist_load(core->filterlist);
-  zox_categories_init();
-  zox_tags_init();
+  ZoxCoreOptions options{};
+  options.cacheDir = cache_directory.c_str();
+  options.parts = ZOX_CORE_FILTERS | ZOX_CORE_TABLES;
+  char *text = nullptr;
+  const ZoxCoreResult result = zox_app_core_open(&options, &text);
+  const OwnedText message(text);
+  if (result != ZOX_CORE_OPENED)
+    throw std::runtime_error(message.get());
   add_groups();
-  core->eventlist = zox_eventlist_new();
 }
 
 Library::~Library() {
-  zox_eventlist_destroy(core->eventlist);
-  zox_group_free_all();
-  zox_tags_free();
-  zox_categories_free();
-  zox_filterlist_destroy(core->filterlist);
-  zox_config_free();
-  zox_file_free_data_dir();
-  zox_file_free_cache_dir();
-  g_free(std::exchange(core, nullptr));
+  zox_app_core_close();
 }
 
 void load_list() {

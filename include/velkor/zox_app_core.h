@@ -26,7 +26,10 @@ typedef struct _ZoxAppCore {
   GSList *tags;               /**< of ZoxTag */
 } ZoxAppCore;
 
-/** The core record; null before zox_app_core_init() and after zox_app_core_cleanup(). */
+/**
+ * The core record; null before zox_app_core_init() or zox_app_core_open() and after
+ * zox_app_core_cleanup() or zox_app_core_close().
+ */
 extern ZoxAppCore *core;
 
 /**
@@ -56,6 +59,48 @@ gint32 zox_app_core_init(const char *dataDir, const char *cacheDir, const char *
  * Threads: the core's.
  */
 void zox_app_core_cleanup(void);
+
+/** How zox_app_core_open() starts; a zero-filled record loads nothing into a core that may write.
+ */
+typedef struct _ZoxCoreOptions {
+  const char *dataDir;      /**< data directory of the front end; null for "/usr/share/velkor" */
+  const char *cacheDir;     /**< cache directory; null for ".velkor" in the home directory */
+  const char *libDir;       /**< directory of the authentication plug-in; null for "/usr/lib64" */
+  guint32 parts;            /**< what to load and start, a sum of ZoxCorePart */
+  gint32 readOnly;          /**< non-zero: the library changes no file, see zox_app_core_open() */
+  const char *dbusArgument; /**< with ZOX_CORE_BUS: text kept for the front end; may be null */
+  gint32 isGui;             /**< with ZOX_CORE_BUS: answered by velkor_dbus_is_gui() */
+} ZoxCoreOptions;
+
+/**
+ * Addition to the interface: starts the library as zox_app_core_init() does, but only the parts
+ * asked for, without ending the process, and for reading only if wanted. The parts are loaded in
+ * the order of ZoxCorePart, after the D-Bus service; the categories are made in any case, of the
+ * filters that there are. Files that are missing or unreadable are no failure, except settings that
+ * are there: defaults must not take their place. Settings that are missing are not warned about.
+ * After success, zox_file_last_error() is about the file read last: that of the postings, else of
+ * the mail, and so on.
+ *
+ * A core for reading only changes nothing in the cache, however the process ends: no directory is
+ * made and no file written, renamed or deleted. A missing directory is an empty one. Default
+ * filters stay in memory. A plain file beside a compressed one is read in its place and stays.
+ * Functions that save fail without a warning, with their usual result and ZOX_FILE_READ_ONLY in
+ * zox_file_last_error(). Downloads into temporary files are not affected.
+ *
+ * Asserts "core == NULL" and "options". Threads: the main thread, before any other function.
+ * @param options  directories, parts and mode; the texts are copied
+ * @param message  receives a new text: why it failed; after success, why the bus cannot be used,
+ *                 or null; may be null
+ * @return ZOX_CORE_OPENED; any other result leaves no core, no directory name and no service behind
+ */
+ZoxCoreResult zox_app_core_open(const ZoxCoreOptions *options, char **message);
+
+/**
+ * Addition to the interface: stops the D-Bus service, releases everything, mail and library
+ * directory included, and sets `core` to null; does nothing without a core. Nothing is saved. No
+ * request may be running. Threads: the core's.
+ */
+void zox_app_core_close(void);
 
 /**
  * Asserts "core->config". Threads: the core's.

@@ -133,6 +133,29 @@ typedef enum {
   ZOX_POST_FAILED = 16            /**< failed */
 } ZoxPostStep;
 
+/** What zox_app_core_open() loads and starts; the values are added up. */
+typedef enum {
+  ZOX_CORE_SETTINGS = 1,  /**< the settings; without them, defaults */
+  ZOX_CORE_FILTERS = 2,   /**< the filters; without them, an empty filter list */
+  ZOX_CORE_TABLES = 4,    /**< tags and newsgroups; without them, none */
+  ZOX_CORE_MAIL = 8,      /**< the mail; without it, none */
+  ZOX_CORE_POSTINGS = 16, /**< the cached postings; without them, an empty event list */
+  ZOX_CORE_BUS = 32,      /**< the D-Bus service */
+  ZOX_CORE_ALL = 63       /**< all of these */
+} ZoxCorePart;
+
+/** The results of zox_app_core_open(). */
+typedef enum {
+  ZOX_CORE_OPENED = 0,             /**< success */
+  ZOX_CORE_NO_DIRECTORY = 1,       /**< the cache directory cannot be made */
+  ZOX_CORE_NOT_A_DIRECTORY = 2,    /**< the cache directory is no directory */
+  ZOX_CORE_NOT_READABLE = 3,       /**< the cache directory cannot be read */
+  ZOX_CORE_NOT_WRITABLE = 4,       /**< the cache directory cannot be written */
+  ZOX_CORE_ALREADY_ACTIVE = 5,     /**< another instance owns the D-Bus service; it was asked to
+                                        come to the front */
+  ZOX_CORE_SETTINGS_UNREADABLE = 6 /**< the settings are there but cannot be read */
+} ZoxCoreResult;
+
 /** How saving or loading a file ended: the values of ZoxFileError's `status`, the worst last. */
 typedef enum {
   ZOX_FILE_FINE = 0,        /**< it went well */

@@ -86,6 +86,15 @@ PLACE(ZoxHttpFailure, host, 24);
 PLACE(ZoxHttpFailure, path, 32);
 PLACE(ZoxHttpFailure, text, 40);
 
+SIZE(ZoxCoreOptions, 48);
+PLACE(ZoxCoreOptions, dataDir, 0);
+PLACE(ZoxCoreOptions, cacheDir, 8);
+PLACE(ZoxCoreOptions, libDir, 16);
+PLACE(ZoxCoreOptions, parts, 24);
+PLACE(ZoxCoreOptions, readOnly, 28);
+PLACE(ZoxCoreOptions, dbusArgument, 32);
+PLACE(ZoxCoreOptions, isGui, 40);
+
 SIZE(ZoxFileError, 24);
 PLACE(ZoxFileError, status, 0);
 PLACE(ZoxFileError, errorNumber, 4);

@@ -3,7 +3,7 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <utility>
+#include <string>
 
 #include <libxml/xmlerror.h>
 
@@ -28,25 +28,14 @@ public:
     g_log_set_default_handler(ignore_warnings, nullptr);
     xmlSetGenericErrorFunc(nullptr, ignore_error);
     zox_set_tolerant(1);
-    core = g_new0(ZoxAppCore, 1);
-    zox_file_set_cache_dir(sandbox_.cache().c_str());
-    zox_file_set_data_dir(nullptr);
-    zox_config_init();
-    core->filterlist = zox_filterlist_new();
-    zox_filterlist_load(core->filterlist);
-    zox_categories_init();
-    zox_tags_init();
+    const std::string cache = sandbox_.cache();
+    ZoxCoreOptions options{};
+    options.cacheDir = cache.c_str();
+    options.parts = ZOX_CORE_FILTERS | ZOX_CORE_TABLES;
+    if (zox_app_core_open(&options, nullptr) != ZOX_CORE_OPENED)
+      std::abort();
   }
-  ~Session() {
-    zox_tags_free();
-    zox_categories_free();
-    zox_filterlist_destroy(core->filterlist);
-    zox_group_free_all();
-    zox_config_free();
-    zox_file_free_cache_dir();
-    zox_file_free_data_dir();
-    g_free(std::exchange(core, nullptr));
-  }
+  ~Session() { zox_app_core_close(); }
   Session(const Session &) = delete;
   Session &operator=(const Session &) = delete;
 

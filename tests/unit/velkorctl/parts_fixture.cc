@@ -1,14 +1,14 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "parts_fixture.h"
 
+#include <stdexcept>
+#include <string>
+
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_category.h>
-#include <velkor/zox_config.h>
-#include <velkor/zox_file.h>
 #include <velkor/zox_filterlist.h>
 #include <velkor/zox_groups.h>
 #include <velkor/zox_string.h>
-#include <velkor/zox_tags.h>
 
 #include "velkorctl/filter_options.h"
 
@@ -33,28 +33,22 @@ void add_group(guint32 id, const char *name) {
 }  // namespace
 
 PartsTest::PartsTest() {
-  core = g_new0(ZoxAppCore, 1);
-  zox_file_set_cache_dir(sandbox.cache().c_str());
-  zox_config_init();
-  core->filterlist = zox_filterlist_new();
+  const std::string cache = sandbox.cache();
+  ZoxCoreOptions options{};
+  options.cacheDir = cache.c_str();
+  options.parts = ZOX_CORE_TABLES;
+  if (zox_app_core_open(&options, nullptr) != ZOX_CORE_OPENED)
+    throw std::logic_error("the core cannot be opened");
   add_filter("DivX", 0, "a0");
   add_filter("Windows", 2, "a0");
   add_filter("Windows", 3, "a0");
   zox_categories_init();
-  zox_tags_init();
   add_group(7, "alt.binaries.tv");
   add_group(12, "comp.os");
 }
 
 PartsTest::~PartsTest() {
-  zox_tags_free();
-  zox_categories_free();
-  zox_filterlist_destroy(core->filterlist);
-  zox_group_free_all();
-  zox_config_free();
-  zox_file_free_cache_dir();
-  g_free(core);
-  core = nullptr;
+  zox_app_core_close();
 }
 
 }  // namespace velkor::ctl
