@@ -3,16 +3,13 @@
 
 #include <cerrno>
 #include <string>
-#include <system_error>
 
-#include <unistd.h>
+#include <sys/stat.h>
 #include <velkor/velkor.h>
 
 #include "support/owned.h"
 #include "velkorctl/bus_owner.h"
-#include "velkorctl/cache_files.h"
 #include "velkorctl/failure.h"
-#include "velkorctl/file_stamp.h"
 #include "velkorctl/messages.h"
 
 namespace velkor::ctl {
@@ -20,31 +17,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/** What the library says about the file of an empty list. */
-constexpr const char *no_postings = "zox_events_parse(): no children of root-node!";
-
 constexpr const char *plugin_name = "libzox_http_plugin.so.2.0";
 
 const char *chars_of(const std::optional<std::string> &text) noexcept {
   return text ? text->c_str() : nullptr;
-}
-
-/** Whether the cache has a non-empty file of that name, plain or compressed. */
-bool is_cached(const fs::path &cache, const std::string &name) {
-  std::error_code error;
-  for (const fs::path &path : {cache / name, cache / (name + ".gz")})
-    if (const auto size = fs::file_size(path, error); !error && size > 0)
-      return true;
-  return false;
-}
-
-void require_directory(const fs::path &directory) {
-  std::error_code error;
-  const fs::file_status status = fs::status(directory, error);
-  if (fs::exists(status) && !fs::is_directory(status))
-    throw Failure(Exit::files, directory.string() + " is not a directory");
-  if (fs::exists(status) && access(directory.c_str(), R_OK | X_OK) != 0)
-    throw Failure(Exit::files, "cannot read " + directory.string() + ": " + system_error(errno));
 }
 
 void make_directory(const fs::path &directory) {
@@ -52,35 +28,24 @@ void make_directory(const fs::path &directory) {
     throw Failure(Exit::files, "cannot create " + directory.string() + ": " + system_error(errno));
 }
 
-/** Settings that cannot be read just now must not be replaced by defaults. */
-void load_settings(const fs::path &cache) {
-  const fs::path file = cache / "velkor.conf";
-  if (access(file.c_str(), F_OK) != 0) {
-    zox_config_init();
-    return;
-  }
-  const OwnedFile readable(std::fopen(file.c_str(), "r"));
-  if (!readable || std::fgetc(readable.get()) == EOF) {
-    const int error = errno;
-    if (!readable || std::ferror(readable.get()) != 0)
-      throw Failure(Exit::files, "cannot read velkor.conf: " + system_error(error));
-  }
-  zox_config_load();
-}
-
-void load_filters(const fs::path &cache) {
-  core->filterlist = zox_filterlist_new();
-  zox_filterlist_load(core->filterlist);
-  if (core->filterlist->filters == nullptr && is_cached(cache, "velkor.filters"))
-    say("warning: velkor.filters has no filter, so no posting is shown");
-}
-
-void set_directories(const GlobalOptions &options, const fs::path &cache) {
-  zox_file_set_cache_dir(cache.c_str());
-  zox_file_set_data_dir(chars_of(options.data_dir));
+/** The directory of the authentication plug-in; null for the library's default. */
+std::optional<std::string> library_directory(const GlobalOptions &options) {
   const fs::path installed = fs::path(VELKOR_PLUGIN_DIR);
   const bool use_installed = !options.lib_dir && fs::exists(installed / plugin_name);
-  zox_file_set_lib_dir(use_installed ? installed.c_str() : chars_of(options.lib_dir));
+  return use_installed ? installed.string() : options.lib_dir;
+}
+
+guint32 parts_for(Load load) noexcept {
+  constexpr guint32 always = ZOX_CORE_SETTINGS | ZOX_CORE_FILTERS | ZOX_CORE_TABLES;
+  switch (load) {
+  case Load::settings:
+    break;
+  case Load::mail:
+    return always | ZOX_CORE_MAIL;
+  case Load::postings:
+    return always | ZOX_CORE_POSTINGS;
+  }
+  return always;
 }
 
 void set_hosts(const GlobalOptions &options) {
@@ -90,27 +55,6 @@ void set_hosts(const GlobalOptions &options) {
 
 gint stop_when_interrupted(gint64 /*received*/, gint64 /*total*/, gpointer /*unused*/) noexcept {
   return Interruption::requested() ? 1 : 0;
-}
-
-void free_core() noexcept {
-  zox_http_set_transfer_callback(nullptr, nullptr);
-  if (core->tags != nullptr)
-    zox_tags_free();
-  if (core->categories != nullptr)
-    zox_categories_free();
-  if (core->filterlist != nullptr)
-    zox_filterlist_destroy(core->filterlist);
-  if (core->eventlist != nullptr)
-    zox_eventlist_destroy(core->eventlist);
-  zox_group_free_all();
-  zox_mail_free(core->mail);
-  if (core->config != nullptr)
-    zox_config_free();
-  zox_file_free_cache_dir();
-  zox_file_free_data_dir();
-  zox_file_free_lib_dir();
-  g_free(core);
-  core = nullptr;
 }
 
 bool is_empty(const GString *text) noexcept {
@@ -124,90 +68,67 @@ fs::path cache_directory(const GlobalOptions &options) {
                                         : fs::path(g_get_home_dir()) / ".velkor");
 }
 
+CoreSession::Core::Core(const GlobalOptions &options, const fs::path &cache, Access access,
+                        Load load) {
+  const std::optional<std::string> lib_dir = library_directory(options);
+  ZoxCoreOptions opening{};
+  opening.dataDir = chars_of(options.data_dir);
+  opening.cacheDir = cache.c_str();
+  opening.libDir = chars_of(lib_dir);
+  opening.parts = parts_for(load);
+  opening.readOnly = access == Access::read ? 1 : 0;
+  char *place = nullptr;
+  const ZoxCoreResult result = zox_app_core_open(&opening, &place);
+  const OwnedText message(place);
+  if (result != ZOX_CORE_OPENED)
+    throw Failure(Exit::files, message.get());
+  set_hosts(options);
+  zox_http_set_transfer_callback(stop_when_interrupted, nullptr);
+}
+
+CoreSession::Core::~Core() {
+  zox_http_set_transfer_callback(nullptr, nullptr);
+  zox_app_core_close();
+}
+
 CoreSession::CoreSession(const GlobalOptions &options, Access access, Load load)
     : directory_(cache_directory(options)), access_(access) {
-  require_directory(directory_);
-  core = g_new0(ZoxAppCore, 1);
-  try {
-    if (access_ == Access::read)
-      start_reading(options, load);
-    else
-      start_writing(options, load);
-  } catch (...) {
-    free_core();
-    throw;
-  }
+  if (access_ == Access::write)
+    prepare_writing(options);
+  core_.emplace(options, directory_, access_, load);
+  // The library tells about the file that it loaded last.
+  if (load != Load::settings)
+    report_loading(*zox_file_last_error(), load);
+  if (core->filterlist->filters == nullptr)
+    say("warning: velkor.filters has no filter, so no posting is shown");
 }
 
-CoreSession::~CoreSession() {
-  free_core();
-}
-
-void CoreSession::start_reading(const GlobalOptions &options, Load load) {
-  view_.emplace(directory_);
-  start(options, view_->path(), load);
-  view_->detach();
-  if (load == Load::postings && !is_cached(directory_, "velkor.posts"))
-    say("no postings are cached yet; see velkorctl update");
-}
-
-void CoreSession::start_writing(const GlobalOptions &options, Load load) {
+void CoreSession::prepare_writing(const GlobalOptions &options) {
   if (front_end_is_running())
     throw Failure(Exit::busy, "Velkor is running and would overwrite the change; "
                               "close it first, or make the change in its window");
   make_directory(directory_);
   lock_.emplace(directory_, options.wait);
-  start(options, directory_, load);
 }
 
-void CoreSession::start(const GlobalOptions &options, const fs::path &cache, Load load) {
-  set_directories(options, cache);
-  set_hosts(options);
-  zox_http_set_transfer_callback(stop_when_interrupted, nullptr);
-  load_settings(cache);
-  load_filters(cache);
-  zox_categories_init();
-  zox_tags_init();
-  if (is_cached(cache, "velkor.groups"))
-    zox_group_load();
-  if (load == Load::mail && is_cached(cache, "velkor.mail"))
-    load_mail();
-  core->eventlist = zox_eventlist_new();
-  if (load == Load::postings && is_cached(cache, "velkor.posts"))
-    load_postings();
-}
-
-void CoreSession::load_postings() {
-  char *place = nullptr;
-  const ZoxErrorCode result = zox_eventlist_load(core->eventlist, &place);
-  const OwnedText reason(place);
-  if (result == 0 || g_strcmp0(reason.get(), no_postings) == 0)
-    return;
-  report_unreadable("the postings in " + directory_.string() + "/velkor.posts.gz" +
-                    (reason ? std::string(": ") + reason.get() : ""));
-}
-
-void CoreSession::load_mail() {
-  zox_mail_load();
-  const Inspection found = inspect(directory_, {"velkor.mail", "Mail", "Event"});
-  if (!found.problem.empty())
-    report_unreadable("the messages in " + directory_.string() + "/velkor.mail: " + found.problem);
-}
-
-/** A command that writes goes on: the library keeps the unreadable file under another name. */
-void CoreSession::report_unreadable(const std::string &what) const {
-  const std::string message = "cannot read " + what + "; see velkorctl cache for what can be done";
-  if (access_ == Access::read)
-    throw Failure(Exit::files, message);
-  say("warning: " + message);
+/** A reading command has nothing to show; a writing one goes on, the library makes a backup. */
+void CoreSession::report_loading(const ZoxFileError &outcome, Load load) const {
+  if (outcome.status == ZOX_FILE_DAMAGED || outcome.status == ZOX_FILE_UNREADABLE) {
+    const std::string message =
+        std::string(outcome.message) + "; see velkorctl cache for what can be done";
+    if (access_ == Access::read)
+      throw Failure(Exit::files, message);
+    say("warning: " + message);
+  }
+  const bool none = outcome.status == ZOX_FILE_MISSING || outcome.status == ZOX_FILE_EMPTY;
+  if (none && load == Load::postings && access_ == Access::read)
+    say("no postings are cached yet; see velkorctl update");
 }
 
 void CoreSession::save_settings() {
-  const fs::path file = directory_ / "velkor.conf";
-  const FileStamp before(file);
   zox_config_save();
-  if (FileStamp(file) == before)
-    throw Failure(Exit::files, "the settings could not be saved in " + file.string());
+  if (const ZoxFileError *outcome = zox_file_last_error(); outcome->status != ZOX_FILE_FINE)
+    throw Failure(Exit::files, std::string("the settings could not be saved: ") + outcome->message);
 }
 
 void CoreSession::require_account() const {

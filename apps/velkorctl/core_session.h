@@ -10,7 +10,8 @@
 #include <optional>
 #include <string>
 
-#include "velkorctl/cache_view.h"
+#include <velkor/zox_file.h>
+
 #include "velkorctl/command.h"
 #include "velkorctl/interruption.h"
 #include "velkorctl/writer_lock.h"
@@ -23,7 +24,7 @@ enum class Load { settings, mail, postings };
 class CoreSession {
 public:
   enum class Access {
-    /** Always possible; what the library saves in the session is thrown away. */
+    /** Always possible; no file is changed. */
     read,
     /** Refused while the desktop front end is running or another command is writing. */
     write,
@@ -31,9 +32,6 @@ public:
 
   /** Throws a Failure when the cache cannot be used or the session is refused. */
   CoreSession(const GlobalOptions &options, Access access, Load load);
-  ~CoreSession();
-  CoreSession(const CoreSession &) = delete;
-  CoreSession &operator=(const CoreSession &) = delete;
 
   /** Saves the settings; throws a Failure when that fails. */
   void save_settings();
@@ -45,18 +43,24 @@ public:
   [[nodiscard]] const std::filesystem::path &directory() const noexcept { return directory_; }
 
 private:
-  void start_reading(const GlobalOptions &options, Load load);
-  void start_writing(const GlobalOptions &options, Load load);
-  void start(const GlobalOptions &options, const std::filesystem::path &cache, Load load);
-  void load_postings();
-  void load_mail();
-  void report_unreadable(const std::string &what) const;
+  /** The library's core, opened for this command. */
+  class Core {
+  public:
+    Core(const GlobalOptions &options, const std::filesystem::path &cache, Access access,
+         Load load);
+    ~Core();
+    Core(const Core &) = delete;
+    Core &operator=(const Core &) = delete;
+  };
+
+  void prepare_writing(const GlobalOptions &options);
+  void report_loading(const ZoxFileError &outcome, Load load) const;
 
   std::filesystem::path directory_;
   Access access_;
   Interruption interruption_;
-  std::optional<CacheView> view_;
   std::optional<WriterLock> lock_;
+  std::optional<Core> core_;
 };
 
 /** The directory given with --cache-dir, or ~/.velkor. */

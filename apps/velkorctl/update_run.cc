@@ -2,11 +2,13 @@
 #include "velkorctl/update_run.h"
 
 #include <string>
+#include <utility>
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_config.h>
 #include <velkor/zox_eventlist.h>
 #include <velkor/zox_events.h>
+#include <velkor/zox_file.h>
 #include <velkor/zox_http_curl.h>
 
 #include "velkorctl/failure.h"
@@ -17,15 +19,14 @@ namespace velkor::ctl {
 namespace {
 
 constexpr ZoxErrorCode nothing_new = 5;
-constexpr const char *cache_name = "velkor.posts.gz";
 
 }  // namespace
 
 UpdateRun *UpdateRun::current_ = nullptr;
 
-UpdateRun::UpdateRun(const CoreSession &session, Extent extent)
-    : directory_(session.directory()), extent_(extent), last_check_(core->config->lastCheck),
-      prev_check_(core->config->prevCheck), recursive_setting_(core->config->recursiveUpdate) {
+UpdateRun::UpdateRun(Extent extent)
+    : last_check_(core->config->lastCheck), prev_check_(core->config->prevCheck),
+      recursive_setting_(core->config->recursiveUpdate) {
   current_ = this;
   core->watcherNoHits = 1;
   core->watchlistUnchanged = 1;
@@ -80,13 +81,9 @@ gint UpdateRun::on_done(gpointer self) noexcept {
 
 /** Called once before the cache and the settings are saved, and once after. */
 void UpdateRun::done() {
-  const std::filesystem::path file = directory_ / cache_name;
-  if (before_saving_) {
-    saved_ = !(FileStamp(file) == *before_saving_);
+  if (std::exchange(merged_, true))
     return;
-  }
   progress_.complete();
-  before_saving_.emplace(file);
   core->config->recursiveUpdate = recursive_setting_;
   core->config->lastCheck = last_check_;
 }
@@ -97,10 +94,10 @@ void UpdateRun::restore_settings() const noexcept {
 }
 
 /** When saving fails, the library leaves the update times unchanged. */
-void UpdateRun::require_saved() const {
-  if (!saved_)
-    throw Failure(Exit::files, "the postings received could not be saved in " +
-                                   directory_.string() + "; the next update fetches them again");
+void UpdateRun::require_saved() {
+  if (const ZoxFileError *outcome = zox_file_last_error(); outcome->status == ZOX_FILE_NOT_WRITTEN)
+    throw Failure(Exit::files, std::string(outcome->message) +
+                                   "; the next update fetches the postings received again");
 }
 
 void UpdateRun::report() const {

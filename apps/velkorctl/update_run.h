@@ -3,11 +3,8 @@
 #ifndef VELKORCTL_UPDATE_RUN_H
 #define VELKORCTL_UPDATE_RUN_H
 
-#include <filesystem>
-#include <optional>
+#include <glib.h>
 
-#include "velkorctl/core_session.h"
-#include "velkorctl/file_stamp.h"
 #include "velkorctl/progress.h"
 
 namespace velkor::ctl {
@@ -24,7 +21,8 @@ public:
     everything,
   };
 
-  UpdateRun(const CoreSession &session, Extent extent);
+  /** There must be a core that may write. */
+  explicit UpdateRun(Extent extent);
   ~UpdateRun();
   UpdateRun(const UpdateRun &) = delete;
   UpdateRun &operator=(const UpdateRun &) = delete;
@@ -42,20 +40,17 @@ private:
   static gint on_done(gpointer self) noexcept;
   void done();
   void restore_settings() const noexcept;
-  void require_saved() const;
+  static void require_saved();
   void report() const;
 
   static UpdateRun *current_;
 
-  std::filesystem::path directory_;
-  Extent extent_;
   gint64 last_check_;
   gint64 prev_check_;
   gint32 recursive_setting_;
   Progress progress_;
   guint32 received_ = 0;
-  std::optional<FileStamp> before_saving_;
-  bool saved_ = false;
+  bool merged_ = false;
 };
 
 }  // namespace velkor::ctl

@@ -159,7 +159,7 @@ TEST_F(VelkorctlList, AnUnreadableCacheIsNotAnEmptyList) {
   const ProcessResult outcome = run({"list"});
   EXPECT_EQ(outcome.status, 6);
   EXPECT_EQ(outcome.out, "");
-  EXPECT_THAT(outcome.err, HasSubstr("cannot read the postings in "));
+  EXPECT_THAT(outcome.err, HasSubstr("cannot read " + cached("velkor.posts.gz").string()));
 }
 
 TEST_F(VelkorctlList, CategoriesCountTheCachedPostings) {
@@ -216,6 +216,14 @@ TEST_F(VelkorctlGroups, AFailedFetchKeepsTheOldOnes) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err, "velkorctl: Database-storing op de ZOX server\n");
   EXPECT_EQ(output({"groups"}), before);
+}
+
+TEST_F(VelkorctlGroups, NewsgroupsThatCannotBeSavedAreTold) {
+  std::filesystem::create_directory(cached("velkor.groups.gz"));
+  const Outcome outcome = run({"groups", "--fetch"});
+  EXPECT_EQ(outcome.status, 6);
+  EXPECT_THAT(outcome.err, HasSubstr("the newsgroups could not be saved: cannot write " +
+                                     cached("velkor.groups.gz").string()));
 }
 
 class VelkorctlOutput : public VelkorctlList {};

@@ -1,5 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /* velkorctl show, forum and explain. */
+#include <csignal>
+#include <thread>
+
 #include "tests/support/stub_server.h"
 #include "tests/system/velkorctl_fixture.h"
 
@@ -74,6 +77,23 @@ TEST_F(VelkorctlShow, LeavesTheCacheUnchanged) {
   ASSERT_EQ(run({"show", "7"}).status, 0);
   EXPECT_EQ(read_file(cached("velkor.posts.gz")), before);
   EXPECT_EQ(cached_names(), (std::set<std::string>{"velkor.conf", "velkor.posts.gz"}));
+}
+
+TEST_F(VelkorctlShow, KilledWhileItReadsItLeavesNothingBehind) {
+  const TemporaryDirectory temporary;
+  const std::set<std::string> before = cached_names();
+  server.reply("/3.7.3/xml-posts.php", StubReply{.stall = true});
+  Words words{"env", "TMPDIR=" + temporary.path().string(),
+              "XDG_RUNTIME_DIR=" + temporary.path().string()};
+  for (const std::string &word : command({"show", "7"}))
+    words.push_back(word);
+  ChildProcess show(words);
+  while (server.requests("/3.7.3/xml-posts.php").empty())
+    std::this_thread::yield();
+  show.send_signal(SIGKILL);
+  EXPECT_EQ(show.finish().status, -SIGKILL);
+  EXPECT_TRUE(std::filesystem::is_empty(temporary.path()));
+  EXPECT_EQ(cached_names(), before);
 }
 
 TEST_F(VelkorctlShow, FetchesAPostingThatIsNotCached) {

@@ -176,16 +176,25 @@ TEST_F(VelkorctlUpdateFiles, AfterAFullDiskTheUpdateIsRepeated) {
   EXPECT_THAT(again.err, HasSubstr("50 postings received"));
 }
 
-TEST_F(VelkorctlUpdateFiles, AnUnreadableCacheIsReportedAtOnceAndKept) {
+TEST_F(VelkorctlUpdateFiles, PostingsThatCannotBeSavedAreReported) {
+  std::filesystem::create_directory(cached("velkor.posts.gz"));
+  const ProcessResult outcome = run({"update"});
+  EXPECT_EQ(outcome.status, 6);
+  EXPECT_THAT(outcome.err, HasSubstr("velkorctl: cannot write " +
+                                     cached("velkor.posts.gz").string() + ": Is a directory; "));
+  EXPECT_EQ(setting("lastCheck"), "0\n");
+}
+
+TEST_F(VelkorctlUpdateFiles, AnUnreadableCacheIsReportedAtOnceAndBackedUp) {
   ASSERT_EQ(run({"update"}).status, 0);
   write_file(cached("velkor.posts.gz"), "this is not gzip");
   const ProcessResult listing = run({"list"});
   EXPECT_EQ(listing.status, 6);
-  EXPECT_THAT(listing.err, HasSubstr("cannot read the postings in "));
+  EXPECT_THAT(listing.err, HasSubstr("cannot read " + cached("velkor.posts.gz").string()));
   server.advance({.added = 3, .seconds = 60});
   const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_THAT(outcome.err, HasSubstr("warning: cannot read the postings in "));
+  EXPECT_THAT(outcome.err, HasSubstr("warning: cannot read " + cached("velkor.posts.gz").string()));
   EXPECT_THAT(cached_names(), Contains(StartsWith("velkor.posts.gz.onleesbaar-")));
 }
 

@@ -6,7 +6,6 @@
 #include "support/text.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/file_stamp.h"
 #include "velkorctl/formats.h"
 
 namespace velkor::ctl {
@@ -25,11 +24,10 @@ void print_groups(const Context &context) {
 
 void fetch(const CoreSession &session) {
   session.require_account();
-  const std::filesystem::path file = session.directory() / "velkor.groups.gz";
-  const FileStamp before(file);
   require_success(zox_group_fetch());
-  if (FileStamp(file) == before)
-    throw Failure(Exit::files, "the newsgroups could not be saved in " + file.string());
+  if (const ZoxFileError *outcome = zox_file_last_error(); outcome->status != ZOX_FILE_FINE)
+    throw Failure(Exit::files,
+                  std::string("the newsgroups could not be saved: ") + outcome->message);
 }
 
 Exit run(const Context &context) {

@@ -11,7 +11,6 @@
 #include "support/text.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/file_stamp.h"
 #include "velkorctl/formats.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/moment.h"
@@ -93,11 +92,9 @@ Exit run_fetch(const Context &context) {
     return Exit::ok;
   }
   require_writable_file();
-  const std::filesystem::path file = session.directory() / "velkor.mail";
-  const FileStamp before(file);
   guint32 count = 0;
   call(zox_mail_fetch, &count);
-  if (FileStamp(file) == before)
+  if (zox_file_last_error()->status == ZOX_FILE_NOT_WRITTEN)
     print_unsaved(count, context.out);
   say(std::to_string(count) + (count == 1 ? " new message" : " new messages"));
   return Exit::ok;

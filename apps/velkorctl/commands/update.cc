@@ -13,7 +13,7 @@ Exit run(const Context &context) {
   const Arguments &arguments = context.arguments;
   const CoreSession session(context.options, CoreSession::Access::write, Load::postings);
   session.require_account();
-  UpdateRun update(session, arguments.has("--recursive") ? Extent::all_new : Extent::as_set);
+  UpdateRun update(arguments.has("--recursive") ? Extent::all_new : Extent::as_set);
   const bool something_new = update.run();
   return something_new || !arguments.has("--exit-code") ? Exit::ok : Exit::nothing_new;
 }
