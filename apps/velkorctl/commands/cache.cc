@@ -114,7 +114,7 @@ Exit run_verify(const Context &context) {
 Exit run_resync(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::write, Load::postings);
   session.require_account();
-  UpdateRun(session, UpdateRun::Extent::everything).run();
+  UpdateRun(UpdateRun::Extent::everything).run();
   return Exit::ok;
 }
 
