@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /* velkorctl open and listen: sending requests over the session bus, and receiving them. */
+#include <chrono>
 #include <exception>
 #include <memory>
 #include <string>
@@ -37,7 +38,7 @@ public:
   Exit run();
 
 private:
-  void claim_name();
+  static void claim_name();
   void print(const char *event, gint32 id = 0);
   void check_mail();
 
@@ -87,8 +88,10 @@ Exit Listener::run() {
   const auto minutes = context_.arguments.value("--mail");
   if (minutes) {
     session_.require_account();
-    const auto pause = number_in_range(*minutes, 1, 24 * 60, "--mail");
-    g_timeout_add_seconds(static_cast<guint>(pause * 60), on_mail_time, this);
+    constexpr std::int64_t minutes_per_day = std::chrono::minutes(std::chrono::days(1)).count();
+    const std::chrono::minutes pause(number_in_range(*minutes, 1, minutes_per_day, "--mail"));
+    g_timeout_add_seconds(static_cast<guint>(std::chrono::seconds(pause).count()), on_mail_time,
+                          this);
     guarded([this] { check_mail(); });
   }
   guarded([this] { print("listening"); });
