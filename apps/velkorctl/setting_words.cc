@@ -10,6 +10,7 @@
 
 #include <velkor/zox_string.h>
 
+#include "support/numbers.h"
 #include "velkorctl/arguments.h"
 #include "velkorctl/failure.h"
 #include "velkorctl/moment.h"
