@@ -82,7 +82,8 @@ TEST_F(VelkorctlShow, LeavesTheCacheUnchanged) {
 TEST_F(VelkorctlShow, KilledWhileItReadsItLeavesNothingBehind) {
   const TemporaryDirectory temporary;
   const std::set<std::string> before = cached_names();
-  server.reply("/3.7.3/xml-posts.php", StubReply{.stall = true});
+  server.reply("/3.7.3/xml-posts.php",
+               StubReply{.body = "half", .claim_length = 100, .stall = true});
   Words words{"env", "TMPDIR=" + temporary.path().string(),
               "XDG_RUNTIME_DIR=" + temporary.path().string()};
   for (const std::string &word : command({"show", "7"}))
