@@ -98,7 +98,7 @@ TEST_F(VelkorctlConfig, TakesValuesInWords) {
   EXPECT_EQ(output({"config", "get", "verwijderPostsNaXDagen"}), "3\n");
   EXPECT_EQ(output({"config", "get", "verwijderPostsNaXDagen", "--explain"}), "3 (28 days)\n");
   EXPECT_EQ(output({"config", "get", "trayIcon", "--explain"}), "0 (no)\n");
-  const Outcome outcome = set({"verwijderPostsNaXDagen", "30"});
+  const ProcessResult outcome = set({"verwijderPostsNaXDagen", "30"});
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.err, "velkorctl: verwijderPostsNaXDagen: \"30\" is not one of 7, 14, 21, 28, "
                          "35, 42 or 49 days, nor the number of one from 0 to 6\n");
@@ -106,14 +106,14 @@ TEST_F(VelkorctlConfig, TakesValuesInWords) {
 
 TEST_F(VelkorctlConfig, ATerminalShowsWhatAValueMeans) {
   settings("username=ann\npassword=secret\n");
-  TerminalProgram getting(command({"config", "get", "trayIcon"}), 80);
+  ChildProcess getting(command({"config", "get", "trayIcon"}), {.terminal_columns = 80});
   EXPECT_EQ(getting.finish().out, "1 (yes)\r\n");
-  TerminalProgram listing(command({"config", "list"}), 80);
+  ChildProcess listing(command({"config", "list"}), {.terminal_columns = 80});
   const std::string shown = listing.finish().out;
   EXPECT_THAT(shown, HasSubstr("trayIcon = 1 (yes)\r\n    Whether there is an icon"));
   EXPECT_THAT(shown, HasSubstr("password = ********\r\n"));
   EXPECT_THAT(shown, Not(HasSubstr("secret")));
-  TerminalProgram table(command({"config", "list", "--format", "table"}), 80);
+  ChildProcess table(command({"config", "list", "--format", "table"}), {.terminal_columns = 80});
   EXPECT_THAT(table.finish().out, Not(HasSubstr("Whether")));
 }
 

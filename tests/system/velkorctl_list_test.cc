@@ -220,7 +220,7 @@ TEST_F(VelkorctlGroups, AFailedFetchKeepsTheOldOnes) {
 
 TEST_F(VelkorctlGroups, NewsgroupsThatCannotBeSavedAreTold) {
   std::filesystem::create_directory(cached("velkor.groups.gz"));
-  const Outcome outcome = run({"groups", "--fetch"});
+  const ProcessResult outcome = run({"groups", "--fetch"});
   EXPECT_EQ(outcome.status, 6);
   EXPECT_THAT(outcome.err, HasSubstr("the newsgroups could not be saved: cannot write " +
                                      cached("velkor.groups.gz").string()));
