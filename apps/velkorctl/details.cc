@@ -53,11 +53,11 @@ void print_reaction(const ZoxReactie &reaction, Output &out) {
 }
 
 void add_reaction(Json &json, const ZoxReactie &reaction) {
-  json.begin_object().number("id", reaction.messId).text("author", reaction.author);
-  json.number("stamp", reaction.stamp).text("date", moment_or_empty(reaction.stamp));
-  json.number("edited", reaction.edit).number("kudos", reaction.kudos);
-  json.number("answers", reaction.reply).text("avatar", reaction.avatar);
-  json.text("body", reaction.body).end_object();
+  json.begin_object().member("id", reaction.messId).member("author", reaction.author);
+  json.member("stamp", reaction.stamp).member("date", moment_or_empty(reaction.stamp));
+  json.member("edited", reaction.edit).member("kudos", reaction.kudos);
+  json.member("answers", reaction.reply).member("avatar", reaction.avatar);
+  json.member("body", reaction.body).end_object();
 }
 
 }  // namespace
@@ -117,22 +117,22 @@ void print_reactions(const ZoxEvent &posting, Output &out) {
 }
 
 void add_details(Json &json, const ZoxEvent &posting) {
-  json.text("announcement", posting.ann).text("description", posting.des);
-  json.text("signature", posting.sig).text("image", posting.img);
-  json.number("fileType", posting.fType).number("files", posting.files);
-  json.number("fileStart", posting.fStart).number("parFiles", posting.pars);
-  json.number("parType", posting.parType).number("blockSize", posting.blockSize);
-  json.number("kudos", posting.kudos).number("views", posting.view);
-  json.flag("locked", posting.locked != 0).text("reason", posting.reason);
+  json.member("announcement", posting.ann).member("description", posting.des);
+  json.member("signature", posting.sig).member("image", posting.img);
+  json.member("fileType", posting.fType).member("files", posting.files);
+  json.member("fileStart", posting.fStart).member("parFiles", posting.pars);
+  json.member("parType", posting.parType).member("blockSize", posting.blockSize);
+  json.member("kudos", posting.kudos).member("views", posting.view);
+  json.member("locked", posting.locked != 0).member("reason", posting.reason);
   json.begin_array("tracks");
   for (const GString *track : Items<GString>(posting.mp3Tracks))
-    json.item(view_of(track));
+    json.value(view_of(track));
   json.end_array();
 }
 
 void add_reactions(Json &json, const ZoxEvent &posting) {
   if (posting.forum == nullptr) {
-    json.null("reactions");
+    json.null_member("reactions");
     return;
   }
   json.begin_array("reactions");

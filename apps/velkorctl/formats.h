@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "velkorctl/command.h"
-#include "velkorctl/json.h"
+#include "velkorctl/json_lines.h"
 #include "velkorctl/table.h"
 
 namespace velkor::ctl {

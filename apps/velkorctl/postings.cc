@@ -78,9 +78,9 @@ void add_tags(Json &json, const ZoxEvent &posting) {
   json.begin_array("tags");
   for (const GString *code : Items<GString>(posting.tags)) {
     const ZoxTag *tag = zox_tag_find(code, posting.cat);
-    json.begin_object().text("code", code);
-    json.text("group", tag == nullptr ? nullptr : tag->group->name);
-    json.text("name", tag == nullptr ? nullptr : tag->name).end_object();
+    json.begin_object().member("code", code);
+    json.member("group", tag == nullptr ? nullptr : tag->group->name);
+    json.member("name", tag == nullptr ? nullptr : tag->name).end_object();
   }
   json.end_array();
 }
@@ -89,7 +89,7 @@ void add_newsgroups(Json &json, const ZoxEvent &posting) {
   json.begin_array("newsgroups");
   for (const GString *id : Items<GString>(posting.groups)) {
     const auto number = static_cast<guint32>(std::strtoul(id->str, nullptr, 10));
-    json.begin_object().number("id", number).text("name", newsgroup_name(number)).end_object();
+    json.begin_object().member("id", number).member("name", newsgroup_name(number)).end_object();
   }
   json.end_array();
 }
@@ -151,18 +151,18 @@ std::vector<std::string> posting_row(const ZoxEvent &posting) {
 }
 
 void add_posting(Json &json, const ZoxEvent &posting) {
-  json.number("id", posting.postId).number("stamp", posting.stamp);
-  json.text("date", show_moment(posting.stamp)).number("updated", posting.updated);
-  json.number("status", posting.status).text("statusName", zox_string_status(posting.status));
-  json.number("category", posting.cat).text("categoryName", zox_string_category(posting.cat));
-  json.number("subCategory", posting.sCat).text("subCategoryName", sub_category_name(posting));
-  json.text("title", posting.title).text("poster", posting.poster);
-  json.text("fileName", posting.fName).text("link", posting.link);
-  json.number("rating", posting.rating).text("freeTag", posting.tag);
+  json.member("id", posting.postId).member("stamp", posting.stamp);
+  json.member("date", show_moment(posting.stamp)).member("updated", posting.updated);
+  json.member("status", posting.status).member("statusName", zox_string_status(posting.status));
+  json.member("category", posting.cat).member("categoryName", zox_string_category(posting.cat));
+  json.member("subCategory", posting.sCat).member("subCategoryName", sub_category_name(posting));
+  json.member("title", posting.title).member("poster", posting.poster);
+  json.member("fileName", posting.fName).member("link", posting.link);
+  json.member("rating", posting.rating).member("freeTag", posting.tag);
   add_tags(json, posting);
   add_newsgroups(json, posting);
-  json.flag("new", is_new(posting));
-  json.flag("watched", zox_watchlist_is_in_list(static_cast<guint32>(posting.postId)) != FALSE);
+  json.member("new", is_new(posting));
+  json.member("watched", zox_watchlist_is_in_list(static_cast<guint32>(posting.postId)) != FALSE);
 }
 
 void print_postings(const std::vector<gint32> &ids, const Context &context) {
@@ -174,7 +174,7 @@ void print_postings(const std::vector<gint32> &ids, const Context &context) {
     if (const OwnedEvent posting = find_posting(id))
       add_posting(json, *posting);
     else
-      json.number("id", id);
+      json.member("id", id);
   };
   print_list(context, posting_columns(), ids, row, add_members);
 }

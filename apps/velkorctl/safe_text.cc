@@ -33,19 +33,6 @@ int cells_of(gunichar character) noexcept {
 
 }  // namespace
 
-bool is_unsafe(gunichar character) noexcept {
-  switch (g_unichar_type(character)) {
-  case G_UNICODE_CONTROL:
-  case G_UNICODE_LINE_SEPARATOR:
-  case G_UNICODE_PARAGRAPH_SEPARATOR:
-    return true;
-  default:
-    return (character >= 0x202A && character <= 0x202E) ||
-           (character >= 0x2066 && character <= 0x2069) || character == 0x200E ||
-           character == 0x200F || character == 0x061C;
-  }
-}
-
 std::string safe_text(std::string_view text, Lines lines) {
   const OwnedText valid = valid_utf8(text);
   std::string result;

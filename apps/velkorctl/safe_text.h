@@ -27,9 +27,6 @@ int display_width(std::string_view text) noexcept;
 /** As much of the start of `text` as fits into `width` cells; "…" marks a cut. */
 std::string fit(std::string_view text, int width);
 
-/** Whether a terminal may act on the character instead of displaying it. */
-bool is_unsafe(gunichar character) noexcept;
-
 }  // namespace velkor::ctl
 
 #endif

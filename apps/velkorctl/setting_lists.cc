@@ -46,7 +46,7 @@ Exit print_texts(const Context &context, const SettingList &list) {
   json.begin_array();
   std::string lines;
   for (const std::string &text : texts_of(list)) {
-    json.item(text);
+    json.value(text);
     lines += safe_text(text) + "\n";
   }
   if (wants_json(context.arguments))

@@ -7,12 +7,12 @@
 #include <glib.h>
 #include <sys/stat.h>
 
+#include "support/json.h"
 #include "zox-server/control/control.h"
 #include "zox-server/http/dispatcher.h"
 #include "zox-server/http/http_server.h"
 #include "zox-server/options.h"
 #include "zox-server/support/event_source.h"
-#include "zox-server/support/json.h"
 
 namespace velkor::server {
 namespace {
@@ -68,13 +68,13 @@ public:
   }
 
   void write_ready_file(const std::string &file) const {
-    JsonWriter json;
+    Json json;
     json.begin_object().member("main", main_->url());
     if (dumps_)
       json.member("dumps", dumps_->url());
     if (control_)
       json.member("control", control_->url());
-    const std::string document = json.end_object().finish();
+    const std::string document = json.end_object().pretty();
     GError *error = nullptr;
     g_file_set_contents(file.c_str(), document.data(), static_cast<gssize>(document.size()),
                         &error);

@@ -60,4 +60,17 @@ gint32 leading_integer(const char *text) noexcept {
   return static_cast<gint32>(static_cast<guint32>(std::strtol(text, nullptr, 10)));
 }
 
+bool is_unsafe(gunichar character) noexcept {
+  switch (g_unichar_type(character)) {
+  case G_UNICODE_CONTROL:
+  case G_UNICODE_LINE_SEPARATOR:
+  case G_UNICODE_PARAGRAPH_SEPARATOR:
+    return true;
+  default:
+    return (character >= 0x202A && character <= 0x202E) ||
+           (character >= 0x2066 && character <= 0x2069) || character == 0x200E ||
+           character == 0x200F || character == 0x061C;
+  }
+}
+
 }  // namespace velkor

@@ -40,6 +40,9 @@ inline OwnedText valid_utf8(std::string_view text) noexcept {
                                 : g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
 }
 
+/** Whether a terminal may act on the character instead of displaying it. */
+bool is_unsafe(gunichar character) noexcept;
+
 /** `number` in decimal. */
 inline std::string decimal(gint32 number) noexcept {
   return std::to_string(number);

@@ -73,17 +73,17 @@ void print_info(const CoreSession &session, const Contents &contents, Output &ou
 
 void print_info_json(const CoreSession &session, const Contents &contents, const Context &context) {
   Json json;
-  json.begin_object().text("directory", session.directory().string()).begin_object("files");
+  json.begin_object().member("directory", session.directory().string()).begin_object("files");
   for (const CacheFile &file : present_files(session.directory()))
-    json.number(file.name.c_str(), size_of(session.directory() / file.name));
-  json.end_object().number("lastCheck", core->config->lastCheck);
-  json.number("prevCheck", core->config->prevCheck).number("postings", contents.postings);
+    json.member(file.name.c_str(), size_of(session.directory() / file.name));
+  json.end_object().member("lastCheck", core->config->lastCheck);
+  json.member("prevCheck", core->config->prevCheck).member("postings", contents.postings);
   json.begin_object("states");
   for (const auto &[state, number] : contents.by_state)
-    json.number(state.c_str(), number);
+    json.member(state.c_str(), number);
   json.end_object();
   if (contents.postings > 0)
-    json.number("oldest", contents.oldest).number("newest", contents.newest);
+    json.member("oldest", contents.oldest).member("newest", contents.newest);
   print(json.end_object(), context);
 }
 

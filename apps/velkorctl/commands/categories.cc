@@ -28,8 +28,8 @@ void print_tree(const Context &context) {
             std::to_string(category->count)};
   };
   const auto add_members = [](Json &json, const ZoxCategory *category) {
-    json.number("category", category->id).flag("main", category->isMain != 0);
-    json.text("name", category->name).number("count", category->count);
+    json.member("category", category->id).member("main", category->isMain != 0);
+    json.member("name", category->name).member("count", category->count);
   };
   print_list(context, {{"CATEGORY", Column::Align::left, true}, {"COUNT", Column::Align::right}},
              Items<ZoxCategory>(zox_categories_get()), row, add_members);

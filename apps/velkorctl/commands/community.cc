@@ -33,7 +33,7 @@ void print_kudos(gint32 id, const Context &context) {
   gint32 second = 0;
   call(zox_kudos_get, id, &first, &second);
   Json json;
-  json.begin_object().number("id", id).number("first", first).number("second", second);
+  json.begin_object().member("id", id).member("first", first).member("second", second);
   if (wants_json(context.arguments))
     print(json.end_object(), context);
   else
@@ -117,14 +117,14 @@ void print_profile(const ZoxProfile &profile, Output &out) {
 
 void print_profile_json(const ZoxProfile &profile, const Context &context) {
   Json json;
-  json.begin_object().number("stamp", profile.stamp);
+  json.begin_object().member("stamp", profile.stamp);
   for (const ProfileField &field : profile_fields) {
     if (field.number != nullptr)
-      json.number(field.member, profile.*field.number);
+      json.member(field.member, profile.*field.number);
     else if (profile.*field.text != nullptr)
-      json.text(field.member, profile.*field.text);
+      json.member(field.member, profile.*field.text);
     else
-      json.null(field.member);
+      json.null_member(field.member);
   }
   print(json.end_object(), context);
 }

@@ -77,14 +77,14 @@ void add_values(Json &json, const char *member, const ZoxSetting &setting) {
   const std::vector<std::string> values = shown_values(setting);
   if (!holds_list(setting)) {
     if (values.empty())
-      json.null(member);
+      json.null_member(member);
     else
-      json.text(member, values.front());
+      json.member(member, values.front());
     return;
   }
   json.begin_array(member);
   for (const std::string &value : values)
-    json.item(value);
+    json.value(value);
   json.end_array();
 }
 
@@ -100,13 +100,13 @@ void print_explanations_as_json(const Context &context) {
   JsonLines lines(context.out);
   for (const ZoxSetting *setting : all_settings()) {
     Json json;
-    json.begin_object().text("key", setting->key);
+    json.begin_object().member("key", setting->key);
     add_values(json, "value", *setting);
     if (!holds_list(*setting))
-      json.text("meaning", meaning_of(*setting, joined(shown_values(*setting))));
-    json.text("description", setting->description).text("values", possible_values(*setting));
-    json.text("default", default_in_words(*setting));
-    json.text("user", setting->user == ZOX_SETTING_LIBRARY ? "library" : "front end");
+      json.member("meaning", meaning_of(*setting, joined(shown_values(*setting))));
+    json.member("description", setting->description).member("values", possible_values(*setting));
+    json.member("default", default_in_words(*setting));
+    json.member("user", setting->user == ZOX_SETTING_LIBRARY ? "library" : "front end");
     lines.add(json.end_object());
   }
   lines.finish();

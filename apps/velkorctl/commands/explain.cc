@@ -185,12 +185,12 @@ void print_table(const std::vector<Result> &results, const std::string &verdict,
 
 void print_json(const std::vector<Result> &results, gint32 first_failure, const Context &context) {
   Json json;
-  json.begin_object().flag("accepted", first_failure == 0).begin_array("tests");
+  json.begin_object().member("accepted", first_failure == 0).begin_array("tests");
   for (const Result &result : results) {
     if (!result.asked)
       continue;
-    json.begin_object().text("test", result.test->name).flag("passed", result.passed);
-    json.text("wanted", result.words.wanted).text("posting", result.words.found).end_object();
+    json.begin_object().member("test", result.test->name).member("passed", result.passed);
+    json.member("wanted", result.words.wanted).member("posting", result.words.found).end_object();
   }
   print(json.end_array().end_object(), context);
 }

@@ -31,11 +31,11 @@ void print_filters(const Context &context) {
             joined(tag_names(filter->cat, filter->tags))};
   };
   const auto add_members = [number = 0](Json &json, const ZoxFilter *filter) mutable {
-    json.number("number", ++number).text("name", filter->name);
-    json.number("category", filter->cat).number("subCategory", filter->sCat);
-    json.text("freeTag", filter->extraTag).begin_array("tags");
+    json.member("number", ++number).member("name", filter->name);
+    json.member("category", filter->cat).member("subCategory", filter->sCat);
+    json.member("freeTag", filter->extraTag).begin_array("tags");
     for (const GString *code : Items<GString>(filter->tags))
-      json.item(view_of(code));
+      json.value(view_of(code));
     json.end_array();
   };
   print_list(context,

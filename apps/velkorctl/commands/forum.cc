@@ -27,7 +27,7 @@ void print_forum(const Context &context, gint32 id) {
     return;
   }
   Json json;
-  json.begin_object().number("id", posting->postId).flag("locked", posting->locked != 0);
+  json.begin_object().member("id", posting->postId).member("locked", posting->locked != 0);
   add_reactions(json, *posting);
   print(json.end_object(), context);
 }

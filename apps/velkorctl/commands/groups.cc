@@ -16,7 +16,7 @@ void print_groups(const Context &context) {
     return {std::to_string(group->id), std::string(view_of(group->groupName))};
   };
   const auto add_members = [](Json &json, const ZoxGroup *group) {
-    json.number("id", group->id).text("name", group->groupName);
+    json.member("id", group->id).member("name", group->groupName);
   };
   print_list(context, {{"ID", Column::Align::right}, {"NEWSGROUP", Column::Align::left, true}},
              Items<ZoxGroup>(zox_groups_get()), row, add_members);

@@ -104,10 +104,10 @@ Exit Listener::run() {
 
 void Listener::print(const char *event, gint32 id) {
   Json json;
-  json.begin_object().text("event", event);
+  json.begin_object().member("event", event);
   std::string line = event;
   if (id != 0) {
-    json.number("id", id);
+    json.member("id", id);
     line += " " + std::to_string(id);
   }
   const bool as_json = wants_json(context_.arguments);

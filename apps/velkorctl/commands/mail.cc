@@ -108,10 +108,10 @@ Exit run_list(const Context &context) {
             show_moment(message->stamp), std::string(view_of(message->subject))};
   };
   const auto add_members = [number = 0](Json &json, const ZoxBericht *message) mutable {
-    json.number("number", ++number).text("direction", direction(*message));
-    json.text("with", message->from).number("stamp", message->stamp);
-    json.text("date", show_moment(message->stamp)).text("subject", message->subject);
-    json.text("body", body_of(*message));
+    json.member("number", ++number).member("direction", direction(*message));
+    json.member("with", message->from).member("stamp", message->stamp);
+    json.member("date", show_moment(message->stamp)).member("subject", message->subject);
+    json.member("body", body_of(*message));
   };
   print_list(context,
              {{"#", Align::right}, {"KIND"}, {"WITH"}, {"DATE"}, {"SUBJECT", Align::left, true}},

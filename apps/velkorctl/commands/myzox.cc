@@ -64,16 +64,16 @@ std::vector<std::string> row_of(const ZoxMyzoxPost *post) {
 }
 
 void add_members(Json &json, const ZoxMyzoxPost *post) {
-  json.number("id", post->postId).number("stamp", post->stamp);
-  json.number("updated", post->updated).flag("canEdit", post->canEdit != 0);
-  json.number("status", static_cast<gint32>(post->status)).number("category", post->cat);
-  json.number("subCategory", static_cast<gint32>(post->sCat)).text("title", post->title);
-  json.text("poster", post->poster).text("fileName", post->fName).text("link", post->link);
-  json.number("kudos", post->kudos).number("reactions", post->forum).number("reps", post->reps);
-  json.number("reqs", post->reqs).number("rating", post->rating).number("mod", post->mod);
+  json.member("id", post->postId).member("stamp", post->stamp);
+  json.member("updated", post->updated).member("canEdit", post->canEdit != 0);
+  json.member("status", static_cast<gint32>(post->status)).member("category", post->cat);
+  json.member("subCategory", static_cast<gint32>(post->sCat)).member("title", post->title);
+  json.member("poster", post->poster).member("fileName", post->fName).member("link", post->link);
+  json.member("kudos", post->kudos).member("reactions", post->forum).member("reps", post->reps);
+  json.member("reqs", post->reqs).member("rating", post->rating).member("mod", post->mod);
   json.begin_array("newsgroups");
   for (const GString *id : Items<GString>(post->groups))
-    json.item(view_of(id));
+    json.value(view_of(id));
   json.end_array();
 }
 

@@ -28,8 +28,8 @@ void print_tags(const std::vector<const ZoxTag *> &tags, const Context &context)
             tag->group->name->str, tag->name->str};
   };
   const auto add_members = [](Json &json, const ZoxTag *tag) {
-    json.number("category", tag->category).text("code", tag->code);
-    json.text("group", tag->group->name).text("name", tag->name);
+    json.member("category", tag->category).member("code", tag->code);
+    json.member("group", tag->group->name).member("name", tag->name);
   };
   print_list(context, {{"CATEGORY"}, {"CODE"}, {"GROUP"}, {"TAG", Column::Align::left, true}}, tags,
              row, add_members);

@@ -61,7 +61,7 @@ Exit run_run(const Context &context) {
     return cells;
   };
   const auto add_members = [](Json &json, const Match &match) {
-    json.text("watcher", match.text);
+    json.member("watcher", match.text);
     add_posting(json, *cached_posting(match.id));
   };
   print_list(context, columns(), matches_of(watchers), row, add_members);

@@ -1,8 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** Commands about members and what they write. */
+#include "support/json.h"
 #include "support/numbers.h"
 #include "zox-server/control/commands.h"
-#include "zox-server/support/json.h"
 
 namespace velkor::server::commands {
 namespace {
@@ -39,7 +39,7 @@ void set_profile(Service &service, const std::string &name, const Request &reque
 }
 
 Reply id_reply(std::int64_t id) {
-  return json_reply(JsonWriter().begin_object().member("id", id).end_object().finish());
+  return json_reply(Json().begin_object().member("id", id).end_object().pretty());
 }
 
 Reply edit_reaction(Service &service, const Request &request) {

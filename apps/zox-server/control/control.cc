@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <array>
 
+#include "support/json.h"
 #include "support/numbers.h"
 #include "zox-server/control/commands.h"
-#include "zox-server/support/json.h"
 
 namespace velkor::server {
 namespace commands {
@@ -24,7 +24,7 @@ Reply json_reply(std::string document) {
 }
 
 Reply ok_reply() {
-  return json_reply(JsonWriter().begin_object().member("ok", true).end_object().finish());
+  return json_reply(Json().begin_object().member("ok", true).end_object().pretty());
 }
 
 std::string required(const Request &request, const char *name) {
@@ -48,8 +48,8 @@ std::int64_t count_parameter(const Request &request, const char *name) {
 namespace {
 
 Reply json_error(unsigned status, const char *reason) {
-  Reply reply = commands::json_reply(
-      JsonWriter().begin_object().member("error", reason).end_object().finish());
+  Reply reply =
+      commands::json_reply(Json().begin_object().member("error", reason).end_object().pretty());
   reply.status = status;
   return reply;
 }
@@ -101,13 +101,13 @@ constexpr std::array all_commands{
 };
 
 Reply list_commands(const ControlContext &, const Request &) {
-  JsonWriter json;
+  Json json;
   json.begin_array();
   for (const ControlCommand &command : all_commands) {
     json.begin_object().member("method", command.method).member("path", command.path);
     json.member("description", command.description).end_object();
   }
-  return commands::json_reply(json.end_array().finish());
+  return commands::json_reply(json.end_array().pretty());
 }
 
 Reply execute(const ControlContext &context, const Request &request) {

@@ -1,13 +1,13 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** Commands that inspect and change the postings. */
+#include "support/json.h"
 #include "zox-server/control/commands.h"
-#include "zox-server/support/json.h"
 
 namespace velkor::server::commands {
 namespace {
 
-void write_ids(JsonWriter &json, const char *name, const std::vector<std::int64_t> &ids) {
-  json.name(name).begin_array();
+void write_ids(Json &json, const char *name, const std::vector<std::int64_t> &ids) {
+  json.begin_array(name);
   for (const std::int64_t id : ids)
     json.value(id);
   json.end_array();
@@ -33,7 +33,7 @@ bool is_read_only(const PostingField &field) {
 
 Reply status(const ControlContext &context, const Request &) {
   Service &service = context.service;
-  return json_reply(JsonWriter()
+  return json_reply(Json()
                         .begin_object()
                         .member("now", service.clock.now())
                         .member("postings", service.postings.count())
@@ -43,7 +43,7 @@ Reply status(const ControlContext &context, const Request &) {
                         .member("newsgroups", service.groups.count())
                         .member("accounts", service.accounts.count())
                         .end_object()
-                        .finish());
+                        .pretty());
 }
 
 Reply advance(const ControlContext &context, const Request &request) {
@@ -52,13 +52,13 @@ Reply advance(const ControlContext &context, const Request &request) {
                       count_parameter(request, "newsgroups")};
   context.service.clock.advance(count_parameter(request, "seconds"));
   const Changed changed = context.sample_data.change(wanted);
-  JsonWriter json;
+  Json json;
   json.begin_object().member("stamp", changed.stamp);
   write_ids(json, "new", changed.added);
   write_ids(json, "updated", changed.updated);
   write_ids(json, "deleted", changed.deleted);
   write_ids(json, "removed", changed.removed);
-  return json_reply(json.end_object().finish());
+  return json_reply(json.end_object().pretty());
 }
 
 Reply posting(const ControlContext &context, const Request &request) {
@@ -79,7 +79,7 @@ Reply posting(const ControlContext &context, const Request &request) {
     posting.id = service.postings.add(posting);
   else
     service.postings.replace(posting);
-  return json_reply(JsonWriter().begin_object().member("id", posting.id).end_object().finish());
+  return json_reply(Json().begin_object().member("id", posting.id).end_object().pretty());
 }
 
 }  // namespace velkor::server::commands

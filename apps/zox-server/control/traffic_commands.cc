@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** Commands about the faults to inject and the requests received. */
+#include "support/json.h"
 #include "zox-server/control/commands.h"
-#include "zox-server/support/json.h"
 
 namespace velkor::server::commands {
 
@@ -18,13 +18,13 @@ Reply add_fault(const ControlContext &context, const Request &request) {
 }
 
 Reply list_faults(const ControlContext &context, const Request &) {
-  JsonWriter json;
+  Json json;
   json.begin_array();
   for (const Fault &fault : context.dispatcher.faults().all()) {
     json.begin_object().member("path", fault.path).member("kind", fault.kind->name);
     json.member("times", fault.times).member("argument", fault.argument).end_object();
   }
-  return json_reply(json.end_array().finish());
+  return json_reply(json.end_array().pretty());
 }
 
 Reply clear_faults(const ControlContext &context, const Request &) {

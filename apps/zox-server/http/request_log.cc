@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "zox-server/http/request_log.h"
 
-#include "zox-server/support/json.h"
+#include "support/json.h"
 
 namespace velkor::server {
 namespace {
@@ -19,8 +19,8 @@ void remove_secrets(Request &request, std::string_view hidden_parameter) {
   }
 }
 
-void write_parameters(JsonWriter &json, const Request &request) {
-  json.name("parameters").begin_array();
+void write_parameters(Json &json, const Request &request) {
+  json.begin_array("parameters");
   for (const Parameter &parameter : request.parameters) {
     json.begin_object().member("name", parameter.name).member("value", parameter.value);
     json.end_object();
@@ -28,7 +28,7 @@ void write_parameters(JsonWriter &json, const Request &request) {
   json.end_array();
 }
 
-void write_request(JsonWriter &json, const Request &request) {
+void write_request(Json &json, const Request &request) {
   json.member("method", request.method).member("path", request.path);
   write_parameters(json, request);
   json.member("host", request.host)
@@ -48,14 +48,14 @@ void RequestLog::add(const Request &request, const Outcome &outcome) {
 }
 
 std::string RequestLog::json() const {
-  JsonWriter json;
+  Json json;
   json.begin_array();
   for (const Entry &entry : entries_) {
     json.begin_object();
     write_request(json, entry.request);
     json.member("status", entry.status).member("fault", entry.fault).end_object();
   }
-  return json.end_array().finish();
+  return json.end_array().pretty();
 }
 
 }  // namespace velkor::server
