@@ -25,8 +25,8 @@ std::string_view before_control(std::string_view value) noexcept {
 std::string_view cut(std::string_view value, std::size_t size) noexcept {
   if (value.size() <= size)
     return value;
-  constexpr std::size_t longest_rest = 3;  // of a character; beyond that the text is not UTF-8
-  for (std::size_t end = size; end > 0 && size - end <= longest_rest; --end)
+  constexpr std::size_t max_rest = 3;  // of a character; beyond that the text is not UTF-8
+  for (std::size_t end = size; end > 0 && size - end <= max_rest; --end)
     if (!continues_character(value[end]))
       return value.substr(0, end);
   return value.substr(0, size);

@@ -50,12 +50,12 @@ std::optional<std::string_view> on_one_line(const ZoxSetting &facts,
 /** The items that fit on the line together. */
 OwnedString split_list_on_one_line(const ZoxSetting &facts, const GSList *list) noexcept {
   ListBuilder<ZoxString, free_string> items;
-  std::size_t room = room_for_value(facts.key) - 1;  // for the "|" in front
+  std::size_t available = room_for_value(facts.key) - 1;  // for the "|" in front
   bool all = true;
   for (const ZoxString *item : Items<ZoxString>(list)) {
     const auto kept = on_one_line(facts, view_of(item));
-    if (kept && kept->size() < room) {
-      room -= kept->size() + 1;
+    if (kept && kept->size() < available) {
+      available -= kept->size() + 1;
       items.append(g_string_new_len(kept->data(), static_cast<gssize>(kept->size())));
     } else if (kept) {
       all = false;

@@ -15,7 +15,7 @@
 namespace velkor {
 namespace {
 
-/** How much longer a line may be than the longest text of its reaction. */
+/** How many bytes a line may have beyond the text of its reaction that has the most. */
 constexpr std::size_t line_margin = 100;
 
 /** The body as it is shown: converted, or a copy when there is no converter. */

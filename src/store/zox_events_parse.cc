@@ -12,6 +12,7 @@
 
 #include "core/tolerance.h"
 #include "core/xml_diagnosis.h"
+#include "filter/bad_words.h"
 #include "posting/packed_event.h"
 #include "store/event_reader.h"
 #include "store/event_table.h"
@@ -52,16 +53,6 @@ private:
 
 bool is_deleted(const ZoxEvent &event) noexcept {
   return event.status == ZOX_STATUS_DELETED || event.status == ZOX_STATUS_REMOVED;
-}
-
-/** Whether the title holds one of the bad words of the settings, without regard to case. */
-bool has_bad_word(const ZoxEvent &event) noexcept {
-  return std::ranges::any_of(
-      Items<const GString>(core->config->badword), [&event](const GString *badword) {
-        ZOX_ASSERT_IN(zox_events_parse, badword, "badword");
-        return event.title != nullptr &&
-               contains_ignoring_case(view_of(event.title), view_of(badword));
-      });
 }
 
 /** Tells what was odd about a posting; false when it cannot be used for that. */

@@ -51,7 +51,7 @@ public:
   }
 
 private:
-  /** Where the next bytes go; there is always room for the closing zero behind them. */
+  /** Where the next bytes go; there is always space for the closing zero behind them. */
   char *room_for(std::size_t count) noexcept {
     if (text_->allocated_len - text_->len <= count) [[unlikely]]
       grow(count);

@@ -446,7 +446,7 @@ TEST_F(OneLinePerValueTest, ASplitListHoldsTheItemsThatFit) {
   for (int id = 1000; id < 1300; ++id)
     append(core->config->groupFilterList, std::to_string(id));
   const std::vector<std::string> kept = texts(reloaded("groupFilterList").groupFilterList);
-  // "groupFilterList=|12|" leaves room for 200 items of 4 digits and a "|".
+  // "groupFilterList=|12|" has space for 200 items of 4 digits and a "|".
   ASSERT_EQ(kept.size(), 201U);
   EXPECT_EQ(kept.front(), "12");
   EXPECT_EQ(kept.back(), "1199");

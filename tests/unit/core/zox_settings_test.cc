@@ -145,14 +145,14 @@ TEST_F(ZoxSettingsTest, SetsTheFieldsOfTheRecord) {
 }
 
 TEST_F(ZoxSettingsTest, WhatWasSetComesBackFromTheFile) {
-  const std::string longest(1023 - std::string("username=").size(), 'x');
-  EXPECT_EQ(set("username", longest), done);
+  const std::string full(1023 - std::string("username=").size(), 'x');
+  EXPECT_EQ(set("username", full), done);
   EXPECT_EQ(set("password", "p=q|r\ts"), done);
   EXPECT_EQ(set_list("badword", {"een woord", "|"}), done);
   EXPECT_EQ(set_list("groupFilterList", Texts(201, "1000")), done);
   zox_config_save();
   zox_config_load();
-  EXPECT_EQ(get("username"), longest);
+  EXPECT_EQ(get("username"), full);
   EXPECT_EQ(get("password"), "p=q|r\ts");
   EXPECT_THAT(get_list("badword"), ElementsAre("een woord", "|"));
   EXPECT_EQ(get_list("groupFilterList").size(), 201U);

@@ -307,9 +307,9 @@ bool naive_extra_tag(const std::string &wanted, const std::string &text) {
 
 class RandomText {
 public:
-  std::string operator()(std::size_t longest) {
+  std::string operator()(std::size_t max_length) {
     static constexpr std::string_view alphabet = "aAbB  .";
-    std::string text(random_() % (longest + 1), ' ');
+    std::string text(random_() % (max_length + 1), ' ');
     for (char &letter : text)
       letter = alphabet[random_() % alphabet.size()];
     return text;

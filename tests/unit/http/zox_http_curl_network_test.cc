@@ -132,7 +132,7 @@ TEST_F(ZoxHttpCurlNetwork, RefusesAPortThatIsNone) {
   EXPECT_EQ(Request{}.execute().code, 1U);
 }
 
-/** What a transfer callback was told. */
+/** What a transfer callback received. */
 struct Followed {
   gint64 received = -1;
   gint64 total = -1;

@@ -251,7 +251,7 @@ TEST_F(ZoxHttpLastFailure, KeepsASecretThatLibcurlQuotes) {
 
 using ZoxHttpLastFailureDeathTest = ZoxHttpLastFailure;
 
-/** Ends with 0 when the failed making of a temporary file is told with directory and reason. */
+/** Ends with 0 when the failed making of a temporary file is reported with directory and reason. */
 [[noreturn]] void execute_without_temporary_directory() {
   setenv("TMPDIR", "/nonexistent", 1);
   EXPECT_EQ(Request{.into_file = true}.execute().code, 1U);
@@ -262,7 +262,7 @@ using ZoxHttpLastFailureDeathTest = ZoxHttpLastFailure;
   std::_Exit(testing::Test::HasFailure() ? 1 : 0);
 }
 
-/** Ends with 0 when it is told that the temporary file could not be written. */
+/** Ends with 0 when it is reported that the temporary file could not be written. */
 [[noreturn]] void execute_on_full_disk(test::StubServer &server) {
   server.reply(path, std::string(100000, 'x'));
   test::fill_disk(1000);

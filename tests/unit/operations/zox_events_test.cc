@@ -25,7 +25,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-/** What the callbacks of one update were told. */
+/** What the callbacks of one update received. */
 struct Followed {
   std::vector<std::string> steps;
 };

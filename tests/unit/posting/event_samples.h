@@ -20,7 +20,7 @@ OwnedEvent full_event(gint32 postId = 7);
 /** A record as an ordinary dump brings it. */
 OwnedEvent basic_event(gint32 postId, std::string_view title = "Een titel");
 
-/** All members by name with their values, absent ones told from empty ones. */
+/** All members by name with their values, absent ones distinct from empty ones. */
 std::string describe(const ZoxEvent &event);
 /** The same for the members that the cache file keeps. */
 std::string describe_basic(const ZoxEvent &event);

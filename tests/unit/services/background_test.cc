@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Fetches on threads of their own whose outcome is told on the main loop. */
+/** Fetches on threads of their own whose outcome is reported on the main loop. */
 #include "services/background_job.h"
 
 #include <thread>
@@ -22,8 +22,8 @@ using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using ::testing::UnorderedElementsAreArray;
 
-/** Everything that callbacks told, on the thread that told it. */
-struct Told {
+/** Everything that callbacks report, on the thread that reports it. */
+struct Reports {
   std::vector<std::string> lines;
   std::vector<std::thread::id> threads;
 
@@ -34,17 +34,17 @@ struct Told {
   }
 };
 
-gint tell_details(ZoxErrorCode result, gint32 postId, char *message, gpointer told) {
-  static_cast<Told *>(told)->add("details " + std::to_string(postId) + " " + std::to_string(result),
-                                 message);
+gint report_details(ZoxErrorCode result, gint32 postId, char *message, gpointer reports) {
+  static_cast<Reports *>(reports)->add(
+      "details " + std::to_string(postId) + " " + std::to_string(result), message);
   return 0;
 }
 
-gint tell_forum(ZoxErrorCode result, gint32 postId, gint32 lastCheck, char *message,
-                gpointer told) {
-  static_cast<Told *>(told)->add("forum " + std::to_string(postId) + " since " +
-                                     std::to_string(lastCheck) + " " + std::to_string(result),
-                                 message);
+gint report_forum(ZoxErrorCode result, gint32 postId, gint32 lastCheck, char *message,
+                  gpointer reports) {
+  static_cast<Reports *>(reports)->add("forum " + std::to_string(postId) + " since " +
+                                           std::to_string(lastCheck) + " " + std::to_string(result),
+                                       message);
   return 0;
 }
 
@@ -52,13 +52,13 @@ class Background : public ServiceTest {
 protected:
   /** Runs the main loop until `count` callbacks have come, and then what is left to run. */
   void run_until(std::size_t count) const {
-    while (told.lines.size() < count)
+    while (reports.lines.size() < count)
       g_main_context_iteration(nullptr, TRUE);
     while (g_main_context_iteration(nullptr, FALSE) != FALSE)
       continue;
   }
 
-  Told told;
+  Reports reports;
 };
 
 constexpr const char *details_path = "/3.7.3/xml-posts.php";
@@ -67,17 +67,17 @@ constexpr const char *forum_path = "/3.7.3/xml-dyn.php";
 TEST_F(Background, TellsDetailsOnTheMainLoop) {
   cache(5);
   server.reply(details_path, "<PostInfo><Post><Ann>a</Ann></Post></PostInfo>");
-  zox_eventinfo_fetch_async(5, tell_details, &told);
-  EXPECT_THAT(told.lines, IsEmpty());
+  zox_eventinfo_fetch_async(5, report_details, &reports);
+  EXPECT_THAT(reports.lines, IsEmpty());
   run_until(1);
-  EXPECT_THAT(told.lines, ElementsAre("details 5 0 (null)"));
-  EXPECT_THAT(told.threads, ElementsAre(std::this_thread::get_id()));
+  EXPECT_THAT(reports.lines, ElementsAre("details 5 0 (null)"));
+  EXPECT_THAT(reports.threads, ElementsAre(std::this_thread::get_id()));
   EXPECT_EQ(text_of(cached(5)->ann), "a");
 }
 
-gint tell_failure(ZoxErrorCode, gint32, char *message, gpointer told) {
+gint tell_failure(ZoxErrorCode, gint32, char *message, gpointer reports) {
   const ZoxHttpFailure *failure = zox_http_last_failure();
-  static_cast<Told *>(told)->add(failure == nullptr ? "none" : failure->path, message);
+  static_cast<Reports *>(reports)->add(failure == nullptr ? "none" : failure->path, message);
   return 0;
 }
 
@@ -85,21 +85,21 @@ TEST_F(Background, TellsWhyARequestFailed) {
   cache(5);
   cache(6);
   server.reply(details_path, "BAN");
-  zox_eventinfo_fetch_async(5, tell_failure, &told);
+  zox_eventinfo_fetch_async(5, tell_failure, &reports);
   run_until(1);
   server.reply(details_path, "<PostInfo><Post><Ann>a</Ann></Post></PostInfo>");
-  zox_eventinfo_fetch_async(6, tell_failure, &told);
+  zox_eventinfo_fetch_async(6, tell_failure, &reports);
   run_until(2);
-  EXPECT_THAT(told.lines, ElementsAre(std::string(details_path) + " (null)", "none (null)"));
+  EXPECT_THAT(reports.lines, ElementsAre(std::string(details_path) + " (null)", "none (null)"));
 }
 
 TEST_F(Background, TellsAForumOnTheMainLoop) {
   cache(5);
   server.reply(forum_path, "<Forum><Event Code=\"0\"><View>9</View></Event></Forum>");
-  zox_events_forum_fetch_async(5, 77, tell_forum, &told);
-  EXPECT_THAT(told.lines, IsEmpty());
+  zox_events_forum_fetch_async(5, 77, report_forum, &reports);
+  EXPECT_THAT(reports.lines, IsEmpty());
   run_until(1);
-  EXPECT_THAT(told.lines, ElementsAre("forum 5 since 77 0 (null)"));
+  EXPECT_THAT(reports.lines, ElementsAre("forum 5 since 77 0 (null)"));
   EXPECT_EQ(cached(5)->view, 9);
 }
 
@@ -107,20 +107,21 @@ TEST_F(Background, HandsTheServersNoticeToTheCallback) {
   cache(5);
   server.reply(details_path, "MSGOnderhoud");
   server.reply(forum_path, "MSGDruk");
-  zox_eventinfo_fetch_async(5, tell_details, &told);
+  zox_eventinfo_fetch_async(5, report_details, &reports);
   run_until(1);
-  zox_events_forum_fetch_async(5, 0, tell_forum, &told);
+  zox_events_forum_fetch_async(5, 0, report_forum, &reports);
   run_until(2);
-  EXPECT_THAT(told.lines, ElementsAre("details 5 29 Onderhoud", "forum 5 since 0 29 Druk"));
+  EXPECT_THAT(reports.lines, ElementsAre("details 5 29 Onderhoud", "forum 5 since 0 29 Druk"));
 }
 
 TEST_F(Background, TellsAtOnceWhenThereIsNoThread) {
   const ThreadRefusal refusal;
-  zox_eventinfo_fetch_async(5, tell_details, &told);
-  zox_events_forum_fetch_async(6, 7, tell_forum, &told);
-  EXPECT_THAT(told.lines, ElementsAre("details 5 1 geen thread", "forum 6 since 7 1 geen thread"));
+  zox_eventinfo_fetch_async(5, report_details, &reports);
+  zox_events_forum_fetch_async(6, 7, report_forum, &reports);
+  EXPECT_THAT(reports.lines,
+              ElementsAre("details 5 1 geen thread", "forum 6 since 7 1 geen thread"));
   run_until(2);
-  EXPECT_THAT(told.lines, SizeIs(2));
+  EXPECT_THAT(reports.lines, SizeIs(2));
   EXPECT_THAT(sent(), IsEmpty());
 }
 
@@ -136,12 +137,12 @@ TEST_F(Background, RunsManyFetchesAtOnceAndTellsEachOnce) {
     expected.push_back("forum " + std::to_string(postId) + " since 3 0 (null)");
   }
   for (gint32 postId = 1; postId <= postings; ++postId) {
-    zox_eventinfo_fetch_async(postId, tell_details, &told);
-    zox_events_forum_fetch_async(postId, 3, tell_forum, &told);
+    zox_eventinfo_fetch_async(postId, report_details, &reports);
+    zox_events_forum_fetch_async(postId, 3, report_forum, &reports);
   }
   run_until(expected.size());
-  EXPECT_THAT(told.lines, UnorderedElementsAreArray(expected));
-  EXPECT_THAT(told.threads, Each(std::this_thread::get_id()));
+  EXPECT_THAT(reports.lines, UnorderedElementsAreArray(expected));
+  EXPECT_THAT(reports.threads, Each(std::this_thread::get_id()));
 }
 
 TEST_F(Background, FindsAndCountsManyPostingsAtOnce) {
@@ -152,10 +153,10 @@ TEST_F(Background, FindsAndCountsManyPostingsAtOnce) {
                "<Post><PostID>1</PostID><Poster>p</Poster><Cat>1</Cat></Post>");
   server.reply(details_path, "<PostInfo><Post><Ann>a</Ann></Post></PostInfo>");
   for (gint32 postId = 1; postId <= postings; ++postId)
-    zox_eventinfo_fetch_async(postId + 100, tell_details, &told);
+    zox_eventinfo_fetch_async(postId + 100, report_details, &reports);
   run_until(postings);
-  EXPECT_THAT(told.lines, SizeIs(postings));
-  EXPECT_THAT(told.lines, Each(EndsWith(" 0 (null)")));
+  EXPECT_THAT(reports.lines, SizeIs(postings));
+  EXPECT_THAT(reports.lines, Each(EndsWith(" 0 (null)")));
   EXPECT_EQ(text_of(cached(1)->ann), "a");
   EXPECT_EQ(zox_category_get_parent(1)->count, postings);
 }

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** What all services have in common: how a request that failed is told. */
+/** What all services have in common: how a request that failed is reported. */
 #include <functional>
 #include <ostream>
 
@@ -21,7 +21,7 @@ struct Operation {
   const char *name;
   const char *path;
   std::function<ZoxErrorCode(char **message)> run;
-  /** The result of an empty reply where that is not told as one. */
+  /** The result of an empty reply where that is not reported as one. */
   ZoxErrorCode empty = 13;
   /** Whether the place for a message may be left out. */
   bool place_optional = true;
