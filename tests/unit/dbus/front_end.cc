@@ -16,8 +16,8 @@
 #include "support/owned.h"
 
 /**
- * Stands before libdbus's own function: who asks to wait for an answer as long as libdbus does by
- * default waits as many milliseconds as ANSWER_TIME says, if it is set.
+ * Stands before libdbus's own function: with ANSWER_TIME set, a running instance gets that many
+ * milliseconds to answer, provided that the caller leaves the time to libdbus.
  */
 extern "C" dbus_bool_t dbus_connection_send_with_reply(DBusConnection *bus, DBusMessage *message,
                                                        DBusPendingCall **answer, int timeout) {
@@ -25,8 +25,11 @@ extern "C" dbus_bool_t dbus_connection_send_with_reply(DBusConnection *bus, DBus
   static const auto original =
       reinterpret_cast<Function>(dlsym(RTLD_NEXT, "dbus_connection_send_with_reply"));
   const char *time = std::getenv("ANSWER_TIME");
-  const bool shortened = time != nullptr && timeout == DBUS_TIMEOUT_USE_DEFAULT;
-  return original(bus, message, answer, shortened ? std::atoi(time) : timeout);
+  if (time == nullptr || !dbus_message_has_member(message, "bringToFront"))
+    return original(bus, message, answer, timeout);
+  if (timeout != DBUS_TIMEOUT_USE_DEFAULT)
+    std::printf("waits for %d milliseconds\n", timeout);
+  return original(bus, message, answer, std::atoi(time));
 }
 
 namespace {
