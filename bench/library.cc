@@ -46,7 +46,7 @@ void load_list() {
   char *text = nullptr;
   const ZoxErrorCode code = zox_eventlist_load(core->eventlist, &text);
   const OwnedText message(text);
-  if (code != 0)
+  if (code != ZOX_RESULT_SUCCESS)
     throw std::runtime_error(std::string("cannot load the list: ") +
                              (message ? message.get() : ""));
 }

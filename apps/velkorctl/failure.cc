@@ -13,22 +13,17 @@
 namespace velkor::ctl {
 namespace {
 
-constexpr ZoxErrorCode account_refused = 2;
-constexpr ZoxErrorCode account_banned = 3;
-constexpr ZoxErrorCode unreadable_reply = 11;
-constexpr ZoxErrorCode posting_not_cached = 12;
-constexpr ZoxErrorCode posting_gone = 30;
-
 /** Results for which the library has no sentence. */
 constexpr std::array<std::pair<ZoxErrorCode, const char *>, 8> own_sentences{{
-    {20, "the server refused the sign-up"},
-    {24, "the transfer could not be prepared"},
-    {25, "the server refused the posting"},
-    {26, "the server accepted the posting with a reservation"},
-    {31, "you have already warned about this posting"},
-    {32, "you have already warned about this reaction"},
-    {33, "the server knows no such user"},
-    {static_cast<ZoxErrorCode>(-1), "the server does not know the addressee"},
+    {ZOX_RESULT_SIGNUP_REFUSED, "the server refused the sign-up"},
+    {ZOX_RESULT_NO_TRANSFER_HANDLE, "the transfer could not be prepared"},
+    {ZOX_RESULT_SPOT_REFUSED, "the server refused the posting"},
+    {ZOX_RESULT_SPOT_RESERVED, "the server accepted the posting with a reservation"},
+    {ZOX_RESULT_POSTING_WARNED, "you have already warned about this posting"},
+    {ZOX_RESULT_REACTION_WARNED, "you have already warned about this reaction"},
+    {ZOX_RESULT_NO_PROFILE, "the server knows no such user"},
+    {static_cast<ZoxErrorCode>(ZOX_RESULT_ADDRESSEE_UNKNOWN),
+     "the server does not know the addressee"},
 }};
 
 const char *own_sentence(ZoxErrorCode code) noexcept {
@@ -47,7 +42,7 @@ std::string sentence_of(ZoxErrorCode code, const char *server_text) {
   if (const char *sentence = own_sentence(code))
     return sentence;
   std::string sentence = OwnedText(zox_error_msg(code, server_text)).get();
-  if (code == unreadable_reply && server_text != nullptr)
+  if (code == ZOX_RESULT_NOT_PARSED && server_text != nullptr)
     sentence.append(": ").append(server_text);
   while (!sentence.empty() && sentence.back() == '\n')
     sentence.pop_back();
@@ -56,13 +51,13 @@ std::string sentence_of(ZoxErrorCode code, const char *server_text) {
 
 Exit exit_of(ZoxErrorCode code) noexcept {
   switch (code) {
-  case 0:
+  case ZOX_RESULT_SUCCESS:
     return Exit::ok;
-  case account_refused:
-  case account_banned:
+  case ZOX_RESULT_UNAUTHORIZED:
+  case ZOX_RESULT_BANNED:
     return Exit::account;
-  case posting_not_cached:
-  case posting_gone:
+  case ZOX_RESULT_POSTING_NOT_CACHED:
+  case ZOX_RESULT_POSTING_GONE:
     return Exit::not_found;
   default:
     return Exit::failed;
@@ -75,7 +70,7 @@ void throw_if_interrupted() {
 }
 
 void require_success(ZoxErrorCode code, const char *server_text) {
-  if (code == 0)
+  if (code == ZOX_RESULT_SUCCESS)
     return;
   throw_if_interrupted();
   throw Failure(exit_of(code), sentence_of(code, server_text));

@@ -16,11 +16,7 @@
 #include "velkorctl/messages.h"
 
 namespace velkor::ctl {
-namespace {
-
-constexpr ZoxErrorCode nothing_new = 5;
-
-}  // namespace
+namespace {}  // namespace
 
 UpdateRun *UpdateRun::current_ = nullptr;
 
@@ -47,9 +43,9 @@ bool UpdateRun::run() {
   const LibraryResult result = try_call([this](char **server_text) {
     return zox_events_fetch(on_dump, on_merge, on_done, server_text, this);
   });
-  if (result.code != 0)
+  if (result.code != ZOX_RESULT_SUCCESS)
     restore_settings();
-  if (result.code == nothing_new) {
+  if (result.code == ZOX_RESULT_NOTHING_NEW) {
     say(sentence_of(result.code, nullptr));
     return false;
   }

@@ -20,8 +20,8 @@ namespace {
 constexpr gint32 category_count = 4;
 /** Numbers of sub-categories are below this. */
 constexpr guint32 sub_category_limit = 10;
-constexpr gint32 lowest_state = -5;
-constexpr gint32 highest_state = 3;
+constexpr gint32 lowest_state = ZOX_STATUS_UNKNOWN;
+constexpr gint32 highest_state = ZOX_STATUS_UNSUPPORTED;
 
 Failure unknown(const std::string &what, const std::string &text,
                 const std::vector<std::string> &known) {

@@ -6,8 +6,6 @@
 
 #include <glib-object.h>
 
-#include "core/read_only.h"
-
 namespace velkor {
 namespace {
 

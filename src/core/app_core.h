@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * The core record itself, and what of it this layer can fill and release. Start-up and shut-down
- * add what the higher layers keep in it.
+ * The core record itself, what of it this layer can fill and release, and the modes of the process.
+ * Start-up and shut-down add what the higher layers keep in it.
  */
 #ifndef VELKOR_CORE_APP_CORE_H
 #define VELKOR_CORE_APP_CORE_H
@@ -25,6 +25,12 @@ void release_lists() noexcept;
 /** Frees the record, whose content is gone by now. `core` is null and files may be changed again.
  */
 void free_core() noexcept;
+
+/** Whether the core was opened for reading only: nothing in the cache may change. Any thread. */
+bool read_only() noexcept;
+
+/** Whether zox_set_tolerant has switched tolerance on; by default it is off. Any thread. */
+bool tolerant() noexcept;
 
 }  // namespace velkor
 

@@ -11,9 +11,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "core/app_core.h"
 #include "core/backup.h"
 #include "core/file_outcome.h"
-#include "core/read_only.h"
 
 namespace velkor {
 namespace {

@@ -13,7 +13,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "core/cache_path.h"
+#include "core/cache_directory.h"
 #include "support/immortal.h"
 #include "support/owned.h"
 

@@ -29,7 +29,7 @@ std::string document_fault(const xml::Document &document, const xmlNode *root,
 }
 
 void finish_reading(const char *cache_name, bool compressed, const std::string &fault) noexcept {
-  const FileOutcome read = file_outcome();
+  const FileOutcome &read = file_outcome();
   if (read.status == ZOX_FILE_FINE && !fault.empty())
     set_file_outcome({ZOX_FILE_DAMAGED, 0, read.path, fault});
   const bool good = file_outcome().status == ZOX_FILE_FINE;

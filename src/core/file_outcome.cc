@@ -1,6 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "core/file_outcome.h"
 
+#include <memory>
+
 #include <cerrno>
 #include <utility>
 
@@ -17,7 +19,7 @@ struct Place {
 };
 
 void free_place(gpointer place) noexcept {
-  delete static_cast<Place *>(place);
+  const std::unique_ptr<Place> owned(static_cast<Place *>(place));
 }
 
 /** Unlike a `thread_local`, GLib's place outlives the functions that run while the process ends. */
@@ -25,7 +27,7 @@ Place &place() noexcept {
   static GPrivate holder = G_PRIVATE_INIT(free_place);
   auto *held = static_cast<Place *>(g_private_get(&holder));
   if (held == nullptr) {
-    held = new Place{};
+    held = std::make_unique<Place>().release();
     g_private_set(&holder, held);
   }
   return *held;

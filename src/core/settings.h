@@ -30,4 +30,14 @@ void release(ZoxConfig &config) noexcept;
 
 }  // namespace velkor::settings
 
+namespace velkor {
+
+/**
+ * Replaces `core->config` by what the file holds over the defaults, as zox_config_load() does. How
+ * that went is this thread's file outcome; only unknown keys are warned about.
+ */
+void load_settings() noexcept;
+
+}  // namespace velkor
+
 #endif

@@ -5,7 +5,7 @@
 
 #include <libxml/globals.h>
 
-#include "core/cache_path.h"
+#include "core/cache_directory.h"
 #include "support/xml.h"
 
 namespace velkor {

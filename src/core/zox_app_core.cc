@@ -6,8 +6,8 @@
 
 #include <glib-object.h>
 
+#include "core/app_core.h"
 #include "core/hosts.h"
-#include "core/tolerance.h"
 #include "support/assertion.h"
 
 namespace velkor {

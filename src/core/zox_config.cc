@@ -9,14 +9,13 @@
 
 #include <velkor/zox_app_core.h>
 
+#include "core/app_core.h"
 #include "core/atomic_file.h"
-#include "core/cache_path.h"
+#include "core/cache_directory.h"
 #include "core/cache_reading.h"
 #include "core/file_outcome.h"
-#include "core/read_only.h"
 #include "core/setting_line.h"
 #include "core/settings.h"
-#include "core/settings_file.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 #include "support/text.h"

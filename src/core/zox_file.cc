@@ -8,8 +8,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "core/app_core.h"
 #include "core/cache_directory.h"
-#include "core/read_only.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 

@@ -12,10 +12,10 @@
 #include <unistd.h>
 #include <zlib.h>
 
+#include "core/app_core.h"
 #include "core/atomic_file.h"
-#include "core/cache_path.h"
+#include "core/cache_directory.h"
 #include "core/file_outcome.h"
-#include "core/read_only.h"
 #include "support/assertion.h"
 #include "support/descriptor.h"
 #include "support/owned.h"

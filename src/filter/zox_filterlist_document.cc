@@ -9,9 +9,9 @@
 #include <velkor/zox_file.h>
 #include <velkor/zox_xml_parse.h>
 
+#include "core/app_core.h"
 #include "core/cache_reading.h"
 #include "core/file_outcome.h"
-#include "core/read_only.h"
 #include "core/xml_file.h"
 #include "filter/default_filters.h"
 #include "filter/filter_record.h"

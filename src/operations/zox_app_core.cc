@@ -20,8 +20,7 @@
 #include "core/app_core.h"
 #include "core/cache_directory.h"
 #include "core/file_outcome.h"
-#include "core/read_only.h"
-#include "core/settings_file.h"
+#include "core/settings.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 

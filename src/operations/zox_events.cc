@@ -11,8 +11,8 @@
 #include <velkor/zox_http_curl.h>
 #include <velkor/zox_http_parameter.h>
 
+#include "core/app_core.h"
 #include "core/file_outcome.h"
-#include "core/read_only.h"
 #include "operations/dump_file.h"
 #include "support/assertion.h"
 #include "support/owned.h"

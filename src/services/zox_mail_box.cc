@@ -4,9 +4,9 @@
 #include <velkor/zox_file.h>
 #include <velkor/zox_string.h>
 
+#include "core/app_core.h"
 #include "core/cache_reading.h"
 #include "core/file_outcome.h"
-#include "core/read_only.h"
 #include "services/mail_document.h"
 #include "support/assertion.h"
 #include "support/slist.h"

@@ -4,10 +4,10 @@
 #include <optional>
 #include <string>
 
+#include "core/app_core.h"
 #include "core/cache_reading.h"
 #include "core/record_fields.h"
 #include "core/reply_document.h"
-#include "core/tolerance.h"
 #include "services/mail_document.h"
 #include "support/assertion.h"
 #include "support/slist.h"

@@ -5,8 +5,8 @@
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_xml_parse.h>
 
+#include "core/app_core.h"
 #include "core/reply_document.h"
-#include "core/tolerance.h"
 #include "http/service_request.h"
 #include "services/myzox_fields.h"
 #include "support/assertion.h"

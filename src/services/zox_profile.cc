@@ -4,9 +4,9 @@
 
 #include <array>
 
+#include "core/app_core.h"
 #include "core/record_fields.h"
 #include "core/reply_document.h"
-#include "core/tolerance.h"
 #include "http/service_request.h"
 #include "services/profile_document.h"
 #include "support/assertion.h"

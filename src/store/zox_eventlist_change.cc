@@ -3,7 +3,6 @@
 #include <velkor/zox_eventlist.h>
 
 #include <cstdio>
-#include <ctime>
 #include <vector>
 
 #include <velkor/zox_app_core.h>
@@ -16,6 +15,7 @@
 #include "store/event_walk.h"
 #include "store/eventlist_store.h"
 #include "support/assertion.h"
+#include "support/clock.h"
 #include "support/rw_lock.h"
 #include "support/slist.h"
 
@@ -65,7 +65,7 @@ bool find_age_limit(gint64 &limit) noexcept {
     return false;
   }
   const gint64 days = settings::retention_days[static_cast<guint32>(choice)];
-  limit = std::time(nullptr) - days * seconds_a_day;
+  limit = current_time() - days * seconds_a_day;
   return true;
 }
 
@@ -123,7 +123,7 @@ void zox_eventlist_add_or_replace_event(ZOXEventlist *list, const ZoxEvent *even
 
 void zox_eventlist_purge_deleted(ZOXEventlist *list) {
   const WriteLock lock(list->lock);
-  const gint64 now = std::time(nullptr);
+  const gint64 now = current_time();
   const auto ids = ids_where(list, [now](const ZoxEvent &event) {
     return event.status == ZOX_STATUS_REMOVED || is_long_deleted(event, now);
   });

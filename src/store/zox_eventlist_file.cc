@@ -2,7 +2,6 @@
 /** The event list's cache file. */
 #include <velkor/zox_eventlist.h>
 
-#include <ctime>
 #include <string>
 #include <utility>
 
@@ -21,6 +20,7 @@
 #include "store/event_reader.h"
 #include "store/event_walk.h"
 #include "store/eventlist_store.h"
+#include "support/clock.h"
 #include "support/owned.h"
 #include "support/rw_lock.h"
 #include "support/text.h"
@@ -67,7 +67,7 @@ private:
 /** Writes every posting but those that were deleted long ago; false when there is no table. */
 bool write_postings(ZOXEventlist *list, EventsFile &file) noexcept {
   const ReadLock lock(list->lock);
-  const gint64 now = std::time(nullptr);
+  const gint64 now = current_time();
   for_each_held_event(list->tree, [&file, now](gpointer, const ZoxEvent &event) {
     if (!is_long_deleted(event, now))
       file.add(event);

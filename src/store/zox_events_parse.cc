@@ -10,7 +10,7 @@
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_category.h>
 
-#include "core/tolerance.h"
+#include "core/app_core.h"
 #include "core/xml_diagnosis.h"
 #include "filter/bad_words.h"
 #include "posting/packed_event.h"

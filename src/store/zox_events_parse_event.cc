@@ -8,7 +8,7 @@
 
 #include <velkor/zox_xml_parse.h>
 
-#include "core/tolerance.h"
+#include "core/app_core.h"
 #include "posting/event_fields.h"
 #include "posting/event_record.h"
 #include "support/assertion.h"

@@ -119,7 +119,7 @@ void Listener::print(const char *event, gint32 id) {
 void Listener::check_mail() {
   guint32 waiting = 0;
   const LibraryResult result = try_call(zox_mail_check, &waiting);
-  if (result.code != 0)
+  if (result.code != ZOX_RESULT_SUCCESS)
     return say(sentence_of(result.code, result.server_text.get()));
   if (waiting != 0 && !mail_waits_)
     print("mail");

@@ -20,8 +20,6 @@
 namespace velkor::ctl {
 namespace {
 
-constexpr ZoxErrorCode unreadable_reply = 11;
-
 void free_post(ZoxMyzoxPost *post) noexcept {
   for (GString *text : {post->title, post->fName, post->poster, post->link})
     if (text != nullptr)
@@ -48,7 +46,7 @@ OwnedPosts fetch_posts() {
   const gint32 problem = zox_myzox_parse(reply.get(), &posts);
   OwnedPosts owned(posts);
   if (problem != 0 && problem != no_children)
-    require_success(unreadable_reply);
+    require_success(ZOX_RESULT_NOT_PARSED);
   return owned;
 }
 

@@ -14,8 +14,6 @@
 namespace velkor::ctl {
 namespace {
 
-constexpr ZoxErrorCode reservation = 26;
-
 /** What is reported about each step, by its number; nothing for most. */
 constexpr std::array<const char *, 17> step_messages{
     nullptr,
@@ -46,7 +44,7 @@ gint report_step(gint32 step) noexcept {
 
 /** When a later part fails, the server keeps the posting without it. */
 void require_whole(ZoxErrorCode result, const ZoxEvent &spot) {
-  if (result == 0 || result == reservation)
+  if (result == ZOX_RESULT_SUCCESS || result == ZOX_RESULT_SPOT_RESERVED)
     return;
   std::string message = sentence_of(result, "");
   if (spot.postId > 0)
@@ -64,7 +62,7 @@ Exit run(const Context &context) {
   session.require_account();
   const ZoxErrorCode result = zox_post_send(spot.get(), report_step);
   require_whole(result, *spot);
-  if (result == reservation)
+  if (result == ZOX_RESULT_SPOT_RESERVED)
     say(sentence_of(result, nullptr));
   context.out.write(std::to_string(spot->postId) + "\n");
   return Exit::ok;

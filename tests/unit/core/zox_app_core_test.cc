@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/tolerance.h"
+#include "core/app_core.h"
 #include "support/owned.h"
 #include "tests/support/core_fixture.h"
 

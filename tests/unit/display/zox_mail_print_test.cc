@@ -82,7 +82,17 @@ TEST_F(ZoxMailPrint, PrintsWhatReadsBackUnchanged) {
     EXPECT_EQ(body_read_back(body), body);
 }
 
-TEST_F(ZoxMailPrint, LeavesOutWhatADocumentCannotHold) {
+TEST_F(ZoxMailPrint, PrintsWhatADocumentCannotHoldUnchanged) {
+  const OwnedMail mail = message("f\001", "s\xff",
+                                 "a\037"
+                                 "b\xef\xbf\xbe");
+  EXPECT_THAT(printed(mail), HasSubstr("<From><![CDATA[f\001]]></From>"));
+  EXPECT_THAT(printed(mail), HasSubstr("<Subject><![CDATA[s\xff]]></Subject>"));
+  EXPECT_THAT(printed(mail), HasSubstr("<Body><![CDATA[a\037"
+                                       "b\xef\xbf\xbe]]></Body>"));
+}
+
+TEST_F(ZoxMailPrint, TheSavedDocumentLeavesOutWhatItCannotHold) {
   EXPECT_EQ(body_read_back("a\001b\037c\x7f"), "abc\x7f");
   EXPECT_EQ(body_read_back("a\xef\xbf\xbe\xef\xbf\xbf.b"), "a.b");
 }

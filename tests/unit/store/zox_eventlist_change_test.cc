@@ -6,6 +6,7 @@
 #include <velkor/zox_watchlist.h>
 
 #include "posting/event_age.h"
+#include "support/clock.h"
 #include "tests/support/log_capture.h"
 #include "tests/unit/store/list_fixture.h"
 
@@ -229,6 +230,20 @@ TEST_F(ZoxEventlistChange, CleanupOfAListWithoutATableDoesNothing) {
   zox_eventlist_cleanup(list);
   EXPECT_TRUE(log.warnings().empty());
   list->tree = new_event_table();
+}
+
+constexpr gint64 noon = 1300000000;
+
+TEST_F(ZoxEventlistChange, AgeIsCountedToTheSecondOfTheClock) {
+  const ReplacedClock clock([] { return noon; });
+  core->config->verwijderPostsNaXDagen = 0;
+  for (const gint64 older : {gint64{0}, gint64{1}}) {
+    const OwnedEvent event = test::basic_event(static_cast<gint32>(older) + 1);
+    event->stamp = noon - 7 * seconds_a_day - older;
+    add(event);
+  }
+  zox_eventlist_cleanup(list);
+  EXPECT_THAT(test::ids(list), testing::ElementsAre(1));
 }
 
 }  // namespace
