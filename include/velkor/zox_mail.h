@@ -56,8 +56,8 @@ ZoxErrorCode zox_mail_fetch(guint32 *numNewMail, char **message);
 ZoxErrorCode zox_mail_post(ZoxBericht *bericht, char **message);
 
 /**
- * Takes a message out of the list, saves the file and releases the message; the server does not learn of it.
- * When the file cannot be saved, the message stays where it was. Asserts "core->mail".
+ * Takes a message out of the list, saves the file and releases the message; the server does not
+ * learn of it. When the file cannot be saved, the message stays where it was. Asserts "core->mail".
  * @param bericht  a message of `core->mail`
  * @return as zox_mail_save()
  */

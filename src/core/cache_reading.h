@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** What a loader finds in a cache file, reported to the caller and to the next save of that file. */
+/** What a loader finds in a cache file, reported to the caller and to the next save of that file.
+ */
 #ifndef VELKOR_CORE_CACHE_READING_H
 #define VELKOR_CORE_CACHE_READING_H
 

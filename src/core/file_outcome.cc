@@ -1,9 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "core/file_outcome.h"
 
-#include <memory>
-
 #include <cerrno>
+#include <memory>
 #include <utility>
 
 #include <glib.h>
