@@ -14,7 +14,7 @@ namespace {
 struct Place {
   FileOutcome outcome;
   std::string message;
-  ZoxFileError error;
+  ZoxFileError error{};
 };
 
 void free_place(gpointer place) noexcept {
