@@ -122,8 +122,7 @@ ZoxString *zox_file_load(const char *filename, gint32 compressed);
  * @param text        the whole content
  * @param compressed  non-zero for a gzip file
  * @return 0; -1 when a plain file cannot be written. A compressed file that cannot be written is
- *         only warned about and reported by zox_file_last_error(). The old file then stays as it
- * was
+ *         only warned about and reported by zox_file_last_error(). The old file then stays as it is
  */
 gint32 zox_file_save(const char *filename, const ZoxString *text, gint32 compressed);
 

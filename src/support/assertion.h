@@ -7,6 +7,8 @@
 #ifndef VELKOR_SUPPORT_ASSERTION_H
 #define VELKOR_SUPPORT_ASSERTION_H
 
+#include <type_traits>
+
 namespace velkor {
 
 [[noreturn]] void assertion_failed(const char *file, int line, const char *function,
@@ -30,7 +32,7 @@ namespace velkor {
  */
 #define ZOX_ASSERT_IN(function, condition, name)                                                   \
   do {                                                                                             \
-    static_assert(sizeof(&(function)) > 0, "a function that is declared");                         \
+    static_assert(std::is_function_v<decltype(function)>, "a function that is declared");          \
     if (!(condition)) [[unlikely]]                                                                 \
       ::velkor::assertion_failed(__FILE__, __LINE__, #function, name);                             \
   } while (false)

@@ -40,6 +40,11 @@ extern "C" CURL *curl_easy_init() {
 
 #undef curl_easy_setopt
 
+// libcurl's own declaration has an enumeration in front of the variable arguments.
+#ifdef __clang__
+#pragma clang diagnostic ignored "-Wvarargs"
+#endif
+
 /** Stands before libcurl's own function, so that a test sees the options that show no effect. */
 extern "C" CURLcode curl_easy_setopt(CURL *handle, CURLoption option, ...) {
   using Function = CURLcode (*)(CURL *, CURLoption, ...);
