@@ -42,7 +42,7 @@ OwnedString read_plain(const std::string &path) noexcept {
     return nullptr;
   }
   OwnedString text(g_string_new(""));
-  Block block;
+  Block block{};
   while (std::fgets(block.data(), block.size(), file.get()) != nullptr)
     g_string_append(text.get(), block.data());
   const int error = errno;
@@ -73,7 +73,7 @@ OwnedString read_gzip(const std::string &path) noexcept {
     set_file_outcome(unopened_outcome(path, errno));
     return text;
   }
-  Block block;
+  Block block{};
   int length = 0;
   while ((length = gzread(file.get(), block.data(), block.size() - 1)) > 0)
     g_string_append_len(text.get(), block.data(),
@@ -84,7 +84,7 @@ OwnedString read_gzip(const std::string &path) noexcept {
 
 /** Copies what is left in `source`; a write that fails or falls short is passed over. */
 void copy_bytes(int source, int target) noexcept {
-  Block block;
+  Block block{};
   ssize_t length = 0;
   while ((length = read(source, block.data(), block.size())) > 0)
     [[maybe_unused]] const ssize_t written =

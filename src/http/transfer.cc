@@ -120,8 +120,9 @@ CURLcode Transfer::perform() noexcept {
 
 std::string Transfer::failure_text(CURLcode result) const noexcept {
   const std::string_view text = error_text_.data();
-  const bool quotes_secret = std::ranges::any_of(
-      secrets_, [text](const std::string &secret) { return text.find(secret) != text.npos; });
+  const bool quotes_secret = std::ranges::any_of(secrets_, [text](const std::string &secret) {
+    return text.find(secret) != std::string_view::npos;
+  });
   return std::string(text.empty() || quotes_secret ? curl_easy_strerror(result) : text);
 }
 

@@ -41,7 +41,7 @@ ZoxPluginAuth entry_point(const Module &plugin) noexcept {
 /** No credentials, since something is wrong with the plug-in at `path`. */
 Credentials failed(ZoxErrorCode code, std::string_view path, std::string_view words) noexcept {
   // The dynamic linker names the path itself.
-  const bool named = words.find(path) != words.npos;
+  const bool named = words.find(path) != std::string_view::npos;
   return {code, nullptr, named ? std::string(words) : std::string(path).append(": ").append(words)};
 }
 

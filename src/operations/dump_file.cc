@@ -35,7 +35,7 @@ OwnedString read_dump(const char *path, std::size_t max_size) noexcept {
     return nullptr;
   gzbuffer(file.get(), buffer_size);
   OwnedString text(g_string_new(nullptr));
-  std::array<char, block_size> block;
+  std::array<char, block_size> block{};
   int length = 0;
   while ((length = gzread(file.get(), block.data(), block_size)) > 0) {
     const std::size_t bytes = strnlen(block.data(), static_cast<std::size_t>(length));

@@ -106,7 +106,8 @@ bool is_storable(std::string_view text) noexcept {
     return true;
   // U+FFFE and U+FFFF are the only code points that pass the check of UTF-8 and are no characters.
   return g_utf8_validate_len(text.data(), text.size(), nullptr) &&
-         text.find("\xEF\xBF\xBE") == text.npos && text.find("\xEF\xBF\xBF") == text.npos;
+         text.find("\xEF\xBF\xBE") == std::string_view::npos &&
+         text.find("\xEF\xBF\xBF") == std::string_view::npos;
 }
 
 std::string storable(std::string_view text) noexcept {
@@ -129,7 +130,7 @@ std::string cdata(std::string_view text) noexcept {
   constexpr std::string_view end = "]]>";
   std::string section(begin);
   section.reserve(begin.size() + text.size() + end.size());
-  for (std::size_t mark = text.find(end); mark != text.npos; mark = text.find(end)) {
+  for (std::size_t mark = text.find(end); mark != std::string_view::npos; mark = text.find(end)) {
     section.append(text.substr(0, mark + 2)).append(end).append(begin);
     text.remove_prefix(mark + 2);
   }
