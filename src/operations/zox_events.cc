@@ -210,9 +210,9 @@ ZoxErrorCode zox_events_fetch(ZoxEventsProgress progress, ZoxEventlistProgress m
     done(userData);
   save_and_reload(update.stamp());
   if (done != nullptr) {
-    const FileOutcome outcome = file_outcome();
+    FileOutcome outcome = file_outcome();  // the callback may save files of its own
     done(userData);
-    set_file_outcome(outcome);
+    set_file_outcome(std::move(outcome));
   }
   return ZOX_RESULT_SUCCESS;
 }
