@@ -25,7 +25,7 @@ public:
   FieldWriter(const ZoxEvent &event, xmlNode *parent) noexcept : event_(event), parent_(parent) {}
 
   void write(const EventField &field) const noexcept {
-    std::visit([&](auto kind) { add(field.element, kind); }, field.kind);
+    std::visit([&](auto kind) { this->add(field.element, kind); }, field.kind);
   }
 
 private:
