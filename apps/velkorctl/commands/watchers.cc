@@ -2,6 +2,7 @@
 /* velkorctl watchers: texts that are looked for in the titles of new postings. */
 #include <algorithm>
 #include <functional>
+#include <iterator>
 
 #include <velkor/zox_watcher.h>
 
@@ -45,8 +46,8 @@ std::vector<Match> matches_of(const std::vector<std::string> &watchers) {
 }
 
 std::vector<Column> columns() {
-  std::vector<Column> columns = posting_columns();
-  columns.insert(columns.begin(), {"WATCHER", Column::Align::left, true});
+  std::vector<Column> columns{{"WATCHER", Column::Align::left, true}};
+  std::ranges::copy(posting_columns(), std::back_inserter(columns));
   return columns;
 }
 
@@ -56,8 +57,8 @@ Exit run_run(const Context &context) {
   if (watchers.empty())
     watchers = texts_of(watcher_list());
   const auto row = [](const Match &match) {
-    std::vector<std::string> cells = posting_row(*cached_posting(match.id));
-    cells.insert(cells.begin(), match.text);
+    std::vector<std::string> cells{match.text};
+    std::ranges::copy(posting_row(*cached_posting(match.id)), std::back_inserter(cells));
     return cells;
   };
   const auto add_members = [](Json &json, const Match &match) {
