@@ -6,7 +6,6 @@
 #include <charconv>
 #include <concepts>
 #include <cstddef>
-#include <cstring>
 #include <limits>
 #include <string_view>
 
@@ -20,8 +19,7 @@ public:
   TextWriter() = default;
 
   void add(std::string_view part) noexcept {
-    std::memcpy(room_for(part.size()), part.data(), part.size());
-    text_->len += part.size();
+    text_->len += part.copy(room_for(part.size()), part.size());
   }
 
   /** The characters of a text as "%s" prints them: up to a zero byte, "(null)" for none. */
