@@ -125,6 +125,8 @@ void CoreSession::report_loading(const ZoxFileError &outcome, Load load) const {
     say("no postings are cached yet; see velkorctl update");
 }
 
+// Both work on the core, which is open as long as there is a session.
+// NOLINTBEGIN(readability-convert-member-functions-to-static)
 void CoreSession::save_settings() {
   zox_config_save();
   if (const ZoxFileError *outcome = zox_file_last_error(); outcome->status != ZOX_FILE_FINE)
@@ -137,5 +139,6 @@ void CoreSession::require_account() const {
     if (is_empty(value))
       throw Failure(Exit::account, std::string("no ") + name + " is set; see velkorctl config set");
 }
+// NOLINTEND(readability-convert-member-functions-to-static)
 
 }  // namespace velkor::ctl

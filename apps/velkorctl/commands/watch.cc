@@ -1,9 +1,10 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /* velkorctl watch: the watchlist, and its copy on the server. */
-#include <cstdlib>
+#include <vector>
 
 #include <velkor/zox_watchlist.h>
 
+#include "support/numbers.h"
 #include "support/slist.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
@@ -54,7 +55,7 @@ Exit run_clear(const Context &context) {
 std::vector<gint32> watched_ids() {
   std::vector<gint32> ids;
   for (const GString *text : Items<GString>(zox_watchlist_get()))
-    ids.push_back(std::atoi(text->str));
+    ids.push_back(static_cast<gint32>(leading_number(text->str)));
   return ids;
 }
 

@@ -50,7 +50,7 @@ std::span<const PostingField> posting_fields() {
 }
 
 const PostingField *posting_field(std::string_view name) {
-  const auto found = std::ranges::find(
+  const auto *const found = std::ranges::find(
       fields, name, [](const PostingField &field) { return std::string_view(field.name); });
   return found == fields.end() ? nullptr : &*found;
 }
