@@ -48,6 +48,20 @@ std::string stream_mode(AtomicFile::Form form, int level) noexcept {
   return level == Z_DEFAULT_COMPRESSION ? "wb" : "wb" + std::to_string(level);
 }
 
+bool write_at_start(int descriptor, std::string_view bytes) noexcept {
+  off_t place = 0;
+  while (!bytes.empty()) {
+    const ssize_t written = pwrite(descriptor, bytes.data(), bytes.size(), place);
+    if (written < 0 && errno == EINTR)
+      continue;
+    if (written <= 0)
+      return false;
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+    place += written;
+  }
+  return true;
+}
+
 /** Makes the renaming itself durable; a file system that cannot do that is none the worse. */
 void sync_directory_of(const std::string &path) noexcept {
   const auto directory = std::filesystem::path(path).parent_path();
@@ -117,7 +131,8 @@ bool AtomicFile::write(std::string_view bytes) noexcept {
 }
 
 bool AtomicFile::flush() noexcept {
-  return note(gzclose(stream_.release()) == Z_OK) && note(fsync(descriptor_.get()) == 0);
+  return note(gzclose(stream_.release()) == Z_OK) &&
+         note(write_at_start(descriptor_.get(), start_)) && note(fsync(descriptor_.get()) == 0);
 }
 
 bool AtomicFile::commit(const char *caller) noexcept {
@@ -133,6 +148,7 @@ bool AtomicFile::replace(const char *caller) noexcept {
       !note(rename(temporary_.c_str(), target_.c_str()) == 0))
     return false;
   temporary_.clear();
+  identity_ = FileIdentity::of(descriptor_.get());
   sync_directory_of(target_);
   set_file_outcome({ZOX_FILE_FINE, 0, path_});
   return true;

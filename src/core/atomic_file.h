@@ -12,10 +12,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <sys/types.h>
 #include <zlib.h>
 
+#include "core/file_identity.h"
 #include "support/descriptor.h"
 #include "support/owned.h"
 
@@ -46,6 +48,8 @@ public:
   [[nodiscard]] int error() const noexcept { return error_; }
 
   bool write(std::string_view bytes) noexcept;
+  /** Replaces what the file begins with, in a plain one; takes effect with commit(). */
+  void replace_start(std::string bytes) noexcept { start_ = std::move(bytes); }
   /** Notes an error number of the caller's own, unless there is an error already. */
   void fail(int error) noexcept;
   /**
@@ -54,6 +58,9 @@ public:
    * names.
    */
   bool commit(const char *caller) noexcept;
+
+  /** The file that commit() has put in place; nothing when it failed. */
+  [[nodiscard]] std::optional<FileIdentity> identity() const noexcept { return identity_; }
 
   /** Logs file and error as a warning of function `caller`, unless writing was not allowed. */
   void warn(const char *caller) const noexcept;
@@ -69,6 +76,8 @@ private:
   std::string path_;       // as given
   std::string target_;     // where it leads to
   std::string temporary_;  // empty when there is none (any more)
+  std::string start_;
+  std::optional<FileIdentity> identity_;
   Descriptor descriptor_;
   Stream stream_;
   int error_ = 0;
