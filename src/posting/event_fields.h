@@ -25,6 +25,10 @@ struct TimeField {
 struct TextField {
   GString *ZoxEvent::*member;
 };
+/** Whether an element is written for the text even when there is none. */
+constexpr bool is_always_written(TextField field) noexcept {
+  return field.member == &ZoxEvent::poster;
+}
 /** A text in split-list form; `name` is the member as a warning names it. */
 struct ListField {
   GSList *ZoxEvent::*member;

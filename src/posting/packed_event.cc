@@ -1,11 +1,14 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "posting/packed_event.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
+#include <variant>
 
 #include <velkor/zox_events_forum.h>
 
+#include "posting/event_fields.h"
 #include "posting/event_record.h"
 #include "posting/forum_record.h"
 #include "support/slist.h"
@@ -18,19 +21,52 @@ static_assert(sizeof(ZoxEvent) % alignof(GString) == 0);
 static_assert(sizeof(GString) % alignof(GSList) == 0 && alignof(GString) == alignof(GSList));
 static_assert(sizeof(GSList) % alignof(GString) == 0);
 
+/** What stands before every packed record. */
+struct Header {
+  SharedMemory *memory;  // null when the record shares nothing
+};
+static_assert(sizeof(Header) % alignof(ZoxEvent) == 0);
+
+Header *header_of(ZoxEvent *event) noexcept {
+  return reinterpret_cast<Header *>(event) - 1;
+}
+
+/** The members that a record has for itself, with shared parts and without. */
+class OwnMembers {
+public:
+  explicit OwnMembers(bool shares) noexcept : shares_(shares) {}
+
+  bool contain(GString *ZoxEvent::*member) const noexcept {
+    return !shares_ || std::ranges::find(shared_text_members, member) == shared_text_members.end();
+  }
+  bool contain(GSList *ZoxEvent::*member) const noexcept {
+    return !shares_ || std::ranges::find(shared_list_members, member) == shared_list_members.end();
+  }
+
+private:
+  bool shares_;
+};
+
 /** The size of a packed record: its fixed parts and, behind them, its characters. */
 struct Extent {
-  std::size_t fixed = sizeof(ZoxEvent);
+  std::size_t fixed = sizeof(Header) + sizeof(ZoxEvent);
   std::size_t characters = 0;
 
-  explicit Extent(const ZoxEvent &event) noexcept {
-    for (const auto member : text_members)
-      add(event.*member);
+  Extent(const ZoxEvent &event, const OwnMembers &own) noexcept {
+    for (const auto member : text_members) {
+      if (own.contain(member))
+        add(event.*member);
+    }
     for (const auto member : list_members) {
-      for (const GString *item : Items<const GString>(event.*member)) {
-        fixed += sizeof(GSList);
-        add(item);
-      }
+      if (own.contain(member))
+        add(event.*member);
+    }
+  }
+
+  void add(const GSList *list) noexcept {
+    for (const GString *item : Items<const GString>(list)) {
+      fixed += sizeof(GSList);
+      add(item);
     }
   }
 
@@ -80,25 +116,61 @@ private:
   char *characters_;
 };
 
+PackedEvent pack_into_block(const ZoxEvent &source, SharedMemory *memory) noexcept {
+  const OwnMembers own(memory != nullptr);
+  const Extent extent(source, own);
+  auto *block = static_cast<char *>(g_malloc(extent.fixed + extent.characters));
+  Filler filler(block, extent.fixed);
+  filler.place(Header{memory});
+  if (memory != nullptr)
+    memory->add_reference();
+  PackedEvent packed(filler.place(source));
+  for (const auto member : text_members) {
+    if (own.contain(member))
+      (*packed).*member = filler.text(source.*member);
+  }
+  for (const auto member : list_members) {
+    if (own.contain(member))
+      (*packed).*member = filler.list(source.*member);
+  }
+  packed->forum = copy_forum(source.forum);
+  return packed;
+}
+
+/** Whether the record holds a text, a list or a forum that is not kept in the cache file. */
+bool has_details(const ZoxEvent &event) noexcept {
+  return event.ann != nullptr || event.des != nullptr || event.sig != nullptr ||
+         event.img != nullptr || event.reason != nullptr || event.mp3Tracks != nullptr ||
+         event.forum != nullptr;
+}
+
 }  // namespace
 
 void free_packed(ZoxEvent *event) noexcept {
   if (event->forum != nullptr)
     zox_events_forum_free(event->forum);
-  g_free(event);
+  Header *header = header_of(event);
+  if (header->memory != nullptr)
+    header->memory->drop_reference();
+  g_free(header);
 }
 
 PackedEvent pack(const ZoxEvent &source) noexcept {
-  const Extent extent(source);
-  auto *block = static_cast<char *>(g_malloc(extent.fixed + extent.characters));
-  Filler filler(block, extent.fixed);
-  PackedEvent packed(filler.place(source));
-  for (const auto member : text_members)
-    (*packed).*member = filler.text(source.*member);
-  for (const auto member : list_members)
-    (*packed).*member = filler.list(source.*member);
-  packed->forum = copy_forum(source.forum);
-  return packed;
+  return pack_into_block(source, nullptr);
+}
+
+PackedEvent pack(const ZoxEvent &source, SharedMemory &memory) noexcept {
+  return pack_into_block(source, &memory);
+}
+
+PackedEvent without_details(PackedEvent event) noexcept {
+  ZoxEvent bare = fresh_event;
+  for (const EventField &field : basic_fields)
+    std::visit([&](auto kind) { bare.*kind.member = (*event).*kind.member; }, field.kind);
+  if (has_details(*event))
+    return pack_into_block(bare, header_of(event.get())->memory);
+  *event = bare;
+  return event;
 }
 
 }  // namespace velkor

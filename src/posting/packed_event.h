@@ -1,8 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
  * Records as the event list holds them: the record, the headers of its texts, the cells of its
- * lists and all characters lie in one block. A million postings cost a million blocks instead of
- * some fifteen million, and a walk finds a posting's texts beside its numbers.
+ * lists and all characters lie in one block, apart from what it shares with others. A million
+ * postings cost a million blocks instead of some fifteen million, and a walk finds a posting's
+ * texts beside its numbers.
  *
  * A packed record is read like any other but never changed apart from its numbers, and never
  * leaves its object: what does is an ordinary copy.
@@ -14,6 +15,7 @@
 
 #include <velkor/zox_event.h>
 
+#include "posting/shared_parts.h"
 #include "support/owned.h"
 
 namespace velkor {
@@ -23,13 +25,28 @@ void free_packed(ZoxEvent *event) noexcept;
 
 using PackedEvent = std::unique_ptr<ZoxEvent, ReleaseWith<free_packed>>;
 
-/** A deep copy of `source` in one block; only the forum lies apart. */
+/** A deep copy of `source` in one block; only the forum lies apart. It shares nothing. */
 PackedEvent pack(const ZoxEvent &source) noexcept;
+
+/** The same for a record whose shared members lie in `memory` already: they stay where they are. */
+PackedEvent pack(const ZoxEvent &source, SharedMemory &memory) noexcept;
+
+/**
+ * Gives what is not kept in the cache file its initial value.
+ * @return the record, in a smaller block if that pays
+ */
+PackedEvent without_details(PackedEvent event) noexcept;
 
 using OwnedEventObject = OwnedObject<ZOXEventObject>;
 
 /** A new object that holds `event`. */
 OwnedEventObject new_object(PackedEvent event) noexcept;
+
+/**
+ * The record of an object that is about to be released: the record itself when nobody else holds
+ * the object, and a copy of it otherwise.
+ */
+PackedEvent take_record(ZOXEventObject &object) noexcept;
 
 }  // namespace velkor
 

@@ -22,9 +22,13 @@ void hold(ZOXEventObject &object, PackedEvent event) noexcept {
       std::atomic_ref(object.event).exchange(event.release(), std::memory_order_relaxed));
 }
 
+/** What the object that this thread is making holds from the start; null for a new record. */
+thread_local ZoxEvent *first_record = nullptr;
+
 void init(ZOXEventObject &object) noexcept {
   rw_lock_init(object.lock);
-  object.event = pack(fresh_event).release();
+  ZoxEvent *record = std::exchange(first_record, nullptr);
+  object.event = record != nullptr ? record : pack(fresh_event).release();
 }
 
 void finalize(ZOXEventObject &object) noexcept {
@@ -39,9 +43,16 @@ ZOXEventObject *make_instance() noexcept {
 }  // namespace
 
 OwnedEventObject new_object(PackedEvent event) noexcept {
-  OwnedEventObject object(make_instance());
-  hold(*object, std::move(event));
-  return object;
+  first_record = event.release();
+  return OwnedEventObject(make_instance());
+}
+
+PackedEvent take_record(ZOXEventObject &object) noexcept {
+  const WriteLock lock(object.lock);
+  // The only reference is the caller's: nobody else can ever get hold of the record.
+  if (std::atomic_ref(object.parent.ref_count).load(std::memory_order_acquire) == 1)
+    return PackedEvent(std::atomic_ref(object.event).exchange(nullptr, std::memory_order_relaxed));
+  return pack(*object.event);
 }
 
 }  // namespace velkor

@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "store/event_draft.h"
 
-#include <cstring>
+#include <algorithm>
 #include <utility>
 
 #include "support/text.h"
@@ -59,7 +59,7 @@ void EventDraft::close_track() noexcept {
 
 PackedEvent EventDraft::finish() noexcept {
   derive_sub_category(event_);
-  return pack(event_);
+  return pack(event_, parts_.memory());
 }
 
 gint32 EventDraft::number() const noexcept {
@@ -76,21 +76,26 @@ std::optional<ListOddity> EventDraft::fill(TimeField field) noexcept {
   return std::nullopt;
 }
 
-std::optional<ListOddity> EventDraft::fill(TextField field) noexcept {
+GString *EventDraft::text_for(GString *ZoxEvent::*member) noexcept {
+  if (!content_->buffer.present)
+    return nullptr;
   std::string &characters = content_->buffer.characters;
+  if (std::ranges::find(shared_text_members, member) != shared_text_members.end())
+    return parts_.text(characters);
   content_->text = GString{characters.data(), characters.size(), characters.size() + 1};
-  event_.*field.member = content_->buffer.present ? &content_->text : nullptr;
+  return &content_->text;
+}
+
+std::optional<ListOddity> EventDraft::fill(TextField field) noexcept {
+  event_.*field.member = text_for(field.member);
   return std::nullopt;
 }
 
 std::optional<ListOddity> EventDraft::fill(ListField field) noexcept {
   if (!content_->buffer.present)
     return ListOddity::WithoutText;
-  char *rest = nullptr;
-  for (char *item = strtok_r(content_->buffer.characters.data(), "|", &rest); item != nullptr;
-       item = strtok_r(nullptr, "|", &rest))
-    content_->items.append(item, std::strlen(item));
-  GSList *earlier = std::exchange(event_.*field.member, content_->items.list());
+  GSList *list = parts_.list(content_->buffer.characters);
+  const GSList *earlier = std::exchange(event_.*field.member, list);
   return earlier == nullptr ? std::nullopt : std::optional(ListOddity::AlreadyFilled);
 }
 

@@ -16,6 +16,7 @@
 #include "posting/event_fields.h"
 #include "posting/event_record.h"
 #include "posting/packed_event.h"
+#include "posting/shared_parts.h"
 
 namespace velkor {
 
@@ -24,7 +25,8 @@ enum class ListOddity { AlreadyFilled, WithoutText };
 
 class EventDraft {
 public:
-  EventDraft() = default;
+  /** @param parts  where postings share what they have in common; outlives the draft */
+  explicit EventDraft(SharedParts &parts) noexcept : parts_(parts) {}
   EventDraft(const EventDraft &) = delete;
   EventDraft &operator=(const EventDraft &) = delete;
 
@@ -86,7 +88,10 @@ private:
   std::optional<ListOddity> fill(ListField field) noexcept;
   std::optional<ListOddity> fill(TracksField field) noexcept;
   [[nodiscard]] gint32 number() const noexcept;
+  /** The open element's text for a member of the posting. */
+  [[nodiscard]] GString *text_for(GString *ZoxEvent::*member) noexcept;
 
+  SharedParts &parts_;
   ZoxEvent event_ = fresh_event;
   std::array<Content, event_fields.size()> contents_;
   const EventField *field_ = nullptr;

@@ -94,7 +94,10 @@ EventReader::Outcome EventReader::read(std::string_view document) noexcept {
                                                  XML_CHAR_ENCODING_NONE));
   if (!parser)
     return Outcome::NotWellFormed;
-  xmlCtxtUseOptions(parser.get(), xml::parse_options);
+  xmlCtxtUseOptions(parser.get(),
+                    diagnosis_ == Diagnosis::told
+                        ? xml::parse_options
+                        : xml::parse_options | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
   parser->_private = this;
   bytes_allowed_ = std::max(always_allowed, allowed_growth * document.size());
   note_names(parser->dict);
@@ -202,7 +205,7 @@ bool EventReader::within_bounds(xmlParserCtxt *parser, std::size_t bytes) noexce
     bytes_allowed_ -= bytes;
     return true;
   }
-  if (!refused_)
+  if (!refused_ && diagnosis_ == Diagnosis::told)
     xmlGenericError(xmlGenericErrorContext, "Detected an entity reference loop\n");
   refused_ = true;
   bytes_allowed_ = 0;

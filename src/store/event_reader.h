@@ -9,7 +9,9 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <libxml/parser.h>
@@ -31,7 +33,13 @@ class EventReader {
 public:
   enum class Outcome { NotWellFormed, WrongRoot, NoChildren, Read };
 
-  EventReader() = default;
+  /** Whether libxml2's error handlers are told what is wrong with a document. */
+  enum class Diagnosis { told, silent };
+
+  /** @param parts  where postings share what they have in common; readers in turn may use it */
+  explicit EventReader(std::shared_ptr<SharedParts> parts = std::make_shared<SharedParts>(),
+                       Diagnosis diagnosis = Diagnosis::told) noexcept
+      : diagnosis_(diagnosis), parts_(std::move(parts)) {}
   EventReader(const EventReader &) = delete;
   EventReader &operator=(const EventReader &) = delete;
 
@@ -58,6 +66,7 @@ private:
   /** Counts what the parser delivers; false when entities have made far too much of it. */
   bool within_bounds(xmlParserCtxt *parser, std::size_t bytes) noexcept;
 
+  const Diagnosis diagnosis_;
   std::size_t bytes_allowed_ = 0;
   /* The names as the parser's dictionary holds them, so that addresses can be compared. */
   std::array<const xmlChar *, event_fields.size()> field_names_{};
@@ -71,7 +80,8 @@ private:
   bool in_posting_ = false;            // the open element below the root is a posting
   const EventField *field_ = nullptr;  // the open element below the posting, if it is known
   bool in_track_ = false;
-  EventDraft draft_;
+  std::shared_ptr<SharedParts> parts_;
+  EventDraft draft_{*parts_};
 };
 
 }  // namespace velkor
