@@ -1,18 +1,14 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include <velkor/zox_events_xml.h>
 
-#include <algorithm>
-#include <string_view>
 #include <variant>
-
-#include <libxml/parserInternals.h>
 
 #include <velkor/zox_string.h>
 
 #include "posting/event_fields.h"
+#include "store/event_text.h"
 #include "support/assertion.h"
 #include "support/owned.h"
-#include "support/slist.h"
 #include "support/text.h"
 #include "support/xml.h"
 
@@ -38,8 +34,8 @@ private:
   }
 
   void add(const char *name, TextField field) const noexcept {
-    if (const GString *text = event_.*field.member)
-      xml::add_cdata(parent_, name, view_of(text));
+    if (event_.*field.member != nullptr || is_always_written(field))
+      xml::add_cdata(parent_, name, view_of(event_.*field.member));
   }
 
   void add(const char *name, ListField field) const noexcept {
@@ -57,31 +53,6 @@ private:
   xmlNode *parent_;
 };
 
-/** Whether a reader will take the text back; one that it refuses would cost the whole document. */
-bool is_readable(const GString *text) noexcept {
-  return text == nullptr || (text->len <= XML_MAX_TEXT_LENGTH && xml::is_storable(view_of(text)));
-}
-
-bool is_readable(const ZoxEvent &event, const EventField &field) noexcept {
-  if (const auto *text = std::get_if<TextField>(&field.kind))
-    return is_readable(event.*(text->member));
-  if (const auto *list = std::get_if<ListField>(&field.kind))
-    return std::ranges::all_of(Items<const GString>(event.*(list->member)),
-                               [](const GString *item) { return is_readable(item); });
-  return true;
-}
-
-/** Why the posting cannot be written; null when it can. */
-const char *fault_of(const ZoxEvent &event) noexcept {
-  if (event.poster == nullptr)
-    return "geen poster";
-  for (const EventField &field : basic_fields) {
-    if (!is_readable(event, field))
-      return field.element;
-  }
-  return nullptr;
-}
-
 }  // namespace
 }  // namespace velkor
 
@@ -91,9 +62,8 @@ extern "C" {
 
 xmlNodePtr zox_events_xml_add_basic(const ZoxEvent *event, xmlDocPtr) {
   ZOX_ASSERT(event);
-  if (const char *fault = fault_of(*event)) {
-    g_warning("zox_events_xml_add_basic(): posting %i kan niet geschreven worden: %s\n",
-              event->postId, fault);
+  if (const char *fault = writing_fault(*event)) {
+    warn_of_unwritable(event->postId, fault);
     return nullptr;
   }
   xmlNode *element = xmlNewNode(nullptr, xml::chars(event_element));
