@@ -10,7 +10,6 @@
 #include <velkor/zox_file.h>
 #include <velkor/zox_string.h>
 
-#include "store/event_walk.h"
 #include "support/xml.h"
 #include "tests/support/log_capture.h"
 #include "tests/unit/store/list_fixture.h"
@@ -52,9 +51,9 @@ protected:
     const xml::Document document(xmlNewDoc(xml::chars("1.0")));
     xmlNode *root = xmlNewDocNode(document.get(), nullptr, xml::chars("Events"), nullptr);
     xmlDocSetRootElement(document.get(), root);
-    for_each_object(list->tree, [&](gpointer, ZOXEventObject *object) {
-      xmlAddChild(root, zox_events_xml_add_basic(object->event, document.get()));
-    });
+    for (const auto &[id, text] : contents(list))
+      xmlAddChild(root,
+                  zox_events_xml_add_basic(find_object(list->tree, id)->event, document.get()));
     const std::string path = cache_file("boom.xml");
     xmlIndentTreeOutput = 1;
     xmlSetDocCompressMode(document.get(), 0);
@@ -155,9 +154,7 @@ TEST_F(ZoxEventlistFile, LongDeletedPostingsAreNotSaved) {
 
 TEST_F(ZoxEventlistFile, PostingThatCannotBeWrittenLeavesTheOthersAlone) {
   const test::LogCapture log;
-  const OwnedEvent event = basic_event(1);
-  replace_string(event->poster, nullptr);
-  add(event);
+  add(basic_event(1, "a\x01"));
   add(basic_event(2, "caf\xe9"));
   add(basic_event(3));
   EXPECT_EQ(zox_eventlist_save(list), 1);
@@ -165,6 +162,15 @@ TEST_F(ZoxEventlistFile, PostingThatCannotBeWrittenLeavesTheOthersAlone) {
   EXPECT_THAT(ids(list), ElementsAre(1, 2, 3));
   ASSERT_EQ(load(), 0U);
   EXPECT_THAT(ids(list), ElementsAre(3));
+}
+
+TEST_F(ZoxEventlistFile, PostingWithoutPosterIsKeptWithAnEmptyOne) {
+  const OwnedEvent event = basic_event(1);
+  replace_string(event->poster, nullptr);
+  add(event);
+  EXPECT_EQ(zox_eventlist_save(list), 1);
+  ASSERT_EQ(load(), 0U);
+  EXPECT_THAT(held(1), HasSubstr("poster=[]"));
 }
 
 TEST_F(ZoxEventlistFile, LoadDropsWhatWasThere) {

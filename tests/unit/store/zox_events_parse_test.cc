@@ -1,15 +1,19 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include <velkor/zox_events_parse.h>
 
-#include <climits>
+#include <algorithm>
+#include <string_view>
 
 #include <gmock/gmock.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <velkor/zox_category.h>
 #include <velkor/zox_string.h>
 
 #include "store/event_table.h"
 #include "store/event_walk.h"
+#include "support/descriptor.h"
 #include "support/slist.h"
 #include "tests/support/filter_fixture.h"
 #include "tests/support/log_capture.h"
@@ -182,14 +186,44 @@ TEST_F(ZoxEventsParse, UnusableDocumentIsPrintedUnlessQuiet) {
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
-TEST_F(ZoxEventsParse, TooLargeADocumentIsRefused) {
-  char text[] = "<Events/>";
-  const GString endless{text, static_cast<gsize>(INT_MAX) + 1, static_cast<gsize>(INT_MAX) + 2};
+/** A text of more than 2 GiB in a few MiB of memory: the blanks in its middle are the same ones. */
+class LargeDocument {
+public:
+  LargeDocument(std::string_view begin, std::string_view end)
+      : file_(memfd_create("blanks", MFD_CLOEXEC)),
+        bytes_(static_cast<char *>(
+            mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0))) {
+    EXPECT_EQ(ftruncate(file_.get(), block), 0);
+    for (std::size_t place = 0; place < size; place += block)
+      mmap(bytes_ + place, block, PROT_READ | PROT_WRITE,
+           MAP_FIXED | (place == 0 || place + block == size ? MAP_PRIVATE : MAP_SHARED),
+           file_.get(), 0);
+    std::fill_n(bytes_ + block, block, ' ');
+    begin.copy(bytes_, begin.size());
+    end.copy(bytes_ + size - end.size(), end.size());
+  }
+  ~LargeDocument() { munmap(bytes_, size); }
+  LargeDocument(const LargeDocument &) = delete;
+  LargeDocument &operator=(const LargeDocument &) = delete;
+
+  [[nodiscard]] GString text() const { return {bytes_, size, size + 1}; }
+
+private:
+  static constexpr std::size_t block = std::size_t{16} << 20;
+  static constexpr std::size_t size = 129 * block;
+
+  Descriptor file_;
+  char *bytes_;
+};
+
+TEST_F(ZoxEventsParse, DocumentBeyondTwoGibibytesIsReadToItsEnd) {
+  const LargeDocument document("<Events>", "<Event><PostID>7</PostID></Event></Events>");
+  const GString text = document.text();
   GSList *list = nullptr;
-  char *error = nullptr;
-  EXPECT_EQ(zox_events_parse(&endless, nullptr, &list, &error, 1), 11U);
-  EXPECT_STREQ(OwnedText(error).get(),
-               "zox_events_parse(): document of more than 2147483647 bytes");
+  EXPECT_EQ(zox_events_parse(&text, nullptr, &list, nullptr, 1), 0U);
+  ASSERT_EQ(g_slist_length(list), 1U);
+  EXPECT_EQ(static_cast<ZOXEventObject *>(list->data)->event->postId, 7);
+  g_slist_free_full(list, g_object_unref);
 }
 
 TEST_F(ZoxEventsParse, UnusableDocumentContributesNothing) {

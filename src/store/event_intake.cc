@@ -1,0 +1,70 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "store/event_intake.h"
+
+#include <cstddef>
+#include <utility>
+
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_category.h>
+#include <velkor/zox_events_parse.h>
+
+#include "core/app_core.h"
+#include "filter/bad_words.h"
+#include "store/event_table.h"
+#include "support/assertion.h"
+
+namespace velkor {
+namespace {
+
+bool is_deleted(const ZoxEvent &event) noexcept {
+  return event.status == ZOX_STATUS_DELETED || event.status == ZOX_STATUS_REMOVED;
+}
+
+/** Tells what was odd about a posting; false when it cannot be used for that. */
+bool tell(const EventRemark &remark, const ZoxEvent &event) noexcept {
+  if (remark.oddity == ListOddity::AlreadyFilled) {
+    g_warning("WARNING! event->%s was already filled!", remark.list);
+    return true;
+  }
+  ZOX_ASSERT_IN(zox_events_parse_event, tolerant(), "tmp");
+  g_warning("zox_events_parse(): posting %i: no text in the list of %s, passed over\n",
+            event.postId, remark.list);
+  return false;
+}
+
+}  // namespace
+
+void EventIntake::take(std::vector<OwnedEventObject> objects,
+                       const std::vector<EventRemark> &remarks) noexcept {
+  auto remark = remarks.cbegin();
+  for (std::size_t number = 0; number < objects.size(); ++number) {
+    // No other thread sees the object before it is in its place: its lock is not needed.
+    const ZoxEvent &event = *objects[number]->event;
+    bool usable = true;
+    for (; remark != remarks.cend() && remark->posting == number; ++remark)
+      usable = tell(*remark, event) && usable;
+    if (!usable)
+      continue;
+    count(event);
+    if (is_deleted(event) || !has_bad_word(event))
+      put(std::move(objects[number]));
+  }
+}
+
+/** Counts a new posting in the category list, which the first one of a document begins anew. */
+void EventIntake::count(const ZoxEvent &event) noexcept {
+  if (event.stamp < core->config->prevCheck)
+    return;
+  if (!std::exchange(counting_, true))
+    zox_categories_reset_counters();
+  zox_category_update(&event);
+}
+
+void EventIntake::put(OwnedEventObject object) const noexcept {
+  if (table_ != nullptr)
+    put_object(table_, std::move(object));
+  else
+    *list_ = g_slist_prepend(*list_, object.release());
+}
+
+}  // namespace velkor

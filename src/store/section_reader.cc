@@ -1,0 +1,41 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "store/section_reader.h"
+
+#include <string_view>
+#include <utility>
+
+namespace velkor {
+namespace {
+
+/** Makes the objects in which the list holds the postings that were read. */
+SectionContent content_of(EventReader &reader, EventDigest &digest) noexcept {
+  SectionContent content;
+  content.objects.reserve(reader.postings.size());
+  gint64 last_id = G_MININT64;
+  for (PackedEvent &event : reader.postings) {
+    content.ordered = content.ordered && event->postId > last_id;
+    last_id = event->postId;
+    digest.add(*event);
+    content.objects.push_back(new_object(std::move(event)));
+  }
+  content.digest = digest.finish();
+  content.remarks = std::move(reader.remarks);
+  return content;
+}
+
+}  // namespace
+
+std::optional<SectionContent> SectionReader::read(const PostsSection &section,
+                                                  const std::string &compressed) noexcept {
+  text_.assign(document_begin);
+  if (!inflater_.append(compressed, section.text_size, Deflater::Part::inner, text_) ||
+      checksum_of(std::string_view(text_).substr(document_begin.size())) != section.checksum)
+    return std::nullopt;
+  text_.append(document_end);
+  EventReader reader(parts_, EventReader::Diagnosis::silent);
+  if (reader.read(text_) != EventReader::Outcome::Read)
+    return std::nullopt;
+  return content_of(reader, digest_);
+}
+
+}  // namespace velkor
