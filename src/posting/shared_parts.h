@@ -10,11 +10,13 @@
 #include <array>
 #include <atomic>
 #include <cstddef>
+#include <memory>
 #include <memory_resource>
 #include <string_view>
-#include <unordered_map>
 
 #include <velkor/zox_event.h>
+
+#include "support/owned.h"
 
 namespace velkor {
 
@@ -52,7 +54,7 @@ private:
 /** Makes shared parts, equal ones once. For one thread at a time, while it reads postings. */
 class SharedParts {
 public:
-  SharedParts() noexcept : memory_(SharedMemory::make()) {}
+  SharedParts() noexcept;
   ~SharedParts() { memory_->drop_reference(); }
   SharedParts(const SharedParts &) = delete;
   SharedParts &operator=(const SharedParts &) = delete;
@@ -65,12 +67,14 @@ public:
   [[nodiscard]] SharedMemory &memory() const noexcept { return *memory_; }
 
 private:
-  std::string_view copy(std::string_view characters) noexcept;
+  using Index = std::unique_ptr<GHashTable, ReleaseWith<g_hash_table_destroy>>;
+
+  GString *keep(std::string_view characters) noexcept;
   GSList *build(std::string_view split_list) noexcept;
 
   SharedMemory *memory_;
-  std::unordered_map<std::string_view, GString *> texts_;
-  std::unordered_map<std::string_view, GSList *> lists_;
+  Index texts_;  // the texts themselves
+  Index lists_;  // lists by their split-list form
 };
 
 }  // namespace velkor

@@ -42,10 +42,14 @@ private:
 
   void add(const char *name, ListField field) noexcept {
     if (GSList *list = event_.*field.member) {
-      joined_.assign("|");
-      for (const GString *item : Items<const GString>(list))
-        joined_.append(item == list->data ? "" : "|").append(view_of(item));
-      add_cdata(name, joined_.size() >= 2 ? joined_.append("|") : joined_);
+      joined_.clear();
+      for (const GString *item : Items<const GString>(list)) {
+        joined_.push_back('|');
+        joined_.append(view_of(item));
+      }
+      if (joined_.size() >= 2)
+        joined_.push_back('|');
+      add_cdata(name, joined_);
     }
   }
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "store/deflate.h"
@@ -43,8 +44,9 @@ private:
 
   bool try_to_write(std::span<const OrderedEntry> entries, Care care, NewSection &made) noexcept;
   void add(const OrderedEntry &entry, Care care, NewSection &made) noexcept;
-  /** Whether the document reads back as so many postings; their digest. */
-  bool read_back(std::size_t postings, std::uint64_t &digest) noexcept;
+  /** Whether the document reads back as the postings written, as far as their number; their digest.
+   */
+  bool read_back(std::string_view elements, std::uint64_t &digest) noexcept;
   [[nodiscard]] bool is_readable_alone(const ZoxEvent &event) const noexcept;
 
   Deflater deflater_;
