@@ -3,25 +3,35 @@
 #ifndef VELKOR_BENCH_CASES_H
 #define VELKOR_BENCH_CASES_H
 
-#include <cstdint>
-#include <string>
-
-#include "bench/measure.h"
+#include "bench/stock.h"
 
 namespace velkor::bench {
 
-/** The directory of one run with that many postings in the cache. */
-struct Place {
-  std::string directory;
-  std::int32_t postings;
+/**
+ * Each case prints the costs of its measurements, whose names are given here, and throws
+ * std::runtime_error when something does not do what is measured.
+ */
 
-  [[nodiscard]] std::string document() const { return directory + "/posts.xml"; }
-  [[nodiscard]] std::string cache() const { return directory + "/cache"; }
-  [[nodiscard]] std::string cache_file() const { return cache() + "/velkor.posts.gz"; }
-};
+/** "load" of the stock's cache. */
+void measure_load(const Place &place);
+/** "save-unchanged": saving over the file that was loaded. */
+void measure_unchanged(const Place &place);
+/** "save": writing the whole list where there is no file. */
+void measure_save(const Place &place);
+/** "merge" of what an update brings, then "save-changes" over the file that was loaded. */
+void measure_changes(const Place &place);
+/** "word", "word-again": the first and the second filter pass over a list, by a word in the title.
+ */
+void measure_word_filter(const Place &place);
+/** "tags", "tags-again": likewise by a tag. */
+void measure_tag_filter(const Place &place);
+/** "like-word", "like-tags": SQLite's LIKE over the titles and over the lists of tags. */
+void measure_like(const Place &place);
+/** "display" document of the whole list, and "copy" of that document. */
+void measure_display(const Place &place);
 
-/** Runs the case of that name in this process; throws for an unknown one or when it fails. */
-Cost run_case(const std::string &name, const Place &place);
+/** Has the library make the stock's cache of the gzip file that is in its place. */
+void prepare_stock(const Place &place);
 
 }  // namespace velkor::bench
 

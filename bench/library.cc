@@ -26,6 +26,11 @@ void add_groups() {
 
 }  // namespace
 
+void expect(bool condition, const char *text) {
+  if (!condition)
+    throw std::runtime_error(text);
+}
+
 Library::Library(const std::string &cache_directory) {
   ZoxCoreOptions options{};
   options.cacheDir = cache_directory.c_str();
@@ -49,6 +54,14 @@ void load_list() {
   if (code != ZOX_RESULT_SUCCESS)
     throw std::runtime_error(std::string("cannot load the list: ") +
                              (message ? message.get() : ""));
+}
+
+void save_list() {
+  expect(zox_eventlist_save(core->eventlist) == 1, "cannot save the list");
+}
+
+unsigned count_postings() {
+  return zox_eventlist_get_count(core->eventlist, 0);
 }
 
 }  // namespace velkor::bench

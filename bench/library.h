@@ -7,6 +7,9 @@
 
 namespace velkor::bench {
 
+/** @throws std::runtime_error with that text unless the condition holds */
+void expect(bool condition, const char *text);
+
 /** A core with default settings, the default filters and an empty event list, while it lives. */
 class Library {
 public:
@@ -18,6 +21,12 @@ public:
 
 /** Loads the event list from the cache; throws when that fails. */
 void load_list();
+
+/** Saves the event list to the cache; throws when that fails. */
+void save_list();
+
+/** The number of postings in the list. */
+unsigned count_postings();
 
 }  // namespace velkor::bench
 

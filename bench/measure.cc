@@ -1,40 +1,32 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "bench/measure.h"
 
+#include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <stdexcept>
+#include <utility>
 
-#include <fcntl.h>
 #include <malloc.h>
-#include <spawn.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <valgrind/callgrind.h>
 
 namespace velkor::bench {
 namespace {
 
-double seconds_of(const rusage &usage) {
-  const auto seconds = [](const timeval &time) {
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
-  };
-  return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+double seconds_of(clockid_t clock) {
+  timespec time{};
+  clock_gettime(clock, &time);
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
-double own_seconds() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return seconds_of(usage);
-}
-
-/** A line of /proc/self/status such as "VmHWM:     1234 kB", in MiB. */
-double status_mebibytes(const std::string &name) {
+/** A line of /proc/self/status such as "VmHWM:     1234 kB", in bytes. */
+double status_bytes(const std::string &name) {
   std::ifstream status("/proc/self/status");
   std::string line;
   while (std::getline(status, line)) {
     if (line.starts_with(name + ":"))
-      return std::strtod(line.c_str() + name.size() + 1, nullptr) / 1024;
+      return std::strtod(line.c_str() + name.size() + 1, nullptr) * 1024;
   }
   throw std::runtime_error("no " + name + " in /proc/self/status");
 }
@@ -44,37 +36,31 @@ void forget_peak() {
   std::ofstream("/proc/self/clear_refs") << "5";
 }
 
+Cost spent(const char *memory) {
+  return {seconds_of(CLOCK_PROCESS_CPUTIME_ID), seconds_of(CLOCK_MONOTONIC), status_bytes(memory)};
+}
+
 }  // namespace
 
-Meter::Meter() {
+Meter::Meter(std::string name) : name_(std::move(name)) {
   malloc_trim(0);  // what was freed before is nobody's gain
   forget_peak();
-  mebibytes_before_ = status_mebibytes("VmRSS");
-  seconds_before_ = own_seconds();
+  before_ = spent("VmRSS");
+  CALLGRIND_START_INSTRUMENTATION;
+  CALLGRIND_ZERO_STATS;
 }
 
-Cost Meter::stop() const {
-  const double seconds = own_seconds() - seconds_before_;
-  return {seconds, status_mebibytes("VmHWM") - mebibytes_before_};
+void Meter::stop() const {
+  CALLGRIND_DUMP_STATS_AT(name_.c_str());
+  CALLGRIND_STOP_INSTRUMENTATION;
+  const Cost after = spent("VmHWM");
+  print_cost(name_,
+             {after.cpu - before_.cpu, after.wall - before_.wall, after.memory - before_.memory});
 }
 
-double run_program(const std::vector<std::string> &arguments, const std::string &output) {
-  std::vector<char *> argv;
-  for (const std::string &argument : arguments)
-    argv.push_back(const_cast<char *>(argument.c_str()));
-  argv.push_back(nullptr);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output.c_str(),
-                                   O_WRONLY | O_CREAT | O_TRUNC, 0600);
-  pid_t child = 0;
-  const int error = posix_spawnp(&child, argv[0], &actions, nullptr, argv.data(), environ);
-  posix_spawn_file_actions_destroy(&actions);
-  int status = 0;
-  rusage usage{};
-  if (error != 0 || wait4(child, &status, 0, &usage) != child || status != 0)
-    throw std::runtime_error("failed: " + arguments.front());
-  return seconds_of(usage);
+void print_cost(const std::string &name, const Cost &cost) {
+  std::printf("%s %.6f %.6f %.0f\n", name.c_str(), cost.cpu, cost.wall, cost.memory);
+  std::fflush(stdout);
 }
 
 }  // namespace velkor::bench

@@ -1,31 +1,35 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** What something costs: processor time and memory. The machine's load does not enter either. */
+/** What something costs: processor time, time on the clock and memory. */
 #ifndef VELKOR_BENCH_MEASURE_H
 #define VELKOR_BENCH_MEASURE_H
 
 #include <string>
-#include <vector>
 
 namespace velkor::bench {
 
 struct Cost {
-  double seconds = 0;    // of processor time, user and system
-  double mebibytes = 0;  // by which the resident memory rose at its peak
+  double cpu = 0;     // seconds of processor time, user and system, of all threads
+  double wall = 0;    // seconds on the clock
+  double memory = 0;  // bytes by which the resident memory rose at its peak
 };
 
-/** The cost of what this process does between construction and stop(). */
+/**
+ * The cost of what this process does between construction and stop(). Under callgrind, only what
+ * happens in between is counted; it is written as a profile with the name of the measurement.
+ */
 class Meter {
 public:
-  Meter();
-  [[nodiscard]] Cost stop() const;
+  explicit Meter(std::string name);
+  /** Prints the cost on a line of its own: name, processor time, time on the clock, memory. */
+  void stop() const;
 
 private:
-  double mebibytes_before_;
-  double seconds_before_;
+  std::string name_;
+  Cost before_;
 };
 
-/** Runs a program with its output in a file; the processor time it took. Throws when it fails. */
-double run_program(const std::vector<std::string> &arguments, const std::string &output);
+/** Prints a cost in the form of Meter::stop(). */
+void print_cost(const std::string &name, const Cost &cost);
 
 }  // namespace velkor::bench
 
