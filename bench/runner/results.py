@@ -21,40 +21,59 @@ def median(samples, measure):
     return statistics.median(sample[measure] for sample in samples)
 
 
-def cost_of(size, sample, measure, minus=None):
-    """The median cost in the samples of a size, less that of `minus`; None where one is missing."""
+def costs_of(size, sample, measure, minus=None):
+    """One cost in every round of a size, less that of `minus`; None where one is missing."""
     if sample not in size["samples"] or (minus and minus not in size["samples"]):
         return None
-    cost = median(size["samples"][sample], measure)
-    return cost - median(size["samples"][minus], measure) if minus else cost
+    costs = [cost[measure] for cost in size["samples"][sample]]
+    if minus is None:
+        return costs
+    return [cost - less[measure] for cost, less in zip(costs, size["samples"][minus])]
 
 
 def size_with(run, postings):
     return next((size for size in run["sizes"] if size["postings"] == postings), None)
 
 
-def yardstick_of(run, size, yardstick):
-    """The value of a yardstick; None where it was not measured."""
+def yardstick_of(run, size, row):
+    """The yardstick of a row in every round; None where it was not measured."""
+    yardstick = row.yardstick
     if yardstick.sample is None:
-        return size["text_bytes"]
+        return [size["text_bytes"]] * len(size["samples"].get(row.sample, []))
     if yardstick.size is not None:
         size = size_with(run, yardstick.size)
-    return size and cost_of(size, yardstick.sample, yardstick.measure, yardstick.minus)
+    return size and costs_of(size, yardstick.sample, yardstick.measure, yardstick.minus)
+
+
+def ratio_of(figures, yardsticks, same_rounds):
+    """
+    The median of the ratios of the rounds, since what is measured in one round has the load of the
+    machine in common; the ratio of the medians where the rounds are not the same ones.
+    """
+    if same_rounds:
+        return statistics.median(figure / other for figure, other in zip(figures, yardsticks))
+    return statistics.median(figures) / statistics.median(yardsticks)
+
+
+def median_of(values):
+    return statistics.median(values) if values else None
 
 
 def evaluate_row(run, size, row):
     """One row of the table; without a ratio where something was not measured."""
-    figure = cost_of(size, row.sample, row.measure, row.minus)
-    measured = yardstick_of(run, size, row.yardstick) if row.yardstick else None
-    ratio = figure / measured if figure is not None and measured else None
+    figures = costs_of(size, row.sample, row.measure, row.minus)
+    yardsticks = yardstick_of(run, size, row) if row.yardstick else None
+    same_rounds = row.yardstick is not None and row.yardstick.size is None
+    ratio = ratio_of(figures, yardsticks, same_rounds) if figures and yardsticks else None
     goal = row.goal_for(size["postings"])
-    value = ratio if row.yardstick else figure
+    value = ratio if row.yardstick else median_of(figures)
     verdict = None
     if goal and value is not None:
         verdict = "meets" if value <= goal.limit else "misses"
-    return {"key": row.key, "label": row.label, "unit": rows.UNITS[row.measure], "figure": figure,
-            "yardstick": row.yardstick and row.yardstick.label, "yardstick_figure": measured,
-            "ratio": ratio, "goal": goal and goal.limit, "verdict": verdict}
+    return {"key": row.key, "label": row.label, "unit": rows.UNITS[row.measure],
+            "figure": median_of(figures), "yardstick": row.yardstick and row.yardstick.label,
+            "yardstick_figure": median_of(yardsticks), "ratio": ratio,
+            "goal": goal and goal.limit, "verdict": verdict}
 
 
 def evaluate(run):
