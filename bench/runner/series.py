@@ -15,7 +15,7 @@ CACHE_FILE = "velkor.posts.gz"
 FEWER_ROUNDS_FROM = 1_000_000
 
 # What a step needs of the machine's memory, as a multiple of the text.
-MEMORY = {"like": 1, "display": 11, "first-update": 9, "update": 5}
+MEMORY = {"like": 1, "display": 9, "first-update": 5, "update": 5}
 COMMON_MEMORY = 4
 
 # Times of dumps and settings, in seconds before now: those of the changes follow the last update.
