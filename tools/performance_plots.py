@@ -22,7 +22,6 @@ TIMES = {"load": "load", "save": "save", "save-changes": "save after changes",
          "first-update": "first update", "update": "update", "list": "list -l 3"}
 
 SETTINGS = """set terminal svg size 860,480 noenhanced font "sans-serif,14" background "white"
-set output "{output}"
 set logscale xy
 set grid
 set key outside right
@@ -42,28 +41,33 @@ def time_points(run, sample):
             for size in run["sizes"] if sample in size["samples"]]
 
 
-def script_for(output, label, curves):
-    """A gnuplot script with a curve for each title and its points; curves without any are left out."""
+def script_for(label, curves):
+    """A gnuplot script with a curve for each title; a title without points is left out."""
     curves = {title: points for title, points in curves.items() if points}
     if not curves:
-        raise ValueError(f"nothing was measured for {output}")
+        raise ValueError("nothing was measured that could be drawn")
     blocks, plots = [], []
     for number, (title, points) in enumerate(curves.items()):
         lines = "\n".join(f"{postings} {value:.6g}" for postings, value in points)
         blocks.append(f"$curve{number} << EOD\n{lines}\nEOD\n")
         plots.append(f'$curve{number} with linespoints linewidth 2 title "{title}"')
-    return (SETTINGS.format(output=output, label=label) + "".join(blocks) +
+    return (SETTINGS.format(label=label) + "".join(blocks) +
             "plot " + ", \\\n     ".join(plots) + "\n")
 
 
-def draw(run, directory):
-    scripts = (
-        script_for(directory / "performance-ratios.svg", "ratio to the yardstick",
-                   {title: ratio_points(run, key) for key, title in RATIOS.items()}),
-        script_for(directory / "performance-times.svg", "seconds",
-                   {title: time_points(run, sample) for sample, title in TIMES.items()}))
-    for script in scripts:
-        subprocess.run(["gnuplot"], input=script, text=True, check=True)
+def draw(script, path):
+    svg = subprocess.run(["gnuplot"], input=script, stdout=subprocess.PIPE, text=True, check=True)
+    lines = (line.rstrip() for line in svg.stdout.splitlines())
+    path.write_text("\n".join(lines) + "\n", encoding="utf-8")
+
+
+def draw_all(run, directory):
+    draw(script_for("ratio to the yardstick",
+                    {title: ratio_points(run, key) for key, title in RATIOS.items()}),
+         directory / "performance-ratios.svg")
+    draw(script_for("seconds",
+                    {title: time_points(run, sample) for sample, title in TIMES.items()}),
+         directory / "performance-times.svg")
 
 
 def main():
@@ -73,7 +77,7 @@ def main():
     parser.add_argument("directory", type=pathlib.Path, nargs="?", default=SOURCE / "docs")
     arguments = parser.parse_args()
     try:
-        draw(results.read(arguments.results), arguments.directory)
+        draw_all(results.read(arguments.results), arguments.directory)
     except (OSError, ValueError, subprocess.CalledProcessError) as fault:
         sys.exit(f"performance_plots: {fault}")
 

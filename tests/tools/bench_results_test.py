@@ -4,9 +4,10 @@ import pathlib
 import sys
 import tempfile
 import unittest
+import unittest.mock
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "bench"))
-from runner import results, rows, table
+from runner import machine, results, rows, series, table
 from runner.programs import clean_environment, read_costs
 from runner.server import END, START, split_document
 
@@ -139,6 +140,30 @@ class Table(unittest.TestCase):
     def test_lines_up_in_columns(self):
         self.assertEqual(list(table.line_up([["a", "bcd"], ["efg", "h"]], right=(1,))),
                          ["a    bcd", "efg    h"])
+
+
+class Steps(unittest.TestCase):
+    def affordable(self, available):
+        with tempfile.TemporaryDirectory() as directory:
+            measured = series.Series(None, directory, 100_000)
+            measured.document.write_bytes(b"x" * 1000)
+            with unittest.mock.patch.object(machine, "bytes_of_memory", return_value=available):
+                return [name for name, _ in measured.affordable_steps()], measured.skipped
+
+    def test_all_are_taken_with_memory_enough(self):
+        names, skipped = self.affordable(9000)
+        self.assertLess({"load", "save", "update", "like", "display"}, set(names))
+        self.assertEqual(skipped, {})
+
+    def test_what_needs_more_memory_than_there_is_is_skipped(self):
+        names, skipped = self.affordable(8999)
+        self.assertEqual(list(skipped), ["display"])
+        self.assertNotIn("display", names)
+        self.assertIn("load", names)
+
+    def test_large_stocks_have_fewer_rounds(self):
+        self.assertEqual([series.rounds_of(size) for size in (10_000, 100_000, 1_000_000)],
+                         [5, 5, 3])
 
 
 class Input(unittest.TestCase):

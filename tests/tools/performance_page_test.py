@@ -90,14 +90,14 @@ class Plots(unittest.TestCase):
         self.assertEqual(performance_plots.time_points(make_run(), "save"), [])
 
     def test_leave_out_curves_without_points(self):
-        script = performance_plots.script_for("a.svg", "seconds", {"one": [(10, 0.5)], "two": []})
+        script = performance_plots.script_for("seconds", {"one": [(10, 0.5)], "two": []})
         self.assertIn("10 0.5\n", script)
         self.assertIn('plot $curve0 with linespoints linewidth 2 title "one"\n', script)
         self.assertNotIn("two", script)
 
     def test_need_something_to_draw(self):
         with self.assertRaises(ValueError):
-            performance_plots.script_for("a.svg", "seconds", {"one": []})
+            performance_plots.script_for("seconds", {"one": []})
 
     def test_draw_rows_that_exist(self):
         keys = {row["key"] for row in make_run()["sizes"][2]["rows"]}
