@@ -37,12 +37,11 @@ void write_changes(const Place &place) {
     for (std::int32_t number = 0; number < added; ++number)
       file << data.element(timeline.postings + number);
     const std::int64_t young = timeline.postings - timeline.aged;
-    for (std::int32_t place_in_stock = 0; place_in_stock < changed + deleted; ++place_in_stock) {
-      const std::int64_t number =
-          timeline.aged + (place_in_stock + 1) * young / (changed + deleted + 1);
-      // Every third is a deletion, as long as there are any.
-      const bool deletes = place_in_stock % 3 == 2 && place_in_stock / 3 < deleted;
-      file << (deletes ? data.deleted_element(number) : data.changed_element(number));
+    const std::int32_t count = changed + deleted;
+    for (std::int32_t change = 0; change < count; ++change) {
+      const std::int64_t number = timeline.aged + (change + 1) * young / (count + 1);
+      // There are two changed postings for each deleted one.
+      file << (change % 3 == 2 ? data.deleted_element(number) : data.changed_element(number));
     }
   });
 }
