@@ -41,7 +41,8 @@ def parse_arguments():
     return parser.parse_args()
 
 
-def measure(build, sizes):
+def measure(build, sizes, file):
+    """The results with every size; they go to the file, if any, after each of them."""
     run = {"format": results.FORMAT,
            "date": datetime.datetime.now(datetime.timezone.utc).isoformat(timespec="seconds"),
            "machine": machine.describe(), "versions": machine.versions(SOURCE), "sizes": []}
@@ -50,7 +51,9 @@ def measure(build, sizes):
         for postings in sizes:
             with Series(Programs(build, work), work / str(postings), postings) as series:
                 run["sizes"].append(series.measure())
-    results.evaluate(run)
+            results.evaluate(run)
+            if file:
+                results.write(run, file)
     return run
 
 
@@ -58,9 +61,7 @@ def main():
     arguments = parse_arguments()
     try:
         earlier = results.read(arguments.against) if arguments.against else None
-        run = measure(arguments.build, sorted(set(arguments.sizes)))
-        if arguments.json:
-            results.write(run, arguments.json)
+        run = measure(arguments.build, sorted(set(arguments.sizes)), arguments.json)
     except (Failed, OSError, ValueError, subprocess.SubprocessError) as fault:
         sys.exit(f"bench: {fault}")
     print("\n".join(table.show(run, earlier)))

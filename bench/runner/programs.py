@@ -18,6 +18,12 @@ def read_costs(text):
     return costs
 
 
+def describe_failure(command, status, messages):
+    """The command, how it ended (minus the signal that ended it) and the last that it said."""
+    last = "\n".join(messages.strip().splitlines()[-5:])
+    return f"{' '.join(command)}\nended with status {status}\n{last}".strip()
+
+
 def clean_environment(home):
     """No settings, session bus or server of the user's own."""
     unwanted = ("DBUS_SESSION_BUS_ADDRESS", "VELKOR_MAIN_HOST", "VELKOR_STATIC_HOST")
@@ -42,7 +48,7 @@ class Programs:
         run = subprocess.run(command, capture_output=True, text=True, env=self.environment,
                              check=False)
         if run.returncode != 0:
-            raise Failed(f"{' '.join(command)}\n{run.stderr.strip()}")
+            raise Failed(describe_failure(command, run.returncode, run.stderr))
         return read_costs(run.stdout), run.stderr
 
     def measure_program(self, output, *command):

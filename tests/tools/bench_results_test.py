@@ -8,7 +8,7 @@ import unittest.mock
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "bench"))
 from runner import machine, results, rows, series, table
-from runner.programs import clean_environment, read_costs
+from runner.programs import clean_environment, describe_failure, read_costs
 from runner.server import END, START, split_document
 
 
@@ -171,6 +171,12 @@ class Input(unittest.TestCase):
         self.assertEqual(read_costs("load 1.5 2.25 4096\nsave 1 2 0\n"),
                          {"load": {"cpu": 1.5, "wall": 2.25, "memory": 4096},
                           "save": {"cpu": 1.0, "wall": 2.0, "memory": 0}})
+
+    def test_a_failure_shows_the_end_of_what_was_said(self):
+        messages = "\n".join(f"dump {number}" for number in range(9)) + "\n"
+        self.assertEqual(describe_failure(["velkorctl", "update"], -15, messages),
+                         "velkorctl update\nended with status -15\n"
+                         "dump 4\ndump 5\ndump 6\ndump 7\ndump 8")
 
     def test_programs_see_neither_bus_nor_servers_of_the_user(self):
         self.assertEqual(clean_environment("/home")["HOME"], "/home")
