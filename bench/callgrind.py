@@ -12,7 +12,7 @@ import sys
 import tempfile
 
 from runner import instructions, table
-from runner.programs import Failed, Programs
+from runner.programs import Failed, Programs, describe_failure
 
 SOURCE = pathlib.Path(__file__).resolve().parent.parent
 BASELINE = SOURCE / "bench/baseline.json"
@@ -41,11 +41,11 @@ def count_case(programs, directory, name):
     profiles.mkdir()
     environment = programs.environment | {"LD_BIND_NOW": "1", "GLIBC_TUNABLES": PLAIN_PROCESSOR}
     command = ["valgrind", "--tool=callgrind", "--instr-atstart=no",
-               f"--callgrind-out-file={profiles}/callgrind.out.%p", programs.bench, name, directory,
-               str(POSTINGS), str(NOW)]
+               f"--callgrind-out-file={profiles}/callgrind.out.%p", str(programs.bench), name,
+               str(directory), str(POSTINGS), str(NOW)]
     run = subprocess.run(command, capture_output=True, text=True, env=environment, check=False)
     if run.returncode != 0:
-        raise Failed(run.stderr.strip())
+        raise Failed(describe_failure(command, run.returncode, run.stderr))
     return instructions.read_profiles(profiles)
 
 
