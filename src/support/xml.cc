@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <climits>
 #include <cstdio>
+#include <cstring>
 #include <mutex>
+#include <utility>
 
 #include <libxml/SAX2.h>
 #include <libxml/parserInternals.h>
@@ -42,6 +44,133 @@ bool is_xml_character(gunichar character) noexcept {
   return character != 0xfffe && character != 0xffff;
 }
 
+/** A list of declarations longer than this is no real one; their models cost far more memory. */
+constexpr std::size_t max_declarations_size = std::size_t{1} << 20;
+
+/** What declaring an entity and each use cost: libxml2 measures the text before a use anew. */
+constexpr std::size_t nodes_per_reference = 100;
+
+/** The node behind `node` in the subtree of `top`, in the order of the document; null at its end.
+ */
+const xmlNode *following(const xmlNode *node, const xmlNode *top) noexcept {
+  if (node->type == XML_ELEMENT_NODE && node->children != nullptr)
+    return node->children;
+  while (node != top && node->next == nullptr)
+    node = node->parent;
+  return node == top ? nullptr : node->next;
+}
+
+/** How many nodes there are from `first` on, with all that they hold. */
+std::size_t count_nodes(xmlNode *first) noexcept {
+  std::size_t count = 0;
+  for (const xmlNode *top : Siblings(first)) {
+    for (const xmlNode *node = top; node != nullptr; node = following(node, top)) {
+      ++count;
+      if (node->type != XML_ELEMENT_NODE)
+        continue;
+      for (const xmlAttr *attribute = node->properties; attribute != nullptr;
+           attribute = attribute->next)
+        ++count;
+    }
+  }
+  return count;
+}
+
+/** Builds the tree of one document and gives up when it grows beyond its bound. */
+class TreeBuilder {
+public:
+  TreeBuilder(std::string_view text, std::size_t most_nodes, int more_options) noexcept
+      : source_(text), nodes_left_(most_nodes), more_options_(more_options) {}
+
+  /** The document, if it keeps within the bounds; it need not be well-formed. */
+  Document build() noexcept {
+    xmlSAXHandler handler = counting_handler();
+    const Parser parser = source_.make_parser(handler);
+    if (!parser)
+      return nullptr;
+    xmlCtxtUseOptions(parser.get(), parse_options | XML_PARSE_COMPACT | more_options_);
+    parser->_private = this;
+    xmlParseDocument(parser.get());
+    Document document(std::exchange(parser->myDoc, nullptr));
+    const bool usable = (parser->wellFormed != 0 || more_options_ != 0) && !exceeded_;
+    return usable && !source_.held_back() ? std::move(document) : nullptr;
+  }
+
+private:
+  static xmlSAXHandler counting_handler() noexcept {
+    xmlSAXHandler handler = closed_handler();
+    handler.startElementNs = start_element;
+    handler.cdataBlock = cdata_block;
+    handler.comment = comment;
+    handler.processingInstruction = instruction;
+    handler.getEntity = get_entity;
+    return handler;
+  }
+
+  static void start_element(void *context, const xmlChar *name, const xmlChar *prefix,
+                            const xmlChar *address, int address_count, const xmlChar **addresses,
+                            int attribute_count, int default_count, const xmlChar **attributes) {
+    if (spend(context, 1 + static_cast<std::size_t>(address_count) +
+                           static_cast<std::size_t>(attribute_count)))
+      xmlSAX2StartElementNs(context, name, prefix, address, address_count, addresses,
+                            attribute_count, default_count, attributes);
+  }
+
+  /** libxml2 would copy all that stands before a section to join the two. */
+  static void cdata_block(void *context, const xmlChar *text, int length) {
+    const auto *parser = static_cast<xmlParserCtxt *>(context);
+    if (!spend(context, 1))
+      return;
+    Node section(xmlNewCDataBlock(parser->myDoc, text, length));
+    if (xmlAddChild(parser->node, section.get()) != nullptr)
+      static_cast<void>(section.release());
+  }
+
+  static void comment(void *context, const xmlChar *text) {
+    if (spend(context, 1))
+      xmlSAX2Comment(context, text);
+  }
+
+  static void instruction(void *context, const xmlChar *target, const xmlChar *data) {
+    if (spend(context, 1))
+      xmlSAX2ProcessingInstruction(context, target, data);
+  }
+
+  /** The parser copies the nodes of an entity wherever it is used. */
+  static xmlEntity *get_entity(void *context, const xmlChar *name) {
+    xmlEntity *entity = xmlSAX2GetEntity(context, name);
+    if (entity == nullptr || entity->etype == XML_INTERNAL_PREDEFINED_ENTITY)
+      return entity;
+    return spend(context, nodes_per_reference + count_nodes(entity->children)) ? entity : nullptr;
+  }
+
+  /** Counts nodes; false, and the end of the parse, when they are too many. */
+  static bool spend(void *context, std::size_t nodes) noexcept {
+    auto *parser = static_cast<xmlParserCtxt *>(context);
+    auto &self = *static_cast<TreeBuilder *>(parser->_private);
+    if (nodes <= self.nodes_left_ && !self.exceeded_) {
+      self.nodes_left_ -= nodes;
+      return true;
+    }
+    if (!std::exchange(self.exceeded_, true))
+      xmlGenericError(xmlGenericErrorContext, "Document of too many nodes\n");
+    xmlStopParser(parser);
+    return false;
+  }
+
+  Source source_;
+  std::size_t nodes_left_;
+  int more_options_;
+  bool exceeded_ = false;
+};
+
+Document build_tree(std::string_view text, std::size_t most_nodes, int more_options) noexcept {
+  xmlResetLastError();
+  if (text.empty() || text.size() > INT_MAX)
+    return nullptr;
+  return TreeBuilder(text, most_nodes, more_options).build();
+}
+
 }  // namespace
 
 void initialize() noexcept {
@@ -59,19 +188,43 @@ xmlSAXHandler closed_handler() noexcept {
   return handler;
 }
 
-Document parse(std::string_view text) noexcept {
-  if (text.empty() || text.size() > INT_MAX)
+Parser Source::make_parser(xmlSAXHandler &handler) noexcept {
+  Parser parser(
+      xmlCreateIOParserCtxt(&handler, nullptr, read, nullptr, this, XML_CHAR_ENCODING_NONE));
+  if (parser)
+    xmlCtxtUseOptions(parser.get(), parse_options);
+  parser_ = parser.get();
+  return parser;
+}
+
+int Source::read(void *source, char *buffer, int length) noexcept {
+  auto &self = *static_cast<Source *>(source);
+  if (const char *excess = self.excess()) {
+    if (!std::exchange(self.held_back_, true))
+      xmlGenericError(xmlGenericErrorContext, "Document of too many %s\n", excess);
+    return 0;
+  }
+  const std::size_t bytes = std::min(self.rest_.size(), static_cast<std::size_t>(length));
+  std::memcpy(buffer, self.rest_.data(), bytes);
+  self.rest_.remove_prefix(bytes);
+  self.delivered_ += bytes;
+  return static_cast<int>(bytes);
+}
+
+const char *Source::excess() const noexcept {
+  if (parser_ == nullptr || rest_.empty())
     return nullptr;
-  initialize();
-  const Parser parser(xmlCreateMemoryParserCtxt(text.data(), static_cast<int>(text.size())));
-  if (!parser)
-    return nullptr;
-  *parser->sax = closed_handler();
-  xmlCtxtUseOptions(parser.get(), parse_options);
-  xmlParseDocument(parser.get());
-  Document document(parser->myDoc);
-  parser->myDoc = nullptr;
-  return parser->wellFormed != 0 ? std::move(document) : nullptr;
+  if (xmlDictSize(parser_->dict) > max_names)
+    return "names";
+  return parser_->inSubset != 0 && delivered_ > max_declarations_size ? "declarations" : nullptr;
+}
+
+Document parse(std::string_view text, std::size_t most_nodes) noexcept {
+  return build_tree(text, most_nodes, 0);
+}
+
+Document recover(std::string_view text) noexcept {
+  return build_tree(text, max_nodes, XML_PARSE_RECOVER);
 }
 
 bool is_named(const xmlNode *node, std::string_view name) noexcept {

@@ -3,6 +3,7 @@
 #ifndef VELKOR_SUPPORT_XML_H
 #define VELKOR_SUPPORT_XML_H
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -39,11 +40,51 @@ void initialize() noexcept;
  */
 xmlSAXHandler closed_handler() noexcept;
 
+/*
+ * What no document of the service comes near. A few kilobytes that came in compressed could hold
+ * any number of either, and each name costs more time than the one before.
+ */
+/** How many different names a document may have. */
+inline constexpr int max_names = 10'000;
+/** How many nodes beside texts the tree of a document may have. */
+inline constexpr std::size_t max_nodes = 1'000'000;
+
+/**
+ * Hands a parser a text piece by piece, and no more of it once the document has more than
+ * `max_names` names or far too long a list of declarations. It must stay where it is, with the
+ * text, for as long as the parser is used.
+ */
+class Source {
+public:
+  explicit Source(std::string_view text) noexcept : rest_(text) {}
+  Source(const Source &) = delete;
+  Source &operator=(const Source &) = delete;
+
+  /** Makes the parser that reads the text, with the options of every parse; null if none can be. */
+  Parser make_parser(xmlSAXHandler &handler) noexcept;
+  /** Whether text was held back: the document is not to be used then. */
+  [[nodiscard]] bool held_back() const noexcept { return held_back_; }
+
+private:
+  static int read(void *source, char *buffer, int length) noexcept;
+  [[nodiscard]] const char *excess() const noexcept;
+
+  std::string_view rest_;
+  std::size_t delivered_ = 0;
+  xmlParserCtxt *parser_ = nullptr;
+  bool held_back_ = false;
+};
+
 /**
  * Parses `text`, which need not be zero-terminated.
- * @return the document, or null when the text is not well-formed, empty or beyond libxml2's limits
+ * @param most_nodes  how many nodes beside texts the tree may have
+ * @return the document, or null when the text is not well-formed, empty or beyond the limits of
+ *         libxml2 or of this library
  */
-Document parse(std::string_view text) noexcept;
+Document parse(std::string_view text, std::size_t most_nodes = max_nodes) noexcept;
+
+/** Parses what can be read of a text that is not well-formed; null when that is nothing. */
+Document recover(std::string_view text) noexcept;
 
 inline const xmlChar *chars(const char *text) noexcept {
   return reinterpret_cast<const xmlChar *>(text);

@@ -1,6 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include <velkor/zox_xml_parse.h>
 
+#include <string>
+
 #include <gtest/gtest.h>
 
 #include "support/owned.h"
@@ -50,6 +52,24 @@ TEST_F(ZoxXmlParse, IntegerIsCutToItsLowBits) {
 TEST_F(ZoxXmlParse, StringJoinsTextAndCdata) {
   EXPECT_STREQ(string("<a>x<![CDATA[<y>]]>&amp;<b>no</b>z</a>")->str, "x<y>&z");
   EXPECT_STREQ(string("<a> </a>")->str, " ");
+}
+
+TEST_F(ZoxXmlParse, StringJoinsAnyNumberOfSections) {
+  constexpr std::size_t count = 400000;
+  std::string text = "<a>";
+  for (std::size_t number = 0; number < count; ++number)
+    text += "<![CDATA[]]]]><![CDATA[>]]>";
+  const OwnedString joined = string((text + "</a>").c_str());
+  EXPECT_EQ(joined->len, 3 * count);
+  EXPECT_TRUE(g_str_has_prefix(joined->str, "]]>]]>"));
+}
+
+TEST_F(ZoxXmlParse, StringTakesEntitiesThatAreNotReplaced) {
+  const std::string text = "<!DOCTYPE a [<!ENTITY e 'y'>]><a>x&e;z</a>";
+  document.reset(xmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, nullptr, 0));
+  const OwnedString joined(
+      zox_xml_parse_string(document.get(), xmlDocGetRootElement(document.get())));
+  EXPECT_STREQ(joined->str, "xyz");
 }
 
 TEST_F(ZoxXmlParse, NoTextIsNotAnEmptyText) {

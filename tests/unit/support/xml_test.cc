@@ -1,9 +1,11 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "support/xml.h"
 
+#include <cstdarg>
 #include <limits>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -60,6 +62,130 @@ TEST_F(XmlParse, RefusesEntitiesThatGrowWithoutBound) {
     text += "'>";
   }
   EXPECT_EQ(text_of_root(text + "]><a>&e11;</a>"), "unusable");
+}
+
+/** What libxml2 said last on this thread. */
+std::string said;
+
+void remember(void *, const char *format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const OwnedText text(g_strdup_vprintf(format, arguments));
+  va_end(arguments);
+  said = text.get();
+}
+
+std::string repeated(std::string_view piece, int count) {
+  std::string text;
+  for (int number = 0; number < count; ++number)
+    text += piece;
+  return text;
+}
+
+/** `count` elements or attributes, each of another name. */
+std::string many_names(int count, std::string_view before, std::string_view behind) {
+  std::string text;
+  for (int number = 0; number < count; ++number)
+    text.append(before).append("n").append(std::to_string(number)).append(behind);
+  return text;
+}
+
+class XmlBounds : public XmlParse {
+protected:
+  XmlBounds() {
+    xmlSetGenericErrorFunc(nullptr, remember);
+    said.clear();
+  }
+};
+
+TEST_F(XmlBounds, TakesNodesUpToTheBound) {
+  const std::string text = "<a><b c='1'/><![CDATA[d]]><!--e--><?f g?></a>";
+  EXPECT_NE(xml::parse(text, 6), nullptr);
+  EXPECT_EQ(said, "");
+  EXPECT_EQ(xml::parse(text, 5), nullptr);
+  EXPECT_EQ(said, "Document of too many nodes\n");
+}
+
+TEST_F(XmlBounds, CountsNoTexts) {
+  EXPECT_EQ(text_of_root("<a>" + repeated("x&amp;y&lt;\n", 300000) + "</a>").size(), 1500000U);
+}
+
+TEST_F(XmlBounds, RefusesAMillionEmptyElements) {
+  EXPECT_NE(xml::parse("<a>" + repeated("<b/>", 999999) + "</a>"), nullptr);
+  EXPECT_EQ(xml::parse("<a>" + repeated("<b/>", 1000000) + "</a>"), nullptr);
+  EXPECT_EQ(said, "Document of too many nodes\n");
+}
+
+TEST_F(XmlBounds, CountsWhatEntitiesHold) {
+  const std::string declared = "<!DOCTYPE a [<!ENTITY e '<b c=\"\"/><b/>'>]><a>";
+  EXPECT_NE(xml::parse(declared + repeated("&e;", 8) + "</a>", 1000), nullptr);
+  EXPECT_EQ(xml::parse(declared + repeated("&e;", 9) + "</a>", 1000), nullptr);
+  EXPECT_EQ(said, "Document of too many nodes\n");
+}
+
+TEST_F(XmlBounds, CountsUsesOfAnEntityWithoutNodes) {
+  const std::string declared = "<!DOCTYPE a [<!ENTITY e 'x'>]><a>";
+  EXPECT_EQ(text_of_root(declared + repeated("&e;", 5000) + "</a>").size(), 5000U);
+  EXPECT_EQ(text_of_root(declared + repeated("&e;", 15000) + "</a>"), "unusable");
+}
+
+TEST_F(XmlBounds, RefusesTooManyNames) {
+  EXPECT_NE(xml::parse("<a>" + many_names(9000, "<", "/>") + "</a>"), nullptr);
+  EXPECT_EQ(said, "");
+  EXPECT_EQ(xml::parse("<a>" + many_names(12000, "<", "/>") + "</a>"), nullptr);
+  EXPECT_EQ(xml::parse("<a" + many_names(12000, " ", "=''") + "/>"), nullptr);
+  EXPECT_EQ(xml::parse("<a" + many_names(12000, " xmlns:", "='u'") + "/>"), nullptr);
+  EXPECT_EQ(xml::parse("<!DOCTYPE a [" + many_names(12000, "<!ENTITY ", " ''>") + "]><a/>"),
+            nullptr);
+}
+
+TEST_F(XmlBounds, SaysThatThereAreTooManyNames) {
+  const std::string text = "<a>" + many_names(12000, "<", "/>") + "</a>";
+  xml::Source source(text);
+  xmlSAXHandler handler = xml::closed_handler();
+  const xml::Parser parser = source.make_parser(handler);
+  EXPECT_FALSE(source.held_back());
+  xmlParseDocument(parser.get());
+  const xml::Document document(parser->myDoc);
+  parser->myDoc = nullptr;
+  EXPECT_TRUE(source.held_back());
+  EXPECT_EQ(parser->wellFormed, 0);
+}
+
+TEST_F(XmlBounds, TextsAreNoNames) {
+  std::string text = "<a>";
+  for (int number = 0; number < 40000; ++number)
+    text += "<b>" + std::to_string(number % 20000) + "</b>";
+  EXPECT_NE(xml::parse(text + "</a>"), nullptr);
+}
+
+TEST_F(XmlBounds, RefusesAFarTooLongListOfDeclarations) {
+  const auto declaring = [](int count) {
+    return "<!DOCTYPE a [<!ELEMENT a (a" + repeated(",a", count) + ")>]><a/>";
+  };
+  EXPECT_NE(xml::parse(declaring(400000)), nullptr);
+  EXPECT_EQ(xml::parse(declaring(600000)), nullptr);
+}
+
+TEST_F(XmlBounds, SectionsAreNotJoined) {
+  const xml::Document document = xml::parse("<a>" + repeated("<![CDATA[x]]>", 500000) + "</a>");
+  ASSERT_NE(document, nullptr);
+  const xmlNode *root = xmlDocGetRootElement(document.get());
+  // To join one to those before it would copy them all.
+  EXPECT_EQ(xmlChildElementCount(const_cast<xmlNode *>(root)), 0U);
+  EXPECT_STREQ(xml::chars(root->children->content), "x");
+  EXPECT_STREQ(xml::chars(root->last->content), "x");
+}
+
+TEST_F(XmlParse, RecoversWhatCanBeRead) {
+  const xml::Document document = xml::recover("<a><b>1</b><b>&niets; 2</b><b>3</a>");
+  ASSERT_NE(document, nullptr);
+  int count = 0;
+  for (const xmlNode *child : xml::Siblings(xmlDocGetRootElement(document.get())->children))
+    count += xml::is_named_exactly(child, "b") ? 1 : 0;
+  EXPECT_EQ(count, 3);
+  EXPECT_EQ(xml::recover(""), nullptr);
+  EXPECT_EQ(xml::recover("<a>" + repeated("<b/>", 1000000)), nullptr);
 }
 
 TEST_F(XmlParse, OnlyElementsHaveAName) {
