@@ -2,6 +2,7 @@
 /** Reading the server's reply about what is available. */
 #include <velkor/zox_events_parse.h>
 
+#include <algorithm>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
@@ -11,6 +12,7 @@
 #include <velkor/zox_xml_parse.h>
 
 #include "core/xml_diagnosis.h"
+#include "operations/update_bounds.h"
 #include "posting/event_fields.h"
 #include "support/assertion.h"
 #include "support/slist.h"
@@ -77,8 +79,7 @@ public:
       take_statistics(record);
       return nullptr;
     case 7:
-      take_chunks(record);
-      return nullptr;
+      return take_chunks(record);
     default:
       return OwnedText(g_strdup_printf("zox_events_parse: Unknown numcode %d", code));
     }
@@ -126,24 +127,35 @@ private:
     });
   }
 
-  void take_chunks(xmlNode *record) noexcept {
-    for_each(record, "Chunks", [this](xmlNode *node) {
-      if (const OwnedString names = text_of(node))
-        append_names(names->str);
+  OwnedText take_chunks(xmlNode *record) noexcept {
+    bool taken = true;
+    for_each(record, "Chunks", [&](xmlNode *node) {
+      if (const OwnedString names = text_of(node); names && taken)
+        taken = append_names(view_of(names.get()));
     });
+    return OwnedText(
+        taken
+            ? nullptr
+            : g_strdup_printf("zox_events_list_parse(): more than %zu names of dumps", max_dumps));
   }
 
-  /** Every piece is a name, an empty one too. */
-  void append_names(const char *names) noexcept {
-    char **pieces = g_strsplit(names, "|", -1);
+  /** Every piece is a name, an empty one too; false when they are too many. */
+  bool append_names(std::string_view names) noexcept {
+    const auto count = static_cast<std::size_t>(std::ranges::count(names, '|')) + 1;
+    if (count > names_left_)
+      return false;
+    names_left_ -= count;
+    char **pieces = g_strsplit(names.data(), "|", -1);
     for (char **piece = pieces; *piece != nullptr; ++piece)
       chunks_.append(*piece);
     g_free(pieces);  // the names themselves are the list's now
+    return true;
   }
 
   xmlDoc *document_;
   gint64 *stamp_;
   Appender chunks_;
+  std::size_t names_left_ = max_dumps;
   Groups groups_;
 };
 

@@ -1,4 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include <utility>
+
 #include <gmock/gmock.h>
 
 #include <velkor/zox_app_core.h>
@@ -170,6 +172,43 @@ TEST_F(ZoxEventsListParse, ManyGroupsAndChunksStayCheap) {
   EXPECT_EQ(read(text + "</Events>"), 0U);
   EXPECT_EQ(g_slist_length(core->groups), 20000U);
   EXPECT_EQ(names().back(), "c20000");
+}
+
+std::string chunks_of(const std::string &names) {
+  return "<Events><Event Code='7'><Chunks>" + names + "</Chunks></Event></Events>";
+}
+
+TEST_F(ZoxEventsListParse, TakesTensOfThousandsOfNames) {
+  EXPECT_EQ(read(chunks_of(std::string(49'999, '|'))), 0U);
+  EXPECT_EQ(names().size(), 50'000U);
+}
+
+TEST_F(ZoxEventsListParse, RefusesMoreNamesThanAnyServiceHas) {
+  for (const std::string &names :
+       {std::string(50'000, '|'), std::string(9'000'000, '|'),
+        std::string(30'000, '|') + "</Chunks><Chunks>" + std::string(30'000, '|'),
+        "a</Chunks></Event><Event Code='7'><Chunks>" + std::string(49'999, '|')}) {
+    g_slist_free_full(std::exchange(chunks, nullptr), g_free);
+    EXPECT_EQ(read(chunks_of(names)), 11U);
+    EXPECT_EQ(error, "zox_events_list_parse(): more than 50000 names of dumps");
+    EXPECT_LT(g_slist_length(chunks), 50'000U);
+  }
+}
+
+TEST_F(ZoxEventsListParse, RefusesMoreElementsThanAnyServiceSends) {
+  std::string text = "<Events>";
+  for (int count = 0; count < 1'000'000; ++count)
+    text += "<Event/>";
+  EXPECT_EQ(read(text + "</Events>"), 11U);
+  EXPECT_EQ(error, "Document of too many nodes\n");
+}
+
+TEST_F(ZoxEventsListParse, RefusesMoreNamesOfElementsThanAnyServiceHas) {
+  std::string text = "<Events>";
+  for (int number = 0; number < 20'000; ++number)
+    text += "<n" + std::to_string(number) + "/>";
+  EXPECT_EQ(read(text + "</Events>"), 11U);
+  EXPECT_THAT(error, testing::StartsWith("Document of too many names\n"));
 }
 
 using ZoxEventsListParseDeathTest = ZoxEventsListParse;
