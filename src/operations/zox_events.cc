@@ -3,6 +3,8 @@
 #include <velkor/zox_events.h>
 
 #include <memory>
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 
 #include <velkor/zox_app_core.h>
@@ -14,9 +16,11 @@
 #include "core/app_core.h"
 #include "core/file_outcome.h"
 #include "operations/dump_file.h"
+#include "operations/update_bounds.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 #include "support/slist.h"
+#include "support/text.h"
 
 namespace velkor {
 namespace {
@@ -36,8 +40,21 @@ public:
   [[nodiscard]] Items<const char> names() const noexcept { return Items<const char>(list_); }
   [[nodiscard]] guint count() const noexcept { return g_slist_length(list_); }
 
+  /** Takes note of the names since the last call; whether one of them is new. */
+  bool note_new() noexcept {
+    bool any = false;
+    for (GSList *cell = last_noted_ == nullptr ? list_ : last_noted_->next; cell != nullptr;
+         cell = cell->next) {
+      any = noted_.insert(static_cast<const char *>(cell->data)).second || any;
+      last_noted_ = cell;
+    }
+    return any;
+  }
+
 private:
   GSList *list_ = nullptr;
+  GSList *last_noted_ = nullptr;
+  std::unordered_set<std::string_view> noted_;
 };
 
 /** The postings of all dumps; released at the end unless they are merged. */
@@ -89,15 +106,10 @@ public:
     stamp_ = core->config->lastCheck;
     if (core->config->recursiveUpdate == 0)
       return ask_once();
-    guint known = 0;
-    do {
-      known = dumps_.count();
-      if (const ZoxErrorCode code = ask_once(); code != ZOX_RESULT_SUCCESS) {
-        zox_eventlist_load(core->eventlist, nullptr);
-        return code;
-      }
-    } while (dumps_.count() > known);
-    return ZOX_RESULT_SUCCESS;
+    const ZoxErrorCode code = ask_repeatedly();
+    if (code != ZOX_RESULT_SUCCESS)
+      zox_eventlist_load(core->eventlist, nullptr);
+    return code;
   }
 
   /** Downloads and reads every dump. */
@@ -119,6 +131,31 @@ public:
   [[nodiscard]] Postings &postings() noexcept { return postings_; }
 
 private:
+  ZoxErrorCode ask_repeatedly() noexcept {
+    for (int question = 0; question < max_questions; ++question) {
+      const guint known = dumps_.count();
+      const gint64 earlier = stamp_;
+      if (const ZoxErrorCode code = ask_once(); code != ZOX_RESULT_SUCCESS)
+        return code;
+      const guint count = dumps_.count();
+      // Where only known names came and the stamp stands still, the next question is this one
+      // again.
+      if (count == known || (!dumps_.note_new() && stamp_ == earlier))
+        return ZOX_RESULT_SUCCESS;
+      if (count > max_dumps)
+        return refuse(
+            g_strdup_printf("zox_events_fetch(): more than %zu names of dumps", max_dumps));
+    }
+    return refuse(g_strdup_printf(
+        "zox_events_fetch(): names of dumps still come after %d questions", max_questions));
+  }
+
+  /** Ends an update whose data is beyond all bounds; takes the message. */
+  ZoxErrorCode refuse(char *message) noexcept {
+    hand_over(server_text_, OwnedText(message));
+    return ZOX_RESULT_NOT_PARSED;
+  }
+
   ZoxErrorCode ask_once() noexcept {
     return zox_events_fetch_get_available(dumps_.place(), static_cast<gint32>(stamp_), &stamp_,
                                           server_text_);
@@ -128,6 +165,9 @@ private:
     OwnedString decompressedData;
     if (const ZoxErrorCode code = download(name, decompressedData); code != ZOX_RESULT_SUCCESS)
       return code;
+    if (has_more_postings_than(max_postings_of_dump, view_of(decompressedData.get())))
+      return refuse(g_strdup_printf("zox_events_fetch(): a dump of more than %zu postings",
+                                    max_postings_of_dump));
     GSList *objects = nullptr;
     const ZoxErrorCode parsed =
         zox_events_parse(decompressedData.get(), nullptr, &objects, server_text_, 0);

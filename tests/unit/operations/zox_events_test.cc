@@ -198,6 +198,61 @@ TEST_F(ZoxEventsFetch, RecursiveAsksUntilNoDumpIsAdded) {
   EXPECT_THAT(calls.steps, testing::Contains("dump 3/3"));
 }
 
+TEST_F(ZoxEventsFetch, RecursiveStopsWhenTheSameAnswerComesAgain) {
+  core->config->recursiveUpdate = 1;
+  available_are(available(2000, "een"));
+  offer("een", document_of({recent_posting(1)}));
+  EXPECT_EQ(update(), 0U);
+  EXPECT_THAT(asked_since(), ElementsAre("1000", "2000"));
+  EXPECT_EQ(core->config->lastCheck, 2000);
+  EXPECT_THAT(ids(core->eventlist), ElementsAre(1));
+}
+
+TEST_F(ZoxEventsFetch, RecursiveGoesOnWhileTheStampMoves) {
+  core->config->recursiveUpdate = 1;
+  for (const gint64 stamp : {2000, 3000, 4000})
+    server.reply_once("/3.7.3/xml.php", available(stamp, "een"));
+  server.reply_once("/3.7.3/xml.php", available(5000, ""));
+  offer("een", document_of({recent_posting(1)}));
+  EXPECT_EQ(update(), 0U);
+  EXPECT_THAT(asked_since(), ElementsAre("1000", "2000", "3000", "4000"));
+  EXPECT_EQ(core->config->lastCheck, 5000);
+}
+
+TEST_F(ZoxEventsFetch, RecursiveEndsWhenNamesComeWithoutEnd) {
+  keep_one_posting();
+  core->config->recursiveUpdate = 1;
+  for (int number = 1; number <= 1001; ++number)
+    server.reply_once("/3.7.3/xml.php", available(1000, "c" + std::to_string(number)));
+  EXPECT_EQ(update(), 11U);
+  EXPECT_EQ(message, "zox_events_fetch(): names of dumps still come after 1000 questions");
+  EXPECT_EQ(asked_since().size(), 1000U);
+  expect_unchanged();
+}
+
+TEST_F(ZoxEventsFetch, RecursiveEndsWhenTooManyNamesCome) {
+  keep_one_posting();
+  core->config->recursiveUpdate = 1;
+  for (const gint64 stamp : {2000, 3000, 4000})
+    server.reply_once("/3.7.3/xml.php", available(stamp, std::string(29'999, '|')));
+  EXPECT_EQ(update(), 11U);
+  EXPECT_EQ(message, "zox_events_fetch(): more than 50000 names of dumps");
+  EXPECT_THAT(asked_since(), ElementsAre("1000", "2000"));
+  expect_unchanged();
+}
+
+TEST_F(ZoxEventsFetch, RefusesADumpOfMorePostingsThanAnyHas) {
+  keep_one_posting();
+  available_are(available(2000, "een"));
+  std::string dump = "<Events>";
+  for (int number = 0; number <= 2'000'000; ++number)
+    dump += "<Event/>";
+  offer("een", dump + "</Events>");
+  EXPECT_EQ(update(), 11U);
+  EXPECT_EQ(message, "zox_events_fetch(): a dump of more than 2000000 postings");
+  expect_unchanged();
+}
+
 TEST_F(ZoxEventsFetch, RecursiveFailureReloadsTheList) {
   keep_one_posting();
   zox_eventlist_add_or_replace_event(core->eventlist, test::event_in_state(9, 0, 0).get());
