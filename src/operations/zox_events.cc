@@ -182,6 +182,21 @@ private:
   Postings postings_;
 };
 
+/** Whether the stamp can be a time: any later update would start from it. */
+bool is_time(gint64 stamp) noexcept {
+  return stamp >= 0 && stamp < G_MAXINT32;
+}
+
+/** Moves the update times on, unless the server's stamp is none. */
+void move_times(gint64 stamp) noexcept {
+  if (is_time(stamp))
+    core->config->prevCheck = std::exchange(core->config->lastCheck, stamp);
+  else
+    g_warning("zox_events_fetch(): %" G_GINT64_FORMAT
+              " is geen bruikbare tijd van de server; lastCheck en prevCheck blijven gelijk\n",
+              stamp);
+}
+
 /** Saves the merged list and moves the update times on; false when the list cannot be saved. */
 bool save(gint64 stamp) noexcept {
   if (zox_eventlist_save(core->eventlist) == 0) {
@@ -189,7 +204,7 @@ bool save(gint64 stamp) noexcept {
       g_warning("zox_events_fetch(): de postings konden niet worden opgeslagen\n");
     return false;
   }
-  core->config->prevCheck = std::exchange(core->config->lastCheck, stamp);
+  move_times(stamp);
   zox_config_save();
   return true;
 }

@@ -253,6 +253,32 @@ TEST_F(ZoxEventsFetch, RefusesADumpOfMorePostingsThanAnyHas) {
   expect_unchanged();
 }
 
+TEST_F(ZoxEventsFetch, KeepsItsTimesWhenTheServersStampIsNone) {
+  keep_one_posting();
+  offer("een", document_of({recent_posting(2)}));
+  for (const gint64 stamp :
+       {gint64{G_MAXINT32}, gint64{G_MININT32}, gint64{-1}, gint64{G_MAXUINT32}}) {
+    const test::LogCapture log;
+    available_are(available(stamp, "een"));
+    EXPECT_EQ(update(), 0U);
+    EXPECT_THAT(ids(core->eventlist), ElementsAre(1, 2));
+    zox_config_load();
+    EXPECT_EQ(core->config->lastCheck, 1000);
+    EXPECT_EQ(core->config->prevCheck, 500);
+    EXPECT_THAT(log.warnings(),
+                ElementsAre(HasSubstr(" is geen bruikbare tijd van de server; lastCheck en "
+                                      "prevCheck blijven gelijk")));
+  }
+}
+
+TEST_F(ZoxEventsFetch, TakesTheLargestStampThatIsATime) {
+  available_are(available(G_MAXINT32 - 1, "een"));
+  offer("een", document_of({recent_posting(2)}));
+  EXPECT_EQ(update(), 0U);
+  EXPECT_EQ(core->config->lastCheck, G_MAXINT32 - 1);
+  EXPECT_EQ(core->config->prevCheck, 1000);
+}
+
 TEST_F(ZoxEventsFetch, RecursiveFailureReloadsTheList) {
   keep_one_posting();
   zox_eventlist_add_or_replace_event(core->eventlist, test::event_in_state(9, 0, 0).get());
