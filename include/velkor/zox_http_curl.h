@@ -24,11 +24,12 @@ typedef gint (*ZoxMailCallback)(gpointer data);
 
 /**
  * Executes one request and waits for its end. The connection may take 20 seconds; the transfer has
- * no time limit. Redirects are not followed; a gzip-encoded reply is decompressed. The proxy is
- * used when both `proxyHost` and `proxyPort` are set. After every request that reached the server
- * or failed trying, the mail hook runs on the calling thread if more than 300 seconds have passed
- * since it last ran. Asserts "url" (`path`) and "core->config"; with `authenticate` also
- * "core->config->username". Threads: any.
+ * no time limit. Redirects are not followed; a gzip-encoded reply is decompressed. A reply of more
+ * than 256 MiB ends the transfer with a write error, in memory (code 18) and into a file (code 1);
+ * zox_http_last_failure() tells so. The proxy is used when both `proxyHost` and `proxyPort` are
+ * set. After every request that reached the server or failed trying, the mail hook runs on the
+ * calling thread if more than 300 seconds have passed since it last ran. Asserts "url" (`path`) and
+ * "core->config"; with `authenticate` also "core->config->username". Threads: any.
  * @param path          path on the server, such as "/3.7.3/xml-mail.php"; a whole URL when
  *                      `useHost` is 0
  * @param parameters    of ZoxHttpParameter, in the order in which they are sent; may be null

@@ -21,9 +21,6 @@ CURL *new_handle() noexcept {
   return curl_easy_init();
 }
 
-/** No reply comes near this; a server that sends more is broken or hostile. */
-constexpr size_t max_reply_size = size_t{256} << 20;
-
 /** Writes a chunk; what cannot be written is lost. Gives the system's error number, or 0. */
 int write_chunk(int descriptor, const void *chunk, size_t length) noexcept {
   const ssize_t written = write(descriptor, chunk, length);
@@ -96,21 +93,34 @@ void Transfer::observe(const Callback<ZoxTransferCallback> &observer) noexcept {
 }
 
 void Transfer::receive_into(ZoxString *text) noexcept {
-  set(CURLOPT_WRITEFUNCTION, zox_curl_write_function);
-  set(CURLOPT_WRITEDATA, text);
+  text_ = text;
+  set(CURLOPT_WRITEFUNCTION, write_to_text);
+  set(CURLOPT_WRITEDATA, this);
 }
 
-void Transfer::receive_into(int descriptor) noexcept {
-  file_ = {.descriptor = descriptor};
+void Transfer::receive_into(int descriptor, size_t limit) noexcept {
+  file_ = {.descriptor = descriptor, .room = limit};
   set(CURLOPT_WRITEFUNCTION, write_to_file);
-  set(CURLOPT_WRITEDATA, &file_);
+  set(CURLOPT_WRITEDATA, this);
 }
 
-size_t Transfer::write_to_file(void *chunk, size_t size, size_t count, void *file) noexcept {
-  auto *target = static_cast<File *>(file);
+size_t Transfer::write_to_text(void *chunk, size_t size, size_t count, void *self) noexcept {
+  auto *transfer = static_cast<Transfer *>(self);
+  const size_t taken = zox_curl_write_function(chunk, size, count, transfer->text_);
+  transfer->too_large_ = taken != size * count;
+  return taken;
+}
+
+size_t Transfer::write_to_file(void *chunk, size_t size, size_t count, void *self) noexcept {
+  auto *transfer = static_cast<Transfer *>(self);
+  File &target = transfer->file_;
   const size_t length = size * count;
-  if (const int error = write_chunk(target->descriptor, chunk, length); error != 0)
-    target->error = error;
+  transfer->too_large_ = length > target.room;
+  if (transfer->too_large_)
+    return 0;
+  target.room -= length;
+  if (const int error = write_chunk(target.descriptor, chunk, length); error != 0)
+    target.error = error;
   return length;
 }
 

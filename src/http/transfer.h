@@ -4,6 +4,7 @@
 #define VELKOR_HTTP_TRANSFER_H
 
 #include <array>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -16,6 +17,9 @@
 #include "support/owned.h"
 
 namespace velkor {
+
+/** No reply comes near this; a server that sends more is broken or hostile. */
+inline constexpr size_t max_reply_size = size_t{256} << 20;
 
 /** An option that libcurl refuses makes perform() fail. */
 class Transfer {
@@ -41,9 +45,12 @@ public:
   /** Has the function follow the transfer; the callback must live as long as this object. */
   void observe(const Callback<ZoxTransferCallback> &observer) noexcept;
 
-  /** Where the reply goes: into a text, or into the file of a descriptor. */
+  /**
+   * Where the reply goes: into a text, or into the file of a descriptor. A decompressed reply of
+   * more than `max_reply_size` bytes, or of `limit`, ends the transfer.
+   */
   void receive_into(ZoxString *text) noexcept;
-  void receive_into(int descriptor) noexcept;
+  void receive_into(int descriptor, size_t limit = max_reply_size) noexcept;
 
   [[nodiscard]] CURLcode perform() noexcept;
 
@@ -51,6 +58,8 @@ public:
   [[nodiscard]] std::string failure_text(CURLcode result) const noexcept;
   /** The system's error number when the file could not take all that came in; else 0. */
   [[nodiscard]] int write_error() const noexcept { return file_.error; }
+  /** Whether the transfer was ended because the reply is too large. */
+  [[nodiscard]] bool too_large() const noexcept { return too_large_; }
   /** The HTTP status of the reply; 0 without one. */
   [[nodiscard]] long http_status() const noexcept { return info<long>(CURLINFO_RESPONSE_CODE); }
   /** The bytes of the body as they came in, before decompression. */
@@ -61,12 +70,14 @@ public:
   [[nodiscard]] bool proxy_failed(CURLcode result) const noexcept;
 
 private:
-  /** Where a file's content goes, and what went wrong there. */
+  /** Where a file's content goes, how much more may, and what went wrong there. */
   struct File {
     int descriptor = -1;
+    size_t room = 0;
     int error = 0;
   };
-  static size_t write_to_file(void *chunk, size_t size, size_t count, void *file) noexcept;
+  static size_t write_to_text(void *chunk, size_t size, size_t count, void *self) noexcept;
+  static size_t write_to_file(void *chunk, size_t size, size_t count, void *self) noexcept;
 
   template <typename Value>
   [[nodiscard]] Value info(CURLINFO which) const noexcept {
@@ -86,6 +97,8 @@ private:
   std::array<char, CURL_ERROR_SIZE> error_text_{};
   std::vector<std::string> secrets_;
   bool through_proxy_ = false;
+  bool too_large_ = false;
+  ZoxString *text_ = nullptr;
   File file_;
 };
 

@@ -126,6 +126,8 @@ Outcome receive_in_file(Transfer &transfer, Descriptor file) noexcept {
 /** What there is to say about the outcome; empty when all went well. `file` took the reply. */
 std::string reason_of(const Outcome &outcome, const Transfer &transfer, const char *file) noexcept {
   constexpr long first_error = 400;
+  if (transfer.too_large())
+    return "the reply is larger than " + std::to_string(max_reply_size >> 20) + " MiB";
   if (outcome.transfer != CURLE_OK)
     return transfer.failure_text(outcome.transfer);
   if (transfer.write_error() != 0)

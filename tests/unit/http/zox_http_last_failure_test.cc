@@ -3,16 +3,20 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <thread>
 
 #include <curl/curl.h>
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <velkor/zox_file.h>
 #include <velkor/zox_http_curl.h>
 #include <velkor/zox_string.h>
 
+#include "http/transfer.h"
+#include "support/descriptor.h"
 #include "tests/support/fresh_process.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/server_fixture.h"
@@ -167,6 +171,49 @@ TEST_F(ZoxHttpLastFailure, TellsOfAReplyThatIsNoData) {
   EXPECT_EQ(last_failure().code, 13U);
   EXPECT_EQ(failure_with({.body = "BAN"}).text, "the reply is a status word");
   EXPECT_EQ(last_failure().code, 3U);
+}
+
+/** A reply that a few bytes on the wire unfold to. */
+StubReply unfolding(std::size_t size) {
+  const test::TemporaryDirectory directory;
+  test::write_gzip(directory.path() / "body", std::string(size, ' '));
+  return {.body = test::read_file(directory.path() / "body"),
+          .headers = {{"Content-Encoding", "gzip"}}};
+}
+
+TEST_F(ZoxHttpLastFailure, TellsOfAReplyThatIsTooLarge) {
+  constexpr std::size_t limit = std::size_t{256} << 20;
+  server.reply(path, unfolding(limit + 1));
+  EXPECT_EQ(Request{}.execute().code, 18U);
+  EXPECT_EQ(last_failure().transfer_result, CURLE_WRITE_ERROR);
+  EXPECT_EQ(last_failure().text, "the reply is larger than 256 MiB");
+  const test::Outcome outcome = Request{.into_file = true}.execute();
+  EXPECT_EQ(outcome.code, 1U);
+  EXPECT_EQ(last_failure().code, 1U);
+  EXPECT_EQ(last_failure().transfer_result, CURLE_WRITE_ERROR);
+  EXPECT_EQ(last_failure().text, "the reply is larger than 256 MiB");
+  ASSERT_TRUE(outcome.file.has_value());
+  EXPECT_LE(std::filesystem::file_size(*outcome.file), limit);
+  std::filesystem::remove(*outcome.file);
+}
+
+TEST_F(ZoxHttpLastFailure, AFileTakesAsManyBytesAsItMay) {
+  server.reply(path, std::string(1000, 'x'));
+  const test::TemporaryDirectory directory;
+  const auto file = directory.path() / "reply";
+  const auto receive = [&](std::size_t limit) {
+    const Descriptor descriptor(open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600));
+    Transfer transfer;
+    transfer.set_url("http://" + server.host() + path);
+    transfer.receive_into(descriptor.get(), limit);
+    const CURLcode result = transfer.perform();
+    EXPECT_EQ(transfer.too_large(), result != CURLE_OK);
+    return result;
+  };
+  EXPECT_EQ(receive(1000), CURLE_OK);
+  EXPECT_EQ(std::filesystem::file_size(file), 1000U);
+  EXPECT_EQ(receive(999), CURLE_WRITE_ERROR);
+  EXPECT_LE(std::filesystem::file_size(file), 999U);
 }
 
 TEST_F(ZoxHttpLastFailure, TellsAProxysFailureFromTheHosts) {
