@@ -53,7 +53,8 @@ ZoxErrorCode zox_watchlist_upload(char **serverText);
 /**
  * Adds the postings that the server's watchlist holds; blocks. Postings that the event list does
  * not know are fetched and saved; those that the server does not know either are warned about and
- * skipped. Nothing is removed. Asserts "uitvoer".
+ * skipped. Of more than 10,000 postings the first are taken, and the server is asked about 1,000 of
+ * them at most; either bound is warned about. Nothing is removed. Asserts "uitvoer".
  * @param serverText  receives the server's notice for 29, else null
  * @return 0; a code of zox_http_curl_execute(), which leaves the watchlist as it was
  */

@@ -2,11 +2,20 @@
 /** The watchlist stored on the service and restored from it. */
 #include <velkor/zox_watchlist.h>
 
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+
 #include <velkor/zox_app_core.h>
+#include <velkor/zox_config.h>
 #include <velkor/zox_eventinfo.h>
 #include <velkor/zox_eventlist.h>
 #include <velkor/zox_splitted_list.h>
+#include <velkor/zox_string.h>
 
+#include "filter/watched_ids.h"
 #include "http/service_request.h"
 #include "posting/event_record.h"
 #include "support/assertion.h"
@@ -33,25 +42,84 @@ OwnedString upload_text(const GSList *entries) noexcept {
   return text;
 }
 
-/** Sees to it that the event list holds the posting; false when the service lacks it as well. */
-bool ensure_posting(ZOXEventlist *list, gint32 postId) noexcept {
-  if (const OwnedEvent known(zox_eventlist_lookup_id(list, postId)); known)
-    return true;
-  const OwnedEvent found(zox_eventinfo_findpost(postId));
-  if (!found)
-    return false;
-  zox_eventlist_add_or_replace_event(list, found.get());
-  zox_eventlist_save(list);
-  return true;
+/* What no watchlist of a real user comes near. */
+constexpr std::size_t max_ids = 10'000;
+constexpr int max_questions = 1'000;
+
+/** The ids of a reply. Where they are too many the first ones, with a warning. */
+OwnedIds ids_of(std::string_view reply) noexcept {
+  std::size_t count = 0;
+  std::size_t end = 0;
+  while ((end = reply.find_first_not_of('|', end)) != std::string_view::npos && count++ < max_ids)
+    end = std::min(reply.find('|', end), reply.size());
+  if (count > max_ids) {
+    g_warning("zox_watchlist_download(): de server geeft meer dan %zu postings; alleen de eerste "
+              "tellen\n",
+              max_ids);
+    reply = reply.substr(0, end);
+  }
+  return OwnedIds(zox_splitted_list_split(std::string(reply).c_str()));
 }
 
-void restore(ZOXEventlist *list, gint32 postId) noexcept {
-  if (ensure_posting(list, postId))
-    zox_watchlist_add(postId);
-  else
-    g_warning("zox_watchlist_download(): posting %i valt niet op de ZOX server te vinden\n",
-              postId);
-}
+/** Puts postings on the watchlist, which is saved before every request and at the end. */
+class Restoration {
+public:
+  explicit Restoration(ZOXEventlist *list) noexcept : list_(list), watched_(watched_ids()) {}
+  ~Restoration() { save(); }
+  Restoration(const Restoration &) = delete;
+  Restoration &operator=(const Restoration &) = delete;
+
+  void restore(gint32 postId) noexcept {
+    if (!is_known(postId) && !find(postId))
+      return;
+    if (postId >= 1 && watched_.insert(postId).second)
+      added_.append(zox_string_integer(postId));
+  }
+
+private:
+  [[nodiscard]] bool is_known(gint32 postId) const noexcept {
+    return OwnedEvent(zox_eventlist_lookup_id(list_, postId)) != nullptr;
+  }
+
+  /** Brings a posting from the service into the event list, if it may be asked about one more. */
+  bool find(gint32 postId) noexcept {
+    if (questions_ >= max_questions) {
+      refuse_to_ask();
+      return false;
+    }
+    save();
+    ++questions_;
+    const OwnedEvent found(zox_eventinfo_findpost(postId));
+    if (!found) {
+      g_warning("zox_watchlist_download(): posting %i valt niet op de ZOX server te vinden\n",
+                postId);
+      return false;
+    }
+    zox_eventlist_add_or_replace_event(list_, found.get());
+    zox_eventlist_save(list_);
+    return true;
+  }
+
+  void refuse_to_ask() noexcept {
+    if (!std::exchange(refused_, true))
+      g_warning("zox_watchlist_download(): na %i onbekende postings worden andere onbekende "
+                "overgeslagen\n",
+                max_questions);
+  }
+
+  void save() noexcept {
+    if (added_.list() == nullptr)
+      return;
+    core->config->watchlist = g_slist_concat(core->config->watchlist, added_.release());
+    zox_config_save();
+  }
+
+  ZOXEventlist *list_;
+  std::unordered_set<gint32> watched_;
+  ListBuilder<ZoxString, free_string> added_;
+  int questions_ = 0;
+  bool refused_ = false;
+};
 
 }  // namespace
 }  // namespace velkor
@@ -80,10 +148,11 @@ ZoxErrorCode zox_watchlist_download(char **serverText) {
   hand_over(serverText, reply.notice());
   if (reply.failed())
     return reply.code;
-  const OwnedIds ids(zox_splitted_list_split(reply.text->str));
+  const OwnedIds ids = ids_of(reply.view());
   const OwnedObject<ZOXEventlist> list(zox_eventlist_get());
+  Restoration restoration(list.get());
   for (const ZoxString *id : Items<ZoxString>(ids.get()))
-    restore(list.get(), leading_integer(id->str));
+    restoration.restore(leading_integer(id->str));
   return ZOX_RESULT_SUCCESS;
 }
 

@@ -223,6 +223,71 @@ TEST_F(ZoxWatchlistDownload, IdsBelowOneNeverEnterTheList) {
   EXPECT_EQ(watchlist(), "|");
 }
 
+TEST_F(ZoxWatchlistDownload, TakesTheFirstThousandsOfEndlessIds) {
+  for (gint32 postId = 1; postId <= 10'001; ++postId)
+    add_posting(postId);
+  std::string reply = "||";
+  for (int number = 1; number <= 1'000'000; ++number)
+    reply += std::to_string(number) + "||";
+  const test::LogCapture log;
+  EXPECT_EQ(download(reply.c_str()), 0U);
+  EXPECT_EQ(g_slist_length(core->config->watchlist), 10'000U);
+  EXPECT_TRUE(zox_watchlist_is_in_list(10'000));
+  EXPECT_THAT(log.warnings(),
+              ElementsAre("zox_watchlist_download(): de server geeft meer dan 10000 "
+                          "postings; alleen de eerste tellen\n"));
+  EXPECT_THAT(server.requests(findpost_path), IsEmpty());
+  const std::string before = watchlist();
+  zox_config_load();
+  EXPECT_EQ(watchlist(), before);
+}
+
+TEST_F(ZoxWatchlistDownload, TakesAsManyIdsAsThereMayBe) {
+  add_posting(3);
+  std::string reply;
+  for (int number = 0; number < 10'000; ++number)
+    reply += "3|";
+  const test::LogCapture log;
+  EXPECT_EQ(download(reply.c_str()), 0U);
+  EXPECT_EQ(watchlist(), "|3|");
+  EXPECT_THAT(log.warnings(), IsEmpty());
+}
+
+TEST_F(ZoxWatchlistDownload, AsksAboutAThousandUnknownPostingsAtMost) {
+  server.reply(findpost_path, "UNAUTH");
+  add_posting(5000);
+  add_posting(6000);
+  std::string reply = "5000";
+  for (int number = 1; number <= 1100; ++number)
+    reply += "|" + std::to_string(number);
+  const test::LogCapture log;
+  EXPECT_EQ(download((reply + "|6000").c_str()), 0U);
+  EXPECT_THAT(server.requests(findpost_path), SizeIs(1000));
+  EXPECT_EQ(watchlist(), "|5000|6000|");
+  ASSERT_THAT(log.warnings(), SizeIs(1001));
+  EXPECT_EQ(log.warnings().back(), "zox_watchlist_download(): na 1000 onbekende postings worden "
+                                   "andere onbekende overgeslagen\n");
+}
+
+TEST_F(ZoxWatchlistDownload, SavesWhatItHasBeforeItAsks) {
+  server.reply(findpost_path, "UNAUTH");
+  add_posting(3);
+  server.reply_once(path, "3|12|3");
+  const test::LogCapture log;
+  std::string seen;
+  const auto watch_requests = [](gint64, gint64, gpointer data) -> gint {
+    auto &text = *static_cast<std::string *>(data);
+    if (core->config->watchlist != nullptr)
+      text = watchlist();
+    return 0;
+  };
+  zox_http_set_transfer_callback(watch_requests, &seen);
+  EXPECT_EQ(download(), 0U);
+  zox_http_set_transfer_callback(nullptr, nullptr);
+  EXPECT_EQ(seen, "|3|");
+  EXPECT_TRUE(saved("velkor.conf"));
+}
+
 TEST_F(ZoxWatchlistDownload, FailureLeavesTheListAlone) {
   watch("5");
   EXPECT_EQ(download("UNAUTH"), 2U);
