@@ -171,6 +171,26 @@ Document build_tree(std::string_view text, std::size_t most_nodes, int more_opti
   return TreeBuilder(text, most_nodes, more_options).build();
 }
 
+/** libxml2 reads back sections of less than ten million bytes. */
+constexpr std::size_t max_section_size = 8'000'000;
+
+/** How much of the text goes into a section: up to the mark that ends one, in whole characters. */
+std::size_t section_size(std::string_view text) noexcept {
+  const std::size_t mark = text.substr(0, max_section_size).find("]]>");
+  if (mark != std::string_view::npos)
+    return mark + 2;
+  if (text.size() <= max_section_size)
+    return text.size();
+  const auto continues = [](char byte) {
+    return (static_cast<unsigned char>(byte) & 0xc0) == 0x80;
+  };
+  constexpr std::size_t longest_character = 4;
+  std::size_t size = max_section_size;
+  while (size > max_section_size - longest_character && continues(text[size]))
+    --size;
+  return size;
+}
+
 }  // namespace
 
 void initialize() noexcept {
@@ -283,9 +303,9 @@ std::string cdata(std::string_view text) noexcept {
   constexpr std::string_view end = "]]>";
   std::string section(begin);
   section.reserve(begin.size() + text.size() + end.size());
-  for (std::size_t mark = text.find(end); mark != std::string_view::npos; mark = text.find(end)) {
-    section.append(text.substr(0, mark + 2)).append(end).append(begin);
-    text.remove_prefix(mark + 2);
+  for (std::size_t size = section_size(text); size < text.size(); size = section_size(text)) {
+    section.append(text.substr(0, size)).append(end).append(begin);
+    text.remove_prefix(size);
   }
   return section.append(text).append(end);
 }

@@ -124,8 +124,9 @@ bool is_storable(std::string_view text) noexcept;
 std::string storable(std::string_view text) noexcept;
 
 /**
- * The text, unchanged, as one CDATA section, or as several where it holds the mark that ends one:
- * the new end stands between the second bracket and the ">" of the mark.
+ * The text, unchanged, as one CDATA section, or as several where it holds the mark that ends one,
+ * the new end standing between the second bracket and the ">" of the mark, and where it is longer
+ * than libxml2 would read back.
  */
 std::string cdata(std::string_view text) noexcept;
 

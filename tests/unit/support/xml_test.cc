@@ -249,6 +249,25 @@ TEST(XmlStorable, ReplacesBytesThatAreNoUtf8) {
   EXPECT_NE(xml::parse(document), nullptr);
 }
 
+TEST(XmlCdata, EndsASectionWithinTheMark) {
+  EXPECT_EQ(xml::cdata(""), "<![CDATA[]]>");
+  EXPECT_EQ(xml::cdata("a]]>b]]"), "<![CDATA[a]]]]><![CDATA[>b]]]]>");
+  EXPECT_EQ(xml::cdata("]]>]]>"), "<![CDATA[]]]]><![CDATA[>]]]]><![CDATA[>]]>");
+}
+
+TEST(XmlCdata, CanBeReadBackHoweverLongItIs) {
+  for (const std::string_view piece : {"\u00e9", "\u20ac", "\U0001f600", "]]>"}) {
+    std::string text = "a";  // characters stand across the border of eight million bytes
+    text += repeated(piece, static_cast<int>(piece == "]]>" ? 300000 : 8'100'000 / piece.size()));
+    const xml::Document document = xml::parse("<a>" + xml::cdata(text) + "</a>");
+    ASSERT_NE(document, nullptr) << piece;
+    std::string read;
+    for (const xmlNode *section : xml::Siblings(xmlDocGetRootElement(document.get())->children))
+      read += xml::chars(section->content);
+    EXPECT_TRUE(read == text) << piece;
+  }
+}
+
 /** The root as it is written. */
 std::string written(const xml::Document &document) {
   const std::unique_ptr<xmlBuffer, ReleaseWith<xmlBufferFree>> buffer(xmlBufferCreate());
