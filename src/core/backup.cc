@@ -7,7 +7,6 @@
 #include <memory>
 #include <mutex>
 #include <optional>
-#include <string_view>
 
 #include <glib.h>
 #include <sys/stat.h>
@@ -58,15 +57,6 @@ std::string local_stamp() noexcept {
   return stamp.get();
 }
 
-/** A name beside `path` that no file has. */
-std::string backup_name(const std::string &path, std::string_view mark) noexcept {
-  const std::string first = path + "." + std::string(mark) + "-" + local_stamp();
-  std::string name = first;
-  for (int number = 2; access(name.c_str(), F_OK) == 0; ++number)
-    name = first + "-" + std::to_string(number);
-  return name;
-}
-
 /** Gives the file its second name, or where links are not to be had, that name alone. */
 bool link_as(const std::string &path, const std::string &name) noexcept {
   return link(path.c_str(), name.c_str()) == 0 || std::rename(path.c_str(), name.c_str()) == 0;
@@ -90,6 +80,14 @@ void note_emptied(const char *cache_name, bool compressed) noexcept {
 
 void note_readable(const char *cache_name, bool compressed) noexcept {
   immortal<DueBackups>().remove(cache_path(cache_name, compressed));
+}
+
+std::string backup_name(const std::string &path, std::string_view mark) noexcept {
+  const std::string first = path + "." + std::string(mark) + "-" + local_stamp();
+  std::string name = first;
+  for (int number = 2; access(name.c_str(), F_OK) == 0; ++number)
+    name = first + "-" + std::to_string(number);
+  return name;
 }
 
 bool make_noted_backup(const std::string &path, const std::string &target,

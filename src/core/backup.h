@@ -9,6 +9,7 @@
 #define VELKOR_CORE_BACKUP_H
 
 #include <string>
+#include <string_view>
 
 namespace velkor {
 
@@ -18,6 +19,9 @@ void note_unreadable(const char *cache_name, bool compressed) noexcept;
 void note_emptied(const char *cache_name, bool compressed) noexcept;
 /** A loader says that the file is good (again). */
 void note_readable(const char *cache_name, bool compressed) noexcept;
+
+/** A name that no file has: "<path>.<mark>-YYYYmmdd-HHMMSS", with a number if need be. */
+std::string backup_name(const std::string &path, std::string_view mark) noexcept;
 
 /**
  * Makes a backup of the file if one is due; for AtomicFile.

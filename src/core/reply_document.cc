@@ -6,7 +6,7 @@
 namespace velkor {
 
 ReplyDocument::ReplyDocument(const ZoxString *text, const DocumentRule &rule) noexcept
-    : document_(xml::parse(view_of(text))), fault_(examine(rule)) {}
+    : document_(xml::parse(view_of(text), rule.most_nodes)), fault_(examine(rule)) {}
 
 DocumentFault ReplyDocument::examine(const DocumentRule &rule) noexcept {
   const xmlNode *root = xml::root_named(document_, rule.root, rule.reader, rule.complaint);

@@ -3,6 +3,8 @@
 #ifndef VELKOR_CORE_REPLY_DOCUMENT_H
 #define VELKOR_CORE_REPLY_DOCUMENT_H
 
+#include <cstddef>
+
 #include <velkor/zox_types.h>
 
 #include "support/xml.h"
@@ -21,6 +23,8 @@ struct DocumentRule {
   xml::Complaint complaint{};
   /** Whether a root without children is logged as a warning. */
   bool childless_logged = true;
+  /** How many nodes beside texts the document may have. */
+  std::size_t most_nodes = xml::max_nodes;
 };
 
 class ReplyDocument {

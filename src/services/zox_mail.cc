@@ -8,7 +8,7 @@
 #include <velkor/zox_string.h>
 
 #include "http/service_request.h"
-#include "services/mail_document.h"
+#include "services/mail_reply.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 
@@ -63,11 +63,11 @@ ZoxErrorCode zox_mail_fetch(guint32 *numNewMail, char **message) {
   const ServiceReply reply = ask({{"mode", "read"}});
   if (reply.failed())
     return report_failure(reply, message);
-  GSList *messages = zox_mail_parse(reply.text.get());
-  if (messages == nullptr)
+  OwnedMail messages = read_mail_reply(reply.text.get());
+  if (!messages)
     return finish_without_message(ZOX_RESULT_NOT_PARSED, message);
-  *numNewMail = g_slist_length(messages);
-  add_to_box(messages);
+  *numNewMail = g_slist_length(messages.get());
+  add_to_box(messages.release());
   // When the file could not be written, the list in memory is all there is of the new messages.
   if (zox_mail_save() == 0)
     zox_mail_load();

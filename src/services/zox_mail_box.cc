@@ -1,5 +1,11 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** The messages of the core: the list, its records and the mail file. */
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+#include <unordered_set>
+#include <utility>
+
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_file.h>
 #include <velkor/zox_string.h>
@@ -10,6 +16,7 @@
 #include "services/mail_document.h"
 #include "support/assertion.h"
 #include "support/slist.h"
+#include "support/text.h"
 
 namespace velkor {
 namespace {
@@ -85,8 +92,12 @@ gint32 zox_mail_load(void) {
     finish_reading(mail_file, false, {});
     return 0;
   }
-  MailReading reading = read_mail(text.get());
+  // The box may have grown beyond what one reply may hold.
+  MailReading reading =
+      read_mail(text.get(), {.most_nodes = std::numeric_limits<std::size_t>::max()});
   finish_reading(mail_file, false, reading.fault);
+  if (reading.unusable && text->len > 0)
+    reading.messages = rescue_mail(view_of(text.get()));
   const OwnedMail earlier(std::exchange(core->mail, reading.messages.release()));
   return 0;
 }

@@ -80,27 +80,79 @@ std::string fault_of(const ReplyDocument &document) noexcept {
   return {};
 }
 
-}  // namespace
+/** A message without a code; null, with a warning, when it lacks a text. */
+ZoxBericht *message_of(const ZoxBericht &parts) noexcept {
+  ZoxBericht *bericht =
+      zox_mail_bericht_new(chars_or_null(parts.from), chars_or_null(parts.subject),
+                           chars_or_null(parts.body), parts.stamp);
+  if (bericht == nullptr)
+    g_warning("zox_mail_parse_bericht(): bericht zonder From, Subject of Body overgeslagen\n");
+  return bericht;
+}
 
-MailReading read_mail(const ZoxString *text) noexcept {
-  const ReplyDocument document(text, mail_rule);
-  if (document.fault() != DocumentFault::none)
-    return {nullptr, fault_of(document)};
-  ListBuilder<ZoxBericht, zox_mail_bericht_free> messages;
-  std::string fault;
-  for (xmlNode *node : document.children()) {
+/** The messages among siblings; whether all of them have their texts. */
+bool read_messages(xmlDoc *document, const xml::Siblings &nodes, bool asserts,
+                   ListBuilder<ZoxBericht, zox_mail_bericht_free> &messages) noexcept {
+  bool complete = true;
+  for (xmlNode *node : nodes) {
     const std::optional<ZoxMailCode> code = message_code(node);
     if (!code)
       continue;
-    ZoxBericht *bericht = zox_mail_parse_bericht(document.get(), node->children);
+    ZoxBericht *bericht = asserts ? zox_mail_parse_bericht(document, node->children)
+                                  : message_of(BerichtParts(document, node->children).get());
     if (bericht == nullptr) {
-      fault = "a message lacks From, Subject or Body";
+      complete = false;
       continue;
     }
     bericht->code = *code;
     messages.append(bericht);
   }
-  return {OwnedMail(messages.release()), fault};
+  return complete;
+}
+
+/** The text without control characters, whatever the encoding that it declares. */
+std::string without_controls(std::string_view text) noexcept {
+  std::string kept(text);
+  std::erase_if(kept, [](char byte) {
+    return static_cast<unsigned char>(byte) < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
+  });
+  return kept;
+}
+
+}  // namespace
+
+MailReading read_mail(const ZoxString *text, const MailRule &rule) noexcept {
+  DocumentRule document_rule = mail_rule;
+  document_rule.most_nodes = rule.most_nodes;
+  const ReplyDocument document(text, document_rule);
+  if (document.fault() != DocumentFault::none)
+    return {nullptr, fault_of(document), document.fault() == DocumentFault::empty};
+  ListBuilder<ZoxBericht, zox_mail_bericht_free> messages;
+  const bool complete = read_messages(document.get(), document.children(), rule.asserts, messages);
+  return {OwnedMail(messages.release()),
+          complete ? std::string() : "a message lacks From, Subject or Body"};
+}
+
+OwnedMail rescue_mail(std::string_view text) noexcept {
+  ListBuilder<ZoxBericht, zox_mail_bericht_free> messages;
+  const auto take = [&messages](const xml::Document &document) {
+    const xmlNode *root = xmlDocGetRootElement(document.get());
+    if (root != nullptr)
+      read_messages(document.get(), xml::Siblings(root->children), false, messages);
+    return root != nullptr;
+  };
+  const std::string without = without_controls(text);
+  if (take(xml::parse(without)))
+    return OwnedMail(messages.release());
+  const std::string storable = xml::storable(text);
+  std::string_view rest = storable;
+  std::size_t start = rest.find(message_start);
+  for (int count = 0; start != std::string_view::npos && count < max_rescued; ++count) {
+    rest.remove_prefix(start);
+    start = rest.find(message_start, message_start.size());
+    take(xml::recover("<Mail>" + std::string(rest.substr(0, start)) + "</Mail>"));
+  }
+  return OwnedMail(messages.release());
 }
 
 }  // namespace velkor
@@ -120,11 +172,7 @@ ZoxBericht *zox_mail_parse_bericht(xmlDocPtr doc, xmlNodePtr firstChild) {
   ZOX_ASSERT_AS(read.from != nullptr || tolerant(), "from");
   ZOX_ASSERT_AS(read.subject != nullptr || tolerant(), "subject");
   ZOX_ASSERT_AS(read.body != nullptr || tolerant(), "body");
-  ZoxBericht *bericht = zox_mail_bericht_new(chars_or_null(read.from), chars_or_null(read.subject),
-                                             chars_or_null(read.body), read.stamp);
-  if (bericht == nullptr)
-    g_warning("zox_mail_parse_bericht(): bericht zonder From, Subject of Body overgeslagen\n");
-  return bericht;
+  return message_of(read);
 }
 
 }  // extern "C"

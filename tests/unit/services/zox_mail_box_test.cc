@@ -132,6 +132,18 @@ TEST_F(ZoxMailBox, KeepsAFileThatCannotBeUnderstood) {
   }
 }
 
+TEST_F(ZoxMailBox, ReadsWhatItCanOfADamagedFileAndKeepsThat) {
+  const std::string damaged =
+      "<Mail>" + received("een") + received("twee", "a\1&") + received("drie") + "</Mail>";
+  write(damaged);
+  standard_error_of([] { EXPECT_EQ(zox_mail_load(), 0); });
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_DAMAGED);
+  EXPECT_THAT(shown(core->mail), ElementsAre("1 een/s/b", "1 twee/s/a", "1 drie/s/b"));
+  EXPECT_EQ(zox_mail_save(), 0);
+  ASSERT_EQ(backups().size(), 1U);
+  EXPECT_EQ(read_file(backups().front()), damaged);
+}
+
 TEST_F(ZoxMailBox, KeepsAFileThatTolerantModeReadsInPart) {
   const Tolerance tolerance;
   const std::string file_text =

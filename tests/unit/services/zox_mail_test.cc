@@ -87,6 +87,184 @@ TEST_F(ZoxMail, CountsAReplyWithoutMessagesAsAFailure) {
   }
 }
 
+/** Fetching replies of which something cannot be read. */
+class ZoxMailDamaged : public ZoxMail {
+protected:
+  ZoxErrorCode fetch_reply(const std::string &text) {
+    server.reply(path, text);
+    ZoxErrorCode code = 0;
+    standard_error_of([&] { code = fetch(); });
+    return code;
+  }
+
+  [[nodiscard]] std::vector<std::filesystem::path> kept() const {
+    std::vector<std::filesystem::path> found;
+    for (const auto &entry : std::filesystem::recursive_directory_iterator(sandbox.home())) {
+      if (entry.path().filename().string().starts_with("velkor.mail.antwoord-"))
+        found.push_back(entry.path());
+    }
+    return found;
+  }
+
+  /** The reply is kept once, for its owner alone, and named in a warning. */
+  void expect_kept(const std::string &text) const {
+    ASSERT_EQ(kept().size(), 1U);
+    const std::filesystem::path file = kept().front();
+    EXPECT_TRUE(read_file(file) == text);
+    using std::filesystem::perms;
+    EXPECT_EQ(std::filesystem::status(file).permissions(), perms::owner_read | perms::owner_write);
+    EXPECT_THAT(log.warnings(),
+                ::testing::Contains(::testing::AllOf(
+                    HasSubstr("zox_mail_fetch(): niet alle berichten konden worden gelezen ("),
+                    HasSubstr("blijft bewaard als " + file.string()))));
+  }
+};
+
+TEST_F(ZoxMailDamaged, BytesThatXmlCannotHoldCostThemselvesOnly) {
+  const std::string text = "<Mail>" + received("een") +
+                           received("twee", "a\1b\xe9"
+                                            "c\x1b") +
+                           received("drie", "\u20ac") + "</Mail>";
+  EXPECT_EQ(fetch_reply(text), 0U);
+  EXPECT_EQ(count, 3U);
+  EXPECT_THAT(shown(core->mail), ElementsAre("1 een/s/b", "1 twee/s/ab\ufffdc", "1 drie/s/\u20ac"));
+  expect_kept(text);
+}
+
+TEST_F(ZoxMailDamaged, ADeclaredEncodingStaysTheOneOfTheText) {
+  EXPECT_EQ(fetch_reply("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><Mail>" +
+                        received("een", "\2caf\xe9") + "</Mail>"),
+            0U);
+  EXPECT_THAT(shown(core->mail), ElementsAre("1 een/s/caf\u00e9"));
+}
+
+TEST_F(ZoxMailDamaged, DamageInOneMessageCostsNoOther) {
+  const std::vector<std::string> damaged{
+      "<Event Code=\"1\"><From>x</From><Subject>s</Subject><Body>",
+      "<Event Code=\"1\"><From>x</From><Subject><b>s</Subject></Event>",
+      "<Event Code=\"1\"><From>x</From></Subject></Body></Event></Event>",
+      "<Event Code=\"1\"><From>x<Subject>s</Subject><Body><![CDATA[ </Body></Event>"};
+  for (const std::string &one : damaged) {
+    zox_mail_free(std::exchange(core->mail, nullptr));
+    const std::string text = "<Mail>" + received("een") + one + received("drie") + "</Mail>";
+    EXPECT_EQ(fetch_reply(text), 0U) << one;
+    std::vector<std::string> box = shown(core->mail);
+    EXPECT_EQ(std::erase_if(box, [](const auto &each) { return each.starts_with("1 x/"); }),
+              count - 2);
+    EXPECT_THAT(box, ElementsAre("1 een/s/b", "1 drie/s/b")) << one;
+    expect_kept(text);
+    std::filesystem::remove(kept().front());
+  }
+}
+
+TEST_F(ZoxMailDamaged, ACharacterThatXmlCannotHoldCostsItselfOnly) {
+  const std::string text =
+      "<Mail>" + received("een", "a&#1;b&onbekend;c & d") + received("twee") + "</Mail>";
+  EXPECT_EQ(fetch_reply(text), 0U);
+  EXPECT_EQ(count, 2U);
+  EXPECT_EQ(shown(core->mail).back(), "1 twee/s/b");
+  expect_kept(text);
+}
+
+TEST_F(ZoxMailDamaged, WhatComesBeforeAZeroByteIsRead) {
+  const std::string text = "<Mail>" + received("een") + received("twee", "ab");
+  EXPECT_EQ(fetch_reply(text + std::string("\0cd", 3) + received("drie") + "</Mail>"), 0U);
+  EXPECT_THAT(shown(core->mail), ElementsAre("1 een/s/b", "1 twee/s/ab"));
+  expect_kept(text);
+}
+
+TEST_F(ZoxMailDamaged, AReplyOfWhichNothingCanBeReadIsKept) {
+  put_in_box("oud");
+  const std::string text = "<Mail><Event Code=\"1\"><From>a";
+  EXPECT_EQ(fetch_reply(text), 11U);
+  EXPECT_THAT(shown(core->mail), ElementsAre("1 oud/s/b"));
+  expect_kept(text);
+}
+
+TEST_F(ZoxMailDamaged, AReplyWithoutMessagesIsNotKept) {
+  for (const char *text : {"<html><body>502</html>", "niet goed", "<Mail/>", "<Mail>",
+                           "<Mail><Event Code=\"0\"/></Mail>"})
+    EXPECT_EQ(fetch_reply(text), 11U) << text;
+  EXPECT_THAT(kept(), ::testing::IsEmpty());
+}
+
+TEST_F(ZoxMailDamaged, AReplyWithoutDamageIsNotKept) {
+  EXPECT_EQ(fetch_reply("<Mail>" + received("een") + "</Mail>"), 0U);
+  EXPECT_THAT(kept(), ::testing::IsEmpty());
+  EXPECT_THAT(log.warnings(), ::testing::IsEmpty());
+}
+
+TEST_F(ZoxMailDamaged, TellsOfAReplyThatCannotBeKept) {
+  const ClosedCacheDirectory closed(sandbox.cache());
+  EXPECT_EQ(fetch_reply("<Mail>" + received("een", "\1") + "</Mail>"), 0U);
+  EXPECT_THAT(shown(core->mail), ElementsAre("1 een/s/"));
+  EXPECT_THAT(log.warnings(), ::testing::Contains(HasSubstr("kon niet worden bewaard als ")));
+}
+
+TEST_F(ZoxMailDamaged, AnIncompleteMessageIsKeptInTolerantMode) {
+  const Tolerance tolerance;
+  const std::string text =
+      "<Mail><Event Code=\"1\"><From>x</From></Event>" + received("twee") + "</Mail>";
+  EXPECT_EQ(fetch_reply(text), 0U);
+  EXPECT_THAT(shown(core->mail), ElementsAre("1 twee/s/b"));
+  expect_kept(text);
+}
+
+TEST_F(ZoxMailDamaged, ABodyThatIsTooLongForXmlCostsNoOtherMessage) {
+  const std::string text = "<Mail>" + received("een") +
+                           received("twee", "<![CDATA[" + std::string(11'000'000, 'x') + "]]>") +
+                           received("drie") + "</Mail>";
+  EXPECT_EQ(fetch_reply(text), 0U);
+  expect_kept(text);
+  std::vector<std::string> senders;
+  for (const ZoxBericht *bericht : Items<const ZoxBericht>(core->mail))
+    senders.emplace_back(bericht->from->str);
+  EXPECT_THAT(senders, ::testing::AllOf(::testing::Contains("een"), ::testing::Contains("drie")));
+}
+
+TEST_F(ZoxMailDamaged, ABodyOfManySectionsIsReadBackFromTheFile) {
+  const std::string part(6'000'000, 'x');
+  EXPECT_EQ(fetch_reply("<Mail>" +
+                        received("een", "<![CDATA[" + part + "]]><![CDATA[" + part + "]]>") +
+                        received("twee") + "</Mail>"),
+            0U);
+  ASSERT_EQ(g_slist_length(core->mail), 2U);
+  EXPECT_EQ(zox_mail_load(), 0);
+  ASSERT_EQ(g_slist_length(core->mail), 2U);
+  EXPECT_EQ(static_cast<ZoxBericht *>(core->mail->data)->body->len, 2 * part.size());
+  EXPECT_THAT(kept(), ::testing::IsEmpty());
+}
+
+TEST_F(ZoxMailDamaged, MarksThatEndASectionAreReadBackFromTheFile) {
+  std::string body;
+  for (int number = 0; number < 300'000; ++number)
+    body += "]]>";
+  put_in_box("oud", "s", body.c_str());
+  EXPECT_EQ(fetch_reply("<Mail>" + received("een") + "</Mail>"), 0U);
+  ASSERT_EQ(g_slist_length(core->mail), 2U);
+  EXPECT_TRUE(text_of(static_cast<ZoxBericht *>(core->mail->data)->body) == body);
+}
+
+std::string messages_without_texts(int number) {
+  std::string text;
+  while (number-- > 0)
+    text += "<Event Code=\"1\"><From/><Subject/><Body/></Event>";
+  return text;
+}
+
+TEST_F(ZoxMailDamaged, ABoxMayGrowBeyondOneReply) {
+  EXPECT_EQ(fetch_reply("<Mail>" + messages_without_texts(110'000) + "</Mail>"), 0U);
+  EXPECT_EQ(g_slist_length(core->mail), 110'000U);
+  EXPECT_THAT(log.warnings(), ::testing::IsEmpty());
+}
+
+TEST_F(ZoxMailDamaged, OfEndlessMessagesTheFirstAreReadAndAllAreKept) {
+  const std::string text = "<Mail>&" + messages_without_texts(50'001) + "</Mail>";
+  EXPECT_EQ(fetch_reply(text), 0U);
+  EXPECT_EQ(count, 50'000U);
+  expect_kept(text);
+}
+
 TEST_F(ZoxMail, KeepsMessagesThatCouldNotBeSavedInMemory) {
   put_in_box("oud");
   ASSERT_EQ(zox_mail_save(), 0);
@@ -157,6 +335,18 @@ TEST_F(ZoxMailDeathTest, AssertsItsPlaces) {
   const FreshProcess fresh(sandbox);
   EXPECT_DEATH(zox_mail_check(nullptr, nullptr), "assertion failed: \\(mailWaiting\\)");
   EXPECT_DEATH(zox_mail_fetch(nullptr, nullptr), "assertion failed: \\(numNewMail\\)");
+}
+
+using ZoxMailDamagedDeathTest = ZoxMailDamaged;
+
+TEST_F(ZoxMailDamagedDeathTest, AnIncompleteMessageFailsAnAssertionOnceTheReplyIsKept) {
+  const FreshProcess fresh(sandbox);
+  const std::string text =
+      "<Mail>" + received("een") + "<Event Code=\"1\"><From>x</From></Event></Mail>";
+  server.reply(path, text);
+  EXPECT_DEATH(fetch(), "assertion failed: \\(subject\\)");
+  ASSERT_EQ(kept().size(), 1U);
+  EXPECT_EQ(read_file(kept().front()), text);
 }
 
 /** How many messages the mail file holds, all of them whole. */
