@@ -66,10 +66,18 @@ ZoxErrorCode zox_mail_post(ZoxBericht *bericht, char **message);
 gint32 zox_mail_delete(ZoxBericht *bericht);
 
 /**
+ * Addition to the interface: zox_mail_delete() for several messages, with one save of the file.
+ * When it cannot be saved, all of them stay where they were. Asserts "core->mail".
+ * @param messages  a list of messages of `core->mail`, which stays the caller's; may be null
+ * @return as zox_mail_save()
+ */
+gint32 zox_mail_delete_messages(const GSList *messages);
+
+/**
  * Replaces the list by the file's messages; pointers to messages become invalid. Without a file the
  * current list is saved. A file that cannot be opened leaves the list, one that is not understood
- * gives what can be read of it; of either, the next save makes a backup under a name that ends in
- * ".onleesbaar-" and the time. A core for reading only does not save the list.
+ * gives what can be read of it, message by message; of either, the next save makes a backup under a
+ * name that ends in ".onleesbaar-" and the time. A core for reading only does not save the list.
  * @return 0; without a file as zox_mail_save()
  */
 gint32 zox_mail_load(void);

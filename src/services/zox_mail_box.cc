@@ -110,15 +110,26 @@ gint32 zox_mail_save(void) {
 }
 
 gint32 zox_mail_delete(ZoxBericht *bericht) {
-  ZOX_ASSERT(core);
-  ZOX_ASSERT(core->mail);
-  const gint place = g_slist_index(core->mail, bericht);
-  core->mail = g_slist_remove(core->mail, bericht);
+  const OwnedCells messages(g_slist_prepend(nullptr, bericht));
+  return zox_mail_delete_messages(messages.get());
+}
+
+gint32 zox_mail_delete_messages(const GSList *messages) {
+  ZOX_ASSERT_IN(zox_mail_delete, core, "core");
+  ZOX_ASSERT_IN(zox_mail_delete, core->mail, "core->mail");
+  const Items<ZoxBericht> given(messages);
+  const std::unordered_set<ZoxBericht *> deleted(given.begin(), given.end());
+  CellBuilder<ZoxBericht> kept;
+  for (ZoxBericht *bericht : Items<ZoxBericht>(core->mail)) {
+    if (!deleted.contains(bericht))
+      kept.append(bericht);
+  }
+  OwnedCells other(std::exchange(core->mail, kept.release()));
   const gint32 result = zox_mail_save();
-  if (result != 0 && place >= 0)
-    core->mail = g_slist_insert(core->mail, bericht, place);
+  if (result != 0)
+    other.reset(std::exchange(core->mail, other.release()));
   else
-    zox_mail_bericht_free(bericht);
+    std::ranges::for_each(deleted, zox_mail_bericht_free);
   return result;
 }
 

@@ -225,6 +225,35 @@ TEST_F(ZoxMailBox, DeletesAMessageFromListAndFile) {
   EXPECT_THAT(shown(core->mail), ElementsAre("1 drie/s/b"));
 }
 
+TEST_F(ZoxMailBox, DeletesManyMessagesWithOneSave) {
+  GSList *many = nullptr;
+  for (int number = 0; number < 50'000; ++number) {
+    core->mail = g_slist_prepend(core->mail, zox_mail_bericht_new("weg", "s", "b", 1));
+    many = g_slist_prepend(many, core->mail->data);
+  }
+  put_in_box("blijft");
+  core->mail = g_slist_prepend(core->mail, zox_mail_bericht_new("eerste", "s", "b", 1));
+  many = g_slist_prepend(many, many->data);  // the same one twice
+  const OwnedCells cells(many);
+  EXPECT_EQ(zox_mail_delete_messages(many), 0);
+  EXPECT_THAT(shown(core->mail), ElementsAre("0 eerste/s/b", "1 blijft/s/b"));
+  EXPECT_THAT(file(), testing::Not(HasSubstr("weg")));
+  EXPECT_EQ(zox_mail_delete_messages(nullptr), 0);
+  EXPECT_EQ(zox_mail_get_num_messages(), 2U);
+}
+
+TEST_F(ZoxMailBox, KeepsMessagesWhoseDeletionCannotBeSaved) {
+  GSList *both = g_slist_prepend(nullptr, put_in_box("een"));
+  put_in_box("twee");
+  both = g_slist_prepend(both, put_in_box("drie"));
+  const OwnedCells cells(both);
+  {
+    const ClosedCacheDirectory closed(sandbox.cache());
+    EXPECT_EQ(zox_mail_delete_messages(both), -1);
+  }
+  EXPECT_THAT(shown(core->mail), ElementsAre("1 een/s/b", "1 twee/s/b", "1 drie/s/b"));
+}
+
 TEST_F(ZoxMailBox, LeavesAnEmptyDocumentWhenTheLastMessageGoes) {
   EXPECT_EQ(zox_mail_delete(put_in_box("een")), 0);
   EXPECT_EQ(core->mail, nullptr);
