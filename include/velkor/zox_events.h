@@ -48,7 +48,7 @@ ZoxErrorCode zox_events_fetch_get_available(GSList **dumpList, gint32 lastCheck,
  * merges all postings at once, saves the list, moves `lastCheck` to `prevCheck` and the server's
  * stamp to `lastCheck`, saves the settings and loads the list from the cache, which forgets the
  * filtered set. A stamp below 0 or of 2147483647 is no time: the update times then stay as they
- * were, with a warning. More than 50,000 names of dumps, 1,000 questions, or 2,000,000 postings in
+ * were, with a warning. More than 50,000 names of dumps, 1,000 questions, or 1,000,000 postings in
  * one dump are more than any service has and end the update with 11. A failure leaves the times as they were, so that the next
  * update asks for the same again; so does a list that cannot be saved, with a warning, but the
  * merged postings then stay in memory and the result is 0. After a result of 0,

@@ -30,7 +30,8 @@ G_BEGIN_DECLS
  *                  by one (reverse order of the document). Or null
  * @param retError  receives null or a message; may be null
  * @param quiet     0 to print an unusable document on standard output
- * @return 0; 11 when the document is not well-formed, has another root or an empty one
+ * @return 0; 11 when the document is not well-formed, has another root or an empty one, more than
+ *         10,000 different names or, for a list, more than 1,000,000 postings
  */
 ZoxErrorCode zox_events_parse(const ZoxString *buffer, GHashTable **retTree, GSList **retList,
                               char **retError, gint32 quiet);

@@ -8,9 +8,6 @@
 #include <unistd.h>
 #include <zlib.h>
 
-#include "posting/event_fields.h"
-#include "support/text.h"
-
 namespace velkor {
 namespace {
 
@@ -22,14 +19,6 @@ using OwnedGzip = std::unique_ptr<gzFile_s, ReleaseWith<gzclose>>;
 /** Closes the stream; false when its data broke off before its end. */
 bool ends_properly(OwnedGzip file) noexcept {
   return gzclose_r(file.release()) == Z_OK;
-}
-
-/** Whether a tag that goes on like this is that of a posting. */
-bool begins_posting(std::string_view tag) noexcept {
-  constexpr std::string_view name = event_element;
-  constexpr std::string_view ends = "/> \t\r\n";
-  return tag.size() > name.size() && equal_ignoring_case(tag.substr(0, name.size()), name) &&
-         ends.find(tag[name.size()]) != std::string_view::npos;
 }
 
 }  // namespace
@@ -55,21 +44,6 @@ OwnedString read_dump(const char *path, std::size_t max_size) noexcept {
     g_string_append_len(text.get(), block.data(), static_cast<gssize>(bytes));
   }
   return length == 0 && ends_properly(std::move(file)) ? std::move(text) : nullptr;
-}
-
-bool has_more_postings_than(std::size_t count, std::string_view dump) noexcept {
-  constexpr std::string_view shortest = "<Event/>";
-  if (dump.size() / shortest.size() <= count)
-    return false;
-  // A prefix may stand before the name.
-  constexpr std::string_view marks = "<:";
-  for (std::size_t mark = dump.find_first_of(marks); mark != std::string_view::npos;
-       mark = dump.find_first_of(marks)) {
-    dump.remove_prefix(mark + 1);
-    if (begins_posting(dump) && count-- == 0)
-      return true;
-  }
-  return false;
 }
 
 }  // namespace velkor

@@ -4,7 +4,6 @@
 #define VELKOR_OPERATIONS_DUMP_FILE_H
 
 #include <cstddef>
-#include <string_view>
 
 #include "support/owned.h"
 
@@ -36,9 +35,6 @@ inline constexpr std::size_t max_dump_size = std::size_t{1} << 30;
  * @return the text; null when the gzip data is broken or incomplete, or makes too much
  */
 OwnedString read_dump(const char *path, std::size_t max_size = max_dump_size) noexcept;
-
-/** Whether the text of a dump begins more than `count` postings, wherever in it. */
-bool has_more_postings_than(std::size_t count, std::string_view dump) noexcept;
 
 }  // namespace velkor
 

@@ -11,8 +11,6 @@ namespace velkor {
 inline constexpr std::size_t max_dumps = 50'000;
 /** Questions of one recursive update. */
 inline constexpr int max_questions = 1'000;
-/** Postings of one dump, which holds some thousands. */
-inline constexpr std::size_t max_postings_of_dump = 2'000'000;
 
 }  // namespace velkor
 

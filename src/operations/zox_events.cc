@@ -17,6 +17,7 @@
 #include "core/file_outcome.h"
 #include "operations/dump_file.h"
 #include "operations/update_bounds.h"
+#include "store/eventlist_store.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 #include "support/slist.h"
@@ -165,9 +166,6 @@ private:
     OwnedString decompressedData;
     if (const ZoxErrorCode code = download(name, decompressedData); code != ZOX_RESULT_SUCCESS)
       return code;
-    if (has_more_postings_than(max_postings_of_dump, view_of(decompressedData.get())))
-      return refuse(g_strdup_printf("zox_events_fetch(): a dump of more than %zu postings",
-                                    max_postings_of_dump));
     GSList *objects = nullptr;
     const ZoxErrorCode parsed =
         zox_events_parse(decompressedData.get(), nullptr, &objects, server_text_, 0);
@@ -216,7 +214,16 @@ void save_and_reload(gint64 stamp) noexcept {
   if (!save(stamp))
     return;
   const JoinedOutcome outcome;
-  zox_eventlist_load(core->eventlist, nullptr);
+  reload(core->eventlist);
+}
+
+/**
+ * Loads the list from the cache; false when the file is there but cannot be read, since what is
+ * merged into nothing would then replace it.
+ */
+bool start_from_cache() noexcept {
+  reload(core->eventlist);
+  return file_outcome().status != ZOX_FILE_UNREADABLE;
 }
 
 }  // namespace
@@ -258,8 +265,8 @@ ZoxErrorCode zox_events_fetch(ZoxEventsProgress progress, ZoxEventlistProgress m
     return ZOX_RESULT_NOTHING_NEW;
   if (const ZoxErrorCode code = update.fetch_dumps(); code != ZOX_RESULT_SUCCESS)
     return code;
-  if (core->config->lastCheck != 0)
-    zox_eventlist_load(core->eventlist, nullptr);
+  if (core->config->lastCheck != 0 && !start_from_cache())
+    return ZOX_RESULT_UNKNOWN_ERROR;
   update.postings().merge_into(core->eventlist, mergeProgress, userData);
   if (done != nullptr)
     done(userData);

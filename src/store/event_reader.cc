@@ -25,19 +25,6 @@ constexpr int posting_depth = 2;
 constexpr int field_depth = 3;
 constexpr int track_depth = 4;
 
-/** Hands the parser piece after piece of a text that stays where it is. */
-struct Source {
-  std::string_view rest;
-
-  static int read(void *context, char *buffer, int length) noexcept {
-    auto &rest = static_cast<Source *>(context)->rest;
-    const std::size_t bytes = std::min(rest.size(), static_cast<std::size_t>(length));
-    std::memcpy(buffer, rest.data(), bytes);
-    rest.remove_prefix(bytes);
-    return static_cast<int>(bytes);
-  }
-};
-
 }  // namespace
 
 struct EventReader::Callbacks {
@@ -55,7 +42,8 @@ struct EventReader::Callbacks {
   }
 
   static void end_element(void *context, const xmlChar *, const xmlChar *, const xmlChar *) {
-    reader(static_cast<xmlParserCtxt *>(context)).end_element();
+    auto *parser = static_cast<xmlParserCtxt *>(context);
+    reader(parser).end_element(parser);
   }
 
   static void characters(void *context, const xmlChar *text, int length) {
@@ -89,19 +77,17 @@ EventReader::Outcome EventReader::read(std::string_view document) noexcept {
   if (document.empty())
     return Outcome::NotWellFormed;
   xmlSAXHandler handler = Callbacks::handler();
-  Source source{document};
-  const xml::Parser parser(xmlCreateIOParserCtxt(&handler, nullptr, Source::read, nullptr, &source,
-                                                 XML_CHAR_ENCODING_NONE));
+  xml::Source source(document);
+  const xml::Parser parser = source.make_parser(handler);
   if (!parser)
     return Outcome::NotWellFormed;
-  xmlCtxtUseOptions(parser.get(),
-                    diagnosis_ == Diagnosis::told
-                        ? xml::parse_options
-                        : xml::parse_options | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
+  if (diagnosis_ == Diagnosis::silent)
+    xmlCtxtUseOptions(parser.get(), xml::parse_options | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
   parser->_private = this;
   bytes_allowed_ = std::max(always_allowed, allowed_growth * document.size());
   note_names(parser->dict);
-  const bool usable = xmlParseDocument(parser.get()) == 0 && parser->wellFormed != 0 && !refused_;
+  const bool usable = xmlParseDocument(parser.get()) == 0 && parser->wellFormed != 0 && !refused_ &&
+                      !source.held_back();
   const xml::Document declarations(std::exchange(parser->myDoc, nullptr));
   if (!usable)
     return Outcome::NotWellFormed;
@@ -160,11 +146,11 @@ void EventReader::start_field(const xmlChar *name) noexcept {
   draft_.open(*field_);
 }
 
-void EventReader::end_element() noexcept {
+void EventReader::end_element(xmlParserCtxt *parser) noexcept {
   switch (depth_--) {
   case posting_depth:
     if (std::exchange(in_posting_, false))
-      postings.push_back(draft_.finish());
+      end_posting(parser);
     break;
   case field_depth:
     if (const EventField *field = std::exchange(field_, nullptr))
@@ -177,6 +163,13 @@ void EventReader::end_element() noexcept {
   default:
     break;
   }
+}
+
+void EventReader::end_posting(xmlParserCtxt *parser) noexcept {
+  if (postings.size() < most_postings_)
+    postings.push_back(draft_.finish());
+  else
+    refuse(parser, "Document of too many postings\n");
 }
 
 void EventReader::end_field(const EventField &field) noexcept {
@@ -205,12 +198,16 @@ bool EventReader::within_bounds(xmlParserCtxt *parser, std::size_t bytes) noexce
     bytes_allowed_ -= bytes;
     return true;
   }
-  if (!refused_ && diagnosis_ == Diagnosis::told)
-    xmlGenericError(xmlGenericErrorContext, "Detected an entity reference loop\n");
-  refused_ = true;
+  refuse(parser, "Detected an entity reference loop\n");
   bytes_allowed_ = 0;
-  xmlStopParser(parser);
   return false;
+}
+
+void EventReader::refuse(xmlParserCtxt *parser, const char *reason) noexcept {
+  if (!refused_ && diagnosis_ == Diagnosis::told)
+    xmlGenericError(xmlGenericErrorContext, "%s", reason);
+  refused_ = true;
+  xmlStopParser(parser);
 }
 
 }  // namespace velkor

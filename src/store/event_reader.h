@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstddef>
+#include <limits>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -43,6 +44,9 @@ public:
   EventReader(const EventReader &) = delete;
   EventReader &operator=(const EventReader &) = delete;
 
+  /** Refuses a document of more postings than that. */
+  void limit_postings(std::size_t most) noexcept { most_postings_ = most; }
+
   /** Reads a whole document, once. */
   Outcome read(std::string_view document) noexcept;
 
@@ -56,7 +60,8 @@ private:
 
   void note_names(xmlDict *dictionary) noexcept;
   void start_element(xmlParserCtxt *parser, const xmlChar *name) noexcept;
-  void end_element() noexcept;
+  void end_element(xmlParserCtxt *parser) noexcept;
+  void end_posting(xmlParserCtxt *parser) noexcept;
   void characters(xmlParserCtxt *parser, std::string_view text) noexcept;
   void other_node() noexcept;
 
@@ -65,8 +70,11 @@ private:
   [[nodiscard]] bool is_event(const xmlChar *name) const noexcept;
   /** Counts what the parser delivers; false when entities have made far too much of it. */
   bool within_bounds(xmlParserCtxt *parser, std::size_t bytes) noexcept;
+  /** Ends the reading of a document that is not to be used. */
+  void refuse(xmlParserCtxt *parser, const char *reason) noexcept;
 
   const Diagnosis diagnosis_;
+  std::size_t most_postings_ = std::numeric_limits<std::size_t>::max();
   std::size_t bytes_allowed_ = 0;
   /* The names as the parser's dictionary holds them, so that addresses can be compared. */
   std::array<const xmlChar *, event_fields.size()> field_names_{};

@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * What the operations of the event list share; all of it needs the list's lock held for writing,
- * which debug builds check.
+ * What the operations of the event list share; but for reload(), all of it needs the list's lock
+ * held for writing, which debug builds check.
  *
  * The filtered set holds its entries without references. What leaves the list while it is still in
  * that set is therefore kept until the set goes, and an earlier filter until the list goes, since
@@ -34,6 +34,14 @@ bool put_entry(ZOXEventlist *list, OwnedEventObject object) noexcept;
 
 /** Takes the entry out of the list; false when there is none. */
 bool remove_entry(ZOXEventlist *list, gint32 postId) noexcept;
+
+/**
+ * Loads the list as zox_eventlist_load() does. Only while the file that this process read or wrote
+ * last cannot be read, or shows other bytes, the list stays as it is: a passing fault costs
+ * nothing.
+ * @return as zox_eventlist_load(); 1 when the list stays, with a warning
+ */
+ZoxErrorCode reload(ZOXEventlist *list) noexcept;
 
 }  // namespace velkor
 

@@ -2,6 +2,8 @@
 /** The event list's cache file. */
 #include <velkor/zox_eventlist.h>
 
+#include <cerrno>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -74,17 +76,13 @@ void take_over(ZOXEventlist *list, std::vector<SectionContent> contents) noexcep
 }
 
 /**
- * Takes the postings from the list itself, as far as the file still is the one known and holds just
+ * Takes the postings from the list itself, as far as the file, which is the one known, holds just
  * them. They end up as if they had been read: new objects without details.
- * @return false when the file has to be read; the list is empty then if it was given up
+ * @return false when the file has to be read after all; the list is empty then
  */
-bool reload_known(ZOXEventlist *list, const PostsFile &posts, const std::string &path) noexcept {
-  const KnownPosts *known = posts.known(path);
-  const PlacedReader file(path);
-  if (list->tree == nullptr || known == nullptr || !is_unchanged(file, *known))
-    return false;
+bool reload_known(ZOXEventlist *list, const PlacedReader &file, const KnownPosts &known) noexcept {
   auto contents =
-      reread_sections(file, *known, EventTable(std::exchange(list->tree, new_event_table())));
+      reread_sections(file, known, EventTable(std::exchange(list->tree, new_event_table())));
   if (contents)
     take_over(list, *std::move(contents));
   return contents.has_value();
@@ -102,23 +100,55 @@ bool load_sections(ZOXEventlist *list, PostsFile &posts, const std::string &path
 }
 
 /** Reads the file by its sections, which is possible unless an earlier version left a plain one. */
-bool load_by_sections(ZOXEventlist *list, PostsFile &posts) noexcept {
-  const std::string path = cache_path(cache_name, true);
+bool load_by_sections(ZOXEventlist *list, PostsFile &posts, const std::string &path) noexcept {
   const bool plain = access(cache_path(cache_name, false).c_str(), F_OK) == 0;
-  const bool reloaded = !plain && reload_known(list, posts, path);
-  if (!reloaded) {
-    posts.forget();
-    drop_tree(list);
-    list->tree = new_event_table();
-    if (plain || !load_sections(list, posts, path))
-      return false;
-  }
+  const KnownPosts *known = posts.known(path);
+  const PlacedReader file(path);
+  if (!plain && list->tree != nullptr && known != nullptr && is_unchanged(file, *known) &&
+      reload_known(list, file, *known))
+    return true;
+  posts.forget();
+  drop_tree(list);
+  list->tree = new_event_table();
+  return !plain && load_sections(list, posts, path);
+}
+
+ZoxErrorCode load(ZOXEventlist *list, PostsFile &posts, char **retError) noexcept {
+  const std::string path = cache_path(cache_name, true);
+  begin_file_operation();
+  set_filtered(list, nullptr);
+  if (!load_by_sections(list, posts, path))
+    return read_whole(list, retError);
+  hand_over(retError, nullptr);
   set_file_outcome({ZOX_FILE_FINE, 0, path});
   finish_reading(cache_name, true, {});
-  return true;
+  return ZOX_RESULT_SUCCESS;
+}
+
+/** Whether the file known is there, but does not show what it should. */
+bool is_out_of_reach(const PostsFile &posts, const std::string &path) noexcept {
+  const KnownPosts *known = posts.known(path);
+  const PlacedReader file(path);
+  const std::optional<FileIdentity> identity = file.identity();
+  return known != nullptr && (!identity || *identity == known->identity) &&
+         !is_unchanged(file, *known);
 }
 
 }  // namespace
+
+ZoxErrorCode reload(ZOXEventlist *list) noexcept {
+  PostsFile posts;
+  const WriteLock lock(list->lock);
+  const std::string path = cache_path(cache_name, true);
+  if (!is_out_of_reach(posts, path))
+    return load(list, posts, nullptr);
+  set_file_outcome(failed_outcome(ZOX_FILE_UNREADABLE, path, EIO));
+  g_warning("zox_eventlist_load(): %s kan nu niet worden gelezen; de postings blijven zoals ze "
+            "zijn\n",
+            path.c_str());
+  return ZOX_RESULT_UNKNOWN_ERROR;
+}
+
 }  // namespace velkor
 
 using namespace velkor;
@@ -128,12 +158,7 @@ extern "C" {
 ZoxErrorCode zox_eventlist_load(ZOXEventlist *list, char **retError) {
   PostsFile posts;
   const WriteLock lock(list->lock);
-  set_filtered(list, nullptr);
-  begin_file_operation();
-  if (!load_by_sections(list, posts))
-    return read_whole(list, retError);
-  hand_over(retError, nullptr);
-  return ZOX_RESULT_SUCCESS;
+  return load(list, posts, retError);
 }
 
 gint32 zox_eventlist_save(ZOXEventlist *list) {

@@ -2,6 +2,7 @@
 /** Reading a whole document of postings. */
 #include <velkor/zox_events_parse.h>
 
+#include <cstddef>
 #include <cstdio>
 #include <utility>
 #include <vector>
@@ -17,6 +18,9 @@
 
 namespace velkor {
 namespace {
+
+/** A dump holds some thousands: a server that sends more than this is broken or hostile. */
+constexpr std::size_t max_postings_of_dump = 1'000'000;
 
 /** The objects in which the list holds the postings. */
 std::vector<OwnedEventObject> objects_of(std::vector<PackedEvent> events) noexcept {
@@ -67,6 +71,8 @@ ZoxErrorCode zox_events_parse(const ZoxString *buffer, GHashTable **retTree, GSL
 
   OwnedText message;
   EventReader reader;
+  if (retList != nullptr)
+    reader.limit_postings(max_postings_of_dump);
   const bool usable = read_document(reader, view_of(buffer), message);
   hand_over(retError, std::move(message));
   if (usable) {

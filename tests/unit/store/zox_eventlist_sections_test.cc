@@ -19,6 +19,7 @@
 #include "store/event_digest.h"
 #include "store/event_text.h"
 #include "store/event_walk.h"
+#include "store/eventlist_store.h"
 #include "store/known_posts.h"
 #include "support/xml.h"
 #include "tests/support/log_capture.h"
@@ -335,6 +336,32 @@ TEST_F(SectionedFile, ReloadMakesNewObjectsWithoutDetails) {
   EXPECT_EQ(contents(list), read_in_one_go());
   EXPECT_NE(find_object(list->tree, 9), held.get());
   EXPECT_EQ(describe(*held->event), describe(*find_object(list->tree, 9)->event));
+}
+
+TEST_F(SectionedFile, FileOutOfReachLeavesTheListAsItIs) {
+  fill(300);
+  save();
+  const auto expected = contents(list);
+  const test::LogCapture log;
+  damage(1000);
+  EXPECT_EQ(reload(list), 1U);
+  EXPECT_EQ(contents(list), expected);
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_UNREADABLE);
+  std::filesystem::remove(cache());
+  EXPECT_EQ(reload(list), 1U);
+  EXPECT_EQ(contents(list), expected);
+  EXPECT_THAT(log.warnings(), SizeIs(2));
+  save();
+  EXPECT_EQ(reload(list), 0U);
+  EXPECT_EQ(contents(list), expected);
+}
+
+TEST_F(SectionedFile, FileOfAnotherProcessIsReloaded) {
+  fill(300);
+  save();
+  write({{element_of(*basic_event(9000))}});
+  EXPECT_EQ(reload(list), 0U);
+  EXPECT_THAT(ids(list), ElementsAre(9000));
 }
 
 TEST_F(SectionedFile, ReloadDropsWhatWasNotSaved) {
