@@ -395,10 +395,13 @@ TEST_F(ZoxEventsFetch, SettingsAreKeptWhenTheListCannotBeSaved) {
   available_are(available(2000, "een"));
   offer("een", document_of({recent_posting(2)}));
   const test::LogCapture log;
-  const auto cache = cache_file("velkor.posts.gz");
-  std::filesystem::rename(cache, cache_file("elders"));
-  std::filesystem::create_directory(cache);
-  EXPECT_EQ(update(), 0U);
+  auto cache = cache_file("velkor.posts.gz");
+  const auto put_a_directory_in_its_place = [](gpointer place) {
+    const auto &path = *static_cast<std::filesystem::path *>(place);
+    std::filesystem::remove_all(path);
+    return std::filesystem::create_directory(path) ? 1 : 0;
+  };
+  EXPECT_EQ(zox_events_fetch(nullptr, nullptr, put_a_directory_in_its_place, nullptr, &cache), 0U);
   EXPECT_THAT(ids(core->eventlist), testing::Contains(2));
   EXPECT_EQ(core->config->lastCheck, 1000);
   EXPECT_EQ(core->config->prevCheck, 500);
