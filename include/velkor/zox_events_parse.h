@@ -59,7 +59,8 @@ GSList *zox_events_parse_mp3_tracks(xmlDocPtr doc, xmlNodePtr firstChild);
  * Reads the server's reply about what is available: its stamp, newsgroups that are not yet known
  * (appended to `core->groups`), member statistics (into `core->config`) and the names of the dumps.
  * The root must be named exactly "Events". A reply of more than 50,000 names of dumps, a million
- * elements or 10,000 different names of elements is unusable. Asserts "buffer". Threads: the core's.
+ * elements or 10,000 different names of elements is unusable. Asserts "buffer". Threads: the
+ * core's.
  * @param buffer     the reply
  * @param retStamp   receives the server's stamp when the reply holds one, else untouched; may be
  *                   null

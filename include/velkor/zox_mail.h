@@ -37,8 +37,8 @@ ZoxErrorCode zox_mail_check(guint32 *mailWaiting, char **message);
  * Fetches the waiting messages, appends them, saves the file and, once that has succeeded, loads it
  * again, so that pointers to messages become invalid. On failure nothing changes. What cannot be
  * read of the reply costs no other message: the rest is taken, and the server's copy being gone,
- * the reply is kept beside the mail file under a name that ends in ".antwoord-" and the time, with a
- * warning that names it. Asserts "numNewMail" and "uitvoer", and as zox_mail_parse_bericht().
+ * the reply is kept beside the mail file under a name that ends in ".antwoord-" and the time, with
+ * a warning that names it. Asserts "numNewMail" and "uitvoer", and as zox_mail_parse_bericht().
  * @param numNewMail  receives the number of new messages on success
  * @param message     on failure receives the server's notice for 29, else null
  * @return 0; 11 when the reply cannot be read or holds no message; a code of

@@ -401,7 +401,8 @@ TEST_F(ZoxEventsFetch, SettingsAreKeptWhenTheListCannotBeSaved) {
     std::filesystem::remove_all(path);
     return std::filesystem::create_directory(path) ? 1 : 0;
   };
-  EXPECT_EQ(zox_events_fetch(nullptr, nullptr, put_a_directory_in_its_place, nullptr, &cache), 0U);
+  char *text = nullptr;
+  EXPECT_EQ(zox_events_fetch(nullptr, nullptr, put_a_directory_in_its_place, &text, &cache), 0U);
   EXPECT_THAT(ids(core->eventlist), testing::Contains(2));
   EXPECT_EQ(core->config->lastCheck, 1000);
   EXPECT_EQ(core->config->prevCheck, 500);
