@@ -26,7 +26,8 @@ def show_table(titles, lines):
 
 def show_conditions(run):
     machine, versions = run["machine"], run["versions"]
-    programs = ", ".join(f"{name} {version}" for name, version in sorted(versions.items())
+    programs = ", ".join(version if version.startswith(name) else f"{name} {version}"
+                         for name, version in sorted(versions.items())
                          if version and name != "velkor")
     return [f"Measured on {run['date'][:10]} at revision {versions['velkor']} on "
             f"{machine['cores']} cores of {machine['processor']} with "
