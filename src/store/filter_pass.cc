@@ -3,6 +3,7 @@
 
 #include <velkor/zox_groups.h>
 
+#include "filter/prepared_filter.h"
 #include "store/event_walk.h"
 #include "store/eventlist_store.h"
 #include "support/rw_lock.h"
@@ -28,10 +29,11 @@ private:
   bool set_;
 };
 
-bool accepts(const ZoxFilter &filter, const ZoxEvent &event) noexcept {
+bool accepts(const ZoxFilter &filter, const PreparedFilter &prepared,
+             const ZoxEvent &event) noexcept {
   if (filter.postId != 0)
     return static_cast<guint32>(event.postId) == filter.postId;
-  return zox_filter_accepts(&filter, &event, 1) != FALSE;
+  return prepared.accepts(event);
 }
 
 }  // namespace
@@ -41,9 +43,10 @@ guint filter_entries(ZOXEventlist *list, const ZoxFilter &filter) noexcept {
   set_filtered(list, EventTable(new_event_table()));
   set_active_filter(list, OwnedFilter(zox_filter_duplicate(&filter)));
   const GroupIds ids(filter.groupIdList);
-  for_each_object(list->tree, [list, &filter](gpointer key, ZOXEventObject *object) {
+  const PreparedFilter prepared(filter);
+  for_each_object(list->tree, [&](gpointer key, ZOXEventObject *object) {
     const ReadLock entryLock(object->lock);
-    if (accepts(filter, *object->event))
+    if (accepts(filter, prepared, *object->event))
       g_hash_table_insert(list->filtered, key, object);
   });
   return g_hash_table_size(list->filtered);
