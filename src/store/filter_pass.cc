@@ -45,8 +45,7 @@ guint filter_entries(ZOXEventlist *list, const ZoxFilter &filter) noexcept {
   const GroupIds ids(filter.groupIdList);
   const PreparedFilter prepared(filter);
   for_each_object(list->tree, [&](gpointer key, ZOXEventObject *object) {
-    const ReadLock entryLock(object->lock);
-    if (accepts(filter, prepared, *object->event))
+    if (read_briefly(object->lock, [&] { return accepts(filter, prepared, *object->event); }))
       g_hash_table_insert(list->filtered, key, object);
   });
   return g_hash_table_size(list->filtered);

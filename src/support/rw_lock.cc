@@ -64,6 +64,17 @@ WriteLock::~WriteLock() {
   g_static_rw_lock_writer_unlock(&lock());
 }
 
+BriefHold::BriefHold(RwLock &lock) noexcept
+    : lock_(lock), mutex_(g_static_mutex_get_mutex_impl(&lock.mutex)) {
+  g_mutex_lock(mutex_);
+  order_after(&lock_);
+}
+
+BriefHold::~BriefHold() {
+  order_before(&lock_);
+  g_mutex_unlock(mutex_);
+}
+
 }  // namespace velkor
 
 G_GNUC_END_IGNORE_DEPRECATIONS

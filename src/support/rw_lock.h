@@ -64,6 +64,38 @@ public:
   ~WriteLock();
 };
 
+/**
+ * Keeps every thread from taking or releasing the lock while it lives: half the cost of a ReadLock,
+ * for reading a few fields of very many records. Whoever holds it takes no other lock and calls
+ * nothing that might.
+ */
+class BriefHold {
+public:
+  explicit BriefHold(RwLock &lock) noexcept;
+  ~BriefHold();
+  BriefHold(const BriefHold &) = delete;
+  BriefHold &operator=(const BriefHold &) = delete;
+
+  /** Whether nobody holds the lock for writing. */
+  [[nodiscard]] bool readable() const noexcept { return lock_.have_writer == FALSE; }
+
+private:
+  RwLock &lock_;
+  GMutex *const mutex_;
+};
+
+/** What `read` returns, which reads a few fields under the lock under the rules of BriefHold. */
+template <typename Read>
+auto read_briefly(RwLock &lock, Read read) noexcept {
+  {
+    const BriefHold held(lock);
+    if (held.readable())
+      return read();
+  }
+  const ReadLock held(lock);
+  return read();
+}
+
 /** In debug builds, aborts unless the current thread holds the lock for reading or writing. */
 inline void assert_held([[maybe_unused]] const RwLock &lock) noexcept {
 #ifndef NDEBUG

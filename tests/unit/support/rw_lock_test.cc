@@ -73,6 +73,50 @@ TEST_F(RwLockTest, ReaderOfAnotherLockTakesItsOwn) {
   rw_lock_free(other);
 }
 
+TEST_F(RwLockTest, BriefReadKeepsWritersAway) {
+  std::atomic<bool> written = false;
+  std::thread writer;
+  const bool written_meanwhile = read_briefly(lock, [&] {
+    writer = std::thread([&] {
+      const WriteLock writing(lock);
+      written = true;
+    });
+    for (int turn = 0; turn < 1000; ++turn)
+      std::this_thread::yield();
+    return written.load();
+  });
+  writer.join();
+  EXPECT_FALSE(written_meanwhile);
+  EXPECT_TRUE(written);
+}
+
+TEST_F(RwLockTest, BriefReadWaitsForAWriter) {
+  int value = 1;
+  std::atomic<bool> held = false;
+  std::thread writer([&] {
+    const WriteLock writing(lock);
+    held = true;
+    for (int turn = 0; turn < 1000; ++turn)
+      std::this_thread::yield();
+    value = 2;
+  });
+  while (!held)
+    std::this_thread::yield();
+  EXPECT_EQ(read_briefly(lock, [&value] { return value; }), 2);
+  writer.join();
+}
+
+TEST_F(RwLockTest, ThreadReadsBrieflyWhatItHolds) {
+  const auto seven = [] { return 7; };
+  {
+    const ReadLock held(lock);
+    EXPECT_EQ(read_briefly(lock, seven), 7);
+  }
+  const WriteLock held(lock);
+  EXPECT_EQ(read_briefly(lock, seven), 7);
+  EXPECT_FALSE(readable_elsewhere());
+}
+
 #ifndef NDEBUG
 using RwLockDeathTest = RwLockTest;
 
