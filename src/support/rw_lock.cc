@@ -1,6 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "support/rw_lock.h"
 
+#include <array>
+#include <functional>
+
 #include "support/thread_order.h"
 
 G_GNUC_BEGIN_IGNORE_DEPRECATIONS
@@ -11,12 +14,24 @@ namespace {
 /* The last guard of this thread that is still alive. */
 thread_local const HeldLock *innermost = nullptr;
 
+/**
+ * The mutex with which GLib guards the fields of the lock, and which it would make by itself at the
+ * first use. It is never held for long, so that some of them are enough for locks by the million,
+ * and a first walk over all of these need not make one for each.
+ */
+GMutex *shared_mutex(const RwLock &lock) noexcept {
+  static std::array<GMutex, 64> mutexes;
+  return &mutexes[std::hash<const void *>{}(&lock) / sizeof lock % mutexes.size()];
+}
+
 }  // namespace
 
 void rw_lock_init(RwLock &lock) noexcept {
   g_static_rw_lock_init(&lock);
+  lock.mutex.mutex = shared_mutex(lock);
 }
 void rw_lock_free(RwLock &lock) noexcept {
+  lock.mutex.mutex = nullptr;  // it is not the lock's own
   g_static_rw_lock_free(&lock);
 }
 
@@ -64,8 +79,7 @@ WriteLock::~WriteLock() {
   g_static_rw_lock_writer_unlock(&lock());
 }
 
-BriefHold::BriefHold(RwLock &lock) noexcept
-    : lock_(lock), mutex_(g_static_mutex_get_mutex_impl(&lock.mutex)) {
+BriefHold::BriefHold(RwLock &lock) noexcept : lock_(lock), mutex_(lock.mutex.mutex) {
   g_mutex_lock(mutex_);
   order_after(&lock_);
 }

@@ -1,8 +1,10 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "support/rw_lock.h"
 
+#include <algorithm>
 #include <atomic>
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -115,6 +117,27 @@ TEST_F(RwLockTest, ThreadReadsBrieflyWhatItHolds) {
   const WriteLock held(lock);
   EXPECT_EQ(read_briefly(lock, seven), 7);
   EXPECT_FALSE(readable_elsewhere());
+}
+
+TEST_F(RwLockTest, LocksAreApartHoweverManyThereAre) {
+  G_GNUC_BEGIN_IGNORE_DEPRECATIONS
+  std::vector<RwLock> others(1000);
+  G_GNUC_END_IGNORE_DEPRECATIONS
+  std::ranges::for_each(others, rw_lock_init);
+  int taken = 0;
+  {
+    const WriteLock held(lock);
+    std::thread([&] {
+      for (RwLock &other : others) {
+        const WriteLock writing(other);
+        ++taken;
+      }
+    }).join();
+    EXPECT_FALSE(readable_elsewhere());
+  }
+  EXPECT_EQ(taken, 1000);
+  EXPECT_TRUE(readable_elsewhere());
+  std::ranges::for_each(others, rw_lock_free);
 }
 
 #ifndef NDEBUG
