@@ -4,7 +4,6 @@
 #include <velkor/zox_groups.h>
 #include <velkor/zox_string.h>
 
-#include "filter/watched_ids.h"
 #include "support/owned.h"
 
 namespace velkor {
@@ -34,12 +33,6 @@ const ZoxTag *DisplayLookups::tag(const ZoxString &code, gint32 category) noexce
   if (place == tags_.end())
     place = tags_.emplace(tagKey_, zox_tag_find(&code, category)).first;
   return place->second;
-}
-
-bool DisplayLookups::watched(gint32 postId) noexcept {
-  if (!watchlist_)
-    watchlist_ = watched_ids();
-  return watchlist_->contains(postId);
 }
 
 }  // namespace velkor

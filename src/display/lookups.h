@@ -6,9 +6,10 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 
 #include <velkor/zox_tags.h>
+
+#include "filter/watched_ids.h"
 
 namespace velkor {
 
@@ -27,13 +28,13 @@ public:
   /** The tag of that code and main category, or null. */
   const ZoxTag *tag(const ZoxString &code, gint32 category) noexcept;
   /** Whether the posting is on the watchlist. */
-  bool watched(gint32 postId) noexcept;
+  bool watched(gint32 postId) noexcept { return watchlist_.contains(postId); }
 
 private:
   std::unordered_map<guint32, ShownNewsgroup> newsgroups_;
   std::unordered_map<std::string, const ZoxTag *> tags_;  // by category and code
   std::string tagKey_;
-  std::optional<std::unordered_set<gint32>> watchlist_;
+  WatchedIds watchlist_;
 };
 
 }  // namespace velkor

@@ -3,26 +3,32 @@
 #ifndef VELKOR_FILTER_BAD_WORDS_H
 #define VELKOR_FILTER_BAD_WORDS_H
 
-#include <algorithm>
+#include <optional>
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_event.h>
 
-#include "support/assertion.h"
-#include "support/slist.h"
+#include "filter/word_set.h"
 #include "support/text.h"
 
 namespace velkor {
 
-/** Whether the title holds one of the bad words of the settings, without regard to case. */
-inline bool has_bad_word(const ZoxEvent &event) noexcept {
-  return std::ranges::any_of(
-      Items<const GString>(core->config->badword), [&event](const GString *badword) {
-        ZOX_ASSERT_IN(zox_events_parse, badword, "badword");
-        return event.title != nullptr &&
-               contains_ignoring_case(view_of(event.title), view_of(badword));
-      });
-}
+/** The bad words of the settings as they are at the first test, for one document. */
+class BadWords {
+public:
+  /** Whether the title holds one of them, without regard to case. */
+  [[nodiscard]] bool occur_in_title(const ZoxEvent &event) noexcept {
+    if (!words_)
+      words_.emplace(core->config->badword);
+    return event.title != nullptr && words_->occurs_in(view_of(event.title));
+  }
+
+  /** Whether the words tested so far end at one that is null. */
+  [[nodiscard]] bool cut_short() const noexcept { return words_ && words_->cut_short(); }
+
+private:
+  std::optional<WordSet> words_;
+};
 
 }  // namespace velkor
 

@@ -3,14 +3,31 @@
 #ifndef VELKOR_FILTER_WATCHED_IDS_H
 #define VELKOR_FILTER_WATCHED_IDS_H
 
+#include <optional>
 #include <unordered_set>
 
 #include <glib.h>
 
 namespace velkor {
 
-/** The post ids for which zox_watchlist_is_in_list() answers true. */
-std::unordered_set<gint32> watched_ids() noexcept;
+/** The watchlist as it is when the first postings are asked about, for one pass. */
+class WatchedIds {
+public:
+  /** What zox_watchlist_is_in_list() answers. */
+  [[nodiscard]] bool contains(gint32 postId) noexcept;
+  /** Takes one id more for the rest of the pass; false when it is there already. */
+  bool add(gint32 postId) noexcept;
+
+private:
+  /** A set only pays from some postings on; before, the list itself is asked. */
+  static constexpr int lookups_without_set = 4;
+
+  void read() noexcept;
+
+  int lookups_ = 0;
+  bool cut_short_ = false;  // by an entry that is null
+  std::optional<std::unordered_set<gint32>> ids_;
+};
 
 }  // namespace velkor
 

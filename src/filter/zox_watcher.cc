@@ -7,8 +7,10 @@
 #include <velkor/zox_filter.h>
 
 #include "filter/filter_record.h"
+#include "filter/watchers.h"
 #include "support/assertion.h"
 #include "support/slist.h"
+#include "support/text.h"
 
 namespace velkor {
 namespace {
@@ -22,6 +24,20 @@ bool matches(ZoxString *watcher, const ZoxEvent *event) noexcept {
 }
 
 }  // namespace
+
+bool Watchers::match(const ZoxEvent &event) noexcept {
+  ZOX_ASSERT_IN(zox_watcher_test_event, core, "core");
+  ZOX_ASSERT_IN(zox_watcher_test_event, core->config, "core->config");
+  if (!words_)
+    words_.emplace(core->config->watcher);
+  // A posting that is not kept is tested against every watcher.
+  const ZoxFilter any_title = unset_filter();
+  if (words_->occurs_in(view_of(event.title)) && zox_filter_accepts(&any_title, &event, 0) != FALSE)
+    return true;
+  ZOX_ASSERT_IN(zox_watcher_test_event, !words_->cut_short(), "watcher");
+  return false;
+}
+
 }  // namespace velkor
 
 using namespace velkor;

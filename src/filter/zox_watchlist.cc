@@ -14,13 +14,37 @@
 
 namespace velkor {
 
-std::unordered_set<gint32> watched_ids() noexcept {
-  std::unordered_set<gint32> ids;
+void WatchedIds::read() noexcept {
+  ids_.emplace();
   for (const ZoxString *watchlist : Items<ZoxString>(zox_watchlist_get())) {
-    ZOX_ASSERT_IN(zox_watchlist_is_in_list, watchlist, "watchlist");
-    ids.insert(leading_integer(watchlist->str));
+    if (watchlist == nullptr) {
+      cut_short_ = true;
+      return;
+    }
+    ids_->insert(leading_integer(watchlist->str));
   }
-  return ids;
+}
+
+bool WatchedIds::contains(gint32 postId) noexcept {
+  if (lookups_ < lookups_without_set) {
+    ++lookups_;
+    return zox_watchlist_is_in_list(static_cast<guint32>(postId)) != FALSE;
+  }
+  if (!ids_)
+    read();
+  if (ids_->contains(postId))
+    return true;
+  ZOX_ASSERT_IN(zox_watchlist_is_in_list, !cut_short_, "watchlist");
+  return false;
+}
+
+bool WatchedIds::add(gint32 postId) noexcept {
+  if (contains(postId))
+    return false;
+  if (!ids_)
+    read();
+  ids_->insert(postId);
+  return true;
 }
 
 }  // namespace velkor

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 
 #include <velkor/zox_app_core.h>
@@ -64,7 +63,7 @@ OwnedIds ids_of(std::string_view reply) noexcept {
 /** Puts postings on the watchlist, which is saved before every request and at the end. */
 class Restoration {
 public:
-  explicit Restoration(ZOXEventlist *list) noexcept : list_(list), watched_(watched_ids()) {}
+  explicit Restoration(ZOXEventlist *list) noexcept : list_(list) {}
   ~Restoration() { save(); }
   Restoration(const Restoration &) = delete;
   Restoration &operator=(const Restoration &) = delete;
@@ -72,7 +71,7 @@ public:
   void restore(gint32 postId) noexcept {
     if (!is_known(postId) && !find(postId))
       return;
-    if (postId >= 1 && watched_.insert(postId).second)
+    if (postId >= 1 && watched_.add(postId))
       added_.append(zox_string_integer(postId));
   }
 
@@ -115,7 +114,7 @@ private:
   }
 
   ZOXEventlist *list_;
-  std::unordered_set<gint32> watched_;
+  WatchedIds watched_;
   ListBuilder<ZoxString, free_string> added_;
   int questions_ = 0;
   bool refused_ = false;

@@ -9,7 +9,6 @@
 #include <velkor/zox_events_parse.h>
 
 #include "core/app_core.h"
-#include "filter/bad_words.h"
 #include "store/event_table.h"
 #include "support/assertion.h"
 
@@ -58,6 +57,13 @@ void EventIntake::count(const ZoxEvent &event) noexcept {
   if (!std::exchange(counting_, true))
     zox_categories_reset_counters();
   zox_category_update(&event);
+}
+
+bool EventIntake::has_bad_word(const ZoxEvent &event) noexcept {
+  if (bad_words_.occur_in_title(event))
+    return true;
+  ZOX_ASSERT_IN(zox_events_parse, !bad_words_.cut_short(), "badword");
+  return false;
 }
 
 void EventIntake::put(OwnedEventObject object) const noexcept {

@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "filter/bad_words.h"
 #include "posting/packed_event.h"
 #include "store/event_reader.h"
 
@@ -21,10 +22,12 @@ public:
 
 private:
   void count(const ZoxEvent &event) noexcept;
+  bool has_bad_word(const ZoxEvent &event) noexcept;
   void put(OwnedEventObject object) const noexcept;
 
   GHashTable *table_;
   GSList **list_;
+  BadWords bad_words_;
   bool counting_ = false;  // a new posting has been met
 };
 

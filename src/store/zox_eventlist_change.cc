@@ -6,10 +6,11 @@
 #include <vector>
 
 #include <velkor/zox_app_core.h>
-#include <velkor/zox_watcher.h>
 #include <velkor/zox_watchlist.h>
 
 #include "core/settings_table.h"
+#include "filter/watched_ids.h"
+#include "filter/watchers.h"
 #include "posting/event_age.h"
 #include "posting/packed_event.h"
 #include "store/event_walk.h"
@@ -22,23 +23,30 @@
 namespace velkor {
 namespace {
 
-bool is_on_watchlist(gint32 postId) noexcept {
-  return zox_watchlist_is_in_list(static_cast<guint32>(postId)) != FALSE;
-}
+/** Takes the objects of one merge into the list. */
+class Merge {
+public:
+  explicit Merge(ZOXEventlist *list) noexcept : list_(list) {}
 
-/* No other thread sees the object before it is in the list, so its own lock is not needed. */
-void merge_object(ZOXEventlist *list, ZOXEventObject *object) noexcept {
-  assert_held_for_writing(list->lock);
-  ZoxEvent &event = *object->event;
-  if (zox_watcher_test_event(&event) != FALSE) {
-    core->watcherNoHits = 0;
-    event.watcherHit = 1;
+  /* No other thread sees the object before it is in the list: its own lock is not needed. */
+  void take(ZOXEventObject *object) noexcept {
+    assert_held_for_writing(list_->lock);
+    ZoxEvent &event = *object->event;
+    if (watchers_.match(event)) {
+      core->watcherNoHits = 0;
+      event.watcherHit = 1;
+    }
+    if (put_entry(list_, OwnedEventObject(object)) && watched_.contains(event.postId)) {
+      core->watchlistUnchanged = 0;
+      event.watchlistUpdated = 1;
+    }
   }
-  if (put_entry(list, OwnedEventObject(object)) && is_on_watchlist(event.postId)) {
-    core->watchlistUnchanged = 0;
-    event.watchlistUpdated = 1;
-  }
-}
+
+private:
+  ZOXEventlist *const list_;
+  Watchers watchers_;
+  WatchedIds watched_;
+};
 
 /** The post ids of all entries whose posting meets the condition. */
 template <typename Condition>
@@ -73,8 +81,9 @@ bool find_age_limit(gint64 &limit) noexcept {
 bool remove_older(ZOXEventlist *list, gint64 limit) noexcept {
   const WriteLock lock(list->lock);
   const auto ids = ids_where(list, [limit](const ZoxEvent &event) { return event.stamp < limit; });
+  WatchedIds watched;
   for (const gint32 postId : ids) {
-    if (!is_on_watchlist(postId))
+    if (!watched.contains(postId))
       remove_known_entry(list, postId, 702);
   }
   return !ids.empty();
@@ -99,11 +108,12 @@ void zox_eventlist_merge(ZOXEventlist *list, GSList *objects, ZoxEventlistProgre
   const WriteLock lock(list->lock);
   const guint32 total = g_slist_length(objects);
   guint32 number = 0;
+  Merge merge(list);
   for (ZOXEventObject *object : Items<ZOXEventObject>(objects)) {
     ++number;
     if (progress != nullptr && number % step == 0)
       progress(total, number, userData);
-    merge_object(list, object);
+    merge.take(object);
   }
   if (progress != nullptr)
     progress(total, total, userData);
@@ -117,7 +127,7 @@ void zox_eventlist_add_or_replace_event(ZOXEventlist *list, const ZoxEvent *even
     return;
   }
   zox_event_object_set_event(object, event);
-  if (is_on_watchlist(event->postId))
+  if (zox_watchlist_is_in_list(static_cast<guint32>(event->postId)) != FALSE)
     core->watchlistUnchanged = 0;
 }
 
@@ -127,8 +137,9 @@ void zox_eventlist_purge_deleted(ZOXEventlist *list) {
   const auto ids = ids_where(list, [now](const ZoxEvent &event) {
     return event.status == ZOX_STATUS_REMOVED || is_long_deleted(event, now);
   });
+  WatchedIds watched;
   for (const gint32 postId : ids) {
-    if (is_on_watchlist(postId))
+    if (watched.contains(postId))
       zox_watchlist_remove(postId);
     remove_known_entry(list, postId, 597);
   }

@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include <velkor/zox_watcher.h>
 
+#include "filter/watchers.h"
 #include "tests/support/filter_fixture.h"
 
 namespace velkor {
@@ -63,6 +64,22 @@ TEST_F(ZoxWatcher, TestLeavesTheWatchersAlone) {
   EXPECT_STREQ(text->str, "|titel|ander|");
 }
 
+TEST_F(ZoxWatcher, PassMatchesWhatTheTestOfOnePostingMatches) {
+  watch("eerste|Tweede|ee");
+  Watchers watchers;
+  for (const char *title : {"de EERSTE", "de tweede", "geen van alle", "niets", ""}) {
+    for (const gint32 cat : {0, 1})
+      EXPECT_EQ(watchers.match(*posting(cat, title)), matches(cat, title)) << title;
+  }
+  EXPECT_FALSE(watchers.match(*posting(0, nullptr)));
+}
+
+TEST_F(ZoxWatcher, EmptyWatcherMatchesWithoutATitleInAPassToo) {
+  core->config->watcher = g_slist_prepend(nullptr, zox_string_new(""));
+  EXPECT_TRUE(Watchers().match(*posting(0, nullptr)));
+  EXPECT_FALSE(Watchers().match(*posting(1, "een titel")));
+}
+
 TEST_F(ZoxWatcher, StateIsAPlainValue) {
   EXPECT_EQ(zox_watcher_get_state(), 0U);
   zox_watcher_set_state(3000000000U);
@@ -82,6 +99,18 @@ TEST_F(ZoxWatcherDeathTest, NoWatcherIsNull) {
       {
         core->config->watcher = g_slist_prepend(nullptr, nullptr);
         matches(0, "titel");
+      },
+      "zox_watcher_test_event: assertion failed: \\(watcher\\)");
+}
+
+TEST_F(ZoxWatcherDeathTest, NoWatcherIsNullInAPassEither) {
+  EXPECT_DEATH(
+      {
+        core->config->watcher = g_slist_append(nullptr, zox_string_new("titel"));
+        core->config->watcher = g_slist_append(core->config->watcher, nullptr);
+        Watchers watchers;
+        if (watchers.match(*posting(0, "een titel")))  // a hit before it ends the test
+          (void)watchers.match(*posting(1, "een titel"));
       },
       "zox_watcher_test_event: assertion failed: \\(watcher\\)");
 }

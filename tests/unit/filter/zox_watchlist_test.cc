@@ -101,6 +101,29 @@ TEST_F(ZoxWatchlist, PrintsAnEmptyListAsNothing) {
   EXPECT_STREQ(text->str, "");
 }
 
+TEST_F(ZoxWatchlist, PassFindsWhatTheListHolds) {
+  core->config->watchlist = zox_splitted_list_split("42|7| 9x|4294967295|7");
+  WatchedIds watched;
+  for (int round = 0; round < 3; ++round) {
+    for (gint32 postId = -2; postId < 50; ++postId)
+      EXPECT_EQ(watched.contains(postId),
+                zox_watchlist_is_in_list(static_cast<guint32>(postId)) != FALSE)
+          << postId;
+  }
+}
+
+TEST_F(ZoxWatchlist, PassMayAddIds) {
+  core->config->watchlist = zox_splitted_list_split("42|7");
+  WatchedIds watched;
+  EXPECT_TRUE(watched.add(8));
+  EXPECT_FALSE(watched.add(8));
+  EXPECT_FALSE(watched.add(7));
+  EXPECT_TRUE(watched.contains(8));
+  EXPECT_TRUE(watched.contains(42));
+  EXPECT_FALSE(watched.contains(9));
+  EXPECT_FALSE(zox_watchlist_is_in_list(8));  // the list itself stays as it is
+}
+
 TEST_F(ZoxWatchlist, StateIsAPlainValue) {
   EXPECT_EQ(zox_watchlist_get_state(), 0U);
   zox_watchlist_set_state(3000000000U);
@@ -123,7 +146,19 @@ TEST_F(ZoxWatchlistDeathTest, NoEntryIsNull) {
   EXPECT_DEATH((spoil(), zox_watchlist_remove(1)), failure("zox_watchlist_remove", "watchlist"));
   EXPECT_DEATH((spoil(), zox_watchlist_clear()), failure("zox_watchlist_clear", "watchlist"));
   EXPECT_DEATH((spoil(), zox_watchlist_print()), failure("zox_watchlist_print", "watchlist"));
-  EXPECT_DEATH((spoil(), watched_ids()), failure("zox_watchlist_is_in_list", "watchlist"));
+}
+
+TEST_F(ZoxWatchlistDeathTest, NoEntryIsNullForAPassEither) {
+  WatchedIds watched;
+  core->config->watchlist = g_slist_append(nullptr, zox_string_new("42"));
+  core->config->watchlist = g_slist_append(core->config->watchlist, nullptr);
+  for (int lookup = 0; lookup < 10; ++lookup) {
+    EXPECT_TRUE(watched.contains(42));  // what stands before it is found
+    EXPECT_DEATH((void)WatchedIds(watched).contains(43),
+                 failure("zox_watchlist_is_in_list", "watchlist"));
+  }
+  core->config->watchlist =
+      g_slist_delete_link(core->config->watchlist, g_slist_last(core->config->watchlist));
 }
 
 TEST_F(ZoxWatchlistDeathTest, NeedsSettings) {
