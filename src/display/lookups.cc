@@ -9,8 +9,7 @@
 namespace velkor {
 namespace {
 
-ShownNewsgroup shown_newsgroup(guint32 id) noexcept {
-  const ZoxGroup *group = zox_group_by_id(id);
+ShownNewsgroup shown_newsgroup(const ZoxGroup *group) noexcept {
   if (group == nullptr)
     return {};
   if (group->groupName == nullptr)
@@ -23,7 +22,7 @@ ShownNewsgroup shown_newsgroup(guint32 id) noexcept {
 const ShownNewsgroup &DisplayLookups::newsgroup(guint32 id) noexcept {
   auto place = newsgroups_.find(id);
   if (place == newsgroups_.end())
-    place = newsgroups_.emplace(id, shown_newsgroup(id)).first;
+    place = newsgroups_.emplace(id, shown_newsgroup(groups_.find(id))).first;
   return place->second;
 }
 

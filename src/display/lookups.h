@@ -10,6 +10,7 @@
 #include <velkor/zox_tags.h>
 
 #include "filter/watched_ids.h"
+#include "taxonomy/group_index.h"
 
 namespace velkor {
 
@@ -31,6 +32,7 @@ public:
   bool watched(gint32 postId) noexcept { return watchlist_.contains(postId); }
 
 private:
+  GroupIndex groups_;
   std::unordered_map<guint32, ShownNewsgroup> newsgroups_;
   std::unordered_map<std::string, const ZoxTag *> tags_;  // by category and code
   std::string tagKey_;

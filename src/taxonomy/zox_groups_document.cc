@@ -14,6 +14,7 @@
 #include "support/assertion.h"
 #include "support/text.h"
 #include "support/xml.h"
+#include "taxonomy/group_index.h"
 #include "taxonomy/group_record.h"
 
 namespace velkor {
@@ -34,11 +35,12 @@ std::string read_groups(const ZoxString *text, GroupList &groups) noexcept {
   const xmlNode *root = xml::root_named(document, root_name, "zox_group_parse");
   if (root == nullptr)
     return document_fault(document, root, root_name);
+  GroupIndex known;
   for (xmlNode *child : xml::Siblings(root->children)) {
     if (!xml::is_named(child, "Group"))
       continue;
     OwnedGroup group = read_group(child);
-    if (zox_group_by_id(group->id) == nullptr)
+    if (known.find(group->id) == nullptr)
       groups.append(group.release());
   }
   return {};

@@ -4,6 +4,7 @@
 #include <velkor/zox_splitted_list.h>
 #include <velkor/zox_string.h>
 
+#include "taxonomy/group_index.h"
 #include "tests/support/layer_fixtures.h"
 
 namespace velkor {
@@ -40,6 +41,20 @@ TEST_F(ZoxGroups, FindsTheFirstOfAnId) {
   EXPECT_STREQ(zox_group_by_id(5)->groupName->str, "alt.binaries.a");
   EXPECT_STREQ(zox_group_by_id(4000000000U)->groupName->str, "alt.binaries.b");
   EXPECT_EQ(zox_group_by_id(6), nullptr);
+}
+
+TEST_F(ZoxGroups, IndexFindsWhatTheTableHolds) {
+  GroupIndex empty;
+  EXPECT_EQ(empty.find(1), nullptr);
+  add_group(5, "alt.binaries.a");
+  add_group(4000000000U, "alt.binaries.b");
+  add_group(5, "alt.binaries.c");
+  add_group(0, "alt.binaries.d");
+  GroupIndex index;
+  for (int round = 0; round < 10; ++round) {
+    for (const guint32 id : {0U, 4U, 5U, 4000000000U})
+      EXPECT_EQ(index.find(id), zox_group_by_id(id)) << id;
+  }
 }
 
 TEST_F(ZoxGroups, FreeAllTakesNamelessGroupsToo) {
