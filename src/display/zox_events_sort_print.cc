@@ -9,9 +9,9 @@
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_config.h>
 #include <velkor/zox_events_forum.h>
-#include <velkor/zox_splitted_list.h>
 #include <velkor/zox_string.h>
 
+#include "display/line_pattern.h"
 #include "display/parts.h"
 #include "support/assertion.h"
 #include "support/slist.h"
@@ -48,11 +48,11 @@ struct ConvertedText {
 };
 /** Lines of their own kind. */
 struct Special {
-  void (EventPrinter::*print)(const LineElement &);
+  void (EventPrinter::*print)(const LinePattern &);
 };
 
 struct Line {
-  LineElement element;
+  LinePattern pattern;
   std::variant<Number, Computed, Text, OptionalText, ConvertedText, Special> content;
 };
 
@@ -75,9 +75,8 @@ class EventPrinter {
 public:
   EventPrinter(TextWriter &out, const ZoxEvent &event, const ElementSettings &settings,
                DisplayLookups &lookups) noexcept
-      : out_(out), lines_(out, {settings.indent, line_limit}), event_(event), settings_(settings),
-        lookups_(lookups), address_(zox_string_add_http(event.link)) {
-    ZOX_ASSERT_IN(zox_events_sort_print, address_, "url");
+      : out_(out), event_(event), settings_(settings), lookups_(lookups) {
+    find_address();
   }
 
   void print() noexcept;
@@ -85,23 +84,61 @@ public:
 private:
   static const std::array<Line, 36> table;
 
-  void print(const LineElement &element, Number content) noexcept {
-    lines_.number_line(element, event_.*content.member);
+  void print(const LinePattern &pattern, Number content) noexcept {
+    number_line(pattern, event_.*content.member);
   }
-  void print(const LineElement &element, Computed content) noexcept {
-    lines_.number_line(element, (this->*content.value)());
+  void print(const LinePattern &pattern, Computed content) noexcept {
+    number_line(pattern, (this->*content.value)());
   }
-  void print(const LineElement &element, Text content) noexcept {
-    lines_.text_line(element, event_.*content.member);
+  void print(const LinePattern &pattern, Text content) noexcept {
+    text_line(pattern, printed(event_.*content.member));
   }
-  void print(const LineElement &element, OptionalText content) noexcept {
+  void print(const LinePattern &pattern, OptionalText content) noexcept {
     if (event_.*content.member != nullptr)
-      lines_.text_line(element, event_.*content.member);
+      text_line(pattern, printed(event_.*content.member));
   }
-  void print(const LineElement &element, ConvertedText content) noexcept;
-  void print(const LineElement &element, Special content) noexcept {
-    (this->*content.print)(element);
+  void print(const LinePattern &pattern, ConvertedText content) noexcept;
+  void print(const LinePattern &pattern, Special content) noexcept {
+    (this->*content.print)(pattern);
   }
+
+  /** A text as "%s" prints it. */
+  static std::string_view printed(const ZoxString *text) noexcept {
+    return text == nullptr ? "(null)" : text->str;
+  }
+
+  void plain_line(std::string_view text) noexcept {
+    out_.add_all(std::string_view("\t").substr(settings_.indent ? 0 : 1), text);
+  }
+  void number_line(const LinePattern &pattern, gint64 number) noexcept {
+    out_.put(2 * LinePattern::room + TextWriter::max_digits, [&](char *place) {
+      place = pattern.open(place, settings_.indent);
+      return pattern.close(TextWriter::put_number(place, number));
+    });
+  }
+  void text_line(const LinePattern &pattern, std::string_view text) noexcept {
+    const std::size_t start = line_start();
+    out_.put(2 * LinePattern::room + text.size(), [&](char *place) {
+      place = pattern.open(place, settings_.indent);
+      return pattern.close(place + text.copy(place, text.size()));
+    });
+    out_.cut(start, line_limit);
+  }
+  /** A line with what `write` writes. */
+  template <typename Write>
+  void written_line(const LinePattern &pattern, Write &&write) noexcept {
+    const std::size_t start = line_start();
+    out_.put(LinePattern::room, [&](char *place) { return pattern.open(place, settings_.indent); });
+    write();
+    out_.put(LinePattern::room, [&](char *place) { return pattern.close(place); });
+    out_.cut(start, line_limit);
+  }
+  /** Where the next line starts; the tab of an indented one does not count. */
+  [[nodiscard]] std::size_t line_start() const noexcept {
+    return out_.size() + (settings_.indent ? 1 : 0);
+  }
+
+  void find_address() noexcept;
 
   [[nodiscard]] gint64 stamp() const noexcept { return event_.stamp; }
   [[nodiscard]] gint64 updated() const noexcept { return static_cast<gint32>(event_.updated); }
@@ -112,100 +149,125 @@ private:
   [[nodiscard]] gint64 position() const noexcept { return settings_.position; }
   [[nodiscard]] gint64 watched() const noexcept { return lookups_.watched(event_.postId) ? 1 : 0; }
 
-  void date(const LineElement &element) noexcept;
-  void groups(const LineElement &element) noexcept;
-  void newsgroups(const LineElement &element) noexcept;
-  void link(const LineElement &element) noexcept;
-  void tag_table(const LineElement &element) noexcept;
-  void tracks(const LineElement &element) noexcept;
-  void forum(const LineElement &element) noexcept;
+  void date(const LinePattern &pattern) noexcept;
+  void groups(const LinePattern &pattern) noexcept;
+  void add_stored_groups() noexcept;
+  void newsgroups(const LinePattern &pattern) noexcept;
+  void link(const LinePattern &pattern) noexcept;
+  void tag_table(const LinePattern &pattern) noexcept;
+  void tracks(const LinePattern &pattern) noexcept;
+  void forum(const LinePattern &pattern) noexcept;
 
   TextWriter &out_;
-  LineWriter lines_;
   const ZoxEvent &event_;
   const ElementSettings &settings_;
   DisplayLookups &lookups_;
-  const OwnedString address_;
+  std::string_view address_;
+  OwnedString added_address_;
 };
 
 /** The lines between the opening and the closing one, in their order. */
 constexpr std::array<Line, 36> EventPrinter::table{{
-    {{"PostID"}, Number{&ZoxEvent::postId}},
-    {{"Datum"}, Special{&EventPrinter::date}},
-    {{"Stamp"}, Computed{&EventPrinter::stamp}},
-    {{"Status"}, Number{&ZoxEvent::status}},
-    {{"FName"}, OptionalText{&ZoxEvent::fName}},
-    {{"Title"}, Text{&ZoxEvent::title}},
-    {{"Groups"}, Special{&EventPrinter::groups}},
-    {{"NumNewsgroups"}, Computed{&EventPrinter::newsgroup_count}},
-    {{"Newsgroups"}, Special{&EventPrinter::newsgroups}},
-    {{"Poster"}, Text{&ZoxEvent::poster}},
-    {{"Link"}, Special{&EventPrinter::link}},
-    {{"Rating"}, Computed{&EventPrinter::rating}},
-    {{"Cat"}, Number{&ZoxEvent::cat}},
-    {{"SCat"}, Number{&ZoxEvent::sCat}},
-    {{"TagInfo"}, Special{&EventPrinter::tag_table}},
-    {{"Tag"}, Text{&ZoxEvent::tag}},
-    {{"Updated"}, Computed{&EventPrinter::updated}},
-    {{"Pos"}, Computed{&EventPrinter::position}},
-    {{"Ann"}, ConvertedText{&ZoxEvent::ann}},
-    {{"Des"}, ConvertedText{&ZoxEvent::des}},
-    {{"Sig"}, ConvertedText{&ZoxEvent::sig}},
-    {{"FType"}, Number{&ZoxEvent::fType}},
-    {{"Files"}, Number{&ZoxEvent::files}},
-    {{"FStart"}, Number{&ZoxEvent::fStart}},
-    {{"AantalParFiles"}, Number{&ZoxEvent::pars}},
-    {{"Kudos"}, Number{&ZoxEvent::kudos}},
-    {{"ParType"}, Number{&ZoxEvent::parType}},
-    {{"ParBlockSize"}, Number{&ZoxEvent::blockSize}},
-    {{"NumViews"}, Number{&ZoxEvent::view}},
-    {{"Img"}, OptionalText{&ZoxEvent::img}},
-    {{"MP3"}, Special{&EventPrinter::tracks}},
-    {{""}, Special{&EventPrinter::forum}},
-    {{"Locked"}, Number{&ZoxEvent::locked}},
-    {{"Reason", 3}, OptionalText{&ZoxEvent::reason}},
-    {{"UpdatedInWatchlist", 3}, Number{&ZoxEvent::watchlistUpdated}},
-    {{"Watchlist"}, Computed{&EventPrinter::watched}},
+    {LinePattern::plain("PostID"), Number{&ZoxEvent::postId}},
+    {LinePattern::plain("Datum"), Special{&EventPrinter::date}},
+    {LinePattern::plain("Stamp"), Computed{&EventPrinter::stamp}},
+    {LinePattern::plain("Status"), Number{&ZoxEvent::status}},
+    {LinePattern::cdata("FName"), OptionalText{&ZoxEvent::fName}},
+    {LinePattern::cdata("Title"), Text{&ZoxEvent::title}},
+    {LinePattern::cdata("Groups"), Special{&EventPrinter::groups}},
+    {LinePattern::plain("NumNewsgroups"), Computed{&EventPrinter::newsgroup_count}},
+    {LinePattern::cdata("Newsgroups"), Special{&EventPrinter::newsgroups}},
+    {LinePattern::cdata("Poster"), Text{&ZoxEvent::poster}},
+    {LinePattern::cdata("Link"), Special{&EventPrinter::link}},
+    {LinePattern::plain("Rating"), Computed{&EventPrinter::rating}},
+    {LinePattern::plain("Cat"), Number{&ZoxEvent::cat}},
+    {LinePattern::plain("SCat"), Number{&ZoxEvent::sCat}},
+    {LinePattern::cdata("TagInfo"), Special{&EventPrinter::tag_table}},
+    {LinePattern::cdata("Tag"), Text{&ZoxEvent::tag}},
+    {LinePattern::plain("Updated"), Computed{&EventPrinter::updated}},
+    {LinePattern::plain("Pos"), Computed{&EventPrinter::position}},
+    {LinePattern::cdata("Ann"), ConvertedText{&ZoxEvent::ann}},
+    {LinePattern::cdata("Des"), ConvertedText{&ZoxEvent::des}},
+    {LinePattern::cdata("Sig"), ConvertedText{&ZoxEvent::sig}},
+    {LinePattern::plain("FType"), Number{&ZoxEvent::fType}},
+    {LinePattern::plain("Files"), Number{&ZoxEvent::files}},
+    {LinePattern::plain("FStart"), Number{&ZoxEvent::fStart}},
+    {LinePattern::plain("AantalParFiles"), Number{&ZoxEvent::pars}},
+    {LinePattern::plain("Kudos"), Number{&ZoxEvent::kudos}},
+    {LinePattern::plain("ParType"), Number{&ZoxEvent::parType}},
+    {LinePattern::plain("ParBlockSize"), Number{&ZoxEvent::blockSize}},
+    {LinePattern::plain("NumViews"), Number{&ZoxEvent::view}},
+    {LinePattern::cdata("Img"), OptionalText{&ZoxEvent::img}},
+    {LinePattern::cdata("Track", 3), Special{&EventPrinter::tracks}},
+    {LinePattern::plain(""), Special{&EventPrinter::forum}},
+    {LinePattern::plain("Locked"), Number{&ZoxEvent::locked}},
+    {LinePattern::cdata("Reason", 3), OptionalText{&ZoxEvent::reason}},
+    {LinePattern::plain("UpdatedInWatchlist", 3), Number{&ZoxEvent::watchlistUpdated}},
+    {LinePattern::plain("Watchlist"), Computed{&EventPrinter::watched}},
 }};
 
 void EventPrinter::print() noexcept {
-  lines_.plain_line("\t<Event>\n");
+  plain_line("\t<Event>\n");
   for (const Line &line : table)
-    std::visit([&](const auto &content) { print(line.element, content); }, line.content);
-  lines_.plain_line("\t</Event>\n");
+    std::visit([&](const auto &content) { print(line.pattern, content); }, line.content);
+  plain_line("\t</Event>\n");
 }
 
-void EventPrinter::print(const LineElement &element, ConvertedText content) noexcept {
+/** The link as zox_string_add_http() gives it; most need no prefix and so no copy. */
+void EventPrinter::find_address() noexcept {
+  if (event_.link == nullptr || event_.link->len == 0)
+    return;
+  address_ = event_.link->str;
+  if (address_.starts_with("http://"))
+    return;
+  added_address_.reset(zox_string_add_http(event_.link));
+  ZOX_ASSERT_IN(zox_events_sort_print, added_address_, "url");
+  address_ = added_address_->str;
+}
+
+void EventPrinter::print(const LinePattern &pattern, ConvertedText content) noexcept {
   const ZoxString *text = event_.*content.member;
   if (text == nullptr)
     return;
   if (settings_.textFunc == nullptr)
-    return lines_.text_line(element, text);
+    return text_line(pattern, text->str);
   const OwnedString converted(settings_.textFunc(event_.*content.member));
   ZOX_ASSERT_IN(zox_events_sort_print, converted, "tmp");
-  lines_.text_line(element, converted.get());
+  text_line(pattern, converted->str);
 }
 
-void EventPrinter::date(const LineElement &element) noexcept {
-  const OwnedText text(zox_string_date(event_.stamp));
-  if (text)
-    lines_.word_line(element, text.get());
+void EventPrinter::date(const LinePattern &pattern) noexcept {
+  const std::string_view date = lookups_.date(event_.stamp);
+  if (!date.empty())
+    text_line(pattern, date);
 }
 
-void EventPrinter::groups(const LineElement &element) noexcept {
+void EventPrinter::groups(const LinePattern &pattern) noexcept {
   for (const ZoxString *groupId : Items<ZoxString>(event_.groups))
     ZOX_ASSERT_IN(zox_events_sort_print, groupId, "groupId");
-  const OwnedString tmp(zox_splitted_list_concat(event_.groups));
-  ZOX_ASSERT_IN(zox_events_sort_print, tmp, "tmp");
-  lines_.text_line(element, tmp.get());
+  written_line(pattern, [this] { add_stored_groups(); });
 }
 
-void EventPrinter::newsgroups(const LineElement &element) noexcept {
+/** The stored form as zox_splitted_list_concat() gives it, up to a zero byte. */
+void EventPrinter::add_stored_groups() noexcept {
+  const std::size_t start = out_.size();
+  out_.add("|");
+  for (const ZoxString *groupId : Items<ZoxString>(event_.groups)) {
+    const std::string_view id = groupId->str;
+    out_.add_all(std::string_view("|").substr(groupId == event_.groups->data ? 1 : 0), id);
+    if (id.size() != groupId->len)
+      return;
+  }
+  if (out_.size() - start >= 2)
+    out_.add("|");
+}
+
+void EventPrinter::newsgroups(const LinePattern &pattern) noexcept {
   for (const ZoxString *groupId : Items<ZoxString>(event_.groups)) {
     const auto id = static_cast<guint32>(leading_integer(groupId->str));
     const ShownNewsgroup &newsgroup = lookups_.newsgroup(id);
     if (newsgroup.name)
-      lines_.cdata_line(element, [&] { out_.add(*newsgroup.name); });
+      text_line(pattern, *newsgroup.name);
     else if (!newsgroup.known)
       g_warning("zox_events_sort_print(): nieuwsgroep behorende bij groupId %s onbekend "
                 "(eventid = %i)!\n",
@@ -213,27 +275,27 @@ void EventPrinter::newsgroups(const LineElement &element) noexcept {
   }
 }
 
-void EventPrinter::link(const LineElement &element) noexcept {
-  lines_.text_line(element, address_.get());
+void EventPrinter::link(const LinePattern &pattern) noexcept {
+  text_line(pattern, address_);
 }
 
-void EventPrinter::tag_table(const LineElement &element) noexcept {
-  lines_.cdata_line(element, [&] { add_tag_table(out_, event_, address_->str, lookups_); });
+void EventPrinter::tag_table(const LinePattern &pattern) noexcept {
+  written_line(pattern, [&] { add_tag_table(out_, event_, address_, lookups_); });
 }
 
-void EventPrinter::tracks(const LineElement &) noexcept {
+void EventPrinter::tracks(const LinePattern &pattern) noexcept {
   if (event_.mp3Tracks == nullptr)
     return;
-  lines_.plain_line("\t\t<MP3>\n");
+  plain_line("\t\t<MP3>\n");
   for (const ZoxString *track : Items<ZoxString>(event_.mp3Tracks)) {
     ZOX_ASSERT_IN(zox_events_sort_print, track, "track");
-    lines_.text_line({"Track", 3}, track);
+    text_line(pattern, track->str);
   }
-  lines_.plain_line("\t\t</MP3>\n");
+  plain_line("\t\t</MP3>\n");
 }
 
 /** The forum prints itself, at its own depth and with lines of its own length. */
-void EventPrinter::forum(const LineElement &) noexcept {
+void EventPrinter::forum(const LinePattern &) noexcept {
   if (event_.forum == nullptr)
     return;
   const OwnedString text(zox_events_forum_print(&event_, settings_.textFunc));

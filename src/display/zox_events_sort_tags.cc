@@ -4,28 +4,16 @@
 #include <velkor/zox_string.h>
 
 #include "display/parts.h"
+#include "display/tag_table_rows.h"
 #include "support/assertion.h"
 #include "support/slist.h"
 
 namespace velkor {
 namespace {
 
-constexpr std::string_view label = "<TR><TD><B>";
-constexpr std::string_view unlabelled = "<TR><TD></TD><TD>";
-constexpr std::string_view value = " :</B></TD><TD>";
-constexpr std::string_view row_end = "</TD></TR>";
-
-void add_row(TextWriter &out, std::string_view name, std::string_view content) noexcept {
-  out.add(label);
-  out.add(name);
-  out.add(value);
-  out.add(content);
-  out.add(row_end);
-}
-
 void add_row_unless_empty(TextWriter &out, std::string_view name, const ZoxString *text) noexcept {
   if (text != nullptr && text->len != 0)
-    add_row(out, name, text->str);
+    add_tag_table_row(out, name, text->str);
 }
 
 /** One row a tag; the first tag of a group in a row of tags names the group. */
@@ -33,31 +21,18 @@ void add_tags(TextWriter &out, const ZoxEvent &event, DisplayLookups &lookups) n
   const char *group = nullptr;
   for (const ZoxString *code : Items<ZoxString>(event.tags)) {
     ZOX_ASSERT_IN(zox_events_sort_parse_tags, code, "tmp");
-    const ZoxTag *tag = lookups.tag(*code, event.cat);
-    if (tag == nullptr) {
-      add_row(out, "Onbekende tag", code->str);
-    } else if (g_strcmp0(group, tag->group->name->str) == 0) {
-      out.add(unlabelled);
-      out.add(tag->name->str);
-      out.add(row_end);
-    } else {
-      group = tag->group->name->str;
-      add_row(out, group, tag->name->str);
-    }
+    const ShownTag &tag = lookups.tag(*code, event.cat);
+    const bool continued = group != nullptr && g_strcmp0(group, tag.group) == 0;
+    out.add(continued ? tag.continuation : tag.row);
+    if (tag.group != nullptr)
+      group = tag.group;
   }
 }
 
 /** The front end intercepts links to "iets.html" and opens the address behind "link". */
 void add_link(TextWriter &out, std::string_view address) noexcept {
-  out.add(label);
-  out.add("Weblink");
-  out.add(value);
-  out.add("<A HREF='iets.html#link");
-  out.add(address);
-  out.add("'>");
-  out.add(address);
-  out.add("</A>");
-  out.add(row_end);
+  out.add_all(tag_row::label, "Weblink", tag_row::value, "<A HREF='iets.html#link", address, "'>",
+              address, "</A>", tag_row::end);
 }
 
 }  // namespace
@@ -65,9 +40,9 @@ void add_link(TextWriter &out, std::string_view address) noexcept {
 void add_tag_table(TextWriter &out, const ZoxEvent &event, std::string_view address,
                    DisplayLookups &lookups) noexcept {
   out.add("<TABLE STYLE='font-family: arial; font-size: 11px;'>");
-  add_row(out, "Categorie", zox_string_category(event.cat));
+  add_tag_table_row(out, "Categorie", zox_string_category(event.cat));
   add_tags(out, event, lookups);
-  add_row(out, "Status", zox_string_status(event.status));
+  add_tag_table_row(out, "Status", zox_string_status(event.status));
   if (!address.empty())
     add_link(out, address);
   add_row_unless_empty(out, "Tag", event.tag);

@@ -22,17 +22,35 @@ public:
     text_->len += part.copy(room_for(part.size()), part.size());
   }
 
-  /** The characters of a text as "%s" prints them: up to a zero byte, "(null)" for none. */
-  void add_text(const GString *text) noexcept {
-    add(text == nullptr ? std::string_view("(null)") : std::string_view(text->str));
+  void add_number(gint64 number) noexcept {
+    put(max_digits, [number](char *start) { return put_number(start, number); });
   }
 
-  void add_number(gint64 number) noexcept {
-    constexpr std::size_t max_digits = 20;
-    char *start = room_for(max_digits);
-    const char *const end = std::to_chars(start, start + max_digits, number).ptr;
-    text_->len += static_cast<std::size_t>(end - start);
+  /** Several parts as if one after the other. */
+  template <typename... Parts>
+  void add_all(const Parts &...parts) noexcept {
+    put((std::string_view(parts).size() + ...), [&parts...](char *place) {
+      ((place += std::string_view(parts).copy(place, std::string_view::npos)), ...);
+      return place;
+    });
   }
+
+  /** Lets `write` fill a place of at most so many bytes; it tells where the text ends. */
+  template <std::invocable<char *> Write>
+  void put(std::size_t most, Write &&write) noexcept {
+    char *const start = room_for(most);
+    text_->len += static_cast<std::size_t>(write(start) - start);
+  }
+
+  /** The digits of a number at a place for `max_digits`; where they end. */
+  static char *put_number(char *start, gint64 number) noexcept {
+    if (number >= 0 && number < 10) {
+      *start = static_cast<char>('0' + number);
+      return start + 1;
+    }
+    return std::to_chars(start, start + max_digits, number).ptr;
+  }
+  static constexpr std::size_t max_digits = 20;
 
   [[nodiscard]] std::size_t size() const noexcept { return text_->len; }
 
@@ -73,9 +91,7 @@ struct LineElement {
 
 /** How the lines of a document differ from those of others. */
 struct LineRule {
-  /** Whether there is one more tab before each. */
-  bool indent = false;
-  /** What fits into a line behind that tab: anything longer is cut there. */
+  /** What fits into a line: anything longer is cut there. */
   std::size_t limit = std::numeric_limits<std::size_t>::max();
 };
 
@@ -100,29 +116,12 @@ public:
 
   /** A line with a text in a CDATA section, as it is. */
   void cdata_line(const LineElement &element, std::string_view text) noexcept {
-    cdata_line(element, [&] { out_.add(text); });
-  }
-
-  /** The same for a text as "%s" prints it. */
-  void text_line(const LineElement &element, const GString *text) noexcept {
-    cdata_line(element, [&] { out_.add_text(text); });
-  }
-
-  /** A line whose content, written by `content`, stands in a CDATA section. */
-  template <std::invocable Content>
-  void cdata_line(const LineElement &element, Content &&content) noexcept {
-    element_line(element, [&] {
-      out_.add("<![CDATA[");
-      content();
-      out_.add("]]>");
-    });
+    element_line(element, [&] { out_.add_all("<![CDATA[", text, "]]>"); });
   }
 
 private:
   template <typename Content>
   void line(Content &&content) noexcept {
-    if (rule_.indent)
-      out_.add("\t");
     const std::size_t start = out_.size();
     content();
     out_.cut(start, rule_.limit);

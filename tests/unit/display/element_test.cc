@@ -3,6 +3,7 @@
 #include <limits>
 #include <ostream>
 #include <string>
+#include <string_view>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -64,6 +65,22 @@ TEST_F(ElementTest, EmptyTextsHaveTheirLines) {
   for (const char *element : {"FName", "Title", "Ann", "Des", "Sig", "Img", "Reason"})
     EXPECT_EQ(content_of(xml, element), "") << element;
   EXPECT_THAT(xml, HasSubstr("\n\t\t\t<Reason><![CDATA[]]></Reason>\n"));
+}
+
+TEST_F(ElementTest, PrintsTheStoredFormOfTheGroups) {
+  const auto printed_groups = [](std::initializer_list<std::string_view> ids) {
+    const OwnedEvent event = bare_event();
+    for (const std::string_view id : ids)
+      event->groups = g_slist_append(event->groups,
+                                     g_string_new_len(id.data(), static_cast<gssize>(id.size())));
+    const LogCapture unknown_groups;
+    return content_of(print(*event), "Groups");
+  };
+  EXPECT_EQ(printed_groups({}), "|");
+  EXPECT_EQ(printed_groups({"4", "17"}), "|4|17|");
+  EXPECT_EQ(printed_groups({""}), "|");
+  EXPECT_EQ(printed_groups({"", ""}), "|||");
+  EXPECT_EQ(printed_groups({std::string_view("4\0x", 3), "17"}), "|4");
 }
 
 TEST_F(ElementTest, PrintsExtremeNumbers) {
