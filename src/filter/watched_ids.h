@@ -3,10 +3,11 @@
 #ifndef VELKOR_FILTER_WATCHED_IDS_H
 #define VELKOR_FILTER_WATCHED_IDS_H
 
-#include <optional>
-#include <unordered_set>
+#include <memory>
 
 #include <glib.h>
+
+#include "support/owned.h"
 
 namespace velkor {
 
@@ -19,14 +20,14 @@ public:
   bool add(gint32 postId) noexcept;
 
 private:
-  /** A set only pays from some postings on; before, the list itself is asked. */
-  static constexpr int lookups_without_set = 4;
+  /** A set does not pay for a single posting: for it, the list itself is asked. */
+  static constexpr int lookups_without_set = 1;
 
   void read() noexcept;
 
   int lookups_ = 0;
   bool cut_short_ = false;  // by an entry that is null
-  std::optional<std::unordered_set<gint32>> ids_;
+  std::unique_ptr<GHashTable, ReleaseWith<g_hash_table_destroy>> ids_;
 };
 
 }  // namespace velkor

@@ -19,6 +19,7 @@ WordSet::WordSet(const GSList *words) noexcept {
 /** The words that are to be found, none of them empty. */
 WordSet::Words WordSet::take(const GSList *list) noexcept {
   Words words;
+  bool has_long = false;
   for (const GString *word : Items<const GString>(list)) {
     if (word == nullptr) {
       cut_short_ = true;
@@ -29,14 +30,17 @@ WordSet::Words WordSet::take(const GSList *list) noexcept {
       everywhere_ = true;
     else
       words.push_back(text);
+    has_long = has_long || text.size() > most_letters;
   }
+  if (has_long)
+    words_.assign(words.begin(), words.end());
   return words;
 }
 
 /** Both cases of a letter share a column; a zero byte is in no word, so 255 columns suffice. */
 void WordSet::assign_columns(const Words &words) noexcept {
   for (const std::string_view word : words) {
-    for (const char letter : word) {
+    for (const char letter : word.substr(0, most_letters)) {
       if (column_of(letter) != 0)
         continue;
       const auto column = static_cast<std::uint8_t>(width_++);
@@ -62,19 +66,21 @@ WordSet::Row WordSet::child_of(Row row, char letter) noexcept {
 void WordSet::add_rows(const Words &words) noexcept {
   struct Open {
     std::string_view rest;
+    Row end;
     Row row;
   };
   std::vector<Open> open;
   for (const std::string_view word : words)
-    open.push_back({word, start});
+    open.push_back(
+        {word.substr(0, most_letters), word.size() > most_letters ? beginning_hit : hit, start});
   while (!open.empty()) {
     for (const Open &word : open) {
-      const std::size_t place = word.row + column_of(word.rest.front());
+      Row &next = rows_[word.row + column_of(word.rest.front())];
       if (word.rest.size() == 1)
-        rows_[place] = hit;
+        next = std::max(next, word.end);
     }
     std::erase_if(open, [this](const Open &word) {
-      return rows_[word.row + column_of(word.rest.front())] == hit;
+      return rows_[word.row + column_of(word.rest.front())] >= beginning_hit;
     });
     for (Open &word : open) {
       word.row = child_of(word.row, word.rest.front());
@@ -91,14 +97,18 @@ void WordSet::close_gaps() noexcept {
     for (Row column = 1; column < width_; ++column) {
       Row &next = rows_[row + column];
       const Row shorter = row == start ? start : rows_[ending + column];
-      if (next == hit)
-        continue;
       if (next == start || shorter == hit)
         next = shorter;
-      else
+      else if (next < beginning_hit)
         endings[next / width_] = shorter;
     }
   }
+}
+
+/** What decides when the beginning of a long word was found, which is rare. */
+bool WordSet::occurs_by_itself(std::string_view text) const noexcept {
+  return std::ranges::any_of(
+      words_, [text](const std::string &word) { return contains_ignoring_case(text, word); });
 }
 
 bool WordSet::occurs_in(std::string_view text) const noexcept {
@@ -107,8 +117,8 @@ bool WordSet::occurs_in(std::string_view text) const noexcept {
   Row row = start;
   for (const char letter : text) {
     row = rows_[row + column_of(letter)];
-    if (row == hit)
-      return true;
+    if (row >= beginning_hit)
+      return row == hit || occurs_by_itself(text);
     if (letter == '\0')
       return false;
   }

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -38,6 +39,10 @@ private:
 
   static constexpr Row start = 0;
   static constexpr Row hit = UINT32_MAX;
+  static constexpr Row beginning_hit = hit - 1;  // only of the beginning of a long word
+
+  /** So many letters of a word are in the table, whose size a long text would blow up. */
+  static constexpr std::size_t most_letters = 16;
 
   Words take(const GSList *list) noexcept;
   void assign_columns(const Words &words) noexcept;
@@ -47,6 +52,7 @@ private:
   [[nodiscard]] std::uint8_t column_of(char letter) const noexcept {
     return columns_[static_cast<unsigned char>(letter)];
   }
+  [[nodiscard]] bool occurs_by_itself(std::string_view text) const noexcept;
   /** The row behind `row` for that letter, made if there is none. */
   Row child_of(Row row, char letter) noexcept;
 
@@ -55,6 +61,7 @@ private:
   std::array<std::uint8_t, 256> columns_{};  // by byte; 0 for what stands in no word
   std::uint32_t width_ = 1;                  // how many columns there are
   std::vector<Row> rows_;                    // the next row by row and column
+  std::vector<std::string> words_;           // all of them if some are long
 };
 
 }  // namespace velkor

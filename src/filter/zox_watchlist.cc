@@ -15,13 +15,13 @@
 namespace velkor {
 
 void WatchedIds::read() noexcept {
-  ids_.emplace();
+  ids_.reset(g_hash_table_new(g_direct_hash, nullptr));
   for (const ZoxString *watchlist : Items<ZoxString>(zox_watchlist_get())) {
     if (watchlist == nullptr) {
       cut_short_ = true;
       return;
     }
-    ids_->insert(leading_integer(watchlist->str));
+    g_hash_table_add(ids_.get(), GINT_TO_POINTER(leading_integer(watchlist->str)));
   }
 }
 
@@ -32,7 +32,7 @@ bool WatchedIds::contains(gint32 postId) noexcept {
   }
   if (!ids_)
     read();
-  if (ids_->contains(postId))
+  if (g_hash_table_contains(ids_.get(), GINT_TO_POINTER(postId)) != FALSE)
     return true;
   ZOX_ASSERT_IN(zox_watchlist_is_in_list, !cut_short_, "watchlist");
   return false;
@@ -43,7 +43,7 @@ bool WatchedIds::add(gint32 postId) noexcept {
     return false;
   if (!ids_)
     read();
-  ids_->insert(postId);
+  g_hash_table_add(ids_.get(), GINT_TO_POINTER(postId));
   return true;
 }
 

@@ -8,11 +8,13 @@
 namespace velkor {
 
 /** Of newsgroups with the same id, the first counts. */
-GroupIndex::Groups GroupIndex::read() noexcept {
-  Groups groups;
-  for (const ZoxGroup *group : Items<const ZoxGroup>(core->groups))
-    groups.emplace(group->id, group);
-  return groups;
+void GroupIndex::read() noexcept {
+  groups_.reset(g_hash_table_new(g_direct_hash, nullptr));
+  for (ZoxGroup *group : Items<ZoxGroup>(core->groups)) {
+    gpointer id = GUINT_TO_POINTER(group->id);
+    if (g_hash_table_contains(groups_.get(), id) == FALSE)
+      g_hash_table_insert(groups_.get(), id, group);
+  }
 }
 
 const ZoxGroup *GroupIndex::find(guint32 id) noexcept {
@@ -21,9 +23,8 @@ const ZoxGroup *GroupIndex::find(guint32 id) noexcept {
     return zox_group_by_id(id);
   }
   if (!groups_)
-    groups_ = read();
-  const auto place = groups_->find(id);
-  return place == groups_->end() ? nullptr : place->second;
+    read();
+  return static_cast<const ZoxGroup *>(g_hash_table_lookup(groups_.get(), GUINT_TO_POINTER(id)));
 }
 
 }  // namespace velkor

@@ -3,10 +3,11 @@
 #ifndef VELKOR_TAXONOMY_GROUP_INDEX_H
 #define VELKOR_TAXONOMY_GROUP_INDEX_H
 
-#include <optional>
-#include <unordered_map>
+#include <memory>
 
 #include <velkor/zox_groups.h>
+
+#include "support/owned.h"
 
 namespace velkor {
 
@@ -17,15 +18,13 @@ public:
   [[nodiscard]] const ZoxGroup *find(guint32 id) noexcept;
 
 private:
-  using Groups = std::unordered_map<guint32, const ZoxGroup *>;
-
   /** An index only pays from some lookups on; before, the table itself is searched. */
-  static constexpr int lookups_without_index = 8;
+  static constexpr int lookups_without_index = 4;
 
-  static Groups read() noexcept;
+  void read() noexcept;
 
   int lookups_ = 0;
-  std::optional<Groups> groups_;
+  std::unique_ptr<GHashTable, ReleaseWith<g_hash_table_destroy>> groups_;
 };
 
 }  // namespace velkor

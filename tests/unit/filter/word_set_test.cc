@@ -67,6 +67,18 @@ TEST(WordSet, TextsEndAtTheirFirstZero) {
   EXPECT_TRUE(set_of({std::string("ab\0x"sv)}).occurs_in("xabx"));
 }
 
+TEST(WordSet, FindsLongWordsAsAWhole) {
+  const std::string word(16, 'x');
+  const WordSet words = set_of({word + "abc", "kort"});
+  EXPECT_TRUE(words.occurs_in("voor " + word + "ABC na"));
+  EXPECT_FALSE(words.occurs_in("voor " + word + "abd na"));
+  EXPECT_TRUE(words.occurs_in(word + "abd kort"));
+  EXPECT_TRUE(words.occurs_in("kort " + word));
+  EXPECT_TRUE(set_of({word + "abc", word}).occurs_in(word + "d"));
+  EXPECT_TRUE(set_of({word, word + "abc"}).occurs_in(word + "d"));
+  EXPECT_TRUE(set_of({word + "abc", "xxa"}).occurs_in(word + "ad"));
+}
+
 TEST(WordSet, TakesEveryByte) {
   Texts words;
   for (int byte = 1; byte < 256; ++byte)
@@ -103,9 +115,13 @@ TEST(WordSet, FindsWhatTheWordsFindOneByOne) {
     Texts words;
     for (auto left = static_cast<unsigned>(random()) % 12; left > 0; --left)
       words.push_back(letters(random() % 50 == 0 ? 0 : 2, 5));
+    if (round % 3 == 0)
+      words.push_back(std::string(static_cast<std::size_t>(15 + round % 4), 'a') + letters(0, 1));
     const WordSet set = set_of(words);
     for (int number = 0; number < 10; ++number) {
-      const std::string text = letters(0, 20);
+      const std::string text = letters(0, 10) +
+                               std::string(number % 2 == 0 ? 14 + random() % 5 : 0, 'A') +
+                               letters(0, 10);
       const bool expected = one_by_one(words, text);
       ASSERT_EQ(set.occurs_in(text), expected) << text;
       found += expected ? 1 : 0;

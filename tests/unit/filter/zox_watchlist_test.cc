@@ -149,13 +149,12 @@ TEST_F(ZoxWatchlistDeathTest, NoEntryIsNull) {
 }
 
 TEST_F(ZoxWatchlistDeathTest, NoEntryIsNullForAPassEither) {
-  WatchedIds watched;
   core->config->watchlist = g_slist_append(nullptr, zox_string_new("42"));
   core->config->watchlist = g_slist_append(core->config->watchlist, nullptr);
-  for (int lookup = 0; lookup < 10; ++lookup) {
+  WatchedIds watched;
+  for (int lookup = 0; lookup < 4; ++lookup) {
+    EXPECT_DEATH((void)watched.contains(43), failure("zox_watchlist_is_in_list", "watchlist"));
     EXPECT_TRUE(watched.contains(42));  // what stands before it is found
-    EXPECT_DEATH((void)WatchedIds(watched).contains(43),
-                 failure("zox_watchlist_is_in_list", "watchlist"));
   }
   core->config->watchlist =
       g_slist_delete_link(core->config->watchlist, g_slist_last(core->config->watchlist));
