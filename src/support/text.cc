@@ -57,6 +57,14 @@ bool contains_ignoring_case(std::string_view text, std::string_view needle) noex
 }
 
 gint32 leading_integer(const char *text) noexcept {
+  // Nearly all are a few digits, for which the general conversion does too much.
+  constexpr int most_digits = 9;
+  gint32 number = 0;
+  int digits = 0;
+  while (digits < most_digits && g_ascii_isdigit(text[digits]))
+    number = number * 10 + (text[digits++] - '0');
+  if (digits > 0 && !g_ascii_isdigit(text[digits]))
+    return number;
   return static_cast<gint32>(static_cast<guint32>(std::strtol(text, nullptr, 10)));
 }
 

@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "support/text.h"
 
+#include <cstdlib>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -52,6 +53,15 @@ TEST(LeadingInteger, ReadsLikeTheStandardConversion) {
   EXPECT_EQ(leading_integer("  -12abc"), -12);
   EXPECT_EQ(leading_integer("abc"), 0);
   EXPECT_EQ(leading_integer(""), 0);
+}
+
+TEST(LeadingInteger, ReadsDigitsOfAnyNumber) {
+  for (const char *text :
+       {"0", "7", "007", "12 34", "0x10", "123456789", "1234567890", "999999999x", "2147483647",
+        "0000000000012", "99999999999999999999", "+5", "-0", "."})
+    EXPECT_EQ(leading_integer(text),
+              static_cast<gint32>(static_cast<guint32>(std::strtol(text, nullptr, 10))))
+        << text;
 }
 
 TEST(LeadingInteger, KeepsTheLow32Bits) {
