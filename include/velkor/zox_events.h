@@ -48,19 +48,12 @@ ZoxErrorCode zox_events_fetch_get_available(GSList **dumpList, gint32 lastCheck,
  * merges all postings at once, saves the list, moves `lastCheck` to `prevCheck` and the server's
  * stamp to `lastCheck`, saves the settings and loads the list from the cache, which forgets the
  * filtered set. A stamp below 0 or of 2147483647 is no time: the update times then stay as they
-<<<<<<< HEAD
  * were, with a warning. More than 50,000 names of dumps, 1,000 questions, or 1,000,000 postings in
- * one dump are more than any service has and end the update with 11. A failure leaves the times as they were, so that the next
- * update asks for the same again; so does a list that cannot be saved, with a warning, but the
- * merged postings then stay in memory and the result is 0. After a result of 0,
- * zox_file_last_error() tells whether everything was saved: ZOX_FILE_NOT_WRITTEN or
-=======
- * were, with a warning. More than 50,000 names of dumps, 1,000 questions, or 2,000,000 postings in
  * one dump are more than any service has and end the update with 11. A failure leaves the times as
  * they were, so that the next update asks for the same again; so does a list that cannot be saved,
- * with a warning, but the merged postings then stay in memory and the result is 0. After a result
+ * with a warning, but the merged postings then stay in memory and the result is 0. While the cache
+ * file cannot be read, the update ends with 1 before it merges anything. After a result
  * of 0, zox_file_last_error() tells whether everything was saved: ZOX_FILE_NOT_WRITTEN or
->>>>>>> fda55e0 (man/velkorctl: mail fetch keeps a reply that it cannot read in full)
  * ZOX_FILE_READ_ONLY with the file of the postings or of the settings when not. Asserts
  * "core->config" and "uitvoer".
  * @param progress       called with (0, 0) at the start and before each download; may be null
