@@ -153,9 +153,11 @@ void zox_eventlist_cleanup(ZOXEventlist *list) {
   gint64 limit = 0;
   if (!find_age_limit(limit) || !remove_older(list, limit))
     return;
-  // What could not be saved must not be replaced by what the file still holds.
+  // What could not be saved must not be replaced by what the file still holds. Saving right here
+  // keeps the file that another process sees in step with what was removed, whatever comes next; it
+  // costs little, since most sections are copied.
   if (zox_eventlist_save(list) != 0)
-    zox_eventlist_load(list, nullptr);
+    reload(list);
 }
 
 }  // extern "C"
