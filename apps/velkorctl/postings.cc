@@ -60,10 +60,9 @@ struct Collection {
   std::vector<Selected> postings;
 };
 
-gint collect(gpointer /*key*/, ZoxEvent *posting, gpointer collection) noexcept {
+void collect(const ZoxEvent *posting, gpointer collection) noexcept {
   auto &into = *static_cast<Collection *>(collection);
   into.postings.push_back(sort_key(*posting, into.mode));
-  return 0;
 }
 
 std::string sub_category_name(const ZoxEvent &posting) {
@@ -99,7 +98,7 @@ void add_newsgroups(Json &json, const ZoxEvent &posting) {
 std::vector<gint32> select_postings(const ZoxFilter &filter) {
   zox_eventlist_apply_filter(core->eventlist, &filter);
   Collection collection{filter.sortMode, {}};
-  zox_eventlist_foreach(core->eventlist, 1, 1, collect, &collection);
+  zox_eventlist_visit(core->eventlist, 1, collect, &collection);
   std::ranges::sort(collection.postings, std::less<>());
   if (filter.sortAscending == 0)
     std::ranges::reverse(collection.postings);

@@ -40,6 +40,14 @@ G_GNUC_END_IGNORE_DEPRECATIONS
 typedef gint (*ZoxEventlistFunc)(gpointer key, ZoxEvent *event, gpointer userData);
 
 /**
+ * Called for one posting of a visit.
+ * @param event     the posting itself, locked: it is valid until the function returns and must not
+ *                  be changed
+ * @param userData  the data given to the visit
+ */
+typedef void (*ZoxEventlistVisitor)(const ZoxEvent *event, gpointer userData);
+
+/**
  * Follows a merge.
  * @param total     number of postings to merge
  * @param done      number merged so far
@@ -159,6 +167,18 @@ void zox_eventlist_apply_filter(ZOXEventlist *list, const ZoxFilter *filter);
  */
 void zox_eventlist_foreach(ZOXEventlist *list, gint32 filtered, gint32 readOnly,
                            ZoxEventlistFunc func, gpointer userData);
+
+/**
+ * Walks over postings as zox_eventlist_foreach() does for reading, but without copying them: for
+ * looking at a few fields of many postings. The list cannot change meanwhile. Threads: any; the
+ * visitor must not call into the list.
+ * @param list      the list
+ * @param filtered  non-zero to walk over the filtered set, 0 over all
+ * @param visitor   called for each posting, in no particular order
+ * @param userData  handed to `visitor`
+ */
+void zox_eventlist_visit(ZOXEventlist *list, gint32 filtered, ZoxEventlistVisitor visitor,
+                         gpointer userData);
 
 /**
  * Removes postings in state -3, and those in state -2 that changed more than a day ago (local

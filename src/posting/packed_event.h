@@ -48,6 +48,9 @@ OwnedEventObject new_object(PackedEvent event) noexcept;
  */
 PackedEvent take_record(ZOXEventObject &object) noexcept;
 
+/** Puts a record into an object whose record was taken. */
+void put_record(ZOXEventObject &object, PackedEvent event) noexcept;
+
 }  // namespace velkor
 
 #endif

@@ -55,6 +55,10 @@ PackedEvent take_record(ZOXEventObject &object) noexcept {
   return pack(*object.event);
 }
 
+void put_record(ZOXEventObject &object, PackedEvent event) noexcept {
+  hold(object, std::move(event));
+}
+
 }  // namespace velkor
 
 using namespace velkor;

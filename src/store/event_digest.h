@@ -4,7 +4,7 @@
 #define VELKOR_STORE_EVENT_DIGEST_H
 
 #include <cstdint>
-#include <string>
+#include <vector>
 
 #include <velkor/zox_event.h>
 
@@ -24,7 +24,7 @@ public:
 
 private:
   std::uint64_t seed_;
-  std::string bytes_;
+  std::vector<char> bytes_;
 };
 
 }  // namespace velkor

@@ -4,6 +4,7 @@
 #define VELKOR_STORE_EVENT_ORDER_H
 
 #include <algorithm>
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -21,11 +22,31 @@ struct OrderedEntry {
 inline std::vector<OrderedEntry> entries_in_order(GHashTable *table) noexcept {
   std::vector<OrderedEntry> entries;
   entries.reserve(g_hash_table_size(table));
-  for_each_object(table, [&entries](gpointer key, ZOXEventObject *object) {
-    entries.push_back({GPOINTER_TO_INT(key), object});
-  });
+  GHashTableIter iterator;
+  gpointer key = nullptr;
+  gpointer object = nullptr;
+  g_hash_table_iter_init(&iterator, table);
+  while (g_hash_table_iter_next(&iterator, &key, &object) != FALSE)
+    entries.push_back({GPOINTER_TO_INT(key), static_cast<ZOXEventObject *>(object)});
   std::ranges::sort(entries, {}, &OrderedEntry::id);
   return entries;
+}
+
+/**
+ * The entries in turn, as EntryStream does for a table: what lies some steps ahead is on its way
+ * into the processor's cache.
+ */
+template <typename Visit>
+void for_each_entry(std::span<OrderedEntry> entries, Visit visit) noexcept {
+  constexpr std::size_t object_distance = 8;
+  constexpr std::size_t record_distance = 4;
+  for (std::size_t number = 0; number < entries.size(); ++number) {
+    if (number + object_distance < entries.size())
+      prefetch_object(entries[number + object_distance].object);
+    if (number + record_distance < entries.size())
+      prefetch_record(entries[number + record_distance].object);
+    visit(entries[number]);
+  }
 }
 
 /**

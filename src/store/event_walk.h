@@ -13,6 +13,28 @@
 
 namespace velkor {
 
+inline void prefetch(const void *begin, std::size_t size) noexcept {
+  constexpr std::size_t cache_line = 64;
+  const auto *bytes = static_cast<const char *>(begin);
+  for (std::size_t offset = 0; offset < size; offset += cache_line)
+    __builtin_prefetch(bytes + offset);
+}
+
+/** Sends an object on its way into the processor's cache. */
+inline void prefetch_object(const ZOXEventObject *object) noexcept {
+  prefetch(object, sizeof(ZOXEventObject));
+}
+
+/**
+ * The same for the record in an object; null has none. Nothing is read through the record's
+ * address, so that it may be outdated or even loose.
+ */
+inline void prefetch_record(ZOXEventObject *object) noexcept {
+  constexpr std::size_t common_record_size = 448;
+  if (object != nullptr)
+    prefetch(std::atomic_ref(object->event).load(std::memory_order_relaxed), common_record_size);
+}
+
 /**
  * The entries of a table in its order, each on its way into the processor's cache some steps
  * before its turn: entries lie all over the memory, and to wait for each of them would take longer
@@ -35,15 +57,12 @@ public:
   Entry next() noexcept {
     const Entry entry = ahead_[turn_];
     ahead_[turn_] = fetch_object();
-    fetch_record(ahead_[(turn_ + ahead_.size() / 2) % ahead_.size()].object);
+    prefetch_record(ahead_[(turn_ + ahead_.size() / 2) % ahead_.size()].object);
     turn_ = (turn_ + 1) % ahead_.size();
     return entry;
   }
 
 private:
-  static constexpr std::size_t cache_line = 64;
-  static constexpr std::size_t common_record_size = 640;
-
   Entry fetch_object() noexcept {
     if (left_ == 0)
       return {};
@@ -52,20 +71,8 @@ private:
     gpointer object = nullptr;
     g_hash_table_iter_next(&entries_, &entry.key, &object);
     entry.object = static_cast<ZOXEventObject *>(object);
-    prefetch(entry.object, sizeof(ZOXEventObject));
+    prefetch_object(entry.object);
     return entry;
-  }
-
-  /* Nothing is read through the pointer, so that it may be outdated or even loose. */
-  static void fetch_record(ZOXEventObject *object) noexcept {
-    if (object != nullptr)
-      prefetch(std::atomic_ref(object->event).load(std::memory_order_relaxed), common_record_size);
-  }
-
-  static void prefetch(const void *begin, std::size_t size) noexcept {
-    const auto *bytes = static_cast<const char *>(begin);
-    for (std::size_t offset = 0; offset < size; offset += cache_line)
-      __builtin_prefetch(bytes + offset);
   }
 
   GHashTableIter entries_;

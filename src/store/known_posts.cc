@@ -7,7 +7,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "store/deflate.h"
+#define XXH_INLINE_ALL
+#include <xxhash.h>
+
 #include "support/immortal.h"
 #include "support/parallel.h"
 
@@ -74,10 +76,14 @@ bool PlacedReader::read(std::uint64_t offset, std::size_t size, std::string &byt
   return true;
 }
 
+std::uint64_t fingerprint_of(std::string_view bytes) noexcept {
+  return XXH3_64bits(bytes.data(), bytes.size());
+}
+
 bool read_known(const PlacedReader &file, const KnownSection &section,
                 std::string &bytes) noexcept {
   return file.read(section.offset, section.section.compressed_size, bytes) &&
-         checksum_of(bytes) == section.compressed_checksum;
+         fingerprint_of(bytes) == section.fingerprint;
 }
 
 bool is_unchanged(const PlacedReader &file, const KnownPosts &posts) noexcept {

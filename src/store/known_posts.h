@@ -11,6 +11,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <glib.h>
@@ -25,7 +26,7 @@ namespace velkor {
 struct KnownSection {
   PostsSection section;
   std::uint64_t offset = 0;
-  std::uint32_t compressed_checksum = 0;
+  std::uint64_t fingerprint = 0;  // of its compressed bytes
   gint32 first_id = 0;
 };
 
@@ -72,6 +73,9 @@ public:
 private:
   Descriptor file_;
 };
+
+/** A number that stands for bytes within this process; much cheaper than their CRC-32. */
+std::uint64_t fingerprint_of(std::string_view bytes) noexcept;
 
 /** Reads the compressed bytes of a section; false when they are others than those known. */
 bool read_known(const PlacedReader &file, const KnownSection &section, std::string &bytes) noexcept;

@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "store/event_order.h"
-#include "store/event_walk.h"
 #include "support/parallel.h"
 
 namespace velkor {
@@ -93,7 +92,29 @@ bool are_ordered(const std::vector<SectionContent> &contents) noexcept {
 }
 
 /**
- * Takes the postings of a section out of their objects, which are given up.
+ * Whether nobody but its table knows the object: no other reference, and nothing attached to it.
+ * With its posting reset, no one can tell it from a new object.
+ */
+bool is_known_to_nobody(ZOXEventObject &object) noexcept {
+  return std::atomic_ref(object.parent.ref_count).load(std::memory_order_acquire) == 1 &&
+         g_atomic_pointer_get(&object.parent.qdata) == nullptr;
+}
+
+/**
+ * Makes an entry's posting as it is after reading. The entry's reference is used for the object
+ * that holds it, or dropped.
+ */
+OwnedEventObject renewed(OrderedEntry &entry) noexcept {
+  OwnedEventObject object(std::exchange(entry.object, nullptr));
+  PackedEvent event = without_details(take_record(*object));
+  if (!is_known_to_nobody(*object))
+    return new_object(std::move(event));
+  put_record(*object, std::move(event));
+  return object;
+}
+
+/**
+ * Takes the postings of a section out of the table, which is given up.
  * @return nothing when they are not what the section holds in the file
  */
 std::optional<SectionContent> take_postings(std::span<OrderedEntry> entries,
@@ -103,11 +124,10 @@ std::optional<SectionContent> take_postings(std::span<OrderedEntry> entries,
     return std::nullopt;
   SectionContent content;
   content.objects.reserve(entries.size());
-  for (const OrderedEntry &entry : entries) {
-    PackedEvent event = take_record(*entry.object);
-    digest.add(*event);
-    content.objects.push_back(new_object(without_details(std::move(event))));
-  }
+  for_each_entry(entries, [&](OrderedEntry &entry) {
+    content.objects.push_back(renewed(entry));
+    digest.add(*content.objects.back()->event);
+  });
   return digest.finish() == known.section.digest ? std::optional(std::move(content)) : std::nullopt;
 }
 
@@ -143,7 +163,7 @@ std::optional<SectionedPosts> read_sections(const std::string &path) noexcept {
     std::optional<SectionContent> content = reader.read(known.section, compressed);
     if (!content)
       return false;
-    known.compressed_checksum = checksum_of(compressed);
+    known.fingerprint = fingerprint_of(compressed);
     if (!complete(known, *content))
       in_order = false;
     posts.contents[number] = *std::move(content);
@@ -173,7 +193,8 @@ reread_sections(const PlacedReader &file, const KnownPosts &known, EventTable ta
     return content.has_value();
   };
   const bool good = read_all(contents.size(), known.layout.seed, reread_one);
-  for_each_object(table.get(), [](gpointer, ZOXEventObject *object) { g_object_unref(object); });
+  for (OrderedEntry &entry : entries)
+    g_clear_object(&entry.object);
   return good ? std::optional(std::move(contents)) : std::nullopt;
 }
 

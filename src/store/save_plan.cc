@@ -14,22 +14,23 @@ namespace velkor {
 namespace {
 
 /* Larger sections compress better, smaller ones confine a change. */
-constexpr std::uint64_t usual_size = 128 * 1024;
+constexpr std::uint64_t usual_size = 96 * 1024;
 constexpr std::uint64_t min_size = usual_size / 2;
 
 /** Finds out about the entries of a piece: their size, and whether its section can be kept. */
 void examine(SavePiece &piece, std::uint64_t seed, gint64 now) noexcept {
   EventDigest digest(seed);
   std::uint64_t size = 0;
-  for (const OrderedEntry &entry : piece.entries) {
-    const ReadLock lock(entry.object->lock);
-    const ZoxEvent &event = *entry.object->event;
-    if (is_long_deleted(event, now))
-      continue;
-    size += element_size(event);
-    if (piece.known != nullptr)
-      digest.add(event);
-  }
+  for_each_entry(piece.entries, [&](const OrderedEntry &entry) {
+    size += read_briefly(entry.object->lock, [&]() -> std::uint64_t {
+      const ZoxEvent &event = *entry.object->event;
+      if (is_long_deleted(event, now))
+        return 0;
+      if (piece.known != nullptr)
+        digest.add(event);
+      return element_size(event);
+    });
+  });
   const bool kept = piece.known != nullptr && piece.known->section.digest == digest.finish();
   if (!kept)
     piece.known = nullptr;
@@ -84,8 +85,7 @@ std::vector<SavePiece> join_neighbours(const std::vector<SavePiece> &pieces) noe
 
 /** The size of the entry's element. */
 std::uint64_t size_of(const OrderedEntry &entry) noexcept {
-  const ReadLock lock(entry.object->lock);
-  return element_size(*entry.object->event);
+  return read_briefly(entry.object->lock, [&] { return element_size(*entry.object->event); });
 }
 
 /** Cuts a piece into parts of about the same size, near the one wanted. */

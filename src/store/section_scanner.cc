@@ -56,26 +56,38 @@ constexpr auto markup = markup_of(std::make_index_sequence<basic_fields.size()>(
 constexpr std::string_view posting_begin = "  <Event Code=\"1\">\n";
 constexpr std::string_view posting_end = "  </Event>\n";
 
+/** What the bytes of a text have in common. */
+class ByteTest {
+public:
+  void test(char character) noexcept {
+    const auto byte = static_cast<unsigned char>(character);
+    control_ |= static_cast<unsigned char>((byte < 0x20) & (byte != '\n') & (byte != '\t'));
+    any_ |= byte;
+  }
+
+  [[nodiscard]] bool any_control() const noexcept { return control_ != 0; }
+  [[nodiscard]] bool all_ascii() const noexcept { return any_ < 0x80; }
+
+private:
+  unsigned char control_ = 0;
+  unsigned char any_ = 0;
+};
+
 /**
- * Whether the text has no character that a parser refuses or changes. The inner loop has no branch,
- * so that a compiler can test many bytes at once.
+ * Whether the text has no character that a parser refuses or changes. The inner loop has a fixed
+ * length and no branch, so that compilers test many bytes at once.
  */
 bool is_plain(std::string_view text) noexcept {
   constexpr std::size_t block = 64;
-  bool control = false;
-  unsigned char any = 0;
-  const auto test = [&](char character) {
-    const auto byte = static_cast<unsigned char>(character);
-    control |= (byte < 0x20) & (byte != '\n') & (byte != '\t');
-    any |= byte;
-  };
+  ByteTest bytes;
   std::string_view rest = text;
   for (; rest.size() >= block; rest.remove_prefix(block)) {
     for (std::size_t place = 0; place < block; ++place)
-      test(rest[place]);
+      bytes.test(rest.data()[place]);
   }
-  std::ranges::for_each(rest, test);
-  return !control && (any < 0x80 || xml::is_storable(text));
+  for (const char character : rest)
+    bytes.test(character);
+  return !bytes.any_control() && (bytes.all_ascii() || xml::is_storable(text));
 }
 
 class Scanner {

@@ -41,7 +41,7 @@ bool SectionWriter::try_to_write(std::span<const OrderedEntry> entries, Care car
   made.known.section = {static_cast<std::uint32_t>(made.compressed.size()),
                         static_cast<std::uint32_t>(text.size()), checksum_of(text),
                         read == written ? written : no_digest};
-  made.known.compressed_checksum = checksum_of(made.compressed);
+  made.known.fingerprint = fingerprint_of(made.compressed);
   return true;
 }
 

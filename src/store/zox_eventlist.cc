@@ -98,4 +98,11 @@ void zox_eventlist_foreach(ZOXEventlist *list, gint32 filtered, gint32 readOnly,
   }
 }
 
+void zox_eventlist_visit(ZOXEventlist *list, gint32 filtered, ZoxEventlistVisitor visitor,
+                         gpointer userData) {
+  const ReadLock lock(list->lock);
+  for_each_held_event(filtered != 0 ? list->filtered : list->tree,
+                      [=](gpointer, const ZoxEvent &event) { visitor(&event, userData); });
+}
+
 }  // extern "C"

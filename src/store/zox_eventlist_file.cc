@@ -99,13 +99,38 @@ bool load_sections(ZOXEventlist *list, PostsFile &posts, const std::string &path
   return true;
 }
 
-/** Reads the file by its sections, which is possible unless an earlier version left a plain one. */
-bool load_by_sections(ZOXEventlist *list, PostsFile &posts, const std::string &path) noexcept {
+/** How the file compares with what is known of it. */
+enum class FileState {
+  unknown,      // nothing is known of it, or it is another file by now
+  as_known,     // to the last byte
+  out_of_reach  // the one known, but it cannot be read, or shows other bytes
+};
+
+FileState compare(const PlacedReader &file, const KnownPosts *known) noexcept {
+  const std::optional<FileIdentity> identity = file.identity();
+  if (known == nullptr || (identity && *identity != known->identity))
+    return FileState::unknown;
+  return is_unchanged(file, *known) ? FileState::as_known : FileState::out_of_reach;
+}
+
+/** What becomes of a list whose file is out of reach. */
+enum class OutOfReach { read_anew, keep_list };
+
+ZoxErrorCode keep_list(const std::string &path) noexcept {
+  set_file_outcome(failed_outcome(ZOX_FILE_UNREADABLE, path, EIO));
+  g_warning("zox_eventlist_load(): %s kan nu niet worden gelezen; de postings blijven zoals ze "
+            "zijn\n",
+            path.c_str());
+  return ZOX_RESULT_UNKNOWN_ERROR;
+}
+
+/** Whether the list holds what the file does, read as far as need be; otherwise it is empty. */
+bool load_by_sections(ZOXEventlist *list, PostsFile &posts, const std::string &path,
+                      FileState state, const PlacedReader &file) noexcept {
+  // An earlier version's plain file comes first.
   const bool plain = access(cache_path(cache_name, false).c_str(), F_OK) == 0;
-  const KnownPosts *known = posts.known(path);
-  const PlacedReader file(path);
-  if (!plain && list->tree != nullptr && known != nullptr && is_unchanged(file, *known) &&
-      reload_known(list, file, *known))
+  if (!plain && list->tree != nullptr && state == FileState::as_known &&
+      reload_known(list, file, *posts.known(path)))
     return true;
   posts.forget();
   drop_tree(list);
@@ -113,11 +138,17 @@ bool load_by_sections(ZOXEventlist *list, PostsFile &posts, const std::string &p
   return !plain && load_sections(list, posts, path);
 }
 
-ZoxErrorCode load(ZOXEventlist *list, PostsFile &posts, char **retError) noexcept {
+ZoxErrorCode load(ZOXEventlist *list, OutOfReach reach, char **retError) noexcept {
+  PostsFile posts;
+  const WriteLock lock(list->lock);
   const std::string path = cache_path(cache_name, true);
+  const PlacedReader file(path);
+  const FileState state = compare(file, posts.known(path));
   begin_file_operation();
+  if (state == FileState::out_of_reach && reach == OutOfReach::keep_list)
+    return keep_list(path);
   set_filtered(list, nullptr);
-  if (!load_by_sections(list, posts, path))
+  if (!load_by_sections(list, posts, path, state, file))
     return read_whole(list, retError);
   hand_over(retError, nullptr);
   set_file_outcome({ZOX_FILE_FINE, 0, path});
@@ -125,28 +156,10 @@ ZoxErrorCode load(ZOXEventlist *list, PostsFile &posts, char **retError) noexcep
   return ZOX_RESULT_SUCCESS;
 }
 
-/** Whether the file known is there, but does not show what it should. */
-bool is_out_of_reach(const PostsFile &posts, const std::string &path) noexcept {
-  const KnownPosts *known = posts.known(path);
-  const PlacedReader file(path);
-  const std::optional<FileIdentity> identity = file.identity();
-  return known != nullptr && (!identity || *identity == known->identity) &&
-         !is_unchanged(file, *known);
-}
-
 }  // namespace
 
 ZoxErrorCode reload(ZOXEventlist *list) noexcept {
-  PostsFile posts;
-  const WriteLock lock(list->lock);
-  const std::string path = cache_path(cache_name, true);
-  if (!is_out_of_reach(posts, path))
-    return load(list, posts, nullptr);
-  set_file_outcome(failed_outcome(ZOX_FILE_UNREADABLE, path, EIO));
-  g_warning("zox_eventlist_load(): %s kan nu niet worden gelezen; de postings blijven zoals ze "
-            "zijn\n",
-            path.c_str());
-  return ZOX_RESULT_UNKNOWN_ERROR;
+  return load(list, OutOfReach::keep_list, nullptr);
 }
 
 }  // namespace velkor
@@ -156,9 +169,7 @@ using namespace velkor;
 extern "C" {
 
 ZoxErrorCode zox_eventlist_load(ZOXEventlist *list, char **retError) {
-  PostsFile posts;
-  const WriteLock lock(list->lock);
-  return load(list, posts, retError);
+  return load(list, OutOfReach::read_anew, retError);
 }
 
 gint32 zox_eventlist_save(ZOXEventlist *list) {

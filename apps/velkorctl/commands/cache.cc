@@ -29,18 +29,17 @@ struct Contents {
   std::map<std::string, std::int64_t> by_state;
 };
 
-gint count(gpointer /*key*/, ZoxEvent *posting, gpointer data) noexcept {
+void count(const ZoxEvent *posting, gpointer data) noexcept {
   auto &contents = *static_cast<Contents *>(data);
   ++contents.postings;
   contents.oldest = std::min(contents.oldest, posting->stamp);
   contents.newest = std::max(contents.newest, posting->stamp);
   ++contents.by_state[zox_string_status(posting->status)];
-  return 0;
 }
 
 Contents count_postings() {
   Contents contents;
-  zox_eventlist_foreach(core->eventlist, 0, 1, count, &contents);
+  zox_eventlist_visit(core->eventlist, 0, count, &contents);
   return contents;
 }
 

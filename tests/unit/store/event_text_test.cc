@@ -3,6 +3,7 @@
 
 #include <array>
 #include <random>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -33,8 +34,8 @@ std::string element_of(const ZoxEvent &event) {
   return text;
 }
 
-std::string identity_of(const ZoxEvent &event) {
-  std::string bytes;
+std::vector<char> identity_of(const ZoxEvent &event) {
+  std::vector<char> bytes;
   append_identity(bytes, event);
   return bytes;
 }
@@ -90,7 +91,7 @@ TEST(EventTextTest, SizeIsAbout) {
 }
 
 TEST(EventTextTest, IdentityTellsEveryCachedFieldApart) {
-  const std::string identity = identity_of(*test::full_event());
+  const auto identity = identity_of(*test::full_event());
   const auto expect_other = [&identity](const char *what, auto change) {
     const OwnedEvent event = test::full_event();
     change(*event);
@@ -128,7 +129,7 @@ TEST(EventTextTest, IdentityKeepsNullApartFromEmpty) {
 
 TEST(EventTextTest, IdentityLeavesDetailsOut) {
   const OwnedEvent event = test::full_event();
-  const std::string identity = identity_of(*event);
+  const auto identity = identity_of(*event);
   replace_string(event->des, zox_string_new("anders"));
   event->watcherHit = 1 - event->watcherHit;
   EXPECT_EQ(identity_of(*event), identity);

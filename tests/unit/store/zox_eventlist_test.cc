@@ -88,6 +88,33 @@ TEST_F(ZoxEventlist, ForeachMeetsEveryPostingOnce) {
   EXPECT_EQ(held(1), describe(*basic_event(1)));
 }
 
+TEST_F(ZoxEventlist, VisitMeetsEveryPostingItself) {
+  for (const gint32 id : {1, 2, 3})
+    add(basic_event(id));
+  list->filtered = new_event_table();
+  put_object(list->filtered, OwnedEventObject(find_object(list->tree, 2)));
+  std::map<gint32, const ZoxEvent *> visited;
+  const auto note = [](const ZoxEvent *event, gpointer data) {
+    (*static_cast<std::map<gint32, const ZoxEvent *> *>(data))[event->postId] = event;
+  };
+  zox_eventlist_visit(list, 0, note, &visited);
+  EXPECT_EQ(visited.size(), 3U);
+  for (const auto &[id, event] : visited)
+    EXPECT_EQ(event, find_object(list->tree, id)->event);
+  visited.clear();
+  zox_eventlist_visit(list, 1, note, &visited);
+  ASSERT_EQ(visited.size(), 1U);
+  EXPECT_TRUE(visited.contains(2));
+}
+
+TEST_F(ZoxEventlist, VisitOfTheFilteredSetBeforeAFilterMeetsNothing) {
+  add(basic_event(1));
+  int visits = 0;
+  zox_eventlist_visit(
+      list, 1, [](const ZoxEvent *, gpointer data) { ++*static_cast<int *>(data); }, &visits);
+  EXPECT_EQ(visits, 0);
+}
+
 TEST_F(ZoxEventlist, ForeachOfTheFilteredSetBeforeAFilterMeetsNothing) {
   add(basic_event(1));
   EXPECT_TRUE(contents(list, 1).empty());
