@@ -13,7 +13,8 @@ void EventDigest::add(const ZoxEvent &event) noexcept {
 }
 
 std::uint64_t EventDigest::finish() noexcept {
-  const std::uint64_t digest = XXH3_64bits_withSeed(bytes_.data(), bytes_.size(), seed_);
+  const std::uint64_t digest =
+      XXH3_64bits_withSeed(bytes_.view().data(), bytes_.view().size(), seed_);
   bytes_.clear();
   return digest == no_digest ? 1 : digest;
 }

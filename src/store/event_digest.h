@@ -4,9 +4,10 @@
 #define VELKOR_STORE_EVENT_DIGEST_H
 
 #include <cstdint>
-#include <vector>
 
 #include <velkor/zox_event.h>
+
+#include "support/byte_buffer.h"
 
 namespace velkor {
 
@@ -24,7 +25,7 @@ public:
 
 private:
   std::uint64_t seed_;
-  std::vector<char> bytes_;
+  ByteBuffer bytes_;
 };
 
 }  // namespace velkor

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstring>
 #include <string_view>
 #include <variant>
 
@@ -83,49 +82,37 @@ private:
   std::string joined_;
 };
 
-/** Measures what makes up the fields of a posting, or writes it to a place that has the room. */
-template <bool Writes>
-class Identity {
+/** Appends what tells one value of a field from every other. */
+class IdentityWriter {
 public:
-  Identity(const ZoxEvent &event, char *place) noexcept : event_(event), place_(place) {
-    for (const EventField &field : basic_fields)
-      std::visit([this](auto kind) { add(kind); }, field.kind);
-  }
+  IdentityWriter(ByteBuffer &bytes, const ZoxEvent &event) noexcept
+      : bytes_(bytes), event_(event) {}
 
-  [[nodiscard]] std::size_t size() const noexcept { return size_; }
-
-private:
-  void add(NumberField field) noexcept { add_number(event_.*field.member); }
-  void add(TimeField field) noexcept { add_number(event_.*field.member); }
-  void add(TextField field) noexcept { add_text(event_.*field.member); }
-  void add(ListField field) noexcept {
+  void operator()(NumberField field) noexcept { add_number(event_.*field.member); }
+  void operator()(TimeField field) noexcept { add_number(event_.*field.member); }
+  void operator()(TextField field) noexcept { add_text(event_.*field.member); }
+  void operator()(ListField field) noexcept {
     for (const GString *item : Items<const GString>(event_.*field.member))
       add_text(item);
     add_number(end_of_list);
   }
-  void add(TracksField) noexcept {}
+  void operator()(TracksField) noexcept {}
 
-  void add_text(const GString *text) noexcept {
-    add_number(text == nullptr ? no_text : static_cast<gint64>(text->len));
-    if (text != nullptr)
-      add_bytes(text->str, text->len);
-  }
-
-  void add_number(gint64 number) noexcept { add_bytes(&number, sizeof(number)); }
-
-  void add_bytes(const void *bytes, std::size_t size) noexcept {
-    if constexpr (Writes)
-      std::memcpy(place_ + size_, bytes, size);
-    size_ += size;
-  }
-
+private:
   /* Stand where the length of a text does. */
   static constexpr gint64 no_text = -1;
   static constexpr gint64 end_of_list = -2;
 
+  void add_number(gint64 number) noexcept { bytes_.append(&number, sizeof(number)); }
+
+  void add_text(const GString *text) noexcept {
+    add_number(text == nullptr ? no_text : static_cast<gint64>(text->len));
+    if (text != nullptr)
+      bytes_.append(text->str, text->len);
+  }
+
+  ByteBuffer &bytes_;
   const ZoxEvent &event_;
-  char *place_;
-  std::size_t size_ = 0;
 };
 
 /** Adds up the characters of the texts. */
@@ -179,10 +166,10 @@ std::size_t element_size(const ZoxEvent &event) noexcept {
   return size;
 }
 
-void append_identity(std::vector<char> &bytes, const ZoxEvent &event) noexcept {
-  const std::size_t before = bytes.size();
-  bytes.resize(before + Identity<false>(event, nullptr).size());
-  Identity<true>(event, bytes.data() + before);
+void append_identity(ByteBuffer &bytes, const ZoxEvent &event) noexcept {
+  IdentityWriter writer(bytes, event);
+  for (const EventField &field : basic_fields)
+    std::visit(writer, field.kind);
 }
 
 const char *writing_fault(const ZoxEvent &event) noexcept {

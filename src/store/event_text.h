@@ -5,9 +5,10 @@
 
 #include <cstddef>
 #include <string>
-#include <vector>
 
 #include <velkor/zox_event.h>
+
+#include "support/byte_buffer.h"
 
 namespace velkor {
 
@@ -25,7 +26,7 @@ std::size_t element_size(const ZoxEvent &event) noexcept;
  * exactly if all that the file keeps of them is the same, numbers beyond 32 bits and null texts
  * included.
  */
-void append_identity(std::vector<char> &bytes, const ZoxEvent &event) noexcept;
+void append_identity(ByteBuffer &bytes, const ZoxEvent &event) noexcept;
 
 /**
  * Why the posting cannot be written so that a reader takes it back, as a warning names it; null

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <random>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -34,10 +33,10 @@ std::string element_of(const ZoxEvent &event) {
   return text;
 }
 
-std::vector<char> identity_of(const ZoxEvent &event) {
-  std::vector<char> bytes;
+std::string identity_of(const ZoxEvent &event) {
+  ByteBuffer bytes;
   append_identity(bytes, event);
-  return bytes;
+  return std::string(bytes.view());
 }
 
 /** Postings with all kinds of values, the same ones in every run. */
