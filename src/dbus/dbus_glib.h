@@ -21,6 +21,9 @@ namespace velkor {
 using OwnedBus = std::unique_ptr<DBusGConnection, ReleaseWith<dbus_g_connection_unref>>;
 using OwnedProxy = OwnedObject<DBusGProxy>;
 
+/** How the exported object looks on the bus: what dbus-glib installs for VelkorDBusObject. */
+extern const DBusGObjectInfo velkor_dbus_object_info;
+
 }  // namespace velkor
 
 #endif

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-#include "dbus/object_info.h"
+#include "dbus/dbus_glib.h"
 
 #include <array>
 

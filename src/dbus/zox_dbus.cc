@@ -2,7 +2,6 @@
 #include <velkor/zox_dbus.h>
 
 #include "dbus/dbus_glib.h"
-#include "dbus/object_info.h"
 #include "support/assertion.h"
 
 namespace velkor {

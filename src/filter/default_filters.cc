@@ -1,5 +1,4 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-#include "filter/default_filters.h"
 
 #include <array>
 

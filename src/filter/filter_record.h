@@ -6,6 +6,7 @@
 #include <memory>
 
 #include <velkor/zox_filter.h>
+#include <velkor/zox_filterlist.h>
 
 #include "support/owned_records.h"
 #include "support/slist.h"
@@ -26,6 +27,9 @@ inline void free_filters(GSList *filters) noexcept {
     zox_filter_free_filter(filter);
   g_slist_free(filters);
 }
+
+/** Appends the filters that a new user starts with. */
+void append_default_filters(ZOXFilterlist *list) noexcept;
 
 }  // namespace velkor
 

@@ -13,7 +13,6 @@
 #include "core/cache_reading.h"
 #include "core/file_outcome.h"
 #include "core/xml_file.h"
-#include "filter/default_filters.h"
 #include "filter/filter_record.h"
 #include "support/assertion.h"
 #include "support/object_type.h"

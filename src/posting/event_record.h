@@ -7,6 +7,7 @@
 #include <memory>
 
 #include <velkor/zox_event.h>
+#include <velkor/zox_events_forum.h>
 
 #include "support/owned_records.h"
 
@@ -30,6 +31,16 @@ inline constexpr ZoxEvent fresh_event = [] {
   event.sCat = -1;
   return event;
 }();
+
+inline constexpr gint64 seconds_a_day = 86400;
+
+/** Whether the posting was deleted more than a day before `now`. */
+inline bool is_long_deleted(const ZoxEvent &event, gint64 now) noexcept {
+  return event.status == ZOX_STATUS_DELETED && event.updated < now - seconds_a_day;
+}
+
+/** A deep copy of a posting's forum, reactions included; null for null. */
+ZoxForum *copy_forum(const ZoxForum *source) noexcept;
 
 /** Gives a posting without sub-category the number of its first tag that begins with "a". */
 void derive_sub_category(ZoxEvent &event) noexcept;

@@ -10,7 +10,6 @@
 
 #include "posting/event_fields.h"
 #include "posting/event_record.h"
-#include "posting/forum_record.h"
 #include "support/slist.h"
 
 namespace velkor {

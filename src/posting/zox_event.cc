@@ -4,7 +4,6 @@
 #include <velkor/zox_events_forum.h>
 
 #include "posting/event_record.h"
-#include "posting/forum_record.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 #include "support/slist.h"

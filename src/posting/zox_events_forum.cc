@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "posting/forum_record.h"
+#include "posting/event_record.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 #include "support/slist.h"

@@ -11,7 +11,7 @@
 
 #include "core/record_fields.h"
 #include "core/reply_document.h"
-#include "posting/forum_record.h"
+#include "posting/event_record.h"
 #include "support/assertion.h"
 #include "support/slist.h"
 #include "support/text.h"

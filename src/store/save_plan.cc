@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "posting/event_age.h"
+#include "posting/event_record.h"
 #include "store/event_digest.h"
 #include "store/event_text.h"
 #include "support/parallel.h"

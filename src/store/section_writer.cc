@@ -4,7 +4,7 @@
 #include <optional>
 #include <utility>
 
-#include "posting/event_age.h"
+#include "posting/event_record.h"
 #include "store/event_text.h"
 #include "store/section_scanner.h"
 #include "support/rw_lock.h"

@@ -11,7 +11,7 @@
 #include "core/settings_table.h"
 #include "filter/watched_ids.h"
 #include "filter/watchers.h"
-#include "posting/event_age.h"
+#include "posting/event_record.h"
 #include "posting/packed_event.h"
 #include "store/event_walk.h"
 #include "store/eventlist_store.h"

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <velkor/zox_dbus.h>
 
-#include "dbus/object_info.h"
+#include "dbus/dbus_glib.h"
 #include "support/owned.h"
 #include "tests/support/log_capture.h"
 

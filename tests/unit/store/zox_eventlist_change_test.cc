@@ -5,7 +5,7 @@
 #include <velkor/zox_string.h>
 #include <velkor/zox_watchlist.h>
 
-#include "posting/event_age.h"
+#include "posting/event_record.h"
 #include "support/clock.h"
 #include "tests/support/log_capture.h"
 #include "tests/unit/store/list_fixture.h"
