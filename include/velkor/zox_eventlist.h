@@ -87,8 +87,10 @@ ZoxErrorCode zox_eventlist_load(ZOXEventlist *list, char **retError);
 
 /**
  * Writes all postings to the cache file, except those in state -2 that changed more than a day ago
- * and, with a warning, those that zox_events_xml_add_basic() cannot write. Several threads may save
- * the same list: each save is whole, the last one stands. Threads: any.
+ * and, with a warning, those that zox_events_xml_add_basic() cannot write. Sections of the file
+ * whose postings have not changed are copied, and a file that is just what would be written stays
+ * as it is. Several threads may save the same list: one waits for the other, so that the last one
+ * stands. Threads: any, but not from a callback that runs while the list is locked.
  * @param list  the list
  * @return 1; 0 when the file cannot be written
  */

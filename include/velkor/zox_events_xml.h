@@ -20,8 +20,9 @@ G_BEGIN_DECLS
  * @param event  the posting
  * @param doc    the document for which the element is made
  * @return a new element, not yet attached; the caller attaches it or frees it with `xmlFreeNode()`.
- *         Null, with a warning, for a posting without poster or with a text that no reader would
- *         take back (not UTF-8, control characters, more than 10,000,000 bytes)
+ *         Null, with a warning, for a posting with a text that no reader would take back (not
+ *         UTF-8, control characters, more than 10,000,000 bytes, for a list when joined). A posting
+ *         without poster gets an empty one
  */
 xmlNodePtr zox_events_xml_add_basic(const ZoxEvent *event, xmlDocPtr doc);
 

@@ -49,8 +49,9 @@ Inflater::Inflater() noexcept {
 
 bool Inflater::append(std::string_view part, std::size_t size, Deflater::Part kind,
                       std::string &text) noexcept {
-  if (size == 0)
-    return part.empty();
+  constexpr std::size_t max_ratio = 1040;  // of deflate, rounded up: no room is made for more
+  if (size == 0 || size > max_ratio * part.size())
+    return size == 0 && part.empty();
   inflateReset(&stream_);
   const std::size_t before = text.size();
   text.resize(before + size);
