@@ -128,7 +128,7 @@ TEST_F(RwLockTest, LocksAreApartHoweverManyThereAre) {
   {
     const WriteLock held(lock);
     std::thread([&] {
-      for (RwLock &other : others) {
+      for (auto &other : others) {
         const WriteLock writing(other);
         ++taken;
       }
