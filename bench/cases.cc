@@ -122,7 +122,7 @@ void measure_display(const Place &place) {
   const Meter display("display");
   const OwnedString document(zox_events_sort_total(nullptr));
   display.stop();
-  expect(document && document->len > 100U * static_cast<unsigned>(place.timeline.postings),
+  expect(document && document->len > gsize{100} * static_cast<unsigned>(place.timeline.postings),
          "the display document is not whole");
   const Meter copying("copy");
   const OwnedString copy(copy_string(document.get()));
