@@ -8,29 +8,19 @@
 
 #include <fcntl.h>
 #include <glib/gstdio.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "core/app_core.h"
 #include "core/backup.h"
 #include "core/file_outcome.h"
+#include "core/link_target.h"
 
 namespace velkor {
 namespace {
 
-constexpr int max_links = 40;  // the system's own limit; a longer chain fails when it is opened
-
-/** Where the symbolic link `path` finally leads to, even to a file that does not exist yet. */
-std::string follow_links(std::filesystem::path path) noexcept {
-  for (int links = 0; links < max_links; ++links) {
-    std::error_code not_a_link;
-    const auto next = std::filesystem::read_symlink(path, not_a_link);
-    if (not_a_link)
-      break;
-    path = path.parent_path() / next;
-  }
-  return path;
-}
+constexpr mode_t owner_only = 0600;
 
 /** Why an existing file may not be replaced, as an error number; 0 when it may. */
 int obstacle(const std::string &path, const struct stat &status) noexcept {
@@ -62,6 +52,16 @@ bool write_at_start(int descriptor, std::string_view bytes) noexcept {
   return true;
 }
 
+bool is_gone(const std::string &path) noexcept {
+  return access(path.c_str(), F_OK) != 0 && errno == ENOENT;
+}
+
+/** Takes a lock that only a look at leftovers can hold, and that for a moment. */
+void lock_against_removal(const Descriptor &file) noexcept {
+  while (flock(file.get(), LOCK_EX) != 0 && errno == EINTR) {
+  }
+}
+
 /** Makes the renaming itself durable; a file system that cannot do that is none the worse. */
 void sync_directory_of(const std::string &path) noexcept {
   const auto directory = std::filesystem::path(path).parent_path();
@@ -74,11 +74,24 @@ void sync_directory_of(const std::string &path) noexcept {
 
 AtomicFile::AtomicFile(const std::string &path, Form form, int level,
                        std::optional<mode_t> mode) noexcept
-    : path_(path), target_(follow_links(path)) {
+    : path_(path) {
   if (read_only()) {
     error_ = EROFS;
     return;
   }
+  LinkTarget target = follow_links(path);
+  target_ = std::move(target.path);
+  error_ = target.error;
+  if (ok())
+    begin(form, level, mode);
+}
+
+AtomicFile::~AtomicFile() {
+  if (!temporary_.empty())
+    unlink(temporary_.c_str());
+}
+
+void AtomicFile::begin(Form form, int level, std::optional<mode_t> mode) noexcept {
   struct stat existing {};
   if (stat(target_.c_str(), &existing) == 0) {
     error_ = obstacle(target_, existing);
@@ -90,20 +103,26 @@ AtomicFile::AtomicFile(const std::string &path, Form form, int level,
     open(form, level, mode);
 }
 
-AtomicFile::~AtomicFile() {
-  if (!temporary_.empty())
-    unlink(temporary_.c_str());
+/**
+ * The lock tells other processes that the file's writer is alive, see remove_leftovers(). One that
+ * looks between the file's making and its locking removes it: then another one is made.
+ */
+void AtomicFile::make_temporary() noexcept {
+  do {
+    temporary_ = target_ + std::string(temporary_mark) + "XXXXXX";
+    descriptor_ = Descriptor(g_mkstemp_full(temporary_.data(), O_WRONLY | O_CLOEXEC, owner_only));
+    if (!descriptor_) {
+      temporary_.clear();
+      return;
+    }
+    lock_against_removal(descriptor_);
+  } while (is_gone(temporary_));
 }
 
 void AtomicFile::open(Form form, int level, std::optional<mode_t> mode) noexcept {
-  constexpr mode_t ordinary = 0666;
-  std::string name = target_ + ".XXXXXX";
-  descriptor_ = Descriptor(
-      g_mkstemp_full(name.data(), O_WRONLY | O_CLOEXEC, static_cast<int>(mode.value_or(ordinary))));
-  if (!note(static_cast<bool>(descriptor_)))
-    return;
-  temporary_ = name;
-  if (mode && !note(fchmod(descriptor_.get(), *mode) == 0))
+  make_temporary();
+  if (!note(static_cast<bool>(descriptor_)) ||
+      !note(fchmod(descriptor_.get(), mode.value_or(owner_only)) == 0))
     return;
   // The stream closes its descriptor before the content is flushed to disk, hence a second one.
   Descriptor copy(fcntl(descriptor_.get(), F_DUPFD_CLOEXEC, 0));

@@ -23,10 +23,14 @@
 
 namespace velkor {
 
+/** In the name of a temporary file, between that of its target and six characters of its own. */
+inline constexpr std::string_view temporary_mark = ".tijdelijk-";
+
 /**
  * The new content of a file, written beside it. commit() puts it in the old one's place; without
- * that, the destructor removes it and the old file stays. Symbolic links are followed. After the
- * first error every further call fails; in a core that is open for reading only all of them do.
+ * that, the destructor removes it and the old file stays. Symbolic links are followed, see
+ * follow_links(). After the first error every further call fails; in a core that is open for
+ * reading only all of them do.
  */
 class AtomicFile {
 public:
@@ -34,8 +38,8 @@ public:
 
   /**
    * @param level  gzip level, 0 to 9
-   * @param mode   exact permissions, whatever the umask; by default those of the old file, or of a
-   *               new file under the umask
+   * @param mode   exact permissions, whatever the umask; by default those of the old file; a new
+   *               one is for its owner alone
    */
   AtomicFile(const std::string &path, Form form, int level = Z_DEFAULT_COMPRESSION,
              std::optional<mode_t> mode = std::nullopt) noexcept;
@@ -68,6 +72,8 @@ public:
 private:
   using Stream = std::unique_ptr<gzFile_s, ReleaseWith<gzclose>>;
 
+  void begin(Form form, int level, std::optional<mode_t> mode) noexcept;
+  void make_temporary() noexcept;
   void open(Form form, int level, std::optional<mode_t> mode) noexcept;
   [[nodiscard]] bool note(bool done) noexcept;
   [[nodiscard]] bool flush() noexcept;

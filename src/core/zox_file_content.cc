@@ -16,6 +16,7 @@
 #include "core/atomic_file.h"
 #include "core/cache_directory.h"
 #include "core/file_outcome.h"
+#include "core/link_target.h"
 #include "support/assertion.h"
 #include "support/descriptor.h"
 #include "support/owned.h"
@@ -135,6 +136,10 @@ gint32 zox_file_copy(const char *from, const char *to) {
   }
   if (read_only()) {
     set_file_outcome(refused_outcome(to));
+    return 1;
+  }
+  if (const int error = follow_links(to).error; error != 0) {
+    set_file_outcome(failed_outcome(ZOX_FILE_NOT_WRITTEN, to, error));
     return 1;
   }
   const Descriptor target(open(to, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));

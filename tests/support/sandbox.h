@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** A temporary home with a fixed time zone and locale; everything is restored at scope exit. */
+/** A temporary home with a fixed time zone, locale and umask; everything is restored at scope exit.
+ */
 #ifndef VELKOR_TESTS_SUPPORT_SANDBOX_H
 #define VELKOR_TESTS_SUPPORT_SANDBOX_H
 
@@ -7,6 +8,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include <sys/stat.h>
 
 namespace velkor::test {
 
@@ -37,7 +40,22 @@ private:
   std::filesystem::path path_;
 };
 
-/** HOME in a temporary directory, TZ=Europe/Amsterdam, LC_ALL=C.UTF-8. */
+/** Sets the umask for its own lifetime. */
+class Umask {
+public:
+  explicit Umask(mode_t mask) : earlier_(umask(mask)) {}
+  ~Umask() { umask(earlier_); }
+  Umask(const Umask &) = delete;
+  Umask &operator=(const Umask &) = delete;
+
+private:
+  mode_t earlier_;
+};
+
+/**
+ * HOME in a temporary directory, TZ=Europe/Amsterdam, LC_ALL=C.UTF-8. The umask is 077, so that the
+ * library finds no permission to take from what a test puts into the cache.
+ */
 class Sandbox {
 public:
   Sandbox();
@@ -54,6 +72,7 @@ private:
   EnvironmentVariable home_;
   EnvironmentVariable zone_;
   EnvironmentVariable locale_;
+  Umask umask_{S_IRWXG | S_IRWXO};
 };
 
 /** Returns the contents of a file; throws when it cannot be read. */

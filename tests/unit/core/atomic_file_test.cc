@@ -6,18 +6,22 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include "support/descriptor.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/sandbox.h"
@@ -28,6 +32,9 @@ namespace {
 /** What this thread did for a file to last, in order. */
 thread_local std::vector<std::string> steps;
 
+/** Called once, before this thread locks a file. */
+thread_local std::function<void()> before_lock;
+
 }  // namespace
 }  // namespace velkor
 
@@ -37,6 +44,12 @@ extern "C" int fsync(int descriptor) {
   fstat(descriptor, &status);
   velkor::steps.emplace_back(S_ISDIR(status.st_mode) ? "sync directory" : "sync file");
   return static_cast<int>(syscall(SYS_fsync, descriptor));
+}
+
+extern "C" int flock(int descriptor, int operation) noexcept {
+  if (const auto action = std::exchange(velkor::before_lock, nullptr))
+    action();
+  return static_cast<int>(syscall(SYS_flock, descriptor, operation));
 }
 
 extern "C" int rename(const char *from, const char *to) noexcept {
@@ -56,18 +69,6 @@ mode_t mode_of(const fs::path &path) {
   EXPECT_EQ(stat(path.c_str(), &status), 0);
   return status.st_mode & 07777;
 }
-
-/** Sets the umask while it lives. */
-class Umask {
-public:
-  explicit Umask(mode_t mask) : earlier_(umask(mask)) {}
-  ~Umask() { umask(earlier_); }
-  Umask(const Umask &) = delete;
-  Umask &operator=(const Umask &) = delete;
-
-private:
-  mode_t earlier_;
-};
 
 class AtomicFileTest : public testing::Test {
 protected:
@@ -148,16 +149,59 @@ TEST_F(AtomicFileTest, FollowsSymbolicLinks) {
   EXPECT_TRUE(fs::is_symlink(path));
 }
 
+TEST_F(AtomicFileTest, FollowsNoLinkWhereOthersMayWrite) {
+  const fs::path real = directory.path() / "real";
+  const fs::path shared = directory.path() / "shared";
+  test::write_file(real, "oud");
+  fs::create_directory(shared);
+  fs::create_symlink(real, shared / "file");
+  fs::create_symlink(shared / "file", path);
+  for (const unsigned mode : {0777U, 01777U, 0770U, 0702U}) {
+    fs::permissions(shared, fs::perms{mode});
+    for (const fs::path &name : {shared / "file", path}) {
+      AtomicFile file(name, Form::plain);
+      EXPECT_EQ(file.error(), ELOOP) << std::oct << mode;
+      EXPECT_FALSE(file.commit("test"));
+    }
+  }
+  EXPECT_EQ(test::read_file(real), "oud");
+  EXPECT_TRUE(AtomicFile(shared / "own", Form::plain).commit("test"));
+  fs::permissions(shared, fs::perms{0755});
+  EXPECT_TRUE(AtomicFile(path, Form::plain).commit("test"));
+  EXPECT_EQ(test::read_file(real), "");
+}
+
+TEST_F(AtomicFileTest, IsLockedWhileItIsWritten) {
+  const AtomicFile file(path, Form::gzip);
+  const fs::path temporary = fs::directory_iterator(directory.path())->path();
+  EXPECT_THAT(temporary.filename().string(),
+              testing::MatchesRegex("file\\.tijdelijk-[A-Za-z0-9]{6}"));
+  const Descriptor other(open(temporary.c_str(), O_RDWR | O_CLOEXEC));
+  EXPECT_EQ(flock(other.get(), LOCK_EX | LOCK_NB), -1);
+}
+
+TEST_F(AtomicFileTest, IsMadeAgainWhenItIsTakenForALeftover) {
+  before_lock = [this] { fs::remove(fs::directory_iterator(directory.path())->path()); };
+  AtomicFile file(path, Form::plain);
+  EXPECT_EQ(before_lock, nullptr);
+  EXPECT_TRUE(replace_content(file, {"tekst"}, "test"));
+  EXPECT_EQ(test::read_file(path), "tekst");
+  EXPECT_EQ(files(), 1U);
+}
+
 TEST_F(AtomicFileTest, RefusesACircleOfLinks) {
   fs::create_symlink("file", path);
   EXPECT_FALSE(AtomicFile(path, Form::plain).commit("test"));
   EXPECT_TRUE(fs::is_symlink(path));
 }
 
-TEST_F(AtomicFileTest, ObeysTheUmask) {
-  const Umask mask(027);
-  EXPECT_TRUE(AtomicFile(path, Form::plain).commit("test"));
-  EXPECT_EQ(mode_of(path), 0640U);
+TEST_F(AtomicFileTest, ANewFileIsForItsOwnerAloneWhateverTheUmask) {
+  for (const mode_t mask : {0000U, 0027U, 0777U}) {
+    const test::Umask during(mask);
+    EXPECT_TRUE(AtomicFile(path, Form::plain).commit("test"));
+    EXPECT_EQ(mode_of(path), 0600U);
+    fs::remove(path);
+  }
 }
 
 TEST_F(AtomicFileTest, KeepsThePermissionsOfTheOldFile) {
@@ -170,7 +214,7 @@ TEST_F(AtomicFileTest, KeepsThePermissionsOfTheOldFile) {
 TEST_F(AtomicFileTest, TakesTheGivenPermissionsWhateverTheUmask) {
   test::write_file(path, "oud");
   fs::permissions(path, fs::perms{0644});
-  const Umask mask(0777);
+  const test::Umask mask(0777);
   AtomicFile file(path, Form::plain, Z_DEFAULT_COMPRESSION, 0600);
   EXPECT_TRUE(file.commit("test"));
   EXPECT_EQ(mode_of(path), 0600U);

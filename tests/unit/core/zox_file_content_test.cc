@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** Loading, saving and copying whole files. */
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
@@ -176,6 +177,18 @@ TEST_F(ZoxFileContent, IsCopiedOnlyBetweenFilesThatCanBeOpened) {
   EXPECT_EQ(zox_file_copy(missing.c_str(), gzip.c_str()), 1);
   EXPECT_FALSE(fs::exists(gzip));
   EXPECT_EQ(zox_file_copy(plain.c_str(), missing.c_str()), 1);
+}
+
+TEST_F(ZoxFileContent, IsNotCopiedThroughALinkWhereOthersMayWrite) {
+  const fs::path shared = sandbox.home() / "shared";
+  test::write_file(plain, "tekst");
+  test::write_file(sandbox.home() / "victim", "gegevens");
+  fs::create_directory(shared);
+  fs::create_symlink(sandbox.home() / "victim", shared / "copy");
+  fs::permissions(shared, fs::perms{0777});
+  EXPECT_EQ(zox_file_copy(plain.c_str(), (shared / "copy").c_str()), 1);
+  EXPECT_EQ(zox_file_last_error()->errorNumber, ELOOP);
+  EXPECT_EQ(test::read_file(sandbox.home() / "victim"), "gegevens");
 }
 
 TEST_F(ZoxFileContent, IsCopiedToAFullDiskWithoutComplaint) {
