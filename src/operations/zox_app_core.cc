@@ -18,6 +18,7 @@
 #include <velkor/zox_tags.h>
 
 #include "core/app_core.h"
+#include "core/cache_care.h"
 #include "core/cache_directory.h"
 #include "core/file_outcome.h"
 #include "core/settings.h"
@@ -113,6 +114,12 @@ Opening open_directories(const ZoxCoreOptions &options) noexcept {
   return {};
 }
 
+/** What an earlier process left in the cache that this one may write. */
+void put_cache_in_order(const char *caller) noexcept {
+  remove_leftovers();
+  narrow_permissions(caller);
+}
+
 /** Defaults must never take the place of settings that only cannot be read now. */
 Opening open_settings() noexcept {
   load_settings();
@@ -129,6 +136,7 @@ Opening open_core(const ZoxCoreOptions &options) noexcept {
     return opening;
   if (Opening step = open_directories(options); step.failed())
     return step;
+  put_cache_in_order("zox_app_core_open");
   if ((options.parts & ZOX_CORE_SETTINGS) == 0)
     zox_config_init();
   else if (Opening step = open_settings(); step.failed())
@@ -159,6 +167,7 @@ gint32 zox_app_core_init(const char *dataDir, const char *cacheDir, const char *
   zox_file_set_cache_dir(cacheDir);
   zox_file_set_data_dir(dataDir);
   zox_file_set_lib_dir(libDir);
+  put_cache_in_order(__func__);
   zox_config_load();
   load_parts(ZOX_CORE_ALL);
   return 1;

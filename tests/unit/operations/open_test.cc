@@ -180,6 +180,23 @@ TEST_F(OpenTest, ClosingReleasesEverythingAndSavesNothing) {
   zox_app_core_close();  // harmless without a core
 }
 
+/** A cache that a killed process left, and that others may look into. */
+void neglect(const fs::path &cache) {
+  write_file(cache / "velkor.posts.gz.tijdelijk-aB3xY9", "half");
+  fs::permissions(cache / "velkor.conf", fs::perms{0644});
+  fs::permissions(cache, fs::perms{0755});
+}
+
+TEST_F(OpenTest, PutsTheCacheInOrder) {
+  fill_cache();
+  neglect(cache);
+  EXPECT_EQ(open(0), ZOX_CORE_OPENED);
+  EXPECT_FALSE(fs::exists(cached("velkor.posts.gz.tijdelijk-aB3xY9")));
+  EXPECT_EQ(fs::status(cached("velkor.conf")).permissions(), fs::perms{0600});
+  EXPECT_EQ(fs::status(cache).permissions(), fs::perms{0700});
+  EXPECT_THAT(log.warnings(), testing::ElementsAre(StartsWith("zox_app_core_open(): ")));
+}
+
 TEST_F(OpenTest, IsShutDownByCleanupAsWell) {
   fill_cache();
   ASSERT_EQ(open(all_files - ZOX_CORE_MAIL), ZOX_CORE_OPENED);
@@ -284,6 +301,17 @@ TEST_F(ReadOnlyTest, BacksUpNothingThatIsDamaged) {
   EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_DAMAGED);
   EXPECT_THAT(save_everything(), testing::Each(ZOX_FILE_READ_ONLY));
   EXPECT_EQ(state_of(cache), before);
+  EXPECT_THAT(log.warnings(), IsEmpty());
+}
+
+TEST_F(ReadOnlyTest, LeavesTheCacheInDisorder) {
+  fill_cache();
+  neglect(cache);
+  const auto before = state_of(cache);
+  ASSERT_EQ(open(all_files, true), ZOX_CORE_OPENED);
+  EXPECT_EQ(state_of(cache), before);
+  EXPECT_EQ(fs::status(cached("velkor.conf")).permissions(), fs::perms{0644});
+  EXPECT_EQ(fs::status(cache).permissions(), fs::perms{0755});
   EXPECT_THAT(log.warnings(), IsEmpty());
 }
 

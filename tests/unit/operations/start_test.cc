@@ -77,6 +77,15 @@ TEST_F(StartTest, FillsTheCore) {
   EXPECT_EQ(core->watcherNoHits, 0U);
 }
 
+TEST_F(StartTest, PutsTheCacheInOrder) {
+  write_cache("velkor.mail.tijdelijk-aB3xY9", "half");
+  std::filesystem::permissions(sandbox.cache(), std::filesystem::perms{0755});
+  EXPECT_EQ(start(), 1);
+  EXPECT_FALSE(std::filesystem::exists(sandbox.cache() / "velkor.mail.tijdelijk-aB3xY9"));
+  EXPECT_EQ(std::filesystem::status(sandbox.cache()).permissions(), std::filesystem::perms{0700});
+  EXPECT_THAT(log.warnings(), testing::Contains(StartsWith("zox_app_core_init(): ook anderen")));
+}
+
 TEST_F(StartTest, RunsOnWithoutABus) {
   char *message = nullptr;
   gint32 ok = -1;
