@@ -5,12 +5,14 @@
 #include <cerrno>
 #include <utility>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "core/app_core.h"
 #include "core/cache_directory.h"
 #include "support/assertion.h"
+#include "support/descriptor.h"
 #include "support/owned.h"
 
 namespace velkor {
@@ -32,14 +34,34 @@ OwnedText default_cache_dir() noexcept {
 
 using Result = DirectoryCheck::Result;
 
+/** No permission at all: so a probe that a killed process left is told from a user's own file. */
+constexpr mode_t probe_mode = 0;
+
+bool is_probe(const char *path) noexcept {
+  struct stat status {};
+  return lstat(path, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid() &&
+         status.st_size == 0 && (status.st_mode & 07777) == probe_mode;
+}
+
+/** Makes and removes the probe. A file of the user's own in its place is opened, nothing more. */
+bool can_write(const char *probe) noexcept {
+  constexpr int flags = O_WRONLY | O_NOFOLLOW | O_CLOEXEC;
+  if (Descriptor(open(probe, flags | O_CREAT | O_EXCL, probe_mode)) ||
+      (errno == EEXIST && is_probe(probe))) {
+    unlink(probe);
+    return true;
+  }
+  return errno == EEXIST && Descriptor(open(probe, flags | O_NONBLOCK));
+}
+
 /** Whether a file can be made in the cache directory; tried, since only that tells. */
 DirectoryCheck try_to_write() noexcept {
   const OwnedText probe(g_strconcat(cache_dir, "/test.dat", nullptr));
-  const OwnedFile file(std::fopen(probe.get(), "we"));
-  if (!file)
-    return {Result::cannot_be_written, errno};
-  unlink(probe.get());
-  return {};
+  bool written = can_write(probe.get());
+  // Another process has just removed the probe that stood in the way.
+  for (int again = 0; !written && errno == ENOENT && again < 100; ++again)
+    written = can_write(probe.get());
+  return written ? DirectoryCheck{} : DirectoryCheck{Result::cannot_be_written, errno};
 }
 
 }  // namespace

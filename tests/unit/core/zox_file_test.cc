@@ -2,9 +2,12 @@
 /** The directories and the names within them. */
 #include <velkor/zox_file.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -130,6 +133,57 @@ TEST_F(ZoxFileInitCacheDir, TellsWhenItCannotBeWritten) {
   const std::string link = sandbox.home() / "link";
   EXPECT_THAT(log.warnings(), ElementsAre("zox_file_init_cache_dir(): de map " + link +
                                           " heeft niet voldoende rechten om in te schrijven!\n"));
+}
+
+TEST_F(ZoxFileInitCacheDir, LeavesTheUsersOwnFileOfThatNameAlone) {
+  const fs::path own = sandbox.home() / "directory" / "test.dat";
+  fs::create_directory(own.parent_path());
+  for (const char *content : {"gegevens", ""}) {
+    test::write_file(own, content);
+    EXPECT_EQ(check(own.parent_path()), 0);
+    EXPECT_EQ(test::read_file(own), content);
+    fs::remove(sandbox.home() / "link");
+    fs::remove_all(sandbox.home() / "good");
+  }
+}
+
+TEST_F(ZoxFileInitCacheDir, RemovesTheProbeOfAKilledProcess) {
+  const fs::path probe = sandbox.home() / "directory" / "test.dat";
+  fs::create_directory(probe.parent_path());
+  test::write_file(probe, "");
+  fs::permissions(probe, fs::perms::none);
+  EXPECT_EQ(check(probe.parent_path()), 0);
+  EXPECT_FALSE(fs::exists(probe));
+}
+
+TEST_F(ZoxFileInitCacheDir, FollowsNoLinkToProbe) {
+  const fs::path directory = sandbox.home() / "directory";
+  const fs::path victim = sandbox.home() / "victim";
+  fs::create_directory(directory);
+  fs::create_symlink(victim, directory / "test.dat");
+  EXPECT_EQ(check(directory), -4);
+  EXPECT_FALSE(fs::exists(victim));
+  test::write_file(victim, "gegevens");
+  EXPECT_EQ(zox_file_init_cache_dir(), -4);
+  EXPECT_EQ(test::read_file(victim), "gegevens");
+  EXPECT_TRUE(fs::is_symlink(directory / "test.dat"));
+}
+
+TEST_F(ZoxFileInitCacheDir, ProcessesMayProbeAtTheSameTime) {
+  const fs::path directory = sandbox.home() / "directory";
+  fs::create_directory(directory);
+  ASSERT_EQ(check(directory), 0);
+  std::atomic<int> failures{0};
+  std::vector<std::thread> probing;
+  for (int number = 0; number < 4; ++number)
+    probing.emplace_back([&failures] {
+      for (int round = 0; round < 500; ++round)
+        failures += zox_file_init_cache_dir() == 0 ? 0 : 1;
+    });
+  for (std::thread &thread : probing)
+    thread.join();
+  EXPECT_EQ(failures, 0);
+  EXPECT_TRUE(fs::is_empty(directory));
 }
 
 using ZoxFileDeathTest = ZoxFileDirectories;
