@@ -7,12 +7,16 @@
 #include <string_view>
 #include <utility>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_http_parameter.h>
 
 #include "core/hosts.h"
 #include "http/callbacks.h"
 #include "http/credentials.h"
+#include "http/file_request.h"
 #include "http/request_record.h"
 #include "http/transfer.h"
 #include "support/assertion.h"
@@ -114,8 +118,7 @@ Outcome receive_in_memory(Transfer &transfer, OwnedString &body, gint32 require_
   return {result, code};
 }
 
-/** The file is closed when its content has come in. */
-Outcome receive_in_file(Transfer &transfer, Descriptor file) noexcept {
+Outcome receive_in_file(Transfer &transfer, const Descriptor &file) noexcept {
   transfer.receive_into(file.get());
   const CURLcode result = perform(transfer);
   if (result != CURLE_OK)
@@ -162,7 +165,74 @@ void deliver(ZoxString **place, OwnedString reply) noexcept {
     *place = reply.release();
 }
 
+/** What is asked of the server. */
+struct Request {
+  const char *path;
+  GSList *parameters;
+  bool use_host;
+  bool authenticate;
+};
+
+/** Makes the transfer of a request; a failure ends the request. */
+ZoxErrorCode prepare(std::optional<Transfer> &transfer, const Request &request) noexcept {
+  const std::string address = address_of(request.path, request.use_host);
+  latest_request() = new_record(address);
+  transfer.emplace();
+  if (!*transfer) {
+    g_warning("zox_http_curl_execute(): curl_easy_init() mislukt\n");
+    return give_up(ZOX_RESULT_NO_TRANSFER_HANDLE, "curl_easy_init() failed");
+  }
+  keep_secrets(*transfer, *core->config);
+  const std::string url = address + query_of(*transfer, request.parameters);
+  transfer->set_url(url);
+  if (request.authenticate && !(request.use_host && is_dump(request.path)))
+    return authenticate_transfer(*transfer, url);
+  return ZOX_RESULT_SUCCESS;
+}
+
+/** What follows every transfer. */
+ZoxErrorCode conclude(std::optional<Transfer> &transfer, const Outcome &outcome,
+                      const char *file) noexcept {
+  note_outcome(outcome, *transfer, file);
+  transfer.reset();  // a server of one connection at a time would keep the hook's request waiting
+  run_mail_hook();
+  return outcome.code;
+}
+
+ZoxErrorCode give_up_without_file(const GError &error) noexcept {
+  return give_up(ZOX_RESULT_UNKNOWN_ERROR, error.message);
+}
+
+/** Not every file system can make a file without a name; where none can be, one loses its name. */
+Descriptor make_unnamed_file(OwnedError &error) noexcept {
+  Descriptor unnamed(open(g_get_tmp_dir(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600));
+  if (unnamed)
+    return unnamed;
+  GError *reason = nullptr;
+  char *place = nullptr;
+  Descriptor file(g_file_open_tmp(nullptr, &place, &reason));
+  const OwnedText name(place);
+  error.reset(reason);
+  if (file)
+    unlink(name.get());
+  return file;
+}
+
 }  // namespace
+
+ZoxErrorCode request_into_file(const char *path, Descriptor &file) noexcept {
+  std::optional<Transfer> transfer;
+  const Request request{path, nullptr, true, true};
+  if (const ZoxErrorCode code = prepare(transfer, request); code != ZOX_RESULT_SUCCESS)
+    return code;
+  OwnedError error;
+  file = make_unnamed_file(error);
+  if (!file)
+    return give_up_without_file(*error);
+  const std::string name = std::string("a file in ") + g_get_tmp_dir();
+  return conclude(transfer, receive_in_file(*transfer, file), name.c_str());
+}
+
 }  // namespace velkor
 
 using namespace velkor;
@@ -177,39 +247,25 @@ ZoxErrorCode zox_http_curl_execute(const char *path, GSList *parameters, gint32 
   ZOX_ASSERT(core->config);
   if (authenticate != 0)
     ZOX_ASSERT(core->config->username);
-  const std::string address = address_of(path, useHost != 0);
-  latest_request() = new_record(address);
-  std::optional<Transfer> transfer(std::in_place);
-  if (!*transfer) {
+  std::optional<Transfer> transfer;
+  const Request request{path, parameters, useHost != 0, authenticate != 0};
+  if (const ZoxErrorCode code = prepare(transfer, request); code != ZOX_RESULT_SUCCESS) {
     deliver(reply, nullptr);
-    g_warning("zox_http_curl_execute(): curl_easy_init() mislukt\n");
-    return give_up(ZOX_RESULT_NO_TRANSFER_HANDLE, "curl_easy_init() failed");
+    return code;
   }
-  keep_secrets(*transfer, *core->config);
-  const std::string url = address + query_of(*transfer, parameters);
-  if (authenticate != 0 && !(useHost != 0 && is_dump(path))) {
-    if (const ZoxErrorCode code = authenticate_transfer(*transfer, url);
-        code != ZOX_RESULT_SUCCESS) {
-      deliver(reply, nullptr);
-      return code;
-    }
-  }
-  Descriptor file;
-  if (tempFileName != nullptr) {
-    GError *error = nullptr;
-    file = Descriptor(g_file_open_tmp(nullptr, tempFileName, &error));
-    if (!file)
-      return give_up(ZOX_RESULT_UNKNOWN_ERROR, OwnedError(error)->message);
-  }
-  transfer->set_url(url);
   OwnedString body(g_string_new(""));
-  const Outcome outcome = file ? receive_in_file(*transfer, std::move(file))
-                               : receive_in_memory(*transfer, body, requireData);
-  note_outcome(outcome, *transfer, tempFileName == nullptr ? nullptr : *tempFileName);
+  if (tempFileName == nullptr) {
+    const Outcome outcome = receive_in_memory(*transfer, body, requireData);
+    deliver(reply, std::move(body));
+    return conclude(transfer, outcome, nullptr);
+  }
+  GError *error = nullptr;
+  const Descriptor file(g_file_open_tmp(nullptr, tempFileName, &error));
+  if (!file)
+    return give_up_without_file(*OwnedError(error));
+  const Outcome outcome = receive_in_file(*transfer, file);
   deliver(reply, std::move(body));
-  transfer.reset();  // a server of one connection at a time would keep the hook's request waiting
-  run_mail_hook();
-  return outcome.code;
+  return conclude(transfer, outcome, *tempFileName);
 }
 
 void zox_http_curl_set_zox_mail_callback(ZoxMailCallback function, gpointer data) {

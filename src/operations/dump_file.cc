@@ -23,16 +23,13 @@ bool ends_properly(OwnedGzip file) noexcept {
 
 }  // namespace
 
-TemporaryFile::~TemporaryFile() {
-  const OwnedText name(name_);
-  if (name)
-    unlink(name.get());
-}
-
-OwnedString read_dump(const char *path, std::size_t max_size) noexcept {
-  OwnedGzip file(gzopen(path, "rbe"));
+OwnedString read_dump(Descriptor descriptor, std::size_t max_size) noexcept {
+  if (!descriptor || lseek(descriptor.get(), 0, SEEK_SET) != 0)
+    return nullptr;
+  OwnedGzip file(gzdopen(descriptor.get(), "rb"));
   if (!file)
     return nullptr;
+  static_cast<void>(descriptor.release());  // the stream closes it
   gzbuffer(file.get(), buffer_size);
   OwnedString text(g_string_new(nullptr));
   std::array<char, block_size> block{};

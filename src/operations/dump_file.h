@@ -5,36 +5,21 @@
 
 #include <cstddef>
 
+#include "support/descriptor.h"
 #include "support/owned.h"
 
 namespace velkor {
-
-/** Removes the file that it names at the end of its life. */
-class TemporaryFile {
-public:
-  TemporaryFile() = default;
-  ~TemporaryFile();
-  TemporaryFile(const TemporaryFile &) = delete;
-  TemporaryFile &operator=(const TemporaryFile &) = delete;
-
-  /** Where a newly allocated name is to be put. */
-  [[nodiscard]] char **place() noexcept { return &name_; }
-  [[nodiscard]] const char *name() const noexcept { return name_; }
-
-private:
-  char *name_ = nullptr;
-};
 
 /** A dump holds some thousands of postings; a few kilobytes could decompress to any size. */
 inline constexpr std::size_t max_dump_size = std::size_t{1} << 30;
 
 /**
- * Decompresses a dump in blocks of 1023 bytes; a zero byte cuts the block that holds it. A file
- * that is not gzip at all is taken as it stands.
+ * Decompresses a dump from its beginning in blocks of 1023 bytes; a zero byte cuts the block that
+ * holds it. A file that is not gzip at all is taken as it stands.
  * @param max_size  how many bytes the text may have
  * @return the text; null when the gzip data is broken or incomplete, or makes too much
  */
-OwnedString read_dump(const char *path, std::size_t max_size = max_dump_size) noexcept;
+OwnedString read_dump(Descriptor file, std::size_t max_size = max_dump_size) noexcept;
 
 }  // namespace velkor
 

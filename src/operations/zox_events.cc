@@ -15,10 +15,12 @@
 
 #include "core/app_core.h"
 #include "core/file_outcome.h"
+#include "http/file_request.h"
 #include "operations/dump_file.h"
 #include "operations/update_bounds.h"
 #include "store/eventlist_store.h"
 #include "support/assertion.h"
+#include "support/descriptor.h"
 #include "support/owned.h"
 #include "support/slist.h"
 #include "support/text.h"
@@ -84,15 +86,13 @@ private:
   GSList **tail_ = &list_;
 };
 
-/** Fetches the decompressed text of a dump. The file that it came in is gone afterwards. */
+/** Fetches the decompressed text of a dump. */
 ZoxErrorCode download(const char *name, OwnedString &text) noexcept {
   const OwnedText path(g_strdup_printf("%s%s.gz", "/3.7.3/dumps/", name));
-  TemporaryFile file;
-  const ZoxErrorCode code =
-      zox_http_curl_execute(path.get(), nullptr, 1, nullptr, 1, file.place(), 1);
-  if (code != ZOX_RESULT_SUCCESS)
+  Descriptor file;
+  if (const ZoxErrorCode code = request_into_file(path.get(), file); code != ZOX_RESULT_SUCCESS)
     return code;
-  text = read_dump(file.name());
+  text = read_dump(std::move(file));
   return text ? ZOX_RESULT_SUCCESS : ZOX_RESULT_UNKNOWN_ERROR;
 }
 

@@ -3,8 +3,11 @@
 
 #include <random>
 #include <string>
+#include <utility>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "support/text.h"
 #include "tests/support/sandbox.h"
@@ -15,8 +18,11 @@ namespace {
 class DumpFileTest : public testing::Test {
 protected:
   [[nodiscard]] std::string path() const { return directory.path() / "dump.gz"; }
+  [[nodiscard]] Descriptor opened() const {
+    return Descriptor(open(path().c_str(), O_RDONLY | O_CLOEXEC));
+  }
   [[nodiscard]] std::string read() const {
-    const OwnedString text = read_dump(path().c_str());
+    const OwnedString text = read_dump(opened());
     return text ? std::string(view_of(text.get())) : "unreadable";
   }
 
@@ -82,9 +88,9 @@ TEST_F(DumpFileTest, ZeroByteCutsItsBlock) {
 
 TEST_F(DumpFileTest, RefusesMoreThanItsLimit) {
   test::write_gzip(path(), std::string(1 << 20, ' '));
-  EXPECT_EQ(read_dump(path().c_str(), (1 << 20) - 1), nullptr);
-  EXPECT_NE(read_dump(path().c_str(), 1 << 20), nullptr);
-  EXPECT_NE(read_dump(path().c_str()), nullptr);
+  EXPECT_EQ(read_dump(opened(), (1 << 20) - 1), nullptr);
+  EXPECT_NE(read_dump(opened(), 1 << 20), nullptr);
+  EXPECT_NE(read_dump(opened()), nullptr);
   EXPECT_EQ(max_dump_size, std::size_t{1} << 30);
 }
 
@@ -92,15 +98,13 @@ TEST_F(DumpFileTest, MissingFileIsUnreadable) {
   EXPECT_EQ(read(), "unreadable");
 }
 
-TEST_F(DumpFileTest, TemporaryFileRemovesWhatItNames) {
-  test::write_file(path(), "x");
-  {
-    TemporaryFile file;
-    *file.place() = g_strdup(path().c_str());
-    EXPECT_EQ(file.name(), path());
-  }
-  EXPECT_FALSE(std::filesystem::exists(path()));
-  const TemporaryFile unnamed;
+TEST_F(DumpFileTest, IsReadFromItsBeginning) {
+  test::write_gzip(path(), "tekst");
+  Descriptor file = opened();
+  ASSERT_GT(lseek(file.get(), 0, SEEK_END), 0);
+  const OwnedString text = read_dump(std::move(file));
+  ASSERT_NE(text, nullptr);
+  EXPECT_STREQ(text->str, "tekst");
 }
 
 }  // namespace

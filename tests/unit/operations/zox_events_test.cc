@@ -413,6 +413,23 @@ TEST_F(ZoxEventsFetch, SettingsAreKeptWhenTheListCannotBeSaved) {
   EXPECT_TRUE(downloads.is_empty());
 }
 
+gint look_at_downloads(gint64 received, gint64 /*expected*/, gpointer lookings) {
+  if (received > 0)
+    static_cast<std::vector<bool> *>(lookings)->push_back(downloads.is_empty());
+  return 0;
+}
+
+TEST_F(ZoxEventsFetch, DownloadHasNoNameThatAKilledProcessCouldLeave) {
+  std::vector<bool> empty;
+  available_are(available(2000, "een"));
+  offer("een", document_of({recent_posting(2)}));
+  zox_http_set_transfer_callback(look_at_downloads, &empty);
+  const ZoxErrorCode code = update();
+  zox_http_set_transfer_callback(nullptr, nullptr);
+  EXPECT_EQ(code, 0U);
+  EXPECT_THAT(empty, testing::AllOf(testing::Not(IsEmpty()), testing::Each(true)));
+}
+
 /** Looks at the downloads whenever a message is logged. */
 class DownloadsWhileLogging {
 public:
