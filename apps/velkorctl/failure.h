@@ -49,7 +49,7 @@ std::string sentence_of(ZoxErrorCode code, const char *server_text);
 /** The exit code for a result of the library. */
 Exit exit_of(ZoxErrorCode code) noexcept;
 
-/** Throws a Failure when SIGINT or SIGTERM has arrived. */
+/** Throws a Failure when SIGINT, SIGTERM or SIGHUP has arrived. */
 void throw_if_interrupted();
 
 /** Throws the Failure with the sentence and the exit code for `code`, unless it is 0. */

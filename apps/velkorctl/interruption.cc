@@ -18,11 +18,21 @@ Interruption::Interruption() noexcept {
   sigemptyset(&action.sa_mask);
   sigaction(SIGINT, &action, &earlier_interrupt_);
   sigaction(SIGTERM, &action, &earlier_terminate_);
+  sigaction(SIGHUP, nullptr, &earlier_hangup_);
+  if (ends_on_hangup())
+    sigaction(SIGHUP, &action, nullptr);
 }
 
 Interruption::~Interruption() {
   sigaction(SIGINT, &earlier_interrupt_, nullptr);
   sigaction(SIGTERM, &earlier_terminate_, nullptr);
+  sigaction(SIGHUP, &earlier_hangup_, nullptr);
+}
+
+bool Interruption::ends_on_hangup() noexcept {
+  struct sigaction present {};
+  sigaction(SIGHUP, nullptr, &present);
+  return present.sa_handler != SIG_IGN;
 }
 
 bool Interruption::requested() noexcept {

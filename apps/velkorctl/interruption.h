@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Catches SIGINT and SIGTERM while it lives, so that a transfer can end cleanly. */
+/** Catches SIGINT, SIGTERM and SIGHUP while it lives, so that a transfer can end cleanly. */
 #ifndef VELKORCTL_INTERRUPTION_H
 #define VELKORCTL_INTERRUPTION_H
 
@@ -17,9 +17,13 @@ public:
   /** Whether one of the signals has arrived since the process started. */
   [[nodiscard]] static bool requested() noexcept;
 
+  /** Whether SIGHUP ends the command; started with nohup, it outlives its terminal. */
+  [[nodiscard]] static bool ends_on_hangup() noexcept;
+
 private:
   struct sigaction earlier_interrupt_ {};
   struct sigaction earlier_terminate_ {};
+  struct sigaction earlier_hangup_ {};
 };
 
 }  // namespace velkor::ctl

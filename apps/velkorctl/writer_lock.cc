@@ -8,6 +8,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 
 #include "velkorctl/failure.h"
 #include "velkorctl/messages.h"
@@ -17,11 +18,20 @@ namespace {
 
 constexpr auto pause = std::chrono::milliseconds(100);
 
+/**
+ * The holder's number is written into the file. Were it a link, symbolic or not, it could be that
+ * of another user who may write in the directory too, and lead to any file of this one.
+ */
 Descriptor open_lock_file(const std::filesystem::path &path) {
-  Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+  constexpr int flags = O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+  Descriptor file(open(path.c_str(), flags | O_CREAT | O_EXCL, 0600));
+  if (!file && errno == EEXIST)
+    file = Descriptor(open(path.c_str(), flags));
   if (!file)
-    throw Failure(Exit::files,
-                  "cannot write in " + path.parent_path().string() + ": " + system_error(errno));
+    throw Failure(Exit::files, "cannot write " + path.string() + ": " + system_error(errno));
+  struct stat status {};
+  if (fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_nlink > 1)
+    throw Failure(Exit::files, "cannot use " + path.string() + ": it is not a file of its own");
   return file;
 }
 

@@ -14,8 +14,8 @@ class WriterLock {
 public:
   /**
    * Locks the file "velkorctl.lock" in `directory`, which must exist; waits up to `wait` for
-   * another holder. Throws a Failure: files when the file cannot be created, busy when the lock
-   * is still held after `wait`, interrupted on SIGINT or SIGTERM.
+   * another holder. Throws a Failure: files when the file cannot be created or is a link, busy when
+   * the lock is still held after `wait`, interrupted on SIGINT, SIGTERM or SIGHUP.
    */
   WriterLock(const std::filesystem::path &directory, std::chrono::seconds wait);
 

@@ -62,10 +62,11 @@ private:
   OwnedObject<GAsyncResult> result_;
 };
 
-/** Runs in the new process: it ends with the test program at the latest. */
+/** Runs in the new process: it ends with the test program at the latest, and on a hangup. */
 void prepare_child(gpointer data) {
   const auto &options = *static_cast<const ProcessOptions *>(data);
   prctl(PR_SET_PDEATHSIG, SIGKILL);
+  std::signal(SIGHUP, SIG_DFL);  // ignored where the tests run under nohup
   if (options.file_size_limit) {
     const rlimit limit{*options.file_size_limit, *options.file_size_limit};
     setrlimit(RLIMIT_FSIZE, &limit);

@@ -113,7 +113,13 @@ TEST_F(VelkorctlUpdate, LibraryOutputStaysOffStandardOutput) {
   EXPECT_THAT(traced.err, HasSubstr("velkorctl: trace: zox_events_parse(): buffer = "));
 }
 
-TEST_F(VelkorctlUpdate, AnInterruptionEndsTheTransferWithoutLosses) {
+class VelkorctlInterruptedUpdate : public VelkorctlUpdate,
+                                   public ::testing::WithParamInterface<int> {};
+
+INSTANTIATE_TEST_SUITE_P(Each, VelkorctlInterruptedUpdate,
+                         ::testing::Values(SIGINT, SIGTERM, SIGHUP));
+
+TEST_P(VelkorctlInterruptedUpdate, EndsTheTransferWithoutLosses) {
   ASSERT_EQ(run({"update"}).status, 0);
   const std::string before = setting("lastCheck");
   const std::size_t count = listed();
@@ -123,7 +129,7 @@ TEST_F(VelkorctlUpdate, AnInterruptionEndsTheTransferWithoutLosses) {
   ChildProcess update(command({"update"}), {.capture_errors = true});
   while (server.requests().size() < 2)
     std::this_thread::yield();
-  update.send_signal(SIGINT);
+  update.send_signal(GetParam());
   const ProcessResult outcome = update.finish();
   EXPECT_EQ(outcome.status, 130);
   EXPECT_THAT(outcome.err, HasSubstr("velkorctl: interrupted\n"));

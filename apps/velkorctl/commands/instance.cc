@@ -66,6 +66,8 @@ Listener::Listener(const Context &context)
   g_signal_connect(object, "open_posting", G_CALLBACK(on_open_posting), this);
   g_unix_signal_add(SIGINT, on_signal, this);
   g_unix_signal_add(SIGTERM, on_signal, this);
+  if (Interruption::ends_on_hangup())
+    g_unix_signal_add(SIGHUP, on_signal, this);
 }
 
 Listener::~Listener() {

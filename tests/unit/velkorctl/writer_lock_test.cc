@@ -49,6 +49,32 @@ TEST_F(WriterLockTest, AWaitingWriterGetsItsTurn) {
   EXPECT_TRUE(locked);
 }
 
+/** The lock file is refused, and what it would have led to is as before. */
+void expect_refused(const std::filesystem::path &cache, const std::filesystem::path &victim) {
+  try {
+    const WriterLock lock(cache, std::chrono::seconds(0));
+    ADD_FAILURE() << "locked";
+  } catch (const Failure &failure) {
+    EXPECT_EQ(failure.exit(), Exit::files);
+    EXPECT_THAT(failure.what(), HasSubstr("velkorctl.lock"));
+  }
+  EXPECT_EQ(test::read_file(victim), "data");
+}
+
+TEST_F(WriterLockTest, ALinkOfAnotherUserIsNotWrittenTo) {
+  const std::filesystem::path victim = cache.path() / "victim";
+  const std::filesystem::path lock = cache.path() / "velkorctl.lock";
+  test::write_file(victim, "data");
+  std::filesystem::create_symlink(victim, lock);
+  expect_refused(cache.path(), victim);
+  std::filesystem::remove(lock);
+  std::filesystem::create_hard_link(victim, lock);
+  expect_refused(cache.path(), victim);
+  std::filesystem::remove(lock);
+  std::filesystem::create_directory(lock);
+  expect_refused(cache.path(), victim);
+}
+
 TEST_F(WriterLockTest, ADirectoryThatCannotBeWrittenIsReported) {
   try {
     const WriterLock lock(cache.path() / "missing", std::chrono::seconds(0));
