@@ -36,9 +36,11 @@ extern ZoxAppCore *core;
  * Starts the library: GLib's threads and types, the D-Bus service, the directories, the settings,
  * filters, categories, tags, newsgroups, mail and the cached postings. Missing or unreadable files
  * are no failure; the defaults stand in and the default filters and an empty mail file are written.
- * When another instance owns the D-Bus service, that one is asked to come to the front and this
- * process prints "Velkor is reeds actief\n" and exits with status 1. Asserts "core == NULL".
- * Threads: the main thread, before any other function.
+ * Temporary files that killed processes left in the cache are removed. Permissions that others have
+ * on the library's files and on a cache directory that holds nothing else, or is called ".velkor",
+ * are taken from them with a warning. When another instance owns the D-Bus service, that one is
+ * asked to come to the front and this process prints "Velkor is reeds actief\n" and exits with
+ * status 1. Asserts "core == NULL". Threads: the main thread, before any other function.
  * @param dataDir       data directory of the front end; null for "/usr/share/velkor"
  * @param cacheDir      directory of all files written; null for ".velkor" in the home directory.
  *                      An unusable one ends the process, see zox_file_set_cache_dir()
@@ -82,10 +84,10 @@ typedef struct _ZoxCoreOptions {
  * the mail, and so on.
  *
  * A core for reading only changes nothing in the cache, however the process ends: no directory is
- * made and no file written, renamed or deleted. A missing directory is an empty one. Default
- * filters stay in memory. A plain file beside a compressed one is read in its place and stays.
- * Functions that save fail without a warning, with their usual result and ZOX_FILE_READ_ONLY in
- * zox_file_last_error(). Downloads into temporary files are not affected.
+ * made, no file written, renamed or deleted, and no permission changed. A missing directory is an
+ * empty one. Default filters stay in memory. A plain file beside a compressed one is read in its
+ * place and stays. Functions that save fail without a warning, with their usual result and
+ * ZOX_FILE_READ_ONLY in zox_file_last_error(). Downloads into temporary files are not affected.
  *
  * Asserts "core == NULL" and "options". Threads: the main thread, before any other function.
  * @param options  directories, parts and mode; the texts are copied

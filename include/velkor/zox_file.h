@@ -67,8 +67,10 @@ void zox_file_free_cache_dir(void);
 
 /**
  * Makes the cache directory (mode 0700, its last path component only) or checks that it can be
- * written by making and removing "test.dat" in it. With a core for reading only, it is neither
- * made nor written to, and a missing one is in order. Asserts "cache_dir". Threads: the core's.
+ * written by making and removing "test.dat" in it. A file of that name that is there already is
+ * opened, but neither changed nor removed; a symbolic link is not followed. With a core for reading
+ * only, the directory is neither made nor written to, and a missing one is in order. Asserts
+ * "cache_dir". Threads: the core's.
  * @return 0; with a warning: -2 when it cannot be made, -3 when it is not a directory, -4 when
  *         it cannot be written, -5 when a core for reading only cannot read it
  */
@@ -116,7 +118,9 @@ char *zox_file_parse_cache_filename(const char *name, gint32 compressed);
 ZoxString *zox_file_load(const char *filename, gint32 compressed);
 
 /**
- * Replaces a file of the cache directory. A plain file gets one line feed behind the text, a
+ * Replaces a file of the cache directory. A new file has mode 0600 whatever the umask, any other
+ * keeps its mode. Symbolic links are followed, but those in a directory where others may write make
+ * the writing fail. A plain file gets one line feed behind the text, a
  * compressed one does not. Asserts "filename", "tekst" (`text`) and "cache_dir". Threads: any.
  * @param filename    the bare name, without ".gz"
  * @param text        the whole content
@@ -130,7 +134,8 @@ gint32 zox_file_save(const char *filename, const ZoxString *text, gint32 compres
  * Copies a file byte for byte. Errors while writing are ignored. Threads: any.
  * @param from  full path of the source
  * @param to    full path of the copy, made with mode 0600 or truncated
- * @return 0; 1 when either file cannot be opened, or with a core for reading only
+ * @return 0; 1 when either file cannot be opened, when `to` is a symbolic link in a directory where
+ *         others may write, or with a core for reading only
  */
 gint32 zox_file_copy(const char *from, const char *to);
 
