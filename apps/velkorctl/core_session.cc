@@ -11,6 +11,7 @@
 #include "velkorctl/bus_owner.h"
 #include "velkorctl/failure.h"
 #include "velkorctl/messages.h"
+#include "velkorctl/request_watch.h"
 
 namespace velkor::ctl {
 namespace {
@@ -53,8 +54,8 @@ void set_hosts(const GlobalOptions &options) {
     zox_http_set_hosts(chars_of(options.server), chars_of(options.static_server));
 }
 
-gint stop_when_interrupted(gint64 /*received*/, gint64 /*total*/, gpointer /*unused*/) noexcept {
-  return Interruption::requested() ? 1 : 0;
+gint on_transfer(gint64 /*received*/, gint64 /*total*/, gpointer /*unused*/) noexcept {
+  return note_transfer();
 }
 
 bool is_empty(const GString *text) noexcept {
@@ -83,7 +84,7 @@ CoreSession::Core::Core(const GlobalOptions &options, const fs::path &cache, Acc
   if (result != ZOX_CORE_OPENED)
     throw Failure(Exit::files, message.get());
   set_hosts(options);
-  zox_http_set_transfer_callback(stop_when_interrupted, nullptr);
+  zox_http_set_transfer_callback(on_transfer, nullptr);
 }
 
 CoreSession::Core::~Core() {

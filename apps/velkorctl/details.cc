@@ -67,8 +67,8 @@ OwnedEvent fetch_posting(const CoreSession &session, gint32 id, Fetch what) {
   const OwnedEvent cached = find_posting(id);
   keep_only(cached);
   if (what == Fetch::details_and_reactions || !cached)
-    call(zox_eventinfo_fetch, id);
-  call(zox_events_forum_fetch, id, 0);
+    call("asking for the details", zox_eventinfo_fetch, id);
+  call("asking for the reactions", zox_events_forum_fetch, id, 0);
   return find_posting(id);
 }
 

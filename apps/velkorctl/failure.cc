@@ -69,11 +69,26 @@ void throw_if_interrupted() {
     throw Failure(Exit::interrupted, "interrupted");
 }
 
-void require_success(ZoxErrorCode code, const char *server_text) {
-  if (code == ZOX_RESULT_SUCCESS)
+bool LibraryResult::failed() const noexcept {
+  return code != ZOX_RESULT_SUCCESS || (request && request->refused());
+}
+
+std::string LibraryResult::message() const {
+  const std::string sentence = code == ZOX_RESULT_SUCCESS ? "the server reports an error"
+                                                          : sentence_of(code, server_text.get());
+  const std::string where = request ? request->words() : "";
+  return sentence + " (" + operation + (where.empty() ? "" : ", ") + where + ")";
+}
+
+Failure LibraryResult::failure() const {
+  return {code == ZOX_RESULT_SUCCESS ? Exit::failed : exit_of(code), message()};
+}
+
+void require_success(const LibraryResult &result) {
+  if (!result.failed())
     return;
   throw_if_interrupted();
-  throw Failure(exit_of(code), sentence_of(code, server_text));
+  throw result.failure();
 }
 
 }  // namespace velkor::ctl

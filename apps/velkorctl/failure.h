@@ -3,12 +3,15 @@
 #ifndef VELKORCTL_FAILURE_H
 #define VELKORCTL_FAILURE_H
 
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include <velkor/zox_types.h>
 
 #include "support/owned.h"
+#include "velkorctl/request_watch.h"
 
 namespace velkor::ctl {
 
@@ -52,32 +55,42 @@ Exit exit_of(ZoxErrorCode code) noexcept;
 /** Throws a Failure when SIGINT, SIGTERM or SIGHUP has arrived. */
 void throw_if_interrupted();
 
-/** Throws the Failure with the sentence and the exit code for `code`, unless it is 0. */
-void require_success(ZoxErrorCode code, const char *server_text = nullptr);
-
-/** What an operation of the library returned. */
+/** What came of an operation of the library. */
 struct LibraryResult {
+  /** What was done, such as "giving kudos". */
+  std::string operation;
   ZoxErrorCode code;
   /** The server's text, or null. */
   OwnedText server_text;
+  /** The last request of the operation, if it failed. */
+  std::optional<RequestFailure> request;
+
+  /** Whether it failed; an HTTP status of 400 or above counts, whatever the library made of it. */
+  [[nodiscard]] bool failed() const noexcept;
+  /** The sentence for a failure, then the operation, the host and the reason. */
+  [[nodiscard]] std::string message() const;
+  [[nodiscard]] Failure failure() const;
 };
 
-inline void require_success(const LibraryResult &result) {
-  require_success(result.code, result.server_text.get());
-}
+/** Throws the Failure unless the operation succeeded. */
+void require_success(const LibraryResult &result);
 
-/** Calls an operation of the library; its last parameter, for the server's text, is added here. */
+/**
+ * Calls an operation of the library; its last parameter, for the server's text, is added here.
+ * `name` says what is done.
+ */
 template <typename Operation, typename... Arguments>
-LibraryResult try_call(Operation operation, const Arguments &...arguments) {
+LibraryResult try_call(std::string name, Operation operation, const Arguments &...arguments) {
+  const RequestWatch watch;
   char *server_text = nullptr;
   const ZoxErrorCode code = operation(arguments..., &server_text);
-  return {code, OwnedText(server_text)};
+  return {std::move(name), code, OwnedText(server_text), watch.failure()};
 }
 
 /** As try_call(), but throws a Failure when the operation fails. */
 template <typename Operation, typename... Arguments>
-void call(Operation operation, const Arguments &...arguments) {
-  require_success(try_call(operation, arguments...));
+void call(std::string name, Operation operation, const Arguments &...arguments) {
+  require_success(try_call(std::move(name), operation, arguments...));
 }
 
 }  // namespace velkor::ctl

@@ -12,12 +12,10 @@
 #include <velkor/zox_http_curl.h>
 
 #include "velkorctl/failure.h"
-#include "velkorctl/interruption.h"
 #include "velkorctl/messages.h"
+#include "velkorctl/request_watch.h"
 
 namespace velkor::ctl {
-namespace {}  // namespace
-
 UpdateRun *UpdateRun::current_ = nullptr;
 
 UpdateRun::UpdateRun(Extent extent)
@@ -40,12 +38,13 @@ UpdateRun::~UpdateRun() {
 }
 
 bool UpdateRun::run() {
-  const LibraryResult result = try_call([this](char **server_text) {
+  LibraryResult result = try_call("", [this](char **server_text) {
     return zox_events_fetch(on_dump, on_merge, on_done, server_text, this);
   });
+  result.operation = stage_;
   if (result.code != ZOX_RESULT_SUCCESS)
     restore_settings();
-  if (result.code == ZOX_RESULT_NOTHING_NEW) {
+  if (result.code == ZOX_RESULT_NOTHING_NEW && !(result.request && result.request->refused())) {
     say(sentence_of(result.code, nullptr));
     return false;
   }
@@ -57,12 +56,14 @@ bool UpdateRun::run() {
 
 gint UpdateRun::on_dump(gint32 total, gint32 index) noexcept {
   current_->progress_.dump(total, index);
+  if (index > 0)
+    current_->stage_ = "fetching dump " + std::to_string(index) + " of " + std::to_string(total);
   return 0;
 }
 
 gint UpdateRun::on_bytes(gint64 received, gint64 expected, gpointer self) noexcept {
   static_cast<UpdateRun *>(self)->progress_.bytes(received, expected);
-  return Interruption::requested() ? 1 : 0;
+  return note_transfer();
 }
 
 gint UpdateRun::on_merge(guint32 total, guint32 /*done*/, gpointer self) noexcept {

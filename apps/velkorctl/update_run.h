@@ -3,6 +3,8 @@
 #ifndef VELKORCTL_UPDATE_RUN_H
 #define VELKORCTL_UPDATE_RUN_H
 
+#include <string>
+
 #include <glib.h>
 
 #include "velkorctl/progress.h"
@@ -49,6 +51,8 @@ private:
   gint64 prev_check_;
   gint32 recursive_setting_;
   Progress progress_;
+  /** What the update does now, for a message. */
+  std::string stage_ = "asking what is new";
   guint32 received_ = 0;
   bool merged_ = false;
 };

@@ -57,7 +57,8 @@ TEST_F(VelkorctlMail, AMessageThatDoesNotExistIsNotFound) {
 TEST_F(VelkorctlMail, AnUnknownAddresseeIsReported) {
   const ProcessResult outcome = run_with_input({"mail", "send", "nobody", "x"}, "text");
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.err, "velkorctl: the server does not know the addressee\n");
+  EXPECT_EQ(outcome.err,
+            "velkorctl: the server does not know the addressee (sending the message)\n");
   EXPECT_EQ(output({"mail", "list", "--format", "json"}), "[]\n");
 }
 
@@ -96,7 +97,8 @@ TEST_F(VelkorctlCommunity, AWarningIsSentOnce) {
             "velkorctl: the warning has been sent; its number is 1\n");
   const ProcessResult again = run({"warn", id, "spam"});
   EXPECT_EQ(again.status, 1);
-  EXPECT_EQ(again.err, "velkorctl: you have already warned about this posting\n");
+  EXPECT_EQ(again.err,
+            "velkorctl: you have already warned about this posting (sending the warning)\n");
   EXPECT_EQ(run({"warn", id, ""}).status, 2);
 }
 
@@ -105,7 +107,7 @@ TEST_F(VelkorctlCommunity, AProfileIsPrinted) {
   EXPECT_THAT(output({"profile", "demo", "--format", "json"}), HasSubstr(R"("name":"demo")"));
   const ProcessResult unknown = run({"profile", "nobody"});
   EXPECT_EQ(unknown.status, 1);
-  EXPECT_THAT(unknown.err, HasSubstr("velkorctl: the server knows no such user\n"));
+  EXPECT_THAT(unknown.err, HasSubstr("velkorctl: the server knows no such user ("));
 }
 
 TEST_F(VelkorctlCommunity, TheWatchlistIsExchanged) {
@@ -181,7 +183,8 @@ TEST_F(VelkorctlPost, AFailureIsReported) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err, "velkorctl: sending the posting\n"
-                         "velkorctl: Database-storing op de ZOX server\n");
+                         "velkorctl: Database-storing op de ZOX server (sending the posting, " +
+                             server.host() + ")\n");
 }
 
 TEST_F(VelkorctlPost, AReservationIsReported) {
@@ -201,8 +204,9 @@ TEST_F(VelkorctlPost, AFailureAfterPostingNamesThePosting) {
                                ServerProcess::plugin_directory()});
   const ProcessResult outcome = run_program(words);
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, HasSubstr("Database-storing op de ZOX server; posting 501 is on "
-                                     "the server without the rest\n"));
+  EXPECT_THAT(outcome.err,
+              HasSubstr("Database-storing op de ZOX server (sending the posting, " +
+                        failing.host() + "); posting 501 is on the server without the rest\n"));
 }
 
 class VelkorctlSignup : public VelkorctlCommunity {
@@ -220,7 +224,7 @@ TEST_F(VelkorctlSignup, CreatesAnAccountAndUsesIt) {
       run_with_input({"signup", "newby", "newby@example.org", "--password-stdin"}, "geheim\n");
   EXPECT_EQ(again.status, 1);
   EXPECT_EQ(again.err, "velkorctl: Er is reeds iemand geregistreerd met de opgegeven "
-                       "gebruikersnaam\n");
+                       "gebruikersnaam (creating the account)\n");
 }
 
 TEST_F(VelkorctlSignup, ThePasswordIsNeverAnArgument) {

@@ -108,7 +108,8 @@ TEST_F(VelkorctlShow, ReportsAPostingThatNoLongerExists) {
   const ProcessResult outcome = run({"show", "9"});
   EXPECT_EQ(outcome.status, 7);
   EXPECT_EQ(outcome.err, "velkorctl: Gegevens van de opgevraagde ZOX posting zijn niet meer "
-                         "beschikbaar op de ZOX server\n");
+                         "beschikbaar op de ZOX server (asking for the details, " +
+                             server.host() + ")\n");
 }
 
 TEST_F(VelkorctlShow, ForumPrintsOnlyTheReactions) {

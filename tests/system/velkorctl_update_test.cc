@@ -76,21 +76,26 @@ TEST_F(VelkorctlUpdate, AWrongPasswordIsReportedInTheServicesWords) {
   settings("username=demo\npassword=wrong\n");
   const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 3);
-  EXPECT_EQ(outcome.err, "velkorctl: Ongeldige username/wachtwoord opgegeven\n");
+  EXPECT_EQ(outcome.err,
+            "velkorctl: Ongeldige username/wachtwoord opgegeven (asking what is new, " +
+                server.host() + ")\n");
 }
 
 TEST_F(VelkorctlUpdate, AServerNoticeCannotControlTheTerminal) {
   server.fault(question, "message", 1, "Onder\033[2Jhoud");
   const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.err, "velkorctl: Servermededeling ontvangen: Onder\uFFFD[2Jhoud\n");
+  EXPECT_EQ(outcome.err,
+            "velkorctl: Servermededeling ontvangen: Onder\uFFFD[2Jhoud (asking what is new, " +
+                server.host() + ")\n");
 }
 
 TEST_F(VelkorctlUpdate, AnUnreachableServerIsAFailure) {
   server.stop();
   const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.err, "velkorctl: Connection refused\n");
+  EXPECT_THAT(outcome.err, StartsWith("velkorctl: Connection refused (asking what is new, " +
+                                      server.host() + ": "));
 }
 
 TEST_F(VelkorctlUpdate, AFailedDumpChangesNothing) {

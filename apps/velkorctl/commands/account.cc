@@ -50,7 +50,7 @@ Exit run_signup(const Context &context) {
   const std::string email = context.arguments.required("EMAIL");
   const std::string password = read_password(context.arguments);
   CoreSession session(context.options, use ? Access::write : Access::read, Load::settings);
-  call(zox_signup_register, user.c_str(), password.c_str(), email.c_str());
+  call("creating the account", zox_signup_register, user.c_str(), password.c_str(), email.c_str());
   say("the account " + user + " has been created");
   if (use)
     use_account(session, user, password);

@@ -24,14 +24,14 @@ constexpr gint32 highest = std::numeric_limits<gint32>::max();
 
 void give_kudos(gint32 id, const std::string &text) {
   const auto kudos = static_cast<gint32>(number_in_range(text, lowest, highest, "--give"));
-  call(zox_kudos_give, id, kudos);
+  call("giving kudos", zox_kudos_give, id, kudos);
   say("the kudos have been given");
 }
 
 void print_kudos(gint32 id, const Context &context) {
   gint32 first = 0;
   gint32 second = 0;
-  call(zox_kudos_get, id, &first, &second);
+  call("asking for the kudos", zox_kudos_get, id, &first, &second);
   Json json;
   json.begin_object().member("id", id).member("first", first).member("second", second);
   if (wants_json(context.arguments))
@@ -61,14 +61,15 @@ Exit run_warn(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
   session.require_account();
   gint32 number = 0;
-  call(zox_modje_send, id, reaction, reason.c_str(), &number);
+  call("sending the warning", zox_modje_send, id, reaction, reason.c_str(), &number);
   say("the warning has been sent; its number is " + std::to_string(number));
   return Exit::ok;
 }
 
 OwnedProfile fetch_profile(const std::string &user) {
   ZoxProfile *profile = nullptr;
-  const LibraryResult result = try_call(zox_profile_get, user.c_str(), &profile);
+  const LibraryResult result =
+      try_call("asking for the profile", zox_profile_get, user.c_str(), &profile);
   OwnedProfile owned(profile);
   require_success(result);
   return owned;

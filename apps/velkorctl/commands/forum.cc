@@ -15,7 +15,7 @@ void send_reaction(const Context &context, gint32 id, const std::string &file) {
   const std::string text = read_text(file);
   const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
   session.require_account();
-  call(zox_events_forum_post, text.c_str(), id, 0);
+  call("sending the reaction", zox_events_forum_post, text.c_str(), id, 0);
   say("the reaction has been sent");
 }
 

@@ -24,7 +24,7 @@ void print_groups(const Context &context) {
 
 void fetch(const CoreSession &session) {
   session.require_account();
-  require_success(zox_group_fetch());
+  call("fetching the newsgroups", [](char ** /*server_text*/) { return zox_group_fetch(); });
   if (const ZoxFileError *outcome = zox_file_last_error(); outcome->status != ZOX_FILE_FINE)
     throw Failure(Exit::files,
                   std::string("the newsgroups could not be saved: ") + outcome->message);

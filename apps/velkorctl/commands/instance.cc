@@ -120,9 +120,9 @@ void Listener::print(const char *event, gint32 id) {
 /** Reports new mail once, until it has been fetched. */
 void Listener::check_mail() {
   guint32 waiting = 0;
-  const LibraryResult result = try_call(zox_mail_check, &waiting);
-  if (result.code != ZOX_RESULT_SUCCESS)
-    return say(sentence_of(result.code, result.server_text.get()));
+  const LibraryResult result = try_call("asking for new messages", zox_mail_check, &waiting);
+  if (result.failed())
+    return say(result.message());
   if (waiting != 0 && !mail_waits_)
     print("mail");
   mail_waits_ = waiting != 0;

@@ -26,7 +26,7 @@ constexpr guint32 sent = 2;
 
 bool mail_waits() {
   guint32 waiting = 0;
-  call(zox_mail_check, &waiting);
+  call("asking for new messages", zox_mail_check, &waiting);
   return waiting != 0;
 }
 
@@ -93,9 +93,10 @@ Exit run_fetch(const Context &context) {
   }
   require_writable_file();
   guint32 count = 0;
-  call(zox_mail_fetch, &count);
-  if (zox_file_last_error()->status == ZOX_FILE_NOT_WRITTEN)
+  const LibraryResult result = try_call("fetching the messages", zox_mail_fetch, &count);
+  if (result.code == ZOX_RESULT_SUCCESS && zox_file_last_error()->status == ZOX_FILE_NOT_WRITTEN)
     print_unsaved(count, context.out);
+  require_success(result);
   say(std::to_string(count) + (count == 1 ? " new message" : " new messages"));
   return Exit::ok;
 }
@@ -133,7 +134,7 @@ Exit run_send(const Context &context) {
   const CoreSession session(context.options, Access::write, Load::mail);
   session.require_account();
   OwnedBericht message(zox_mail_bericht_new(to.c_str(), subject.c_str(), body.c_str(), 0));
-  call(zox_mail_post, message.get());
+  call("sending the message", zox_mail_post, message.get());
   static_cast<void>(message.release());  // the list owns it now
   say("the message has been sent");
   return Exit::ok;

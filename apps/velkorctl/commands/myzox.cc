@@ -35,18 +35,25 @@ void free_posts(GSList *posts) noexcept {
 }
 using OwnedPosts = std::unique_ptr<GSList, ReleaseWith<free_posts>>;
 
-OwnedPosts fetch_posts() {
+ZoxErrorCode request_posts(GSList **posts, char **server_text) noexcept {
   ZoxString *place = nullptr;
   const ZoxErrorCode result =
       zox_http_curl_execute("/3.7.3/xml-myzox.php", nullptr, 1, &place, 1, nullptr, 1);
   const OwnedString reply(place);
-  require_success(result, chars_or_null(reply.get()));
-  GSList *posts = nullptr;
+  if (result != ZOX_RESULT_SUCCESS) {
+    *server_text = g_strdup(chars_or_null(reply.get()));
+    return result;
+  }
   constexpr gint32 no_children = 3;
-  const gint32 problem = zox_myzox_parse(reply.get(), &posts);
+  const gint32 problem = zox_myzox_parse(reply.get(), posts);
+  return problem == 0 || problem == no_children ? ZOX_RESULT_SUCCESS : ZOX_RESULT_NOT_PARSED;
+}
+
+OwnedPosts fetch_posts() {
+  GSList *posts = nullptr;
+  const LibraryResult result = try_call("asking for your postings", request_posts, &posts);
   OwnedPosts owned(posts);
-  if (problem != 0 && problem != no_children)
-    require_success(ZOX_RESULT_NOT_PARSED);
+  require_success(result);
   return owned;
 }
 
@@ -99,7 +106,7 @@ void print_xml(GSList *posts, Output &out) {
 }
 
 void update_post(const std::string &text) {
-  call(zox_myzox_update, posting_id(text));
+  call("asking for a refresh", zox_myzox_update, posting_id(text));
   say("the server has been asked to refresh posting " + text);
 }
 

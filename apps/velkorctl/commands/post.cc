@@ -1,7 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /* velkorctl post: a new spot. */
 #include <array>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include <velkor/zox_post.h>
 
@@ -35,7 +37,33 @@ constexpr std::array<const char *, 17> step_messages{
     nullptr,
 };
 
+/** The first of the requests that failed although the library took its reply. */
+class StepWatch {
+public:
+  StepWatch() { current_ = this; }
+  ~StepWatch() { current_ = nullptr; }
+  StepWatch(const StepWatch &) = delete;
+  StepWatch &operator=(const StepWatch &) = delete;
+
+  [[nodiscard]] const std::optional<RequestFailure> &refusal() const noexcept { return refusal_; }
+
+  /** Called with every step, which tells nobody but the process. */
+  static void look() {
+    if (current_->refusal_)
+      return;
+    std::optional<RequestFailure> latest = current_->watch_.failure();
+    if (latest && latest->refused())
+      current_->refusal_ = std::move(latest);
+  }
+
+private:
+  static inline StepWatch *current_ = nullptr;
+  RequestWatch watch_;
+  std::optional<RequestFailure> refusal_;
+};
+
 gint report_step(gint32 step) noexcept {
+  StepWatch::look();
   const auto place = static_cast<std::size_t>(step);
   if (place < step_messages.size() && step_messages[place] != nullptr)
     say(step_messages[place]);
@@ -43,13 +71,28 @@ gint report_step(gint32 step) noexcept {
 }
 
 /** When a later part fails, the server keeps the posting without it. */
-void require_whole(ZoxErrorCode result, const ZoxEvent &spot) {
-  if (result == ZOX_RESULT_SUCCESS || result == ZOX_RESULT_SPOT_RESERVED)
+void require_whole(const LibraryResult &result, const ZoxEvent &spot) {
+  if (!result.failed())
     return;
-  std::string message = sentence_of(result, "");
+  std::string message = result.message();
   if (spot.postId > 0)
     message += "; posting " + std::to_string(spot.postId) + " is on the server without the rest";
-  throw Failure(exit_of(result), message);
+  throw Failure(result.failure().exit(), message);
+}
+
+/** Whether the server took the posting with a reservation. */
+bool send(ZoxEvent &spot) {
+  const StepWatch steps;
+  LibraryResult result = try_call("sending the posting", [&spot](char ** /*server_text*/) {
+    return zox_post_send(&spot, report_step);
+  });
+  if (steps.refusal())
+    result.request = steps.refusal();
+  const bool reserved = result.code == ZOX_RESULT_SPOT_RESERVED;
+  if (reserved)
+    result.code = ZOX_RESULT_SUCCESS;
+  require_whole(result, spot);
+  return reserved;
 }
 
 Exit run(const Context &context) {
@@ -60,10 +103,8 @@ Exit run(const Context &context) {
     return Exit::ok;
   }
   session.require_account();
-  const ZoxErrorCode result = zox_post_send(spot.get(), report_step);
-  require_whole(result, *spot);
-  if (result == ZOX_RESULT_SPOT_RESERVED)
-    say(sentence_of(result, nullptr));
+  if (send(*spot))
+    say(sentence_of(ZOX_RESULT_SPOT_RESERVED, nullptr));
   context.out.write(std::to_string(spot->postId) + "\n");
   return Exit::ok;
 }

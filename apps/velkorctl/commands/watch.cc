@@ -68,14 +68,14 @@ Exit run_list(const Context &context) {
 Exit run_upload(const Context &context) {
   const CoreSession session(context.options, Access::read, Load::settings);
   session.require_account();
-  call(zox_watchlist_upload);
+  call("sending the watchlist", zox_watchlist_upload);
   return Exit::ok;
 }
 
 Exit run_download(const Context &context) {
   CoreSession session(context.options, Access::write, Load::postings);
   session.require_account();
-  call(zox_watchlist_download);
+  call("fetching the watchlist", zox_watchlist_download);
   session.save_settings();
   return Exit::ok;
 }
