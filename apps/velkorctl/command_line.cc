@@ -140,7 +140,7 @@ std::vector<Option> global_options() {
       {"--cache-dir", "DIR", "The directory of the settings and the cache (default: ~/.velkor)"},
       {"--lib-dir", "DIR", "The directory of the authentication plug-in"},
       {"--data-dir", "DIR", "The directory of the data installed with Velkor"},
-      {"--trace", "", "Print the trace lines of the library to standard error"},
+      {"--trace", "", "Print each request, and all that the library logs, to standard error"},
       {"--wait", "SECONDS",
        "Wait at most SECONDS seconds for another velkorctl to finish writing (default: 0)"},
   };

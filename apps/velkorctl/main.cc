@@ -41,6 +41,7 @@ void prepare_process() noexcept {
 Exit run(const std::vector<std::string> &words) {
   const std::vector<CommandGroup> commands = all_commands();
   const ParsedCommandLine parsed = parse_command_line(commands, words);
+  set_tracing(parsed.options.trace);
   Output out(parsed.options.trace);
   out.write(parsed.help_text);
   Exit exit = Exit::ok;

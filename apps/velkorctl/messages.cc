@@ -1,6 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "velkorctl/messages.h"
 
+#include <algorithm>
+#include <array>
+#include <atomic>
 #include <cstdarg>
 #include <string>
 
@@ -21,13 +24,49 @@ void trim_end(std::string &text) {
   text.erase(text.find_last_not_of(" \n\r\t") + 1);
 }
 
-void log_message(const gchar * /*domain*/, GLogLevelFlags level, const gchar *message,
+std::atomic<bool> tracing = false;
+
+/** Warnings of the library with one of these tell of something kept, left out or not saved. */
+constexpr auto matters_to_the_user = std::to_array<std::string_view>({
+    "alleen de eerste",
+    "antwoord van de server",
+    "blijft bewaard",
+    "cannot load configfile",
+    "cannot write",
+    "geen bruikbare tijd",
+    "is left out",
+    "is shortened",
+    "kan niet geschreven worden",
+    "kan nu niet worden gelezen",
+    "overgeslagen",
+    "passed over",
+    "unknown config option",
+    "valt niet op de ZOX server te vinden",
+    "worden andere onbekende",
+});
+
+bool is_for_the_user(const std::string &warning) noexcept {
+  return std::ranges::any_of(matters_to_the_user, [&warning](std::string_view words) {
+    return warning.find(words) != std::string::npos;
+  });
+}
+
+/** The text without "zox_function(): " before it. */
+std::string without_function(const std::string &text) {
+  constexpr std::string_view mark = "(): ";
+  const std::size_t end = text.find(mark);
+  return end == std::string::npos || text.find(' ') < end ? text : text.substr(end + mark.size());
+}
+
+void log_message(const gchar *domain, GLogLevelFlags level, const gchar *message,
                  gpointer /*unused*/) noexcept {
-  if ((level & (G_LOG_LEVEL_DEBUG | G_LOG_LEVEL_INFO | G_LOG_LEVEL_MESSAGE)) != 0)
-    return;
+  constexpr int serious = G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING;
   std::string text = message == nullptr ? "" : message;
   trim_end(text);
-  say("warning: " + text);
+  if ((level & serious) != 0 && is_for_the_user(text))
+    say("warning: " + without_function(text));
+  else if (tracing && ((level & serious) != 0 || g_strcmp0(domain, "velkor") == 0))
+    say("trace: " + text);
 }
 
 /** libxml2 reports an error in several pieces; complete lines are printed. */
@@ -42,7 +81,8 @@ void log_message(const gchar * /*domain*/, GLogLevelFlags level, const gchar *me
   if (pending.empty() || pending.back() != '\n')
     return;
   trim_end(pending);
-  say("XML: " + pending);
+  if (tracing)
+    say("trace: XML: " + pending);
   pending.clear();
 }
 
@@ -59,6 +99,10 @@ void say(std::string_view text) {
 void install_log_handlers() noexcept {
   g_log_set_default_handler(log_message, nullptr);
   xmlSetGenericErrorFunc(nullptr, xml_message);
+}
+
+void set_tracing(bool on) noexcept {
+  tracing = on;
 }
 
 QuietLog::QuietLog() noexcept

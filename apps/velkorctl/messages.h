@@ -13,10 +13,14 @@ namespace velkor::ctl {
 void say(std::string_view text);
 
 /**
- * Prints what GLib and libxml2 log with say(), so that no text from a server or a file reaches
- * the terminal unchecked.
+ * Takes over what GLib and libxml2 log, which is for developers: it is dropped, or printed with
+ * say() while tracing. Warnings about something that was kept, left out or not saved are for the
+ * user and always printed, without the name of a function.
  */
 void install_log_handlers() noexcept;
+
+/** Whether everything that is logged is printed; off at first. */
+void set_tracing(bool on) noexcept;
 
 /** Drops what GLib logs while it lives. */
 class QuietLog {

@@ -62,6 +62,8 @@ public:
   [[nodiscard]] bool too_large() const noexcept { return too_large_; }
   /** The HTTP status of the reply; 0 without one. */
   [[nodiscard]] long http_status() const noexcept { return info<long>(CURLINFO_RESPONSE_CODE); }
+  /** How long it took. */
+  [[nodiscard]] double seconds() const noexcept { return info<double>(CURLINFO_TOTAL_TIME); }
   /** The bytes of the body as they came in, before decompression. */
   [[nodiscard]] curl_off_t received() const noexcept {
     return info<curl_off_t>(CURLINFO_SIZE_DOWNLOAD_T);

@@ -44,6 +44,16 @@ TEST_F(VelkorctlFailure, AShortBodyIsNamedWithTheDump) {
   EXPECT_THAT(outcome.err, HasSubstr("(fetching dump 1 of 1, " + server.host() + ": transfer"));
 }
 
+TEST_F(VelkorctlFailure, ATraceShowsEachRequestWithoutSecrets) {
+  server.reply(kudos, "4*1");
+  const ProcessResult outcome = run({"--trace", "kudos", "7"});
+  EXPECT_EQ(outcome.out, "4 1\n");
+  EXPECT_THAT(outcome.err, HasSubstr("velkorctl: trace: zox_http_curl_execute(): " + server.host() +
+                                     kudos + ": code 0, HTTP status 200, 3 bytes, "));
+  EXPECT_THAT(outcome.err, AllOf(Not(HasSubstr("secret")), Not(HasSubstr("mode=get"))));
+  EXPECT_EQ(output({"kudos", "7"}), "4 1\n");
+}
+
 TEST_F(VelkorctlFailure, AnErrorStatusIsAFailureWhateverTheReply) {
   server.reply(kudos, StubReply{.status = 500, .body = "4*1"});
   for (const Words &words : {Words{"kudos", "7"}, Words{"kudos", "7", "--give", "2"}}) {
