@@ -3,9 +3,12 @@
 #include "velkorctl/command_line.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include <CLI/CLI.hpp>
+
+#include "velkorctl/suggestion.h"
 
 namespace velkor::ctl {
 namespace {
@@ -44,6 +47,8 @@ public:
   ParsedCommandLine parse(const std::vector<std::string> &words);
 
 private:
+  /** Says which word is wrong and what may have been meant; null when it is none of these. */
+  [[nodiscard]] std::optional<std::string> wrong_word(const std::vector<std::string> &words) const;
   void add(const CommandGroup &group);
   void add(CLI::App &parent, const Command &command);
   void read_globals(GlobalOptions &options) const;
@@ -96,6 +101,68 @@ void CommandLine::read_globals(GlobalOptions &options) const {
       std::chrono::seconds(number_in_range(text("--wait").value_or("0"), 0, max_wait, "--wait"));
 }
 
+/** The names of all options that may stand behind the command. */
+std::vector<std::string> option_names(const CLI::App &command) {
+  std::vector<std::string> names;
+  for (const CLI::App *app = &command; app != nullptr; app = app->get_parent())
+    for (const CLI::Option *option : app->get_options([](const CLI::Option *) { return true; })) {
+      for (const std::string &name : option->get_lnames())
+        names.push_back("--" + name);
+      for (const std::string &name : option->get_snames())
+        names.push_back("-" + name);
+    }
+  return names;
+}
+
+std::vector<std::string> command_names(const CLI::App &app) {
+  std::vector<std::string> names;
+  for (const CLI::App *command : app.get_subcommands([](const CLI::App *) { return true; }))
+    names.push_back(command->get_name());
+  return names;
+}
+
+/** Whether the option named in the word takes the next word as its value. */
+bool takes_next_word(const CLI::App &app, const std::string &word) {
+  for (const CLI::App *owner = &app; owner != nullptr; owner = owner->get_parent())
+    if (const CLI::Option *option = owner->get_option_no_throw(word))
+      return option->get_type_size() != 0;
+  return false;
+}
+
+bool contains(const std::vector<std::string> &words, const std::string &word) {
+  return std::ranges::find(words, word) != words.end();
+}
+
+std::string whole_name(const CLI::App &app) {
+  const CLI::App *parent = app.get_parent();
+  if (parent == nullptr)
+    return "";
+  const std::string before = whole_name(*parent);
+  return (before.empty() ? "" : before + " ") + app.get_name();
+}
+
+std::optional<std::string> CommandLine::wrong_word(const std::vector<std::string> &words) const {
+  const CLI::App *app = &app_;
+  for (std::size_t place = 0; place < words.size() && words[place] != "--"; ++place) {
+    const std::string word = words[place].substr(0, words[place].find('='));
+    const std::vector<std::string> commands = command_names(*app);
+    if (word.starts_with("-")) {
+      const std::vector<std::string> options = option_names(*app);
+      if (word.starts_with("--") && !contains(options, word))
+        return "no option " + word + suggestion(word, options);
+      if (word == words[place] && takes_next_word(*app, word))
+        ++place;
+    } else if (contains(commands, word)) {
+      app = app->get_subcommand(word);
+    } else if (!commands.empty()) {
+      const std::string before = whole_name(*app);
+      return "no command " + (before.empty() ? "" : before + " ") + word +
+             suggestion(word, commands);
+    }
+  }
+  return std::nullopt;
+}
+
 Arguments arguments_of(const CLI::App &app, const Command &command) {
   Arguments result;
   const auto take = [&](const std::string &name) {
@@ -121,7 +188,7 @@ ParsedCommandLine CommandLine::parse(const std::vector<std::string> &words) {
     result.help_text = std::string(version.what()) + "\n";
     return result;
   } catch (const CLI::ParseError &error) {
-    throw usage_error(std::string(error.what()) + " (see velkorctl --help)");
+    throw usage_error(wrong_word(words).value_or(error.what()) + " (see velkorctl --help)");
   }
   read_globals(result.options);
   const auto chosen =

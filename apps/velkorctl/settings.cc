@@ -6,6 +6,7 @@
 #include "support/text.h"
 #include "velkorctl/failure.h"
 #include "velkorctl/setting_words.h"
+#include "velkorctl/suggestion.h"
 #include "velkorctl/vocabulary.h"
 
 namespace velkor::ctl {
@@ -32,6 +33,13 @@ void assign_value(const ZoxSetting &setting, const std::string &value) {
   require(result, message);
 }
 
+std::vector<std::string> keys() {
+  std::vector<std::string> result;
+  for (const ZoxSetting *setting : all_settings())
+    result.emplace_back(setting->key);
+  return result;
+}
+
 }  // namespace
 
 std::vector<const ZoxSetting *> all_settings() {
@@ -44,7 +52,8 @@ std::vector<const ZoxSetting *> all_settings() {
 const ZoxSetting &setting_called(const std::string &key) {
   const ZoxSetting *setting = zox_settings_find(key.c_str());
   if (setting == nullptr)
-    throw usage_error("unknown setting \"" + key + "\"; see velkorctl config list");
+    throw usage_error("unknown setting \"" + key + "\"" + suggestion(key, keys()) +
+                      " (see velkorctl config list)");
   return *setting;
 }
 

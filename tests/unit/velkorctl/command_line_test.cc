@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "parts_fixture.h"
 #include "velkorctl/failure.h"
 
 namespace velkor::ctl {
@@ -11,6 +12,8 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
 
 Exit no_run(const Context & /*context*/) {
   return Exit::ok;
@@ -22,14 +25,12 @@ protected:
     return parse_command_line(commands_, words);
   }
 
+  std::string usage_error(const std::vector<std::string> &words) const {
+    return usage_error_of([&] { parse(words); });
+  }
+
   void expect_usage_error(const std::vector<std::string> &words) const {
-    try {
-      parse(words);
-      ADD_FAILURE() << "accepted";
-    } catch (const Failure &failure) {
-      EXPECT_EQ(failure.exit(), Exit::usage);
-      EXPECT_STRNE(failure.what(), "");
-    }
+    EXPECT_NE(usage_error(words), "");
   }
 
 private:
@@ -110,6 +111,20 @@ TEST_F(CommandLineTest, WithoutACommandThereIsAnError) {
   expect_usage_error({"config"});
   expect_usage_error({"frobnicate"});
   expect_usage_error({"list", "--frobnicate"});
+}
+
+TEST_F(CommandLineTest, NamesAWrongWordAndSuggestsARightOne) {
+  EXPECT_THAT(usage_error({"lst"}), StartsWith("no command lst; did you mean list?"));
+  EXPECT_THAT(usage_error({"--server", "list", "shwo", "7"}),
+              StartsWith("no command shwo; did you mean show?"));
+  EXPECT_THAT(usage_error({"config", "gte"}),
+              StartsWith("no command config gte; did you mean get"));
+  EXPECT_THAT(usage_error({"list", "--titel=x"}),
+              StartsWith("no option --titel; did you mean --title?"));
+  EXPECT_THAT(usage_error({"list", "--trac"}),
+              StartsWith("no option --trac; did you mean --trace"));
+  EXPECT_THAT(usage_error({"frobnicate"}), StartsWith("no command frobnicate (see"));
+  EXPECT_THAT(usage_error({"list", "--sort", "size"}), Not(HasSubstr("no option")));
 }
 
 TEST_F(CommandLineTest, HelpAndVersionAreTexts) {

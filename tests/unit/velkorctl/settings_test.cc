@@ -34,6 +34,11 @@ protected:
   }
 };
 
+TEST_F(SettingsTest, SuggestsAKeyForOneThatIsWrong) {
+  EXPECT_THAT(usage_error_of([] { setting_called("usrname"); }),
+              HasSubstr("unknown setting \"usrname\"; did you mean username?"));
+}
+
 /** Every key must survive a save by the library, and nothing that it saves may be unknown. */
 TEST_F(SettingsTest, KnowsExactlyTheKeysOfTheFile) {
   for (const char *key : {"username", "password", "proxyHost", "proxyUser", "proxyPassword",
