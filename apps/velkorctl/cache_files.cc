@@ -3,13 +3,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <memory>
 
 #include <gio/gio.h>
 #include <libxml/xmlreader.h>
+#include <unistd.h>
 #include <velkor/zox_settings.h>
 
 #include "support/owned.h"
+#include "velkorctl/failure.h"
 
 namespace velkor::ctl {
 namespace {
@@ -106,6 +109,13 @@ Inspection inspect_settings(const std::string &text) {
   return result;
 }
 
+/** A directory that is missing is one without files. */
+void require_readable(const fs::path &directory) {
+  const bool readable = access((directory / ".").c_str(), R_OK | X_OK) == 0;
+  if (!readable && errno != ENOENT)
+    throw Failure(Exit::files, "cannot read " + directory.string() + ": " + system_error(errno));
+}
+
 }  // namespace
 
 const std::vector<CacheFile> &cache_files() {
@@ -122,12 +132,20 @@ const std::vector<CacheFile> &cache_files() {
 }
 
 std::vector<CacheFile> present_files(const fs::path &directory) {
+  require_readable(directory);
   std::vector<CacheFile> present;
   std::error_code error;
   for (const CacheFile &file : cache_files())
     if (fs::exists(directory / file.name, error))
       present.push_back(file);
   return present;
+}
+
+std::vector<CacheFile> files_in(const fs::path &directory) {
+  std::vector<CacheFile> files = present_files(directory);
+  if (files.empty())
+    throw Failure(Exit::not_found, "there are no Velkor files in " + directory.string());
+  return files;
 }
 
 Inspection inspect(const fs::path &directory, const CacheFile &file) {

@@ -23,8 +23,11 @@ struct CacheFile {
 /** All files that a cache can have, the settings first, then in the order of writing. */
 const std::vector<CacheFile> &cache_files();
 
-/** Those that exist in `directory`. */
+/** Those that exist in `directory`; throws a Failure when it is there but cannot be read. */
 std::vector<CacheFile> present_files(const std::filesystem::path &directory);
+
+/** As present_files(), but throws a Failure when there are none. */
+std::vector<CacheFile> files_in(const std::filesystem::path &directory);
 
 struct Inspection {
   /** Why the file cannot be used; empty when it is sound. */

@@ -58,6 +58,8 @@ Exit exit_of(ZoxErrorCode code) noexcept {
     return Exit::account;
   case ZOX_RESULT_POSTING_NOT_CACHED:
   case ZOX_RESULT_POSTING_GONE:
+  case ZOX_RESULT_NO_PROFILE:
+  case static_cast<ZoxErrorCode>(ZOX_RESULT_ADDRESSEE_UNKNOWN):
     return Exit::not_found;
   default:
     return Exit::failed;

@@ -17,6 +17,10 @@
 namespace velkor::ctl {
 namespace {
 
+Output::Stream state_of_stdout() noexcept {
+  return fcntl(STDOUT_FILENO, F_GETFD) < 0 ? Output::Stream::closed : Output::Stream::open;
+}
+
 /** Keeps a file opened later from becoming a standard stream that was closed. */
 void ensure_standard_streams() noexcept {
   int descriptor = 0;
@@ -38,11 +42,11 @@ void prepare_process() noexcept {
   zox_set_tolerant(1);
 }
 
-Exit run(const std::vector<std::string> &words) {
+Exit run(const std::vector<std::string> &words, Output::Stream stream) {
   const std::vector<CommandGroup> commands = all_commands();
   const ParsedCommandLine parsed = parse_command_line(commands, words);
   set_tracing(parsed.options.trace);
-  Output out(parsed.options.trace);
+  Output out(parsed.options.trace, stream);
   out.write(parsed.help_text);
   Exit exit = Exit::ok;
   if (parsed.command != nullptr)
@@ -51,9 +55,9 @@ Exit run(const std::vector<std::string> &words) {
   return exit;
 }
 
-Exit run_and_report(const std::vector<std::string> &words) {
+Exit run_and_report(const std::vector<std::string> &words, Output::Stream stream) {
   try {
-    return run(words);
+    return run(words, stream);
   } catch (const Failure &failure) {
     if (*failure.what() != '\0')
       say(failure.what());
@@ -68,7 +72,8 @@ Exit run_and_report(const std::vector<std::string> &words) {
 }  // namespace velkor::ctl
 
 int main(int count, char **words) {
+  const velkor::ctl::Output::Stream stream = velkor::ctl::state_of_stdout();
   velkor::ctl::prepare_process();
   return static_cast<int>(
-      velkor::ctl::run_and_report(std::vector<std::string>(words + 1, words + count)));
+      velkor::ctl::run_and_report(std::vector<std::string>(words + 1, words + count), stream));
 }

@@ -87,10 +87,13 @@ void Traces::forward() noexcept {
     say("trace: " + pending);
 }
 
-Output::Output(bool show_traces) : file_(private_copy_of_stdout()), traces_(show_traces) {}
+Output::Output(bool show_traces, Stream stream)
+    : file_(private_copy_of_stdout()), stream_(stream), traces_(show_traces) {}
 
 void Output::write(std::string_view text) {
   throw_if_interrupted();
+  if (stream_ == Stream::closed && !text.empty())
+    fail(EBADF);
   if (std::fwrite(text.data(), 1, text.size(), file_.get()) != text.size())
     fail(errno);
 }

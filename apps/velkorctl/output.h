@@ -31,8 +31,13 @@ private:
 
 class Output {
 public:
-  /** `show_traces`: print the library's trace lines to standard error instead of dropping them. */
-  explicit Output(bool show_traces);
+  enum class Stream { open, closed };
+
+  /**
+   * `show_traces`: print the library's trace lines to standard error instead of dropping them.
+   * `stream`: whether the program was started with a standard output.
+   */
+  Output(bool show_traces, Stream stream);
 
   /** Throws a Failure when the text cannot be written. */
   void write(std::string_view text);
@@ -46,6 +51,7 @@ public:
 
 private:
   OwnedFile file_;
+  Stream stream_;
   Traces traces_;
 };
 

@@ -56,7 +56,7 @@ TEST_F(VelkorctlMail, AMessageThatDoesNotExistIsNotFound) {
 
 TEST_F(VelkorctlMail, AnUnknownAddresseeIsReported) {
   const ProcessResult outcome = run_with_input({"mail", "send", "nobody", "x"}, "text");
-  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.status, 7);
   EXPECT_EQ(outcome.err,
             "velkorctl: the server does not know the addressee (sending the message)\n");
   EXPECT_EQ(output({"mail", "list", "--format", "json"}), "[]\n");
@@ -106,7 +106,7 @@ TEST_F(VelkorctlCommunity, AProfileIsPrinted) {
   EXPECT_THAT(output({"profile", "demo"}), HasSubstr("Name            demo\n"));
   EXPECT_THAT(output({"profile", "demo", "--format", "json"}), HasSubstr(R"("name":"demo")"));
   const ProcessResult unknown = run({"profile", "nobody"});
-  EXPECT_EQ(unknown.status, 1);
+  EXPECT_EQ(unknown.status, 7);
   EXPECT_THAT(unknown.err, HasSubstr("velkorctl: the server knows no such user ("));
 }
 

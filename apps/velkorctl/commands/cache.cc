@@ -98,9 +98,10 @@ Exit run_info(const Context &context) {
 
 Exit run_verify(const Context &context) {
   const fs::path directory = cache_directory(context.options);
+  const std::vector<CacheFile> files = files_in(directory);
   Table table({{"FILE"}, {"ENTRIES", Column::Align::right}, {"RESULT", Column::Align::left, true}});
   bool sound = true;
-  for (const CacheFile &file : present_files(directory)) {
+  for (const CacheFile &file : files) {
     const Inspection found = inspect(directory, file);
     sound = sound && found.problem.empty();
     table.add(

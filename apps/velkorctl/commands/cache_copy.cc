@@ -50,13 +50,6 @@ void make_private_directory(const fs::path &directory) {
     throw file_failure("cannot create", directory, system_error(errno));
 }
 
-std::vector<CacheFile> files_in(const fs::path &directory) {
-  std::vector<CacheFile> files = present_files(directory);
-  if (files.empty())
-    throw Failure(Exit::not_found, "there are no Velkor files in " + directory.string());
-  return files;
-}
-
 /** Files in the cache are replaced, never changed, so each copy is whole without a lock. */
 Exit run_backup(const Context &context) {
   const fs::path cache = cache_directory(context.options);
