@@ -44,6 +44,7 @@ guint32 parts_for(Load load) noexcept {
   case Load::mail:
     return always | ZOX_CORE_MAIL;
   case Load::postings:
+  case Load::postings_if_readable:
     return always | ZOX_CORE_POSTINGS;
   }
   return always;
@@ -56,6 +57,14 @@ void set_hosts(const GlobalOptions &options) {
 
 gint on_transfer(gint64 /*received*/, gint64 /*total*/, gpointer /*unused*/) noexcept {
   return note_transfer();
+}
+
+/** What helps when the file with that content cannot be read. */
+std::string what_to_do(Load load) {
+  if (load == Load::mail)
+    return "; velkorctl cache restore brings back a backup";
+  return "; velkorctl cache resync fetches the postings again, velkorctl cache restore brings back "
+         "a backup";
 }
 
 bool is_empty(const GString *text) noexcept {
@@ -112,12 +121,11 @@ void CoreSession::prepare_writing(const GlobalOptions &options) {
   lock_.emplace(directory_, options.wait);
 }
 
-/** A reading command has nothing to show; a writing one goes on, the library makes a backup. */
+/** Whoever goes on without the content of the file may replace it; the library makes a backup. */
 void CoreSession::report_loading(const ZoxFileError &outcome, Load load) const {
   if (outcome.status == ZOX_FILE_DAMAGED || outcome.status == ZOX_FILE_UNREADABLE) {
-    const std::string message =
-        std::string(outcome.message) + "; see velkorctl cache for what can be done";
-    if (access_ == Access::read)
+    const std::string message = std::string(outcome.message) + what_to_do(load);
+    if (load == Load::postings || access_ == Access::read)
       throw Failure(Exit::files, message);
     say("warning: " + message);
   }

@@ -19,7 +19,13 @@
 namespace velkor::ctl {
 
 /** What a command needs from the cache besides settings, filters, categories and newsgroups. */
-enum class Load { settings, mail, postings };
+enum class Load {
+  settings,
+  mail,
+  postings,
+  /** The postings, or none with a warning when they cannot be read. */
+  postings_if_readable,
+};
 
 class CoreSession {
 public:

@@ -76,6 +76,13 @@ std::vector<Command> setting_list_commands(const SettingList &list) {
            }}};
 }
 
+void add_texts(const SettingList &list, const std::vector<std::string> &added) {
+  Texts texts = texts_of(list);
+  for (const std::string &text : added)
+    add(texts, text);
+  assign(setting_called(list.key), texts);
+}
+
 std::vector<std::string> texts_of(const SettingList &list) {
   return values_of(setting_called(list.key));
 }

@@ -22,6 +22,9 @@ struct SettingList {
 
 std::vector<Command> setting_list_commands(const SettingList &list);
 
+/** Adds texts to the setting, which is not saved; those that are there already are reported. */
+void add_texts(const SettingList &list, const std::vector<std::string> &added);
+
 /** The texts that the setting has now. */
 std::vector<std::string> texts_of(const SettingList &list);
 

@@ -9,6 +9,8 @@
 #include <unistd.h>
 
 #include "velkorctl/failure.h"
+#include "velkorctl/safe_text.h"
+#include "velkorctl/vocabulary.h"
 
 namespace velkor::ctl {
 namespace {
@@ -65,6 +67,12 @@ std::string read_secret(const std::string &prompt) {
   std::string line = read_line();
   std::fputc('\n', stderr);
   return line;
+}
+
+bool confirm(const std::string &question) {
+  std::fputs((safe_text(question) + " [y/N] ").c_str(), stderr);
+  const std::string answer = read_line();
+  return same_name(answer, "y") || same_name(answer, "yes");
 }
 
 }  // namespace velkor::ctl

@@ -1,5 +1,5 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** The width of a terminal, and a line typed without echo. */
+/** The width of a terminal, a line typed without echo, and a question answered. */
 #ifndef VELKORCTL_TERMINAL_H
 #define VELKORCTL_TERMINAL_H
 
@@ -15,6 +15,9 @@ int terminal_width(int descriptor) noexcept;
  * typed. Throws a Failure when nothing can be read.
  */
 std::string read_secret(const std::string &prompt);
+
+/** Asks a question at the terminal; anything but "y" or "yes" is a no. */
+bool confirm(const std::string &question);
 
 }  // namespace velkor::ctl
 

@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "velkorctl/update_run.h"
 
+#include <ctime>
 #include <string>
 #include <utility>
 
@@ -11,16 +12,30 @@
 #include <velkor/zox_file.h>
 #include <velkor/zox_http_curl.h>
 
+#include "velkorctl/ageing.h"
 #include "velkorctl/failure.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/request_watch.h"
 
 namespace velkor::ctl {
+void require_ageing(const Arguments &arguments) {
+  if (arguments.has("--yes"))
+    return;
+  const std::int64_t count = postings_of_an_emptied_list(std::time(nullptr));
+  if (count == 0)
+    return;
+  throw usage_error("all " + std::to_string(count) + " cached postings are older than " +
+                    retention_in_words() +
+                    " and would be removed; check the clock, choose more days with velkorctl "
+                    "config set verwijderPostsNaXDagen, or use --yes to remove them");
+}
+
 UpdateRun *UpdateRun::current_ = nullptr;
 
 UpdateRun::UpdateRun(Extent extent)
     : last_check_(core->config->lastCheck), prev_check_(core->config->prevCheck),
-      recursive_setting_(core->config->recursiveUpdate) {
+      recursive_setting_(core->config->recursiveUpdate), extent_(extent),
+      count_before_(zox_eventlist_get_count(core->eventlist, 0)) {
   current_ = this;
   core->watcherNoHits = 1;
   core->watchlistUnchanged = 1;
@@ -42,6 +57,7 @@ bool UpdateRun::run() {
     return zox_events_fetch(on_dump, on_merge, on_done, server_text, this);
   });
   result.operation = stage_;
+  report_ageing();
   if (result.code != ZOX_RESULT_SUCCESS)
     restore_settings();
   if (result.code == ZOX_RESULT_NOTHING_NEW && !(result.request && result.request->refused())) {
@@ -55,6 +71,8 @@ bool UpdateRun::run() {
 }
 
 gint UpdateRun::on_dump(gint32 total, gint32 index) noexcept {
+  if (index == 0)  // the update has just removed what is too old
+    current_->aged_out_ = current_->count_before_ - zox_eventlist_get_count(core->eventlist, 0);
   current_->progress_.dump(total, index);
   if (index > 0)
     current_->stage_ = "fetching dump " + std::to_string(index) + " of " + std::to_string(total);
@@ -100,10 +118,34 @@ void UpdateRun::require_saved() {
 void UpdateRun::report() const {
   say(std::to_string(received_) + " postings received, " +
       std::to_string(zox_eventlist_get_count(core->eventlist, 0)) + " in the cache");
+  report_rest();
   if (core->watcherNoHits == 0)
     say("a watcher matches a new posting");
   if (core->watchlistUnchanged == 0)
     say("a posting on the watchlist has changed");
+}
+
+void UpdateRun::report_ageing() const {
+  if (aged_out_ > 0)
+    say(std::to_string(aged_out_) + " postings older than " + retention_in_words() +
+        " removed from the cache (setting verwijderPostsNaXDagen)");
+}
+
+/** A first update without --recursive brings only as much as the server names at a time. */
+void UpdateRun::report_rest() const {
+  if (last_check_ != 0 || extent_ != Extent::as_set || recursive_setting_ != 0)
+    return;
+  GSList *dumps = nullptr;
+  gint64 stamp = 0;
+  const LibraryResult result =
+      try_call("asking what remains", zox_events_fetch_get_available, &dumps,
+               static_cast<gint32>(core->config->lastCheck), &stamp);
+  const guint count = g_slist_length(dumps);
+  g_slist_free_full(dumps, g_free);
+  if (!result.failed() && count > 0)
+    say("at least " + std::to_string(count) +
+        (count == 1 ? " more dump waits" : " more dumps wait") +
+        " on the server; velkorctl update --recursive fetches everything");
 }
 
 }  // namespace velkor::ctl

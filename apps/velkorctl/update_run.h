@@ -7,9 +7,13 @@
 
 #include <glib.h>
 
+#include "velkorctl/arguments.h"
 #include "velkorctl/progress.h"
 
 namespace velkor::ctl {
+
+/** Throws a usage Failure when an update would empty the cache, unless --yes is given. */
+void require_ageing(const Arguments &arguments);
 
 /** Only one at a time: the library passes no user data to the first callback. */
 class UpdateRun {
@@ -44,16 +48,22 @@ private:
   void restore_settings() const noexcept;
   static void require_saved();
   void report() const;
+  void report_ageing() const;
+  void report_rest() const;
 
   static UpdateRun *current_;
 
   gint64 last_check_;
   gint64 prev_check_;
   gint32 recursive_setting_;
+  Extent extent_;
   Progress progress_;
   /** What the update does now, for a message. */
   std::string stage_ = "asking what is new";
   guint32 received_ = 0;
+  guint32 count_before_;
+  /** The postings that were removed because of their age. */
+  guint32 aged_out_ = 0;
   bool merged_ = false;
 };
 

@@ -85,10 +85,16 @@ TEST_F(VelkorctlMail, AHostileMessageCannotControlTheTerminal) {
 TEST_F(VelkorctlCommunity, KudosAreGivenAndRead) {
   const std::string id = posting();
   EXPECT_EQ(output({"kudos", id}), "0 0\n");
-  EXPECT_EQ(run({"kudos", id, "--give", "3"}).err, "velkorctl: the kudos have been given\n");
+  EXPECT_EQ(run({"kudos", id, "--give", "3"}).err,
+            "velkorctl: the kudos have been given; the counts are now 3 and 3\n");
   EXPECT_EQ(output({"kudos", id, "--format", "json"}),
             "{\"id\":" + id + ",\"first\":3,\"second\":3}\n");
-  EXPECT_EQ(run({"kudos", id, "--give", "x"}).status, 2);
+  const ProcessResult again = run({"kudos", id, "--give", "3"});
+  EXPECT_EQ(again.status, 1);
+  EXPECT_EQ(again.err, "velkorctl: the server has not counted the kudos: its counts are still 3 "
+                       "and 3\n");
+  for (const char *number : {"x", "0", "11", "-11"})
+    EXPECT_EQ(run({"kudos", id, "--give", number}).status, 2) << number;
 }
 
 TEST_F(VelkorctlCommunity, AWarningIsSentOnce) {

@@ -56,8 +56,11 @@ TEST_F(VelkorctlFailure, ATraceShowsEachRequestWithoutSecrets) {
 
 TEST_F(VelkorctlFailure, AnErrorStatusIsAFailureWhateverTheReply) {
   server.reply(kudos, StubReply{.status = 500, .body = "4*1"});
-  for (const Words &words : {Words{"kudos", "7"}, Words{"kudos", "7", "--give", "2"}}) {
-    const ProcessResult outcome = run(words);
+  const ProcessResult asking = run({"kudos", "7"});
+  server.reply_once(kudos, "4*1");
+  const ProcessResult giving = run({"kudos", "7", "--give", "2"});
+  EXPECT_THAT(giving.err, HasSubstr("(giving kudos, "));
+  for (const ProcessResult &outcome : {asking, giving}) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.out, "");
     EXPECT_THAT(outcome.err, AllOf(StartsWith("velkorctl: the server reports an error ("),

@@ -165,9 +165,59 @@ TEST_F(VelkorctlRecursiveUpdate, ContinuesUntilTheServerHasNoMore) {
   EXPECT_EQ(setting("recursiveUpdate"), "0\n");
 }
 
-TEST_F(VelkorctlRecursiveUpdate, SendsOneRequestWithoutTheOption) {
+TEST_F(VelkorctlRecursiveUpdate, BringsOnePartWithoutTheOption) {
   EXPECT_THAT(run({"update"}).err, HasSubstr("10 postings received"));
-  EXPECT_EQ(server.requests(question).size(), 1U);
+  // The first update asks a second time, only to tell how much remains.
+  EXPECT_EQ(server.requests(question).size(), 2U);
+  EXPECT_THAT(run({"update"}).err, HasSubstr("10 postings received"));
+  EXPECT_EQ(server.requests(question).size(), 3U);
+}
+
+TEST_F(VelkorctlRecursiveUpdate, AFirstUpdateTellsWhatRemains) {
+  EXPECT_THAT(run({"update"}).err,
+              HasSubstr("velkorctl: at least 1 more dump waits on the server; velkorctl update "
+                        "--recursive fetches everything\n"));
+  EXPECT_THAT(run({"update"}).err, Not(HasSubstr("on the server")));
+}
+
+/** The postings of event() are years old. */
+class VelkorctlAgeing : public VelkorctlUpdate {
+protected:
+  VelkorctlAgeing() {
+    std::string events;
+    for (int id = 1001; id <= 1020; ++id)
+      events += event(id, "Old");
+    cache_postings(events);
+  }
+};
+
+TEST_F(VelkorctlAgeing, TellsHowManyPostingsAgedOut) {
+  cache_postings(event(1001, "Old") + event(1002, "Older"));
+  const ProcessResult outcome = run({"update"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_THAT(outcome.err, HasSubstr("velkorctl: 2 postings older than 49 days removed from the "
+                                     "cache (setting verwijderPostsNaXDagen)\n"));
+  EXPECT_THAT(run({"update"}).err, Not(HasSubstr("removed")));
+}
+
+TEST_F(VelkorctlAgeing, AListIsNotEmptiedWithoutConsent) {
+  const std::string before = read_file(cached("velkor.posts.gz"));
+  for (const Words &words : {Words{"update"}, Words{"cache", "resync"}}) {
+    const ProcessResult refused = run(words);
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_THAT(refused.err, HasSubstr("all 20 cached postings are older than 49 days"));
+    EXPECT_EQ(read_file(cached("velkor.posts.gz")), before);
+  }
+  const ProcessResult agreed = run({"update", "--yes"});
+  EXPECT_EQ(agreed.status, 0) << agreed.err;
+  EXPECT_THAT(agreed.err, HasSubstr("20 postings older than 49 days removed"));
+}
+
+TEST_F(VelkorctlAgeing, TheWatchlistKeepsPostings) {
+  settings("username=demo\npassword=demo-geheim\nverwijderPostsNaXDagen=6\nwatchlist=1001\n");
+  EXPECT_THAT(run({"update"}).err, HasSubstr("all 19 cached postings"));
+  EXPECT_THAT(run({"update", "--yes"}).err, HasSubstr("19 postings older"));
+  EXPECT_EQ(run({"show", "1001", "--offline"}).status, 0);
 }
 
 class VelkorctlUpdateFiles : public VelkorctlUpdate {};
@@ -189,7 +239,7 @@ TEST_F(VelkorctlUpdateFiles, AfterAFullDiskTheUpdateIsRepeated) {
 
 TEST_F(VelkorctlUpdateFiles, PostingsThatCannotBeSavedAreReported) {
   std::filesystem::create_directory(cached("velkor.posts.gz"));
-  const ProcessResult outcome = run({"update"});
+  const ProcessResult outcome = run({"cache", "resync"});
   EXPECT_EQ(outcome.status, 6);
   EXPECT_THAT(outcome.err, HasSubstr("velkorctl: cannot write " +
                                      cached("velkor.posts.gz").string() + ": Is a directory; "));
@@ -203,9 +253,16 @@ TEST_F(VelkorctlUpdateFiles, AnUnreadableCacheIsReportedAtOnceAndBackedUp) {
   EXPECT_EQ(listing.status, 6);
   EXPECT_THAT(listing.err, HasSubstr("cannot read " + cached("velkor.posts.gz").string()));
   server.advance({.added = 3, .seconds = 60});
-  const ProcessResult outcome = run({"update"});
+  const std::set<std::string> before = cached_names();
+  const ProcessResult refused = run({"update"});
+  EXPECT_EQ(refused.status, 6);
+  for (const char *words : {"cannot read ", "velkorctl cache resync", "velkorctl cache restore"})
+    EXPECT_THAT(refused.err, HasSubstr(words));
+  EXPECT_EQ(cached_names(), before);
+  const ProcessResult outcome = run({"cache", "resync"});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.err, HasSubstr("warning: cannot read " + cached("velkor.posts.gz").string()));
+  EXPECT_THAT(outcome.err, HasSubstr("53 postings received"));
   EXPECT_THAT(cached_names(), Contains(StartsWith("velkor.posts.gz.onleesbaar-")));
 }
 

@@ -1,11 +1,17 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /* velkorctl badwords: words; a posting with one of them in its title is dropped. */
-#include <cstring>
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
 
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_codes.h>
+#include <velkor/zox_eventlist.h>
 #include <velkor/zox_string.h>
 
 #include "support/owned.h"
 #include "velkorctl/commands.h"
+#include "velkorctl/consent.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/safe_text.h"
 #include "velkorctl/setting_lists.h"
@@ -20,11 +26,63 @@ const SettingList &bad_words() {
   return list;
 }
 
+std::string in_capitals(const std::string &text) {
+  return OwnedText(zox_string_upcase(text.c_str())).get();
+}
+
 /** As the library looks for a word: anywhere, ignoring the case of ASCII letters only. */
 bool occurs(const std::string &word, const std::string &title) {
-  const OwnedText upper_title(zox_string_upcase(title.c_str()));
-  const OwnedText upper_word(zox_string_upcase(word.c_str()));
-  return std::strstr(upper_title.get(), upper_word.get()) != nullptr;
+  return in_capitals(title).find(in_capitals(word)) != std::string::npos;
+}
+
+/** The cached postings that words would drop. */
+struct Dropped {
+  std::vector<std::string> words_in_capitals;
+  std::int64_t postings = 0;
+};
+
+/** Deleted postings are kept whatever their titles hold. */
+gint count(gpointer /*key*/, ZoxEvent *posting, gpointer data) noexcept {
+  auto &dropped = *static_cast<Dropped *>(data);
+  if (posting->status == ZOX_STATUS_DELETED || posting->status == ZOX_STATUS_REMOVED)
+    return 0;
+  const std::string title = in_capitals(zox_string_value(posting->title));
+  if (std::ranges::any_of(dropped.words_in_capitals, [&title](const std::string &word) {
+        return title.find(word) != std::string::npos;
+      }))
+    ++dropped.postings;
+  return 0;
+}
+
+std::int64_t postings_with(const std::vector<std::string> &words) {
+  Dropped dropped;
+  std::ranges::transform(words, std::back_inserter(dropped.words_in_capitals), in_capitals);
+  zox_eventlist_foreach(core->eventlist, 0, 1, count, &dropped);
+  return dropped.postings;
+}
+
+std::string consequence(std::int64_t postings) {
+  return std::to_string(postings) +
+         (postings == 1 ? " cached posting has such a word in its title and would be dropped"
+                        : " cached postings have such a word in their title and would be dropped");
+}
+
+Exit run_add(const Context &context) {
+  using Access = CoreSession::Access;
+  const std::vector<std::string> words = context.arguments.values("TEXT");
+  const bool dry_run = context.arguments.has("--dry-run");
+  CoreSession session(context.options, dry_run ? Access::read : Access::write,
+                      Load::postings_if_readable);
+  const std::int64_t postings = postings_with(words);
+  if (dry_run) {
+    context.out.write(consequence(postings) + "\n");
+    return Exit::ok;
+  }
+  if (postings > 0)
+    require_consent(context.arguments, consequence(postings));
+  add_texts(bad_words(), words);
+  session.save_settings();
+  return Exit::ok;
 }
 
 Exit run_test(const Context &context) {
@@ -43,6 +101,10 @@ Exit run_test(const Context &context) {
 
 std::vector<Command> badwords_commands() {
   std::vector<Command> commands = setting_list_commands(bad_words());
+  Command &add = commands.front();
+  add.options = {{"--dry-run", "", "Print how many cached postings would be dropped"},
+                 yes_option()};
+  add.run = run_add;
   commands.push_back({"test",
                       "Print the bad words that a title contains",
                       {{"TITLE", "The title"}},

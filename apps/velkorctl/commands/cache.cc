@@ -11,6 +11,7 @@
 
 #include "velkorctl/cache_files.h"
 #include "velkorctl/commands.h"
+#include "velkorctl/consent.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/formats.h"
 #include "velkorctl/moment.h"
@@ -112,8 +113,10 @@ Exit run_verify(const Context &context) {
 }
 
 Exit run_resync(const Context &context) {
-  const CoreSession session(context.options, CoreSession::Access::write, Load::postings);
+  const CoreSession session(context.options, CoreSession::Access::write,
+                            Load::postings_if_readable);
   session.require_account();
+  require_ageing(context.arguments);
   UpdateRun(UpdateRun::Extent::everything).run();
   return Exit::ok;
 }
@@ -129,7 +132,7 @@ std::vector<Command> cache_commands() {
            run_verify},
           cache_backup_command(),
           cache_restore_command(),
-          {"resync", "Fetch everything from the server again", {}, {}, run_resync}};
+          {"resync", "Fetch everything from the server again", {}, {yes_option()}, run_resync}};
 }
 
 }  // namespace velkor::ctl

@@ -1,9 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /* velkorctl kudos, warn and profile. */
 #include <array>
-#include <limits>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <velkor/zox_kudos.h>
 #include <velkor/zox_modje.h>
@@ -19,19 +19,37 @@
 namespace velkor::ctl {
 namespace {
 
-constexpr gint32 lowest = std::numeric_limits<gint32>::min();
-constexpr gint32 highest = std::numeric_limits<gint32>::max();
+/** What the service takes. */
+gint32 kudos_of(const std::string &text) {
+  constexpr gint32 most = 10;
+  const auto kudos = static_cast<gint32>(number_in_range(text, -most, most, "--give"));
+  if (kudos == 0)
+    throw usage_error("--give: the number of kudos cannot be 0");
+  return kudos;
+}
 
-void give_kudos(gint32 id, const std::string &text) {
-  const auto kudos = static_cast<gint32>(number_in_range(text, lowest, highest, "--give"));
+using KudosCounts = std::pair<gint32, gint32>;
+
+KudosCounts fetch_kudos(gint32 id) {
+  KudosCounts counts;
+  call("asking for the kudos", zox_kudos_get, id, &counts.first, &counts.second);
+  return counts;
+}
+
+/** The server's reply does not tell whether it has counted the kudos; its counts do. */
+void give_kudos(gint32 id, gint32 kudos) {
+  const KudosCounts before = fetch_kudos(id);
   call("giving kudos", zox_kudos_give, id, kudos);
-  say("the kudos have been given");
+  const KudosCounts after = fetch_kudos(id);
+  const std::string counts = std::to_string(after.first) + " and " + std::to_string(after.second);
+  if (before == after)
+    throw Failure(Exit::failed,
+                  "the server has not counted the kudos: its counts are still " + counts);
+  say("the kudos have been given; the counts are now " + counts);
 }
 
 void print_kudos(gint32 id, const Context &context) {
-  gint32 first = 0;
-  gint32 second = 0;
-  call("asking for the kudos", zox_kudos_get, id, &first, &second);
+  const auto [first, second] = fetch_kudos(id);
   Json json;
   json.begin_object().member("id", id).member("first", first).member("second", second);
   if (wants_json(context.arguments))
@@ -42,10 +60,12 @@ void print_kudos(gint32 id, const Context &context) {
 
 Exit run_kudos(const Context &context) {
   const gint32 id = posting_id(context.arguments.required("ID"));
+  const auto given = context.arguments.value("--give");
+  const gint32 kudos = given ? kudos_of(*given) : 0;
   const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
   session.require_account();
-  if (const auto given = context.arguments.value("--give"))
-    give_kudos(id, *given);
+  if (given)
+    give_kudos(id, kudos);
   else
     print_kudos(id, context);
   return Exit::ok;

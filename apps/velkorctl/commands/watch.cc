@@ -7,6 +7,7 @@
 #include "support/numbers.h"
 #include "support/slist.h"
 #include "velkorctl/commands.h"
+#include "velkorctl/consent.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/postings.h"
@@ -27,10 +28,14 @@ std::vector<gint32> ids_of(const Arguments &arguments) {
 
 Exit run_add(const Context &context) {
   const std::vector<gint32> ids = ids_of(context.arguments);
-  CoreSession session(context.options, Access::write, Load::settings);
-  for (const gint32 id : ids)
+  CoreSession session(context.options, Access::write, Load::postings_if_readable);
+  for (const gint32 id : ids) {
+    const std::string posting = "posting " + std::to_string(id);
     if (zox_watchlist_add(id) == 0)
-      say("posting " + std::to_string(id) + " is already on the watchlist");
+      say(posting + " is already on the watchlist");
+    else if (!find_posting(id))
+      say(posting + " is on the watchlist now, but not in the cache");
+  }
   session.save_settings();
   return Exit::ok;
 }
@@ -47,6 +52,10 @@ Exit run_remove(const Context &context) {
 
 Exit run_clear(const Context &context) {
   CoreSession session(context.options, Access::write, Load::settings);
+  constexpr guint a_few = 10;
+  if (const guint count = g_slist_length(zox_watchlist_get()); count > a_few)
+    require_consent(context.arguments,
+                    "all " + std::to_string(count) + " postings would be taken off the watchlist");
   zox_watchlist_clear();
   session.save_settings();
   return Exit::ok;
@@ -87,7 +96,7 @@ std::vector<Command> watch_commands() {
       {"add", "Add postings to the watchlist", {postings_argument()}, {}, run_add},
       {"remove", "Remove postings from the watchlist", {postings_argument()}, {}, run_remove},
       {"list", "Print the watchlist", {}, with_format_options({}), run_list},
-      {"clear", "Remove all postings from the watchlist", {}, {}, run_clear},
+      {"clear", "Remove all postings from the watchlist", {}, {yes_option()}, run_clear},
       {"upload", "Replace the watchlist on the server with this one", {}, {}, run_upload},
       {"download", "Add the postings of the server's watchlist to this one", {}, {}, run_download},
   };
