@@ -69,6 +69,19 @@ TEST_F(VelkorctlMail, AFullDiskLeavesTheMailOnTheServer) {
   EXPECT_EQ(count_objects(output({"mail", "list", "--format", "json"})), 2U);
 }
 
+TEST_F(VelkorctlMail, MessagesAreDeletedTogetherOrNotAtAll) {
+  for (const char *subject : {"one", "two", "three"})
+    send(subject, std::string(1000, 'x'));
+  const ProcessResult full = run({"mail", "delete", "1", "2"}, {.file_size_limit = 500});
+  EXPECT_EQ(full.status, 6);
+  EXPECT_THAT(full.err, HasSubstr("no message has been deleted"));
+  EXPECT_EQ(count_objects(output({"mail", "list", "--format", "json"})), 3U);
+  // One message fits into the file, two do not: there is no save in between.
+  EXPECT_EQ(run({"mail", "delete", "1", "3", "1"}, {.file_size_limit = 2000}).status, 0);
+  EXPECT_THAT(output({"mail", "list", "--format", "json"}), HasSubstr("two"));
+  EXPECT_EQ(count_objects(output({"mail", "list", "--format", "json"})), 1U);
+}
+
 TEST_F(VelkorctlMail, AMailBoxThatCannotBeReadIsReported) {
   write_file(cached("velkor.mail"), "<Mail><Event");
   const ProcessResult outcome = run({"mail", "list"});

@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /* velkorctl mail: private messages. */
-#include <algorithm>
 #include <memory>
+#include <set>
 #include <string>
 
 #include <velkor/zox_mail.h>
@@ -142,15 +142,16 @@ Exit run_send(const Context &context) {
 
 Exit run_delete(const Context &context) {
   const CoreSession session(context.options, Access::write, Load::mail);
-  std::vector<ZoxBericht *> messages;
+  std::set<ZoxBericht *> seen;
+  CellBuilder<ZoxBericht> messages;
   for (const std::string &number : context.arguments.values("N")) {
     ZoxBericht *message = message_numbered(number);
-    if (std::ranges::find(messages, message) == messages.end())
-      messages.push_back(message);
+    if (seen.insert(message).second)
+      messages.append(message);
   }
-  for (ZoxBericht *message : messages)
-    if (zox_mail_delete(message) != 0)
-      throw Failure(Exit::files, "velkor.mail cannot be written");
+  const OwnedCells cells(messages.release());
+  if (zox_mail_delete_messages(cells.get()) != 0)
+    throw Failure(Exit::files, "velkor.mail cannot be written; no message has been deleted");
   return Exit::ok;
 }
 
