@@ -67,6 +67,12 @@ bool is_velkorctl(guint32 process) {
 
 }  // namespace
 
+BusState bus_state() noexcept {
+  if (!bus_exists())
+    return BusState::none;
+  return connect() ? BusState::answering : BusState::silent;
+}
+
 bool name_is_owned() noexcept {
   const OwnedObject<GDBusConnection> bus = connect();
   return bus && is_owned(bus.get());

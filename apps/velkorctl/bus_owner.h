@@ -10,6 +10,10 @@
 
 namespace velkor::ctl {
 
+enum class BusState { none, silent, answering };
+
+BusState bus_state() noexcept;
+
 /** Whether any process owns the name. Sends nothing to the owner. */
 bool name_is_owned() noexcept;
 

@@ -10,7 +10,7 @@ std::vector<CommandGroup> all_commands() {
        {update_command(), list_command(), show_command(), forum_command(), explain_command(),
         open_command(), categories_command(), groups_command(), filters_command(), tags_command(),
         kudos_command(), warn_command(), profile_command(), myzox_command(), post_command(),
-        signup_command(), listen_command(), completion_command()}},
+        signup_command(), listen_command(), doctor_command(), completion_command()}},
       {"watch", "The watchlist: postings to keep an eye on", watch_commands()},
       {"watchers", "Texts to look for in the titles of new postings", watchers_commands()},
       {"badwords", "Words; a posting with one of them in its title is dropped",

@@ -20,6 +20,7 @@ Command cache_restore_command();
 Command categories_command();
 Command completion_command();
 std::vector<Command> config_commands();
+Command doctor_command();
 Command explain_command();
 Command filters_command();
 Command forum_command();
