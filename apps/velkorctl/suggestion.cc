@@ -20,14 +20,15 @@ std::size_t distance(const std::string &left, const std::string &right) {
   std::iota(row.begin(), row.end(), 0);
   std::vector<std::size_t> before;
   for (std::size_t i = 1; i <= left.size(); ++i) {
-    std::vector<std::size_t> next(row.size());
-    next[0] = i;
+    std::vector<std::size_t> next{i};
+    next.reserve(row.size());
     for (std::size_t j = 1; j <= right.size(); ++j) {
       const bool same = same_letter(left[i - 1], right[j - 1]);
-      next[j] = std::min({row[j] + 1, next[j - 1] + 1, row[j - 1] + (same ? 0 : 1)});
+      std::size_t least = std::min({row[j] + 1, next.back() + 1, row[j - 1] + (same ? 0 : 1)});
       if (i > 1 && j > 1 && same_letter(left[i - 1], right[j - 2]) &&
           same_letter(left[i - 2], right[j - 1]))
-        next[j] = std::min(next[j], before[j - 2] + 1);
+        least = std::min(least, before[j - 2] + 1);
+      next.push_back(least);
     }
     before = std::move(row);
     row = std::move(next);
