@@ -53,13 +53,13 @@ const ShownTag &DisplayLookups::tag(const ZoxString &code, gint32 category) noex
     text.copy(reinterpret_cast<char *>(&letters), sizeof letters);
     const guint64 key = guint64{letters} << 32U | static_cast<guint32>(category);
     RecentTag &recent = recent_tags_[key * 0x9E3779B97F4A7C15U >> 56U];
-    if (recent.tag == nullptr || recent.key != key) {
-      auto place = short_tags_.find(key);
-      if (place == short_tags_.end())
-        place = short_tags_.emplace(key, shown_tag(code, category)).first;
-      recent = {key, &place->second};
-    }
-    return *recent.tag;
+    if (recent.tag != nullptr && recent.key == key)
+      return *recent.tag;
+    auto place = short_tags_.find(key);
+    if (place == short_tags_.end())
+      place = short_tags_.emplace(key, shown_tag(code, category)).first;
+    recent = {key, &place->second};
+    return place->second;
   }
   const std::string key = std::to_string(category).append(text);
   auto place = long_tags_.find(key);
@@ -77,7 +77,7 @@ std::string_view DisplayLookups::date(gint64 seconds) noexcept {
     const OwnedText none(zox_string_date(seconds));  // warns
     return {};
   }
-  put_two_digits(&date_[0], local.tm_mday);
+  put_two_digits(date_.data(), local.tm_mday);
   date_[2] = '-';
   put_two_digits(&date_[3], local.tm_mon + 1);
   date_[5] = ' ';
