@@ -19,7 +19,7 @@ inline constexpr std::size_t max_dump_size = std::size_t{1} << 30;
  * @param max_size  how many bytes the text may have
  * @return the text; null when the gzip data is broken or incomplete, or makes too much
  */
-OwnedString read_dump(Descriptor file, std::size_t max_size = max_dump_size) noexcept;
+OwnedString read_dump(Descriptor descriptor, std::size_t max_size = max_dump_size) noexcept;
 
 }  // namespace velkor
 

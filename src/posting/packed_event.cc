@@ -35,10 +35,10 @@ class OwnMembers {
 public:
   explicit OwnMembers(bool shares) noexcept : shares_(shares) {}
 
-  bool contain(GString *ZoxEvent::*member) const noexcept {
+  [[nodiscard]] bool contain(GString *ZoxEvent::*member) const noexcept {
     return !shares_ || std::ranges::find(shared_text_members, member) == shared_text_members.end();
   }
-  bool contain(GSList *ZoxEvent::*member) const noexcept {
+  [[nodiscard]] bool contain(GSList *ZoxEvent::*member) const noexcept {
     return !shares_ || std::ranges::find(shared_list_members, member) == shared_list_members.end();
   }
 

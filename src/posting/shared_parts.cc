@@ -20,8 +20,9 @@ T *place(SharedMemory &memory, const T &value) noexcept {
   return ::new (memory.take(sizeof(T), alignof(T))) T(value);
 }
 
-/** A text to look up. */
+/** A text to look up, which is not written to. */
 GString as_key(std::string_view characters) noexcept {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
   return {const_cast<char *>(characters.data()), characters.size(), characters.size() + 1};
 }
 

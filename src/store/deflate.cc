@@ -11,7 +11,9 @@ constexpr int raw_window = -MAX_WBITS;  // no header and no trailer of its own
 constexpr int between_blocks = 128;
 constexpr int usual_memory = 8;
 
+/** Bytes as zlib takes them; it does not write to those that it reads. */
 Bytef *bytes(const char *text) noexcept {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
   return reinterpret_cast<Bytef *>(const_cast<char *>(text));
 }
 

@@ -157,8 +157,10 @@ private:
   GString *text(GString *ZoxEvent::*member, std::string_view characters) noexcept {
     if (std::ranges::find(shared_text_members, member) != shared_text_members.end())
       return parts_.text(characters);
-    texts_[number_] =
-        GString{const_cast<char *>(characters.data()), characters.size(), characters.size() + 1};
+    // Only read, and only until the posting is packed.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
+    auto *start = const_cast<char *>(characters.data());
+    texts_[number_] = GString{start, characters.size(), characters.size() + 1};
     return &texts_[number_];
   }
 
