@@ -23,7 +23,7 @@ public:
   ElementWriter(std::string &text, const ZoxEvent &event) noexcept : text_(text), event_(event) {}
 
   void write(const EventField &field) noexcept {
-    std::visit([&](auto kind) { add(field.element, kind); }, field.kind);
+    std::visit([&](auto kind) { this->add(field.element, kind); }, field.kind);
   }
 
 private:
@@ -58,7 +58,7 @@ private:
   void add_number(const char *name, gint32 number) noexcept {
     constexpr std::size_t max_digits = 10;  // as zox_string_integer() writes it
     std::array<char, 16> digits{};
-    const auto end = std::to_chars(digits.begin(), digits.end(), number).ptr;
+    const auto *const end = std::to_chars(digits.begin(), digits.end(), number).ptr;
     const auto count = std::min(static_cast<std::size_t>(end - digits.begin()), max_digits);
     open(name);
     text_.append(digits.data(), count);

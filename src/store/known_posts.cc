@@ -14,12 +14,13 @@
 #include "support/parallel.h"
 
 namespace velkor {
-namespace {
 
-struct Memory {
+struct PostsFile::Memory {
   std::mutex mutex;
   std::optional<KnownPosts> posts;
 };
+
+namespace {
 
 bool is_at(const PlacedReader &file, std::uint64_t offset, const std::string &expected) noexcept {
   std::string bytes;
@@ -43,19 +44,18 @@ bool are_all_known(const PlacedReader &file, const std::vector<KnownSection> &se
 
 }  // namespace
 
-PostsFile::PostsFile() noexcept : lock_(immortal<Memory>().mutex) {}
+PostsFile::PostsFile() noexcept : memory_(immortal<Memory>()), lock_(memory_.mutex) {}
 
 const KnownPosts *PostsFile::known(const std::string &path) const noexcept {
-  const auto &posts = immortal<Memory>().posts;
-  return posts && posts->path == path ? &*posts : nullptr;
+  return memory_.posts && memory_.posts->path == path ? &*memory_.posts : nullptr;
 }
 
 void PostsFile::remember(KnownPosts posts) noexcept {
-  immortal<Memory>().posts = std::move(posts);
+  memory_.posts = std::move(posts);
 }
 
 void PostsFile::forget() noexcept {
-  immortal<Memory>().posts.reset();
+  memory_.posts.reset();
 }
 
 PlacedReader::PlacedReader(const std::string &path) noexcept

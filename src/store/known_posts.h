@@ -56,6 +56,9 @@ public:
   void forget() noexcept;
 
 private:
+  struct Memory;
+
+  Memory &memory_;
   std::unique_lock<std::mutex> lock_;
 };
 

@@ -188,9 +188,10 @@ reread_sections(const PlacedReader &file, const KnownPosts &known, EventTable ta
     std::string compressed;
     if (!content && read_known(file, section, compressed))
       content = reader.read(section.section, compressed);
-    if (content)
-      contents[number] = *std::move(content);
-    return content.has_value();
+    if (!content)
+      return false;
+    contents[number] = *std::move(content);
+    return true;
   };
   const bool good = read_all(contents.size(), known.layout.seed, reread_one);
   for (OrderedEntry &entry : entries)

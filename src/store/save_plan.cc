@@ -14,7 +14,7 @@ namespace velkor {
 namespace {
 
 /* Larger sections compress better, smaller ones confine a change. */
-constexpr std::uint64_t usual_size = 96 * 1024;
+constexpr std::uint64_t usual_size = std::uint64_t{96} * 1024;
 constexpr std::uint64_t min_size = usual_size / 2;
 
 /** Finds out about the entries of a piece: their size, and whether its section can be kept. */
@@ -120,9 +120,9 @@ std::vector<SavePiece> cut_new(const std::vector<SavePiece> &pieces,
 
 ListSnapshot::ListSnapshot(ZOXEventlist *list) noexcept {
   const ReadLock lock(list->lock);
-  has_table_ = list->tree != nullptr;
-  if (!has_table_)
+  if (list->tree == nullptr)
     return;
+  has_table_ = true;
   entries_ = entries_in_order(list->tree);
   for (const OrderedEntry &entry : entries_)
     g_object_ref(entry.object);

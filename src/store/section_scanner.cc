@@ -83,7 +83,7 @@ bool is_plain(std::string_view text) noexcept {
   std::string_view rest = text;
   for (; rest.size() >= block; rest.remove_prefix(block)) {
     for (std::size_t place = 0; place < block; ++place)
-      bytes.test(rest.data()[place]);
+      bytes.test(rest[place]);
   }
   for (const char character : rest)
     bytes.test(character);
