@@ -83,9 +83,10 @@ void take_over(ZOXEventlist *list, std::vector<SectionContent> contents) noexcep
 bool reload_known(ZOXEventlist *list, const PlacedReader &file, const KnownPosts &known) noexcept {
   auto contents =
       reread_sections(file, known, EventTable(std::exchange(list->tree, new_event_table())));
-  if (contents)
-    take_over(list, *std::move(contents));
-  return contents.has_value();
+  if (!contents)
+    return false;
+  take_over(list, *std::move(contents));
+  return true;
 }
 
 /** Reads the sections of the file into the empty table of the list. */

@@ -186,7 +186,7 @@ TEST_F(SectionedFile, SavesWhatASaveFromScratchWouldAfterAnyEdits) {
         add(basic_event(id, words(static_cast<unsigned>(random() % 100'000))));
         break;
       case 1:
-        g_hash_table_remove(list->tree, GINT_TO_POINTER(id));
+        take_object(list->tree, id);
         break;
       case 2:  // as a front end may: around the list
         if (ZOXEventObject *object = find_object(list->tree, id))
@@ -371,7 +371,7 @@ TEST_F(SectionedFile, ReloadDropsWhatWasNotSaved) {
   add(basic_event(9999));
   add(basic_event(-5));
   ++find_object(list->tree, 250)->event->rating;
-  g_hash_table_remove(list->tree, GINT_TO_POINTER(400));
+  take_object(list->tree, 400);
   ASSERT_EQ(load(), 0U);
   EXPECT_EQ(contents(list), expected);
 }
