@@ -60,18 +60,25 @@ const xmlNode *following(const xmlNode *node, const xmlNode *top) noexcept {
   return node == top ? nullptr : node->next;
 }
 
+std::size_t count_attributes(const xmlNode &node) noexcept {
+  std::size_t count = 0;
+  if (node.type == XML_ELEMENT_NODE) {
+    for (const xmlAttr *attribute = node.properties; attribute != nullptr;
+         attribute = attribute->next)
+      ++count;
+  }
+  return count;
+}
+
 /** How many nodes there are from `first` on, with all that they hold. */
 std::size_t count_nodes(xmlNode *first) noexcept {
   std::size_t count = 0;
   for (const xmlNode *top : Siblings(first)) {
-    for (const xmlNode *node = top; node != nullptr; node = following(node, top)) {
-      ++count;
-      if (node->type != XML_ELEMENT_NODE)
-        continue;
-      for (const xmlAttr *attribute = node->properties; attribute != nullptr;
-           attribute = attribute->next)
-        ++count;
-    }
+    const xmlNode *node = top;
+    do {
+      count += 1 + count_attributes(*node);
+      node = following(node, top);
+    } while (node != nullptr);
   }
   return count;
 }
