@@ -67,7 +67,7 @@ TEST_F(XmlParse, RefusesEntitiesThatGrowWithoutBound) {
 /** What libxml2 said last on this thread. */
 std::string said;
 
-void remember(void *, const char *format, ...) {
+[[gnu::format(printf, 2, 3)]] void remember(void *, const char *format, ...) {
   va_list arguments;
   va_start(arguments, format);
   const OwnedText text(g_strdup_vprintf(format, arguments));
