@@ -28,18 +28,11 @@ bool is_at(const PlacedReader &file, std::uint64_t offset, const std::string &ex
 }
 
 bool are_all_known(const PlacedReader &file, const std::vector<KnownSection> &sections) noexcept {
-  Tickets tickets(sections.size());
-  std::atomic<bool> known = true;
-  run_on_threads(threads_for(sections.size()), [&] {
-    std::string bytes;
-    while (const auto number = tickets.next()) {
-      if (!read_known(file, sections[*number], bytes)) {
-        known = false;
-        tickets.stop();
-      }
-    }
+  return share_out(sections.size(), [&] {
+    return [&, bytes = std::string()](std::size_t number) mutable {
+      return read_known(file, sections[number], bytes);
+    };
   });
-  return known;
 }
 
 }  // namespace

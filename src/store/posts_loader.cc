@@ -47,18 +47,11 @@ std::optional<PostsLayout> read_layout(const PlacedReader &file, std::uint64_t s
  */
 template <typename Read>
 bool read_all(std::size_t count, std::uint64_t seed, const Read &read) noexcept {
-  Tickets tickets(count);
-  std::atomic<bool> good = true;
-  run_on_threads(threads_for(count), [&] {
-    SectionReader reader(seed);
-    while (const auto number = tickets.next()) {
-      if (!read(reader, *number)) {
-        good = false;
-        tickets.stop();
-      }
-    }
+  return share_out(count, [&] {
+    return [&read, reader = SectionReader(seed)](std::size_t number) mutable {
+      return read(reader, number);
+    };
   });
-  return good;
 }
 
 /** The sections that hold postings, each at its place in the file. */
@@ -144,8 +137,8 @@ KnownPosts known_posts(const std::string &path, const FileIdentity &identity, Po
 
 }  // namespace
 
-std::optional<SectionedPosts> read_sections(const std::string &path) noexcept {
-  const PlacedReader file(path);
+std::optional<SectionedPosts> read_sections(const PlacedReader &file,
+                                            const std::string &path) noexcept {
   const std::optional<FileIdentity> identity = file.identity();
   std::optional<PostsLayout> layout =
       identity ? read_layout(file, static_cast<std::uint64_t>(identity->size)) : std::nullopt;

@@ -21,11 +21,12 @@ struct SectionedPosts {
 };
 
 /**
- * Reads the whole file.
+ * Reads the whole file, which is the one at `path`.
  * @return nothing when the file has no valid table of sections or anything about it is wrong: it is
  *         then read in one go, which tells what
  */
-std::optional<SectionedPosts> read_sections(const std::string &path) noexcept;
+std::optional<SectionedPosts> read_sections(const PlacedReader &file,
+                                            const std::string &path) noexcept;
 
 /**
  * Reads the file that is known already, and takes from `table` the postings of every section that

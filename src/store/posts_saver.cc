@@ -38,8 +38,10 @@ public:
     empty            // there is no posting to write
   };
 
-  FileWriter(const std::string &path, const KnownPosts *known, gint64 now) noexcept
-      : path_(path), source_(path), seed_(known == nullptr ? new_seed() : known->layout.seed),
+  /** @param source  the old file, of which sections may be kept */
+  FileWriter(const std::string &path, const PlacedReader &source, const KnownPosts *known,
+             gint64 now) noexcept
+      : path_(path), source_(source), seed_(known == nullptr ? new_seed() : known->layout.seed),
         now_(now), file_(path, AtomicFile::Form::plain) {}
 
   Result write(std::span<const SavePiece> pieces, const char *caller) noexcept;
@@ -56,7 +58,7 @@ private:
   Result finish(const char *caller) noexcept;
 
   std::string path_;
-  PlacedReader source_;
+  const PlacedReader &source_;
   std::uint64_t seed_;
   gint64 now_;
   AtomicFile file_;
@@ -88,25 +90,23 @@ FileWriter::Result FileWriter::write(std::span<const SavePiece> pieces,
 
 /** Makes the sections of the pieces; false when one cannot be taken from the old file. */
 bool FileWriter::make(std::span<const SavePiece> pieces, std::span<NewSection> sections) noexcept {
-  Tickets tickets(pieces.size());
-  std::atomic<bool> good = true;
-  run_on_threads(threads_for(pieces.size()), [&] {
-    std::optional<SectionWriter> writer;
-    while (const auto number = tickets.next()) {
-      const SavePiece &piece = pieces[*number];
-      NewSection &section = sections[*number];
-      if (piece.known == nullptr) {
-        section = (writer ? *writer : writer.emplace(seed_, now_)).write(piece.entries);
-        continue;
-      }
+  const auto make_one = [&](std::optional<SectionWriter> &writer, std::size_t number) {
+    const SavePiece &piece = pieces[number];
+    NewSection &section = sections[number];
+    if (piece.known != nullptr) {
       section.known = *piece.known;
-      if (!read_known(source_, *piece.known, section.compressed)) {
-        good = false;
-        tickets.stop();
-      }
+      return read_known(source_, *piece.known, section.compressed);
     }
+    if (!writer)
+      writer.emplace(seed_, now_);
+    section = writer->write(piece.entries);
+    return true;
+  };
+  return share_out(pieces.size(), [&] {
+    return [&make_one, writer = std::optional<SectionWriter>()](std::size_t number) mutable {
+      return make_one(writer, number);
+    };
   });
-  return good;
 }
 
 void FileWriter::add(NewSection section) noexcept {
@@ -151,7 +151,7 @@ public:
 
   bool run() noexcept {
     const KnownPosts *known = posts_.known(path_);
-    if (known != nullptr && PlacedReader(path_).identity() != known->identity)
+    if (known != nullptr && source_.identity() != known->identity)
       known = nullptr;
     FileWriter::Result result = attempt(known);
     if (result == FileWriter::Result::source_changed)
@@ -167,7 +167,7 @@ private:
       set_file_outcome({ZOX_FILE_FINE, 0, path_});
       return FileWriter::Result::written;
     }
-    FileWriter writer(path_, known, now_);
+    FileWriter writer(path_, source_, known, now_);
     const FileWriter::Result result = writer.write(pieces, caller_);
     if (result == FileWriter::Result::source_changed)
       return result;
@@ -184,7 +184,7 @@ private:
                                  const KnownPosts &known) const noexcept {
     return pieces.size() == known.sections.size() && !read_only() &&
            std::ranges::all_of(pieces, [](const SavePiece &piece) { return piece.known; }) &&
-           is_unchanged(PlacedReader(path_), known);
+           is_unchanged(source_, known);
   }
 
   bool write_empty() noexcept {
@@ -202,6 +202,7 @@ private:
   const std::string &path_;
   ListSnapshot &snapshot_;
   const char *caller_;
+  const PlacedReader source_{path_};
   const gint64 now_ = current_time();
 };
 

@@ -38,10 +38,11 @@ void examine(SavePiece &piece, std::uint64_t seed, gint64 now) noexcept {
 }
 
 void examine(std::vector<SavePiece> &pieces, std::uint64_t seed, gint64 now) noexcept {
-  Tickets tickets(pieces.size());
-  run_on_threads(threads_for(pieces.size()), [&] {
-    while (const auto number = tickets.next())
-      examine(pieces[*number], seed, now);
+  share_out(pieces.size(), [&] {
+    return [&](std::size_t number) {
+      examine(pieces[number], seed, now);
+      return true;
+    };
   });
 }
 

@@ -48,11 +48,10 @@ std::string fault_of(const GString *text) noexcept {
   case EventReader::Outcome::WrongRoot:
     return root_fault(root_element);
   case EventReader::Outcome::NoChildren:
-    return {};
   case EventReader::Outcome::Read:
     break;
   }
-  return "the document is too large";
+  return {};
 }
 
 /** Reads the cache file in one go into the empty table of the list. */
@@ -90,8 +89,9 @@ bool reload_known(ZOXEventlist *list, const PlacedReader &file, const KnownPosts
 }
 
 /** Reads the sections of the file into the empty table of the list. */
-bool load_sections(ZOXEventlist *list, PostsFile &posts, const std::string &path) noexcept {
-  auto read = read_sections(path);
+bool load_sections(ZOXEventlist *list, PostsFile &posts, const PlacedReader &file,
+                   const std::string &path) noexcept {
+  auto read = read_sections(file, path);
   if (!read)
     return false;
   if (read->known)
@@ -136,7 +136,7 @@ bool load_by_sections(ZOXEventlist *list, PostsFile &posts, const std::string &p
   posts.forget();
   drop_tree(list);
   list->tree = new_event_table();
-  return !plain && load_sections(list, posts, path);
+  return !plain && load_sections(list, posts, file, path);
 }
 
 ZoxErrorCode load(ZOXEventlist *list, OutOfReach reach, char **retError) noexcept {

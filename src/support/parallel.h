@@ -55,6 +55,28 @@ void run_on_threads(std::size_t threads, const Work &work) noexcept {
   work();
 }
 
+/**
+ * Does all pieces of work from 0 to below `count`, shared out among threads, until one fails.
+ * @param make_worker  called once by each thread; what it returns is called with the number of each
+ *                     piece that the thread does, and tells whether the piece went well
+ * @return whether all went well
+ */
+template <typename MakeWorker>
+bool share_out(std::size_t count, const MakeWorker &make_worker) noexcept {
+  Tickets tickets(count);
+  std::atomic<bool> good = true;
+  run_on_threads(threads_for(count), [&] {
+    auto worker = make_worker();
+    while (const auto number = tickets.next()) {
+      if (!worker(*number)) {
+        good = false;
+        tickets.stop();
+      }
+    }
+  });
+  return good;
+}
+
 }  // namespace velkor
 
 #endif
