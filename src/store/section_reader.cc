@@ -1,7 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "store/section_reader.h"
 
-#include <string_view>
 #include <utility>
 
 #include "store/section_scanner.h"
@@ -26,22 +25,33 @@ SectionContent content_of(std::vector<PackedEvent> postings, EventDigest &digest
 
 }  // namespace
 
+std::optional<DocumentContent> read_document(std::string_view document,
+                                             const std::shared_ptr<SharedParts> &parts) noexcept {
+  std::string_view elements = document;
+  elements.remove_prefix(document_begin.size());
+  elements.remove_suffix(document_end.size());
+  // What the scanner takes a parser takes as well, and much slower.
+  if (auto postings = scan_elements(elements, *parts))
+    return DocumentContent{*std::move(postings), {}};
+  EventReader reader(parts, EventReader::Diagnosis::silent);
+  if (reader.read(document) != EventReader::Outcome::Read)
+    return std::nullopt;
+  return DocumentContent{std::move(reader.postings), std::move(reader.remarks)};
+}
+
 std::optional<SectionContent> SectionReader::read(const PostsSection &section,
                                                   const std::string &compressed) noexcept {
   text_.assign(document_begin);
   if (!inflater_.append(compressed, section.text_size, Deflater::Part::inner, text_))
     return std::nullopt;
-  const std::string_view elements = std::string_view(text_).substr(document_begin.size());
-  if (checksum_of(elements) != section.checksum)
+  if (checksum_of(std::string_view(text_).substr(document_begin.size())) != section.checksum)
     return std::nullopt;
-  if (auto postings = scan_elements(elements, *parts_))
-    return content_of(*std::move(postings), digest_);
   text_.append(document_end);
-  EventReader reader(parts_, EventReader::Diagnosis::silent);
-  if (reader.read(text_) != EventReader::Outcome::Read)
+  auto read = read_document(text_, parts_);
+  if (!read)
     return std::nullopt;
-  SectionContent content = content_of(std::move(reader.postings), digest_);
-  content.remarks = std::move(reader.remarks);
+  SectionContent content = content_of(std::move(read->postings), digest_);
+  content.remarks = std::move(read->remarks);
   return content;
 }
 

@@ -7,15 +7,29 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "posting/packed_event.h"
+#include "posting/shared_parts.h"
 #include "store/deflate.h"
 #include "store/event_digest.h"
 #include "store/event_reader.h"
 #include "store/known_posts.h"
 
 namespace velkor {
+
+struct DocumentContent {
+  std::vector<PackedEvent> postings;
+  std::vector<EventRemark> remarks;
+};
+
+/**
+ * Reads a document that begins and ends as the cache file does; prints nothing.
+ * @return nothing when no reader takes it
+ */
+std::optional<DocumentContent> read_document(std::string_view document,
+                                             const std::shared_ptr<SharedParts> &parts) noexcept;
 
 /** The postings of one section, as the event list takes them. */
 struct SectionContent {

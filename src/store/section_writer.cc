@@ -1,12 +1,11 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "store/section_writer.h"
 
-#include <optional>
-#include <utility>
+#include <string_view>
 
 #include "posting/event_record.h"
 #include "store/event_text.h"
-#include "store/section_scanner.h"
+#include "store/section_reader.h"
 #include "support/rw_lock.h"
 
 namespace velkor {
@@ -31,16 +30,16 @@ bool SectionWriter::try_to_write(std::span<const OrderedEntry> entries, Care car
   if (written_ == 0)
     return true;
   document_.append(document_end);
+  const std::optional<std::uint64_t> read = read_back();
+  if (!read)
+    return false;
   std::string_view text = document_;
   text.remove_prefix(document_begin.size());
   text.remove_suffix(document_end.size());
-  std::uint64_t read = no_digest;
-  if (!read_back(text, read))
-    return false;
   made.compressed = deflater_.part(text, Deflater::Part::inner);
   made.known.section = {static_cast<std::uint32_t>(made.compressed.size()),
                         static_cast<std::uint32_t>(text.size()), checksum_of(text),
-                        read == written ? written : no_digest};
+                        *read == written ? written : no_digest};
   made.known.fingerprint = fingerprint_of(made.compressed);
   return true;
 }
@@ -63,31 +62,22 @@ void SectionWriter::add(const OrderedEntry &entry, Care care, NewSection &made) 
   digest_.add(event);
 }
 
-bool SectionWriter::read_back(std::string_view elements, std::uint64_t &digest) noexcept {
-  // What the scanner takes a parser takes as well, and much slower.
-  std::optional<std::vector<PackedEvent>> events = scan_elements(elements, *parts_);
-  bool odd = false;
-  if (!events) {
-    EventReader reader(parts_, EventReader::Diagnosis::silent);
-    if (reader.read(document_) != EventReader::Outcome::Read)
-      return false;
-    odd = !reader.remarks.empty();
-    events = std::move(reader.postings);
-  }
-  for (const PackedEvent &event : *events)
+std::optional<std::uint64_t> SectionWriter::read_back() noexcept {
+  const auto read = read_document(document_, parts_);
+  if (!read || read->postings.size() != written_)
+    return std::nullopt;
+  for (const PackedEvent &event : read->postings)
     digest_.add(*event);
-  digest = digest_.finish();
-  if (odd)
-    digest = no_digest;
-  return events->size() == written_;
+  const std::uint64_t digest = digest_.finish();
+  return read->remarks.empty() ? digest : no_digest;
 }
 
 bool SectionWriter::is_readable_alone(const ZoxEvent &event) const noexcept {
   std::string document(document_begin);
   append_element(document, event);
   document.append(document_end);
-  EventReader reader(parts_, EventReader::Diagnosis::silent);
-  return reader.read(document) == EventReader::Outcome::Read && reader.postings.size() == 1;
+  const auto read = read_document(document, parts_);
+  return read && read->postings.size() == 1;
 }
 
 }  // namespace velkor

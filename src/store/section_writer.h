@@ -3,16 +3,17 @@
 #ifndef VELKOR_STORE_SECTION_WRITER_H
 #define VELKOR_STORE_SECTION_WRITER_H
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "posting/shared_parts.h"
 #include "store/deflate.h"
 #include "store/event_digest.h"
 #include "store/event_order.h"
-#include "store/event_reader.h"
 #include "store/known_posts.h"
 
 namespace velkor {
@@ -44,9 +45,8 @@ private:
 
   bool try_to_write(std::span<const OrderedEntry> entries, Care care, NewSection &made) noexcept;
   void add(const OrderedEntry &entry, Care care, NewSection &made) noexcept;
-  /** Whether the document reads back as the postings written, as far as their number; their digest.
-   */
-  bool read_back(std::string_view elements, std::uint64_t &digest) noexcept;
+  /** The digest of what the document reads back as; nothing when a posting got lost. */
+  std::optional<std::uint64_t> read_back() noexcept;
   [[nodiscard]] bool is_readable_alone(const ZoxEvent &event) const noexcept;
 
   Deflater deflater_;
