@@ -2,9 +2,13 @@
 #include "core/xml_file.h"
 
 #include <cerrno>
+#include <string_view>
 
+#include <libxml/encoding.h>
 #include <libxml/globals.h>
+#include <libxml/xmlIO.h>
 
+#include "core/atomic_file.h"
 #include "core/cache_directory.h"
 #include "support/xml.h"
 
@@ -18,37 +22,32 @@ int write_to_file(void *file, const char *bytes, int length) {
   return static_cast<AtomicFile *>(file)->write(view) ? length : -1;
 }
 
+/** The bytes before compression, or -1. */
+int write_document(xmlDoc *document, AtomicFile &file) noexcept {
+  const char *encoding = xml::chars(document->encoding);
+  xmlIndentTreeOutput = 1;
+  // libxml2 closes the buffer, whatever happens.
+  return xmlSaveFormatFileTo(
+      xmlOutputBufferCreateIO(write_to_file, nullptr, &file,
+                              encoding == nullptr ? nullptr : xmlFindCharEncodingHandler(encoding)),
+      document, encoding, 1);
+}
+
 }  // namespace
 
-XmlFile::XmlFile(const char *cache_name, bool compressed, xmlCharEncodingHandler *encoder) noexcept
-    : file_(cache_path(cache_name, compressed),
-            compressed ? AtomicFile::Form::gzip : AtomicFile::Form::plain, level),
-      buffer_(xmlOutputBufferCreateIO(write_to_file, nullptr, &file_, encoder)) {
-  xmlSetCompressMode(compressed ? level : 0);
-}
-
-int XmlFile::replace(int written, const char *caller, Failure failure) noexcept {
-  if (written < 0)
-    file_.fail(EIO);
-  if (file_.commit(caller))
-    return written;
-  if (failure == Failure::warned)
-    file_.warn(caller);
-  return -1;
-}
-
-int XmlFile::commit(const char *caller) noexcept {
-  return replace(xmlOutputBufferClose(buffer_.release()), caller, Failure::warned);
-}
-
 int save_document(xmlDoc *document, const char *cache_name, bool compressed, const char *caller,
-                  XmlFile::Failure failure) noexcept {
-  const char *encoding = xml::chars(document->encoding);
-  XmlFile file(cache_name, compressed,
-               encoding == nullptr ? nullptr : xmlFindCharEncodingHandler(encoding));
-  xmlIndentTreeOutput = 1;
-  const int written = xmlSaveFormatFileTo(file.buffer_.release(), document, encoding, 1);
-  return file.replace(written, caller, failure);
+                  SaveFailure failure) noexcept {
+  AtomicFile file(cache_path(cache_name, compressed),
+                  compressed ? AtomicFile::Form::gzip : AtomicFile::Form::plain, level);
+  xmlSetCompressMode(compressed ? level : 0);
+  const int written = write_document(document, file);
+  if (written < 0)
+    file.fail(EIO);
+  if (file.commit(caller))
+    return written;
+  if (failure == SaveFailure::warned)
+    file.warn(caller);
+  return -1;
 }
 
 }  // namespace velkor

@@ -143,7 +143,7 @@ void zox_filterlist_save(ZOXFilterlist *list) {
     ZOX_ASSERT(filter);
     add_filter(xmlDocGetRootElement(document.get()), *filter);
   }
-  save_document(document.get(), cache_name, false, __func__, XmlFile::Failure::silent);
+  save_document(document.get(), cache_name, false, __func__, SaveFailure::silent);
 }
 
 }  // extern "C"
