@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -81,15 +82,16 @@ void remove_if_dead(const fs::path &path) noexcept {
     unlink(path.c_str());
 }
 
-/** Removes what was left beside the file to which the links of `path` lead. */
-void remove_leftovers_of(const fs::path &path) noexcept {
-  const LinkTarget target = follow_links(path);
-  if (target.error != 0)
-    return;
-  const fs::path file(target.path);
-  for (const std::string &name : names_in(file.parent_path()))
-    if (belongs_to(target_of(name), file.filename().native()))
-      remove_if_dead(file.parent_path() / name);
+/** The library's files by the directories to which their links lead. */
+std::map<fs::path, std::vector<std::string>> files_by_directory() noexcept {
+  std::map<fs::path, std::vector<std::string>> files;
+  for (const char *file : own_files) {
+    const LinkTarget target = follow_links(cache_path(file, false));
+    const fs::path path(target.path);
+    if (target.error == 0)
+      files[path.parent_path()].push_back(path.filename());
+  }
+  return files;
 }
 
 constexpr mode_t others = S_IRWXG | S_IRWXO;
@@ -134,8 +136,14 @@ bool narrow_directory(const fs::path &directory) noexcept {
 void remove_leftovers() noexcept {
   if (read_only())
     return;
-  for (const char *file : own_files)
-    remove_leftovers_of(cache_path(file, false));
+  for (const auto &[directory, files] : files_by_directory()) {
+    for (const std::string &name : names_in(directory)) {
+      const std::string_view target = target_of(name);
+      if (std::ranges::any_of(
+              files, [target](const std::string &file) { return belongs_to(target, file); }))
+        remove_if_dead(directory / name);
+    }
+  }
 }
 
 void narrow_permissions(const char *caller) noexcept {
