@@ -77,7 +77,7 @@ EventReader::Outcome EventReader::read(std::string_view document) noexcept {
   if (document.empty())
     return Outcome::NotWellFormed;
   xmlSAXHandler handler = Callbacks::handler();
-  xml::Source source(document);
+  xml::Source source(document, diagnosis_);
   const xml::Parser parser = source.make_parser(handler);
   if (!parser)
     return Outcome::NotWellFormed;

@@ -20,6 +20,7 @@
 #include "posting/event_fields.h"
 #include "posting/packed_event.h"
 #include "store/event_draft.h"
+#include "support/xml.h"
 
 namespace velkor {
 
@@ -35,7 +36,7 @@ public:
   enum class Outcome { NotWellFormed, WrongRoot, NoChildren, Read };
 
   /** Whether libxml2's error handlers are told what is wrong with a document. */
-  enum class Diagnosis { told, silent };
+  using Diagnosis = xml::Source::Diagnosis;
 
   /** @param parts  where postings share what they have in common; readers in turn may use it */
   explicit EventReader(std::shared_ptr<SharedParts> parts = std::make_shared<SharedParts>(),

@@ -227,7 +227,7 @@ Parser Source::make_parser(xmlSAXHandler &handler) noexcept {
 int Source::read(void *source, char *buffer, int length) noexcept {
   auto &self = *static_cast<Source *>(source);
   if (const char *excess = self.excess()) {
-    if (!std::exchange(self.held_back_, true))
+    if (!std::exchange(self.held_back_, true) && self.diagnosis_ == Diagnosis::told)
       xmlGenericError(xmlGenericErrorContext, "Document of too many %s\n", excess);
     return 0;
   }

@@ -56,7 +56,11 @@ inline constexpr std::size_t max_nodes = 1'000'000;
  */
 class Source {
 public:
-  explicit Source(std::string_view text) noexcept : rest_(text) {}
+  /** Whether holding text back is told on libxml2's generic error handler. */
+  enum class Diagnosis { told, silent };
+
+  explicit Source(std::string_view text, Diagnosis diagnosis = Diagnosis::told) noexcept
+      : rest_(text), diagnosis_(diagnosis) {}
   Source(const Source &) = delete;
   Source &operator=(const Source &) = delete;
 
@@ -70,6 +74,7 @@ private:
   [[nodiscard]] const char *excess() const noexcept;
 
   std::string_view rest_;
+  Diagnosis diagnosis_;
   std::size_t delivered_ = 0;
   xmlParserCtxt *parser_ = nullptr;
   bool held_back_ = false;

@@ -2,10 +2,13 @@
 /** The stream reader against the tree reader, and against broken and hostile documents. */
 #include "store/event_reader.h"
 
+#include <memory>
+#include <string>
 #include <thread>
 
 #include <gmock/gmock.h>
 
+#include "support/xml.h"
 #include "tests/support/filter_fixture.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/sandbox.h"
@@ -133,6 +136,24 @@ TEST_F(EventReaderTest, DeepNestingIsRefused) {
   for (int depth = 0; depth < 2000; ++depth)
     text += "<a>";
   EXPECT_EQ(read_events(text).code, 11U);
+}
+
+TEST_F(EventReaderTest, ASilentReaderPrintsNothing) {
+  std::string names = "<Events>";
+  for (int number = 0; number <= xml::max_names; ++number)
+    names += "<n" + std::to_string(number) + "/>";
+  // So much more text that the parser asks for it after it has met the names.
+  names += std::string(100'000, ' ') + "</Events>";
+  for (const std::string &document : {names, std::string("<Events><Event></Events>")}) {
+    testing::internal::CaptureStderr();
+    EventReader told;
+    EXPECT_EQ(told.read(document), EventReader::Outcome::NotWellFormed);
+    EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+    testing::internal::CaptureStderr();
+    EventReader silent(std::make_shared<SharedParts>(), EventReader::Diagnosis::silent);
+    EXPECT_EQ(silent.read(document), EventReader::Outcome::NotWellFormed);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  }
 }
 
 TEST_F(EventReaderTest, ReadersOfSeveralThreadsKeepTheirDiagnosesApart) {
