@@ -109,7 +109,7 @@ public:
       return ask_once();
     const ZoxErrorCode code = ask_repeatedly();
     if (code != ZOX_RESULT_SUCCESS)
-      zox_eventlist_load(core->eventlist, nullptr);
+      reload(core->eventlist);
     return code;
   }
 
