@@ -12,7 +12,10 @@ using namespace velkor;
 
 namespace {
 
-/** The node's own text and CDATA children joined; none when it has none. */
+/**
+ * The node's own text and CDATA children joined; none when it has none. libxml2 does the same, but
+ * copies all that it has joined so far for each child; it is left to expand entities.
+ */
 std::optional<std::string> content_of(xmlDocPtr doc, xmlNodePtr node) noexcept {
   std::optional<std::string> content;
   for (xmlNode *child : xml::Siblings(node->children)) {

@@ -53,11 +53,21 @@ std::string address_of(std::string_view path, bool use_host) noexcept {
   return "http://" + (is_dump(path) ? static_host() : main_host()) + std::string(path);
 }
 
+/** Logs for a developer how a request went: by default GLib drops what is logged at this level. */
+void trace(double seconds) noexcept {
+  const RequestRecord &record = latest_request();
+  g_debug("zox_http_curl_execute(): %s%s: code %u, HTTP status %i, %" G_GINT64_FORMAT
+          " bytes, %.3f s%s%s",
+          record.host.c_str(), record.path.c_str(), record.code, record.http_status,
+          record.received, seconds, record.reason.empty() ? "" : ", ", record.reason.c_str());
+}
+
 /** Ends a request before its transfer has begun. */
 ZoxErrorCode give_up(ZoxErrorCode code, std::string reason) noexcept {
   RequestRecord &record = latest_request();
   record.code = code;
   record.reason = std::move(reason);
+  trace(0);
   return code;
 }
 
@@ -152,16 +162,6 @@ void note_outcome(const Outcome &outcome, const Transfer &transfer, const char *
   record.reason = reason_of(outcome, transfer, file);
 }
 
-/** Logs for a developer how a request went: by default GLib drops what is logged at this level. */
-void trace(const Transfer &transfer) noexcept {
-  const RequestRecord &record = latest_request();
-  g_debug("zox_http_curl_execute(): %s%s: code %u, HTTP status %i, %" G_GINT64_FORMAT
-          " bytes, %.3f s%s%s",
-          record.host.c_str(), record.path.c_str(), record.code, record.http_status,
-          record.received, transfer.seconds(), record.reason.empty() ? "" : ", ",
-          record.reason.c_str());
-}
-
 /** Runs the hook when it is due. Its requests leave no trace in the record of this one. */
 void run_mail_hook() noexcept {
   RequestRecord record = std::exchange(latest_request(), {});
@@ -204,7 +204,7 @@ ZoxErrorCode prepare(std::optional<Transfer> &transfer, const Request &request) 
 ZoxErrorCode conclude(std::optional<Transfer> &transfer, const Outcome &outcome,
                       const char *file) noexcept {
   note_outcome(outcome, *transfer, file);
-  trace(*transfer);
+  trace(transfer->seconds());
   transfer.reset();  // a server of one connection at a time would keep the hook's request waiting
   run_mail_hook();
   return outcome.code;

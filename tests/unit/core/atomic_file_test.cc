@@ -105,6 +105,32 @@ TEST_F(AtomicFileTest, MakesAnEmptyFile) {
   EXPECT_EQ(test::read_file(path), "");
 }
 
+TEST_F(AtomicFileTest, MakesItsStartLast) {
+  AtomicFile file(path, Form::plain);
+  file.write("????rest");
+  file.replace_start("head");
+  EXPECT_TRUE(file.commit("test"));
+  EXPECT_EQ(test::read_file(path), "headrest");
+}
+
+TEST_F(AtomicFileTest, TellsWhichFileItHasMade) {
+  AtomicFile file(path, Form::plain);
+  file.write("een");
+  EXPECT_EQ(file.identity(), std::nullopt);
+  EXPECT_TRUE(file.commit("test"));
+  const Descriptor made(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  ASSERT_TRUE(file.identity());
+  EXPECT_EQ(file.identity(), FileIdentity::of(made.get()));
+}
+
+TEST_F(AtomicFileTest, HasMadeNoFileAfterAFailure) {
+  fs::create_directory(path);
+  AtomicFile file(path, Form::plain);
+  file.write("een");
+  EXPECT_FALSE(file.commit("test"));
+  EXPECT_EQ(file.identity(), std::nullopt);
+}
+
 TEST_F(AtomicFileTest, KeepsTheOldContentUntilItIsCommitted) {
   test::write_file(path, "oud");
   AtomicFile file(path, Form::plain);

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -14,6 +15,7 @@ namespace velkor {
 namespace {
 
 using test::describe;
+using test::describe_basic;
 using test::full_event;
 using test::zox;
 
@@ -60,6 +62,44 @@ TEST(PackedEventTest, TextsAreWholeGStrings) {
     }
     EXPECT_EQ(std::strlen(packed->title->str), length);
   }
+}
+
+TEST(PackedEventTest, WithoutDetailsIsWhatTheCacheFileKeeps) {
+  OwnedEvent expected = full_event();
+  const std::string kept = describe_basic(*expected);
+  const PackedEvent bare = without_details(pack(*expected));
+  EXPECT_EQ(describe_basic(*bare), kept);
+  EXPECT_EQ(bare->des, nullptr);
+  EXPECT_EQ(bare->mp3Tracks, nullptr);
+  EXPECT_EQ(bare->forum, nullptr);
+  EXPECT_EQ(bare->watcherHit, fresh_event.watcherHit);
+}
+
+TEST(PackedEventTest, StaysWhereItIsWhenThereAreNoDetails) {
+  PackedEvent event = pack(*test::basic_event(7));
+  const ZoxEvent *place = event.get();
+  event->watcherHit = 1;
+  const PackedEvent bare = without_details(std::move(event));
+  EXPECT_EQ(bare.get(), place);
+  EXPECT_EQ(bare->watcherHit, fresh_event.watcherHit);
+}
+
+TEST(PackedEventTest, IsTakenFromAnObjectThatNobodyElseHolds) {
+  PackedEvent event = pack(*full_event());
+  const ZoxEvent *place = event.get();
+  const OwnedEventObject object = new_object(std::move(event));
+  PackedEvent taken = take_record(*object);
+  EXPECT_EQ(taken.get(), place);
+  put_record(*object, std::move(taken));
+  EXPECT_EQ(object->event, place);
+}
+
+TEST(PackedEventTest, IsCopiedFromAnObjectThatSomebodyHolds) {
+  const OwnedEventObject object = new_object(pack(*full_event()));
+  const OwnedEventObject other(static_cast<ZOXEventObject *>(g_object_ref(object.get())));
+  const PackedEvent taken = take_record(*object);
+  EXPECT_NE(taken.get(), other->event);
+  EXPECT_EQ(describe(*taken), describe(*other->event));
 }
 
 TEST(PackedEventTest, KeepsZeroBytesWithinAText) {

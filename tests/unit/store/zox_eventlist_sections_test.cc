@@ -356,6 +356,22 @@ TEST_F(SectionedFile, FileOutOfReachLeavesTheListAsItIs) {
   EXPECT_EQ(contents(list), expected);
 }
 
+TEST_F(SectionedFile, ReloadTakesThePostingsFromMemory) {
+  fill(500);
+  save();
+  const auto records = [this] {
+    std::map<gint32, const ZoxEvent *> found;
+    for_each_object(list->tree, [&found](gpointer key, ZOXEventObject *object) {
+      found[GPOINTER_TO_INT(key)] = object->event;
+    });
+    return found;
+  };
+  const auto before = records();
+  EXPECT_EQ(reload(list), 0U);
+  EXPECT_THAT(before, SizeIs(500));
+  EXPECT_EQ(records(), before);
+}
+
 TEST_F(SectionedFile, FileOfAnotherProcessIsReloaded) {
   fill(300);
   save();
