@@ -42,22 +42,21 @@ struct Dropped {
 };
 
 /** Deleted postings are kept whatever their titles hold. */
-gint count(gpointer /*key*/, ZoxEvent *posting, gpointer data) noexcept {
+void look_at(const ZoxEvent *posting, gpointer data) noexcept {
   auto &dropped = *static_cast<Dropped *>(data);
   if (posting->status == ZOX_STATUS_DELETED || posting->status == ZOX_STATUS_REMOVED)
-    return 0;
+    return;
   const std::string title = in_capitals(zox_string_value(posting->title));
   if (std::ranges::any_of(dropped.words_in_capitals, [&title](const std::string &word) {
         return title.find(word) != std::string::npos;
       }))
     ++dropped.postings;
-  return 0;
 }
 
 std::int64_t postings_with(const std::vector<std::string> &words) {
   Dropped dropped;
   std::ranges::transform(words, std::back_inserter(dropped.words_in_capitals), in_capitals);
-  zox_eventlist_foreach(core->eventlist, 0, 1, count, &dropped);
+  zox_eventlist_visit(core->eventlist, 0, look_at, &dropped);
   return dropped.postings;
 }
 
