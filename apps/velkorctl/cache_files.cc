@@ -2,96 +2,87 @@
 #include "velkorctl/cache_files.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <memory>
 
-#include <gio/gio.h>
-#include <libxml/xmlreader.h>
 #include <unistd.h>
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_eventlist.h>
+#include <velkor/zox_file.h>
+#include <velkor/zox_filterlist.h>
+#include <velkor/zox_groups.h>
+#include <velkor/zox_mail.h>
 #include <velkor/zox_settings.h>
 
 #include "support/owned.h"
 #include "velkorctl/failure.h"
+#include "velkorctl/messages.h"
 
 namespace velkor::ctl {
 namespace {
 
 namespace fs = std::filesystem;
+using Kind = CacheFile::Kind;
 
-using Reader = std::unique_ptr<xmlTextReader, ReleaseWith<xmlFreeTextReader>>;
-
-bool is_compressed(const std::string &name) {
-  return name.ends_with(".gz");
-}
-
-OwnedObject<GInputStream> open_stream(const fs::path &path, bool compressed, OwnedError &error) {
-  GError *place = nullptr;
-  const OwnedObject<GFile> file(g_file_new_for_path(path.c_str()));
-  OwnedObject<GInputStream> stream(G_INPUT_STREAM(g_file_read(file.get(), nullptr, &place)));
-  error.reset(place);
-  if (!stream || !compressed)
-    return stream;
-  const OwnedObject<GConverter> inflate(
-      G_CONVERTER(g_zlib_decompressor_new(G_ZLIB_COMPRESSOR_FORMAT_GZIP)));
-  return OwnedObject<GInputStream>(g_converter_input_stream_new(stream.get(), inflate.get()));
-}
-
-/** The decompressed content; nullopt with the reason when it cannot be read to its end. */
-std::optional<std::string> read_whole(const fs::path &path, bool compressed, std::string &reason) {
-  OwnedError error;
-  const OwnedObject<GInputStream> stream = open_stream(path, compressed, error);
-  std::string text;
-  std::array<char, 65536> block{};
-  while (stream) {
-    GError *place = nullptr;
-    const gssize count =
-        g_input_stream_read(stream.get(), block.data(), block.size(), nullptr, &place);
-    error.reset(place);
-    if (count == 0)
-      return text;
-    if (count < 0)
-      break;
-    text.append(block.data(), static_cast<std::size_t>(count));
+/** A core for reading in the directory, without anything loaded. */
+class BareCore {
+public:
+  explicit BareCore(const fs::path &directory) {
+    ZoxCoreOptions options{};
+    options.cacheDir = directory.c_str();
+    options.readOnly = 1;
+    char *place = nullptr;
+    const ZoxCoreResult result = zox_app_core_open(&options, &place);
+    const OwnedText message(place);
+    if (result != ZOX_CORE_OPENED)
+      throw Failure(Exit::files, message.get());
   }
-  reason = error ? error->message : "cannot be read";
-  return std::nullopt;
-}
+  ~BareCore() { zox_app_core_close(); }
+  BareCore(const BareCore &) = delete;
+  BareCore &operator=(const BareCore &) = delete;
+};
 
-std::string last_xml_error() {
-  const xmlError *error = xmlGetLastError();
-  std::string text =
-      error == nullptr || error->message == nullptr ? "not well-formed XML" : error->message;
-  text.erase(text.find_last_not_of(" \n") + 1);
-  return error == nullptr ? text : "line " + std::to_string(error->line) + ": " + text;
-}
-
-bool same_element(const xmlChar *name, const std::string &wanted) noexcept {
-  return name != nullptr &&
-         g_ascii_strcasecmp(reinterpret_cast<const char *>(name), wanted.c_str()) == 0;
-}
-
-Inspection inspect_document(const std::string &text, const CacheFile &file) {
-  constexpr int options =
-      XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE;
-  xmlResetLastError();
-  const Reader reader(
-      xmlReaderForMemory(text.data(), static_cast<int>(text.size()), nullptr, nullptr, options));
-  Inspection result;
-  int more = reader ? xmlTextReaderRead(reader.get()) : -1;
-  for (; more == 1; more = xmlTextReaderRead(reader.get())) {
-    if (xmlTextReaderNodeType(reader.get()) != XML_READER_TYPE_ELEMENT)
-      continue;
-    const int depth = xmlTextReaderDepth(reader.get());
-    const xmlChar *name = xmlTextReaderConstLocalName(reader.get());
-    if (depth == 0 && !same_element(name, file.root))
-      return {"the root element is not " + file.root, 0};
-    if (depth == 1 && same_element(name, file.entry))
-      ++result.entries;
+/** Loads the document and counts its entries; how that went is the library's file outcome. */
+std::int64_t load_document(Kind kind) noexcept {
+  switch (kind) {
+  case Kind::settings:
+    break;
+  case Kind::filters:
+    zox_filterlist_load(core->filterlist);
+    return g_slist_length(core->filterlist->filters);
+  case Kind::newsgroups:
+    zox_group_load();
+    return g_slist_length(core->groups);
+  case Kind::mail:
+    zox_mail_load();
+    return g_slist_length(core->mail);
+  case Kind::postings:
+    zox_eventlist_load(core->eventlist, nullptr);
+    return zox_eventlist_get_count(core->eventlist, 0);
   }
-  if (more < 0)
-    result.problem = last_xml_error();
-  return result;
+  return 0;
+}
+
+Inspection inspect_document(const fs::path &directory, const CacheFile &file) {
+  const BareCore open(directory);
+  const QuietLog quiet;  // the outcome tells all that counts
+  const std::int64_t entries = load_document(file.kind);
+  const ZoxFileError &outcome = *zox_file_last_error();
+  const fs::path read = outcome.path;
+  if (read.filename() != file.name)
+    return {.superseded_by = read.filename()};
+  if (outcome.status == ZOX_FILE_FINE)
+    return {.entries = entries};
+  return {.problem = outcome.message};
+}
+
+/** The whole content; throws a Failure when it cannot be read. */
+std::string content_of(const fs::path &path) {
+  char *place = nullptr;
+  std::size_t size = 0;
+  GError *error = nullptr;
+  if (g_file_get_contents(path.c_str(), &place, &size, &error) == FALSE)
+    throw Failure(Exit::files, OwnedError(error)->message);
+  return {OwnedText(place).get(), size};
 }
 
 Inspection inspect_settings(const std::string &text) {
@@ -120,13 +111,10 @@ void require_readable(const fs::path &directory) {
 
 const std::vector<CacheFile> &cache_files() {
   static const std::vector<CacheFile> files{
-      {"velkor.conf", "", ""},
-      {"velkor.filters", "Filters", "Filter"},
-      {"velkor.groups.gz", "Groups", "Group"},
-      {"velkor.mail", "Mail", "Event"},
-      {"velkor.posts", "Events", "Event"},
-      {"velkor.posts.gz", "Events", "Event"},
-      {"velkor.groups", "Groups", "Group"},
+      {"velkor.conf", Kind::settings},        {"velkor.filters", Kind::filters},
+      {"velkor.groups.gz", Kind::newsgroups}, {"velkor.mail", Kind::mail},
+      {"velkor.posts", Kind::postings},       {"velkor.posts.gz", Kind::postings},
+      {"velkor.groups", Kind::newsgroups},
   };
   return files;
 }
@@ -149,14 +137,13 @@ std::vector<CacheFile> files_in(const fs::path &directory) {
 }
 
 Inspection inspect(const fs::path &directory, const CacheFile &file) {
-  std::string reason;
-  const auto text = read_whole(directory / file.name, is_compressed(file.name), reason);
-  if (!text)
-    return {reason, 0};
-  if (file.root.empty())
-    return inspect_settings(*text);
-  return text->size() > G_MAXINT ? Inspection{"larger than 2 GB", 0}
-                                 : inspect_document(*text, file);
+  if (file.kind != Kind::settings)
+    return inspect_document(directory, file);
+  try {
+    return inspect_settings(content_of(directory / file.name));
+  } catch (const Failure &failure) {
+    return {.problem = failure.what()};
+  }
 }
 
 }  // namespace velkor::ctl

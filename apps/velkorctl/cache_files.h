@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,10 +13,7 @@ namespace velkor::ctl {
 struct CacheFile {
   /** The name in the directory, with ".gz" when it is compressed. */
   std::string name;
-  /** The root element of the document, empty for the settings. */
-  std::string root;
-  /** The element counted, such as "Event". */
-  std::string entry;
+  enum class Kind { settings, filters, newsgroups, mail, postings } kind;
 };
 
 /** All files that a cache can have, the settings first, then in the order of writing. */
@@ -31,12 +27,17 @@ std::vector<CacheFile> files_in(const std::filesystem::path &directory);
 
 struct Inspection {
   /** Why the file cannot be used; empty when it is sound. */
-  std::string problem;
+  std::string problem{};
   /** The entries of the document, or the lines of the settings. */
   std::int64_t entries = 0;
+  /** The name of the file that is read in place of this one; empty when this one is used. */
+  std::string superseded_by{};
 };
 
-/** Reads the whole file; checks compression, checksum, XML and root element. */
+/**
+ * Reads the whole file: the settings line by line, the documents as the library itself reads them.
+ * There must be no core.
+ */
 Inspection inspect(const std::filesystem::path &directory, const CacheFile &file);
 
 }  // namespace velkor::ctl

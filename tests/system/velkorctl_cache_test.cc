@@ -45,12 +45,28 @@ TEST_F(VelkorctlCache, FindsDamageUpToTheLastByte) {
   cache_postings("<Event>");
   const ProcessResult outcome = run({"cache", "verify"});
   EXPECT_EQ(outcome.status, 6);
-  EXPECT_THAT(outcome.out, HasSubstr("mismatch"));
+  EXPECT_THAT(outcome.out, HasSubstr("tag Events"));
   write_gzip(cached("velkor.posts.gz"), "<Other/>");
   EXPECT_THAT(run({"cache", "verify"}).out, HasSubstr("the root element is not Events"));
   fs::remove(cached("velkor.posts.gz"));
   settings("usrname=ann\n");
   EXPECT_THAT(run({"cache", "verify"}).out, HasSubstr("unknown setting usrname"));
+}
+
+TEST_F(VelkorctlCache, WhatTheLibraryCannotReadIsDamaged) {
+  cache_postings(event(1, std::string(11'000'000, 'x')));
+  EXPECT_NE(run({"list"}).status, 0);
+  EXPECT_EQ(run({"cache", "verify"}).status, 6);
+}
+
+TEST_F(VelkorctlCache, APlainFileTakesThePlaceOfTheCompressedOne) {
+  write_file(cached("velkor.posts"), "<Events>" + event(7, "Plain") + "</Events>");
+  EXPECT_EQ(output({"cache", "verify"}),
+            "FILE             ENTRIES  RESULT\n"
+            "velkor.conf            3  ok\n"
+            "velkor.posts           1  ok\n"
+            "velkor.posts.gz        0  not used: velkor.posts is read in its place\n");
+  EXPECT_EQ(read_file(cached("velkor.posts")), "<Events>" + event(7, "Plain") + "</Events>");
 }
 
 TEST_F(VelkorctlCache, ABackupIsRestored) {

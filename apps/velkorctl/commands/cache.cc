@@ -97,6 +97,12 @@ Exit run_info(const Context &context) {
   return Exit::ok;
 }
 
+std::string result_of(const Inspection &found) {
+  if (!found.superseded_by.empty())
+    return "not used: " + found.superseded_by + " is read in its place";
+  return found.problem.empty() ? "ok" : found.problem;
+}
+
 Exit run_verify(const Context &context) {
   const fs::path directory = cache_directory(context.options);
   const std::vector<CacheFile> files = files_in(directory);
@@ -105,8 +111,7 @@ Exit run_verify(const Context &context) {
   for (const CacheFile &file : files) {
     const Inspection found = inspect(directory, file);
     sound = sound && found.problem.empty();
-    table.add(
-        {file.name, std::to_string(found.entries), found.problem.empty() ? "ok" : found.problem});
+    table.add({file.name, std::to_string(found.entries), result_of(found)});
   }
   print(table, context);
   return sound ? Exit::ok : Exit::files;
@@ -126,7 +131,7 @@ Exit run_resync(const Context &context) {
 std::vector<Command> cache_commands() {
   return {{"info", "Print what the cache holds", {}, {format_option()}, run_info},
           {"verify",
-           "Read every file of the cache to its end and report damage",
+           "Read every file of the cache as the library does and report damage",
            {},
            {no_header_option()},
            run_verify},

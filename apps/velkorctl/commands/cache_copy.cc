@@ -65,8 +65,8 @@ Exit run_backup(const Context &context) {
 void require_sound(const fs::path &directory, const std::vector<CacheFile> &files) {
   for (const CacheFile &file : files)
     if (const Inspection found = inspect(directory, file);
-        !file.root.empty() && !found.problem.empty())
-      throw file_failure("the backup is damaged:", directory / file.name, found.problem);
+        file.kind != CacheFile::Kind::settings && !found.problem.empty())
+      throw Failure(Exit::files, "the backup is damaged: " + found.problem);
 }
 
 /** Copies the files that the restored ones replace to a new directory in the cache. */

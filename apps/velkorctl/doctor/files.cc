@@ -6,13 +6,18 @@
 namespace velkor::ctl::doctor {
 namespace {
 
-std::string advice_for(const CacheFile &file) {
-  if (file.entry == "Event" && file.root == "Events")
-    return "run velkorctl cache resync, or bring back a backup with velkorctl cache restore";
-  if (file.root == "Groups")
-    return "run velkorctl groups --fetch";
-  if (file.root.empty())
+std::string advice_for(CacheFile::Kind kind) {
+  switch (kind) {
+  case CacheFile::Kind::settings:
     return "remove the line from the file; velkorctl config list shows the settings";
+  case CacheFile::Kind::newsgroups:
+    return "run velkorctl groups --fetch";
+  case CacheFile::Kind::postings:
+    return "run velkorctl cache resync, or bring back a backup with velkorctl cache restore";
+  case CacheFile::Kind::filters:
+  case CacheFile::Kind::mail:
+    break;
+  }
   return "bring back a backup with velkorctl cache restore";
 }
 
@@ -23,10 +28,12 @@ Findings check_files(const std::filesystem::path &directory) {
   try {
     for (const CacheFile &file : present_files(directory)) {
       const Inspection found = inspect(directory, file);
-      if (found.problem.empty())
+      if (!found.superseded_by.empty())
+        findings.push_back({"file", file.name + " is not used beside " + found.superseded_by});
+      else if (found.problem.empty())
         findings.push_back({"file", file.name + " is sound"});
       else
-        findings.push_back({"file", file.name + ": " + found.problem, advice_for(file)});
+        findings.push_back({"file", file.name + ": " + found.problem, advice_for(file.kind)});
     }
   } catch (const Failure &) {
     return {};  // what is wrong with the directory has been found
