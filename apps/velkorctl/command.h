@@ -52,6 +52,8 @@ struct GlobalOptions {
   bool trace = false;
   /** How long a command that writes waits until another one has finished. */
   std::chrono::seconds wait{0};
+  /** How long a transfer may bring nothing before it is given up; 0 for any time. */
+  std::chrono::seconds timeout{60};
 };
 
 /** What a command is run with. */

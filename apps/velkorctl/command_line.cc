@@ -13,7 +13,7 @@
 namespace velkor::ctl {
 namespace {
 
-constexpr std::int64_t max_wait = std::chrono::seconds(std::chrono::hours(24)).count();
+constexpr std::int64_t longest_time = std::chrono::seconds(std::chrono::hours(24)).count();
 
 void add_option(CLI::App &app, const Option &option) {
   if (option.value.empty()) {
@@ -97,8 +97,12 @@ void CommandLine::read_globals(GlobalOptions &options) const {
   options.lib_dir = text("--lib-dir");
   options.data_dir = text("--data-dir");
   options.trace = app_.get_option("--trace")->count() > 0;
-  options.wait =
-      std::chrono::seconds(number_in_range(text("--wait").value_or("0"), 0, max_wait, "--wait"));
+  const auto seconds = [&text](const std::string &name, std::chrono::seconds otherwise) {
+    const auto given = text(name);
+    return given ? std::chrono::seconds(number_in_range(*given, 0, longest_time, name)) : otherwise;
+  };
+  options.wait = seconds("--wait", options.wait);
+  options.timeout = seconds("--timeout", options.timeout);
 }
 
 /** The names of all options that may stand behind the command. */
@@ -210,6 +214,8 @@ std::vector<Option> global_options() {
       {"--trace", "", "Print each request, and all that the library logs, to standard error"},
       {"--wait", "SECONDS",
        "Wait at most SECONDS seconds for another velkorctl to finish writing (default: 0)"},
+      {"--timeout", "SECONDS",
+       "Give up on a server that sends nothing for SECONDS seconds (default: 60; 0: never)"},
   };
 }
 

@@ -55,8 +55,8 @@ void set_hosts(const GlobalOptions &options) {
     zox_http_set_hosts(chars_of(options.server), chars_of(options.static_server));
 }
 
-gint on_transfer(gint64 /*received*/, gint64 /*total*/, gpointer /*unused*/) noexcept {
-  return note_transfer();
+gint on_transfer(gint64 received, gint64 /*total*/, gpointer /*unused*/) noexcept {
+  return note_transfer(received);
 }
 
 /** What helps when the file with that content cannot be read. */
@@ -94,6 +94,7 @@ CoreSession::Core::Core(const GlobalOptions &options, const fs::path &cache, Acc
     throw Failure(Exit::files, message.get());
   set_hosts(options);
   zox_http_set_transfer_callback(on_transfer, nullptr);
+  set_inactivity_limit(options.timeout);
 }
 
 CoreSession::Core::~Core() {

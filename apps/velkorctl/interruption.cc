@@ -1,12 +1,22 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "velkorctl/interruption.h"
 
+#include <unistd.h>
+
+#include "velkorctl/failure.h"
+
 namespace velkor::ctl {
 namespace {
 
 volatile std::sig_atomic_t arrived = 0;
 
-void remember(int /*signal*/) {
+/**
+ * The second request to end is granted at once, wherever the command is: what it writes is whole at
+ * any moment. A hangup often comes twice, from the terminal and from the shell.
+ */
+void remember(int signal) {
+  if (arrived != 0 && signal != SIGHUP)
+    _exit(static_cast<int>(Exit::interrupted));
   arrived = 1;
 }
 

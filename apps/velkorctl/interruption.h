@@ -1,5 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Catches SIGINT, SIGTERM and SIGHUP while it lives, so that a transfer can end cleanly. */
+/**
+ * Catches SIGINT, SIGTERM and SIGHUP while it lives, so that a transfer can end cleanly. The second
+ * SIGINT or SIGTERM ends the process at once.
+ */
 #ifndef VELKORCTL_INTERRUPTION_H
 #define VELKORCTL_INTERRUPTION_H
 

@@ -3,6 +3,7 @@
 
 #include <velkor/zox_http_curl.h>
 
+#include "velkorctl/inactivity.h"
 #include "velkorctl/interruption.h"
 
 namespace velkor::ctl {
@@ -12,6 +13,16 @@ constexpr gint32 first_error_status = 400;
 
 /** How often note_transfer() was called on this thread. */
 thread_local unsigned transfers = 0;
+
+thread_local Inactivity inactivity{std::chrono::seconds(0)};
+/** Whether the latest transfer of this thread was given up because the server was silent. */
+thread_local bool given_up = false;
+
+std::string reason_of(const ZoxHttpFailure &record) {
+  if (!given_up)
+    return record.text;
+  return "nothing has arrived for " + std::to_string(inactivity.limit().count()) + " s";
+}
 
 std::optional<RequestFailure> last_failure() {
   const ZoxHttpFailure *record = zox_http_last_failure();
@@ -23,7 +34,7 @@ std::optional<RequestFailure> last_failure() {
                         .proxy_failed = record->proxyFailed != 0,
                         .host = record->host,
                         .path = record->path,
-                        .text = record->text};
+                        .text = reason_of(*record)};
 }
 
 }  // namespace
@@ -48,9 +59,14 @@ std::string RequestFailure::words() const {
   return result + reason;
 }
 
-gint note_transfer() noexcept {
+void set_inactivity_limit(std::chrono::seconds limit) noexcept {
+  inactivity = Inactivity(limit);
+}
+
+gint note_transfer(gint64 received) noexcept {
   ++transfers;
-  return Interruption::requested() ? 1 : 0;
+  given_up = inactivity.exceeded(received, Inactivity::Clock::now());
+  return Interruption::requested() || given_up ? 1 : 0;
 }
 
 RequestWatch::RequestWatch() : earlier_(last_failure()), transfers_(transfers) {}

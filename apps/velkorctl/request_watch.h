@@ -3,6 +3,7 @@
 #ifndef VELKORCTL_REQUEST_WATCH_H
 #define VELKORCTL_REQUEST_WATCH_H
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -28,11 +29,16 @@ struct RequestFailure {
   [[nodiscard]] std::string words() const;
 };
 
+/** From now on a transfer is given up when it brings nothing for longer than that; 0 for never. */
+void set_inactivity_limit(std::chrono::seconds limit) noexcept;
+
 /**
- * To be called by every transfer that runs, so that RequestWatch sees it. Returns non-zero, which
- * stops the transfer, when SIGINT or SIGTERM has arrived.
+ * To be called by every transfer that runs, so that RequestWatch sees it.
+ * @param received  the bytes that it has brought so far
+ * @return non-zero, which stops the transfer, when SIGINT, SIGTERM or SIGHUP has arrived or the
+ *         server is silent
  */
-gint note_transfer() noexcept;
+gint note_transfer(gint64 received) noexcept;
 
 /**
  * Tells the failures of its own time from earlier ones: an operation that sends no request leaves

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "velkorctl/failure.h"
+#include "velkorctl/interruption.h"
 #include "velkorctl/safe_text.h"
 #include "velkorctl/vocabulary.h"
 
@@ -62,11 +63,17 @@ int terminal_width(int descriptor) noexcept {
 std::string read_secret(const std::string &prompt) {
   if (isatty(STDIN_FILENO) == 0)
     return read_line();
+  const Interruption interruption;  // the terminal gets its echo back first
   const WithoutEcho quiet(STDIN_FILENO);
   std::fputs(prompt.c_str(), stderr);
-  std::string line = read_line();
-  std::fputc('\n', stderr);
-  return line;
+  try {
+    std::string line = read_line();
+    std::fputc('\n', stderr);
+    return line;
+  } catch (const Failure &) {
+    throw_if_interrupted();
+    throw;
+  }
 }
 
 bool confirm(const std::string &question) {

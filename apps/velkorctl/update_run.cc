@@ -81,7 +81,7 @@ gint UpdateRun::on_dump(gint32 total, gint32 index) noexcept {
 
 gint UpdateRun::on_bytes(gint64 received, gint64 expected, gpointer self) noexcept {
   static_cast<UpdateRun *>(self)->progress_.bytes(received, expected);
-  return note_transfer();
+  return note_transfer(received);
 }
 
 gint UpdateRun::on_merge(guint32 total, guint32 /*done*/, gpointer self) noexcept {

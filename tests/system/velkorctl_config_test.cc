@@ -74,6 +74,21 @@ TEST_F(VelkorctlConfig, ATypedPasswordIsNotShown) {
   EXPECT_EQ(output({"config", "get", "password", "--show-secret"}), "secret\n");
 }
 
+TEST_F(VelkorctlConfig, AnInterruptedPromptRestoresTheTerminal) {
+  // Only a controlling terminal turns the key into a signal.
+  Words words{"setsid", "--ctty", "--wait",
+              "sh",     "-c",     "trap : INT; \"$@\"; echo status $?; stty -a",
+              "sh"};
+  for (const std::string &word : command({"config", "set", "password", "--stdin"}))
+    words.push_back(word);
+  ChildProcess asking(words, {.terminal_columns = 80});
+  asking.wait_for("password: ");
+  asking.write("\x03");
+  const ProcessResult outcome = asking.finish();
+  EXPECT_THAT(outcome.out, HasSubstr("status 130"));
+  EXPECT_THAT(outcome.out, testing::ContainsRegex("[^-]echo "));
+}
+
 TEST_F(VelkorctlConfig, OnlyTheOwnerCanReadTheSettings) {
   set({"password", "--stdin"}, "secret\n");
   const auto mode = std::filesystem::status(cached("velkor.conf")).permissions();

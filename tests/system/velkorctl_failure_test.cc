@@ -54,6 +54,13 @@ TEST_F(VelkorctlFailure, ATraceShowsEachRequestWithoutSecrets) {
   EXPECT_EQ(output({"kudos", "7"}), "4 1\n");
 }
 
+TEST_F(VelkorctlFailure, ASilentServerIsGivenUp) {
+  server.reply(kudos, StubReply{.body = "4*", .claim_length = 3, .stall = true});
+  const ProcessResult outcome = run({"--timeout", "1", "kudos", "7"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr(server.host() + ": nothing has arrived for 1 s"));
+}
+
 TEST_F(VelkorctlFailure, AnErrorStatusIsAFailureWhateverTheReply) {
   server.reply(kudos, StubReply{.status = 500, .body = "4*1"});
   const ProcessResult asking = run({"kudos", "7"});
@@ -115,7 +122,11 @@ TEST_F(VelkorctlFailure, AMissingPlugInIsNamedWithItsPath) {
   words[6] = empty.path();
   const ProcessResult outcome = run_program(words);
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, HasSubstr((empty.path() / "libzox_http_plugin.so.2.0").string()));
+  const std::string plug_in = (empty.path() / "libzox_http_plugin.so.2.0").string();
+  EXPECT_THAT(outcome.err, HasSubstr(plug_in));
+  words.emplace_back("--trace");
+  EXPECT_THAT(run_program(words).err,
+              testing::ContainsRegex("trace: zox_http_curl_execute\\(\\): .*" + plug_in));
 }
 
 }  // namespace

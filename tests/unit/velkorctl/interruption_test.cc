@@ -26,6 +26,24 @@ TEST_P(InterruptionDeathTest, NoticesTheSignal) {
 
 INSTANTIATE_TEST_SUITE_P(Each, InterruptionDeathTest, testing::Values(SIGINT, SIGTERM, SIGHUP));
 
+/** Ends with 0 when the second signal does not end the process. */
+[[noreturn]] void raise_twice(int first, int second) {
+  std::signal(SIGHUP, SIG_DFL);
+  const Interruption interruption;
+  std::raise(first);
+  std::raise(second);
+  std::_Exit(0);
+}
+
+TEST(InterruptionDeathTestOfTwo, TheSecondEndsTheProcessAtOnce) {
+  EXPECT_EXIT(raise_twice(SIGINT, SIGINT), testing::ExitedWithCode(130), "");
+  EXPECT_EXIT(raise_twice(SIGHUP, SIGTERM), testing::ExitedWithCode(130), "");
+}
+
+TEST(InterruptionDeathTestOfTwo, AHangupMayComeTwice) {
+  EXPECT_EXIT(raise_twice(SIGHUP, SIGHUP), testing::ExitedWithCode(0), "");
+}
+
 /** Ends with 0 when a SIGHUP that was ignored before is still. */
 [[noreturn]] void hang_up_under_nohup() {
   std::signal(SIGHUP, SIG_IGN);

@@ -23,8 +23,8 @@ protected:
   }
 
 private:
-  static gint on_transfer(gint64 /*received*/, gint64 /*total*/, gpointer /*data*/) noexcept {
-    return note_transfer();
+  static gint on_transfer(gint64 received, gint64 /*total*/, gpointer /*data*/) noexcept {
+    return note_transfer(received);
   }
 };
 
