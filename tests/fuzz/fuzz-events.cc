@@ -4,29 +4,16 @@
 #include <velkor/zox_events_parse.h>
 #include <velkor/zox_events_xml.h>
 
-#include "support/owned_records.h"
 #include "support/slist.h"
 #include "support/text.h"
 #include "support/xml.h"
+#include "tests/fuzz/postings.h"
 #include "tests/fuzz/session.h"
 
 namespace velkor::fuzz {
 namespace {
 
 using EventBuilder = ListBuilder<ZoxEvent, zox_event_free>;
-
-bool same_posting(const ZoxEvent &left, const ZoxEvent &right) noexcept {
-  return left.postId == right.postId && left.stamp == right.stamp &&
-         left.updated == right.updated && left.status == right.status &&
-         same_text(left.fName, right.fName) && same_text(left.title, right.title) &&
-         same_texts(left.groups, right.groups) && same_text(left.poster, right.poster) &&
-         same_text(left.link, right.link) && left.cat == right.cat && left.sCat == right.sCat &&
-         same_texts(left.tags, right.tags) && same_text(left.tag, right.tag) &&
-         left.rating == right.rating && same_text(left.ann, right.ann) &&
-         same_text(left.des, right.des) && same_text(left.sig, right.sig) &&
-         left.fType == right.fType && left.files == right.files && left.fStart == right.fStart &&
-         same_text(left.img, right.img) && same_texts(left.mp3Tracks, right.mp3Tracks);
-}
 
 /** The postings of a tree, the last one first. */
 GSList *postings_of(const xml::Document &document) {

@@ -61,8 +61,17 @@ OwnedString text_of(const std::uint8_t *data, std::size_t size) {
       g_string_new_len(reinterpret_cast<const char *>(data), static_cast<gssize>(size)));
 }
 
+std::filesystem::path cache_directory() {
+  return session().sandbox().cache();
+}
+
+void clear_cache() {
+  for (const auto &entry : std::filesystem::directory_iterator(cache_directory()))
+    std::filesystem::remove_all(entry.path());
+}
+
 std::string write_cache_file(const char *name, std::string_view content) {
-  const std::filesystem::path path = session().sandbox().cache() / name;
+  const std::filesystem::path path = cache_directory() / name;
   test::write_file(path, content);
   return path;
 }

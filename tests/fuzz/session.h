@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,12 @@ namespace velkor::fuzz {
 void start_session();
 
 OwnedString text_of(const std::uint8_t *data, std::size_t size);
+
+/** The cache directory of the session. */
+std::filesystem::path cache_directory();
+
+/** Removes every file of the cache, so that no input finds what an earlier one left. */
+void clear_cache();
 
 /** Writes a file in the cache directory without using the library, and returns its path. */
 std::string write_cache_file(const char *name, std::string_view content);

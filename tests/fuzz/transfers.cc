@@ -1,0 +1,81 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "tests/fuzz/transfers.h"
+
+#include <algorithm>
+#include <cstdarg>
+#include <utility>
+
+#include <curl/curl.h>
+
+namespace velkor::fuzz {
+namespace {
+
+/** What the library has asked for last, and how it is answered. */
+struct Transfers {
+  Answer answer;
+  std::size_t piece_size = 1;
+  std::size_t count = 0;
+  std::string url;
+  curl_write_callback write = nullptr;
+  void *write_data = nullptr;
+};
+
+Transfers &transfers() {
+  static Transfers transfers;
+  return transfers;
+}
+
+CURLcode deliver(std::string body) {
+  const Transfers &to = transfers();
+  for (std::size_t begin = 0; begin < body.size(); begin += to.piece_size) {
+    const std::size_t length = std::min(to.piece_size, body.size() - begin);
+    if (to.write(body.data() + begin, 1, length, to.write_data) != length)
+      return CURLE_WRITE_ERROR;
+  }
+  return CURLE_OK;
+}
+
+}  // namespace
+
+void answer_requests(Answer answer, std::size_t piece_size) {
+  transfers() = {};
+  transfers().answer = std::move(answer);
+  transfers().piece_size = piece_size;
+}
+
+std::size_t request_count() {
+  return transfers().count;
+}
+
+}  // namespace velkor::fuzz
+
+// The linker gives the library these for libcurl's own. The names are the linker's.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl50-cpp)
+extern "C" {
+
+CURLcode __wrap_curl_easy_setopt(CURL *handle, CURLoption option, ...);
+CURLcode __wrap_curl_easy_perform(CURL *handle);
+
+CURLcode __wrap_curl_easy_setopt(CURL * /*handle*/, CURLoption option, ...) {
+  velkor::fuzz::Transfers &transfers = velkor::fuzz::transfers();
+  va_list arguments;
+  va_start(arguments, option);
+  if (option == CURLOPT_URL)
+    transfers.url = va_arg(arguments, const char *);
+  else if (option == CURLOPT_WRITEFUNCTION)
+    transfers.write = va_arg(arguments, curl_write_callback);
+  else if (option == CURLOPT_WRITEDATA)
+    transfers.write_data = va_arg(arguments, void *);
+  va_end(arguments);
+  return CURLE_OK;
+}
+
+CURLcode __wrap_curl_easy_perform(CURL * /*handle*/) {
+  velkor::fuzz::Transfers &transfers = velkor::fuzz::transfers();
+  ++transfers.count;
+  std::optional<std::string> body = transfers.answer(transfers.url);
+  return body ? velkor::fuzz::deliver(*std::move(body)) : CURLE_COULDNT_CONNECT;
+}
+
+}  // extern "C"
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl50-cpp)
