@@ -65,10 +65,18 @@ gint add_copy(gpointer /*key*/, ZoxEvent *posting, gpointer postings) {
 struct Texts {
   std::size_t size = 0;
   bool ends_section = false;
+  bool has_long_avatar = false;
 
   void add(const GString *text) noexcept {
     size += view_of(text).size();
     ends_section = ends_section || view_of(text).find("]]>") != std::string_view::npos;
+  }
+  /** The length of an avatar does not count for the length of its line. */
+  void add(const ZoxReactie &reaction) noexcept {
+    constexpr std::size_t line_holds = 40;
+    for (const GString *text : {reaction.author, reaction.body, reaction.avatar})
+      add(text);
+    has_long_avatar = has_long_avatar || view_of(reaction.avatar).size() > line_holds;
   }
 };
 
@@ -119,10 +127,10 @@ bool prints_whole(const ZoxEvent &posting) {
       texts.add(item);
   if (posting.forum != nullptr)
     for (const ZoxReactie *reaction : Items<ZoxReactie>(posting.forum->reactions))
-      for (const GString *text : {reaction->author, reaction->body, reaction->avatar})
-        texts.add(text);
+      texts.add(*reaction);
   constexpr guint most_items = 100;
-  return texts.size < safe_size && !texts.ends_section && g_slist_length(posting.tags) < most_items;
+  return texts.size < safe_size && !texts.ends_section && !texts.has_long_avatar &&
+         g_slist_length(posting.tags) < most_items;
 }
 
 void empty_list() {

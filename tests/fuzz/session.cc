@@ -70,6 +70,14 @@ void clear_cache() {
     std::filesystem::remove_all(entry.path());
 }
 
+void reset_settings() {
+  if (core->config != nullptr)
+    zox_config_free();
+  zox_config_init();
+  replace_string(core->config->username, zox_string_new("fuzz"));
+  replace_string(core->config->password, zox_string_new("geheim"));
+}
+
 std::string write_cache_file(const char *name, std::string_view content) {
   const std::filesystem::path path = cache_directory() / name;
   test::write_file(path, content);

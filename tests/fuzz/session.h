@@ -29,6 +29,9 @@ std::filesystem::path cache_directory();
 /** Removes every file of the cache, so that no input finds what an earlier one left. */
 void clear_cache();
 
+/** Gives every setting its default, except for an account, without which no request is made. */
+void reset_settings();
+
 /** Writes a file in the cache directory without using the library, and returns its path. */
 std::string write_cache_file(const char *name, std::string_view content);
 

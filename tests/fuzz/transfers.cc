@@ -6,6 +6,7 @@
 #include <utility>
 
 #include <curl/curl.h>
+#include <gmodule.h>
 
 namespace velkor::fuzz {
 namespace {
@@ -55,6 +56,8 @@ extern "C" {
 
 CURLcode __wrap_curl_easy_setopt(CURL *handle, CURLoption option, ...);
 CURLcode __wrap_curl_easy_perform(CURL *handle);
+GModule *__wrap_g_module_open(const gchar *file, GModuleFlags flags);
+GModule *__real_g_module_open(const gchar *file, GModuleFlags flags);
 
 CURLcode __wrap_curl_easy_setopt(CURL * /*handle*/, CURLoption option, ...) {
   velkor::fuzz::Transfers &transfers = velkor::fuzz::transfers();
@@ -75,6 +78,11 @@ CURLcode __wrap_curl_easy_perform(CURL * /*handle*/) {
   ++transfers.count;
   std::optional<std::string> body = transfers.answer(transfers.url);
   return body ? velkor::fuzz::deliver(*std::move(body)) : CURLE_COULDNT_CONNECT;
+}
+
+/** The program itself is the authentication plug-in. */
+GModule *__wrap_g_module_open(const gchar * /*file*/, GModuleFlags flags) {
+  return __real_g_module_open(nullptr, flags);
 }
 
 }  // extern "C"

@@ -1,8 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
  * Stands in for libcurl's transfers, so that a target's requests get the replies that it has
- * chosen without any connection. A target that uses it is linked with transfers.cc and the options
- * that put its functions in place of libcurl's.
+ * chosen without any connection, and for the authentication plug-in. CMakeLists.txt puts it into
+ * the targets that use it.
  */
 #ifndef VELKOR_TESTS_FUZZ_TRANSFERS_H
 #define VELKOR_TESTS_FUZZ_TRANSFERS_H
