@@ -54,12 +54,12 @@ std::size_t request_count() {
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl50-cpp)
 extern "C" {
 
-CURLcode __wrap_curl_easy_setopt(CURL *handle, CURLoption option, ...);
+CURLcode __wrap_curl_easy_setopt(CURL *handle, int option, ...);
 CURLcode __wrap_curl_easy_perform(CURL *handle);
 GModule *__wrap_g_module_open(const gchar *file, GModuleFlags flags);
 GModule *__real_g_module_open(const gchar *file, GModuleFlags flags);
 
-CURLcode __wrap_curl_easy_setopt(CURL * /*handle*/, CURLoption option, ...) {
+CURLcode __wrap_curl_easy_setopt(CURL * /*handle*/, int option, ...) {
   velkor::fuzz::Transfers &transfers = velkor::fuzz::transfers();
   va_list arguments;
   va_start(arguments, option);
