@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** zox-server as a program: options, messages, exit status. */
+#include <array>
 #include <csignal>
 #include <list>
 
@@ -194,25 +195,33 @@ TEST_F(ServerProgram, OnlyTheOwnerCanReadTheDatabase) {
   EXPECT_EQ(properties.st_mode & 0777U, 0600U);
 }
 
-/** A connection to a port of 127.0.0.1 that sends nothing. */
+/** A connection to a port of 127.0.0.1 that sends this text and nothing more. */
 class IdleConnection {
 public:
-  explicit IdleConnection(const std::string &port) : socket_(socket(AF_INET, SOCK_STREAM, 0)) {
+  explicit IdleConnection(const std::string &port, const std::string &text = "")
+      : socket_(socket(AF_INET, SOCK_STREAM, 0)) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(static_cast<std::uint16_t>(std::stoi(port)));
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     if (connect(socket_, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0)
       throw std::runtime_error("cannot connect to port " + port);
+    if (::send(socket_, text.data(), text.size(), MSG_NOSIGNAL) !=
+        static_cast<ssize_t>(text.size()))
+      throw std::runtime_error("cannot write to port " + port);
   }
   ~IdleConnection() { close(socket_); }
   IdleConnection(const IdleConnection &) = delete;
   IdleConnection &operator=(const IdleConnection &) = delete;
 
-  /** Waits until the server sends something or closes the connection. @return whether it closed */
-  [[nodiscard]] bool is_closed_by_server() const {
-    char byte = 0;
-    return recv(socket_, &byte, 1, 0) == 0;
+  /** What the server sends until it closes the connection. */
+  [[nodiscard]] std::string read_until_closed() const {
+    std::string received;
+    std::array<char, 4096> block{};
+    ssize_t length = 0;
+    while ((length = recv(socket_, block.data(), block.size(), 0)) > 0)
+      received.append(block.data(), static_cast<std::size_t>(length));
+    return received;
   }
 
 private:
@@ -224,8 +233,21 @@ constexpr const char *groups = "/3.7.3/xml-groups.php";
 TEST_F(ServerProgram, ClosesIdleConnections) {
   start({"--postings", "1", "--idle-timeout", "1"});
   const IdleConnection connection(server->port());
-  EXPECT_TRUE(connection.is_closed_by_server());
+  EXPECT_EQ(connection.read_until_closed(), "");
   EXPECT_TRUE(is_xml(body_of(groups)));
+}
+
+TEST_F(ServerProgram, ClosesConnectionsThatAreIdleBetweenRequests) {
+  start({"--postings", "1", "--idle-timeout", "1"});
+  const IdleConnection connection(server->port(),
+                                  "GET /nergens HTTP/1.1\r\nHost: " + server->host() + "\r\n\r\n");
+  EXPECT_THAT(connection.read_until_closed(), testing::StartsWith("HTTP/1.1 404"));
+}
+
+TEST_F(ServerProgram, ClosesConnectionsThatAreIdleWithinARequest) {
+  start({"--postings", "1", "--idle-timeout", "1"});
+  const IdleConnection connection(server->port(), "GET /nergens HTTP/1.1\r\nHost: ");
+  EXPECT_EQ(connection.read_until_closed().find("HTTP/1.1 404"), std::string::npos);
 }
 
 TEST_F(ServerProgram, LimitsItsConnections) {
