@@ -31,7 +31,7 @@ Service::Service(const ServiceSettings &chosen)
     : settings(chosen), clock(chosen.pinned_time), database(open_database(chosen.database)),
       accounts(database), groups(database), postings(database),
       dumps(database, postings, chosen.postings_per_dump), forum(database), watchlists(database),
-      mail(database), kudos(database), warnings(database), addresses(database) {}
+      mail(database), kudos(database), warnings(database), addresses(database), nonces(database) {}
 
 std::int64_t Service::change_stamp() {
   return std::max(clock.now(), dumps.latest_stamp() + 1);

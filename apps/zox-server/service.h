@@ -14,6 +14,7 @@
 #include "zox-server/store/feedback_store.h"
 #include "zox-server/store/forum_store.h"
 #include "zox-server/store/member_store.h"
+#include "zox-server/store/nonce_store.h"
 #include "zox-server/store/posting_store.h"
 #include "zox-server/support/sqlite.h"
 
@@ -65,6 +66,7 @@ struct Service {
   KudosStore kudos;
   WarningStore warnings;
   AddressStore addresses;
+  NonceStore nonces;
 };
 
 }  // namespace velkor::server

@@ -1,7 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /** Authentication: members and their secrets, plug-ins, proxies, the listener of the dumps. */
+#include <ctime>
 #include <functional>
 #include <memory>
+#include <set>
 
 #include <gmock/gmock.h>
 #include <gmodule.h>
@@ -70,6 +72,69 @@ TEST_F(ServerAccess, AllOtherCredentialsAreRejected) {
   EXPECT_EQ(ask_with("demo:"), "UNAUTH");
   EXPECT_EQ(ask_with("niemand:" + secret), "UNAUTH");
   EXPECT_EQ(ask_with("demo:" + secret, "/3.7.3/xml.php"), "UNAUTH");
+  EXPECT_TRUE(is_xml(ask_with("demo:" + secret))) << "only a success uses it up";
+}
+
+TEST_F(ServerAccess, ARecordedRequestCannotBeSentAgain) {
+  start();
+  server->add_account("anna", ServerProcess::password);
+  const std::string secret = valid_secret();
+  EXPECT_TRUE(is_xml(ask_with("demo:" + secret)));
+  EXPECT_EQ(ask_with("demo:" + secret), "UNAUTH");
+  EXPECT_EQ(ask_with("demo:" + secret), "UNAUTH");
+  EXPECT_TRUE(is_xml(ask_with("anna:" + secret))) << "members have nonces of their own";
+  EXPECT_TRUE(is_xml(ask_with("demo:" + valid_secret())));
+}
+
+TEST_F(ServerAccess, ARestartDoesNotMakeARecordedRequestValid) {
+  const std::string database = (sandbox.home() / "zox.db").string();
+  start({"--postings", "1", "--database", database});
+  const std::string port = server->port();
+  const std::string secret = valid_secret();
+  EXPECT_TRUE(is_xml(ask_with("demo:" + secret)));
+  ASSERT_EQ(server->stop(), 0);
+  // The URL is the same through the proxy that the second server is.
+  const std::string url = "http://127.0.0.1:" + port + groups;
+  start({"--postings", "1", "--database", database});
+  const auto ask_again = [&](const std::string &sent) {
+    return send({.url = url, .credentials = "demo:" + sent, .proxy = server->host()}).body;
+  };
+  EXPECT_EQ(ask_again(secret), "UNAUTH");
+  EXPECT_TRUE(is_xml(ask_again(server_secret(url, ServerProcess::password))));
+}
+
+TEST_F(ServerAccess, ClocksMayDifferByMinutesOnly) {
+  start();
+  constexpr int minute = 60;
+  const auto ask_at = [this](int clock_error) {
+    return ask_with("demo:" + server_secret(url_of(groups), ServerProcess::password, clock_error));
+  };
+  EXPECT_TRUE(is_xml(ask_at(-2 * minute)));
+  EXPECT_TRUE(is_xml(ask_at(2 * minute)));
+  EXPECT_EQ(ask_at(-6 * minute), "UNAUTH");
+  EXPECT_EQ(ask_at(30 * minute), "UNAUTH");
+}
+
+TEST_F(ServerAccess, TheClockOfTheServiceDoesNotMatter) {
+  start({"--postings", "5", "--now", "1227351600"});
+  EXPECT_TRUE(is_xml(ask_with("demo:" + valid_secret())));
+  server->advance({.seconds = 100'000});
+  EXPECT_TRUE(is_xml(ask_with("demo:" + valid_secret())));
+}
+
+TEST_F(ServerAccess, TimeAndNonceHaveTheirForm) {
+  start();
+  const std::string nonce = "0123456789abcdef0123456789abcdef";
+  const std::string now = std::to_string(std::time(nullptr));
+  const auto ask_with_salt = [&](const std::string &salt) {
+    return ask_with("demo:" + salt + keyed_hash(salt + url_of(groups), ServerProcess::password));
+  };
+  for (const std::string &salt :
+       {std::string(), std::string("."), now + ".", "." + nonce + ".", now + ".." + nonce + ".",
+        now + "." + nonce.substr(1) + ".", now + "." + nonce + "0.", now + "x." + nonce + ".",
+        now + ".X" + nonce.substr(1) + ".", now + "." + nonce})
+    EXPECT_EQ(ask_with_salt(salt), "UNAUTH") << salt;
+  EXPECT_TRUE(is_xml(ask_with_salt(now + "." + nonce + ".")));
 }
 
 TEST_F(ServerAccess, TheSecretCoversTheParameters) {
@@ -110,11 +175,34 @@ TEST_F(ServerAccess, ThePluginComputesTheSecretThatTheServerExpects) {
   EXPECT_TRUE(is_xml(ask_with("demo:" + plugin.secret(url_of(groups), ServerProcess::password))));
 }
 
-TEST_F(ServerAccess, ThePluginComputesHmacSha256) {
-  const Plugin plugin(ServerProcess::plugin_directory());
+TEST_F(ServerAccess, ThePluginHashesTimeNonceAndUrl) {
   // RFC 4231, test case 2.
-  EXPECT_EQ(plugin.secret("what do ya want for nothing?", "Jefe"),
+  ASSERT_EQ(keyed_hash("what do ya want for nothing?", "Jefe"),
             "5bdcc146bf60754e6a042426089575c75a003f089d2739839dec58b964ec3843");
+  const Plugin plugin(ServerProcess::plugin_directory());
+  const std::time_t earliest = std::time(nullptr);
+  const std::string secret = plugin.secret("http://zox.test/", "Jefe");
+  ASSERT_THAT(secret, ::testing::MatchesRegex("[0-9]+[.][0-9a-f]{32}[.][0-9a-f]{64}"));
+  const std::string salt = secret.substr(0, secret.rfind('.') + 1);
+  EXPECT_EQ(secret.substr(salt.size()), keyed_hash(salt + "http://zox.test/", "Jefe"));
+  EXPECT_THAT(std::stoll(salt),
+              ::testing::AllOf(::testing::Ge(earliest), ::testing::Le(std::time(nullptr))));
+}
+
+TEST_F(ServerAccess, ThePluginMakesEverySecretAnew) {
+  const Plugin plugin(ServerProcess::plugin_directory());
+  std::set<std::string> secrets;
+  for (int count = 0; count < 100; ++count)
+    secrets.insert(plugin.secret("http://zox.test/", "Jefe"));
+  EXPECT_EQ(secrets.size(), 100U);
+}
+
+TEST_F(ServerAccess, ARuleWithoutNonceAcceptsASecretAgain) {
+  start({"--postings", "5", "--auth-rule", "hmac-sha256"});
+  const std::string secret = keyed_hash(url_of(groups), ServerProcess::password);
+  EXPECT_TRUE(is_xml(ask_with("demo:" + secret)));
+  EXPECT_TRUE(is_xml(ask_with("demo:" + secret)));
+  EXPECT_EQ(ask_with("demo:" + valid_secret()), "UNAUTH");
 }
 
 TEST_F(ServerAccess, AnotherRuleAcceptsAnotherPlugin) {
@@ -190,7 +278,9 @@ TEST_F(ServerAccess, CredentialsSentWithDumpRequestsAreLogged) {
 TEST_F(ServerAccess, TheLogContainsRequestsWithoutSecrets) {
   start();
   server->forget_requests();
-  ask("/3.7.3/xml.php", {{"lc", "12"}, {"é", "1 & 2"}});
+  const std::string path = with_parameters("/3.7.3/xml.php", {{"lc", "12"}, {"é", "1 & 2"}});
+  const std::string secret = valid_secret(path);
+  ask_with("demo:" + secret, path);
   const std::vector<LoggedRequest> requests = server->requests();
   ASSERT_EQ(requests.size(), 1U);
   EXPECT_EQ(requests[0].method, "GET");
@@ -201,7 +291,7 @@ TEST_F(ServerAccess, TheLogContainsRequestsWithoutSecrets) {
   EXPECT_FALSE(requests[0].proxied);
   const std::string log = server->command("GET", "/requests");
   EXPECT_EQ(log.find(ServerProcess::password), std::string::npos);
-  EXPECT_EQ(log.find(valid_secret("/3.7.3/xml.php")), std::string::npos);
+  EXPECT_EQ(log.find(secret), std::string::npos);
 }
 
 TEST_F(ServerAccess, UnknownPathsAreNotFound) {

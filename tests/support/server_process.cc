@@ -2,6 +2,7 @@
 #include "tests/support/server_process.h"
 
 #include <csignal>
+#include <ctime>
 #include <memory>
 #include <stdexcept>
 
@@ -194,11 +195,20 @@ int ServerProcess::stop() {
   return process_.wait();
 }
 
-std::string server_secret(const std::string &url, const std::string &password) {
-  const std::unique_ptr<char, Release> secret(g_compute_hmac_for_string(
+std::string keyed_hash(const std::string &text, const std::string &password) {
+  const std::unique_ptr<char, Release> hash(g_compute_hmac_for_string(
       G_CHECKSUM_SHA256, reinterpret_cast<const guchar *>(password.data()), password.size(),
-      url.data(), static_cast<gssize>(url.size())));
-  return secret.get();
+      text.data(), static_cast<gssize>(text.size())));
+  return hash.get();
+}
+
+std::string server_secret(const std::string &url, const std::string &password,
+                          std::int64_t clock_error) {
+  const std::unique_ptr<char, Release> uuid(g_uuid_string_random());
+  std::string nonce = uuid.get();
+  std::erase(nonce, '-');
+  const std::string salt = std::to_string(std::time(nullptr) + clock_error) + "." + nonce + ".";
+  return salt + keyed_hash(salt + url, password);
 }
 
 }  // namespace velkor::test

@@ -116,8 +116,14 @@ private:
   std::string control_;
 };
 
-/** The secret of a request under the rule of the reference plug-in. */
-std::string server_secret(const std::string &url, const std::string &password);
+/**
+ * A new secret for a request under the rule of the reference plug-in.
+ * @param clock_error by how many seconds the clock of the client is fast
+ */
+std::string server_secret(const std::string &url, const std::string &password,
+                          std::int64_t clock_error = 0);
+/** The HMAC-SHA256 in hexadecimal. */
+std::string keyed_hash(const std::string &text, const std::string &password);
 
 }  // namespace velkor::test
 

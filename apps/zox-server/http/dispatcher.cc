@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <ctime>
 
 #include "zox-server/endpoints/endpoints.h"
 #include "zox-server/support/gzip.h"
@@ -54,10 +55,18 @@ const Route *find_route(std::string_view path) {
   return found == routes.end() ? nullptr : found;
 }
 
-bool has_valid_secret(const Service &service, const Request &request, const Account &account) {
+/** The real time counts, wherever the clock of the service stands. */
+bool use_up(Service &service, const std::string &secret, const Account &account) {
+  const std::optional<Salt> salt = salt_of(secret);
+  return salt && service.nonces.use(account.name, salt->nonce, salt->time, std::time(nullptr));
+}
+
+bool has_valid_secret(Service &service, const Request &request, const Account &account) {
+  const AuthRule &rule = *service.settings.auth_rule;
+  const std::string &sent = request.credentials->secret;
   return !account.password.empty() &&
-         equal_secrets(request.credentials->secret,
-                       service.settings.auth_rule->secret(request.url, account.password));
+         equal_secrets(sent, rule.secret(sent, request.url, account.password)) &&
+         (!rule.once || use_up(service, sent, account));
 }
 
 /** The account of the member who sent the request; nothing when its credentials are not valid. */
