@@ -76,8 +76,8 @@ def compare(counts):
 
 def main():
     parser = argparse.ArgumentParser(prog="./dev callgrind", description=__doc__.partition("\n")[0])
-    parser.add_argument("--build", type=pathlib.Path, default=SOURCE / "build/release",
-                        help="the build tree to measure (build/release)")
+    parser.add_argument("--build", type=pathlib.Path, default=SOURCE / "build/bench",
+                        help="the build tree to measure (build/bench)")
     parser.add_argument("--renew", action="store_true", help="write the baseline anew")
     arguments = parser.parse_args()
     try:

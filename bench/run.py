@@ -32,8 +32,8 @@ def parse_arguments():
     parser = argparse.ArgumentParser(prog="./dev bench", description=__doc__.partition("\n")[0])
     parser.add_argument("sizes", nargs="*", type=size, default=SIZES, metavar="SIZE",
                         help="numbers of postings (10000 100000 1000000)")
-    parser.add_argument("--build", type=pathlib.Path, default=SOURCE / "build/release",
-                        help="the build tree to measure (build/release)")
+    parser.add_argument("--build", type=pathlib.Path, default=SOURCE / "build/bench",
+                        help="the build tree to measure (build/bench)")
     parser.add_argument("--json", type=pathlib.Path, metavar="FILE",
                         help="write machine, versions and every sample to FILE")
     parser.add_argument("--against", type=pathlib.Path, metavar="FILE",
