@@ -10,6 +10,7 @@
 #include "support/owned.h"
 #include "velkorctl/bus_owner.h"
 #include "velkorctl/failure.h"
+#include "velkorctl/installation.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/request_watch.h"
 
@@ -18,8 +19,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *plugin_name = "libzox_http_plugin.so.2.0";
-
 const char *chars_of(const std::optional<std::string> &text) noexcept {
   return text ? text->c_str() : nullptr;
 }
@@ -27,13 +26,6 @@ const char *chars_of(const std::optional<std::string> &text) noexcept {
 void make_directory(const fs::path &directory) {
   if (mkdir(directory.c_str(), 0700) != 0 && errno != EEXIST)
     throw Failure(Exit::files, "cannot create " + directory.string() + ": " + system_error(errno));
-}
-
-/** The directory of the authentication plug-in; null for the library's default. */
-std::optional<std::string> library_directory(const GlobalOptions &options) {
-  const fs::path installed = fs::path(VELKOR_PLUGIN_DIR);
-  const bool use_installed = !options.lib_dir && fs::exists(installed / plugin_name);
-  return use_installed ? installed.string() : options.lib_dir;
 }
 
 guint32 parts_for(Load load) noexcept {
@@ -80,9 +72,12 @@ fs::path cache_directory(const GlobalOptions &options) {
 
 CoreSession::Core::Core(const GlobalOptions &options, const fs::path &cache, Access access,
                         Load load) {
-  const std::optional<std::string> lib_dir = library_directory(options);
+  const std::optional<std::string> lib_dir =
+      options.lib_dir ? options.lib_dir : installed_plugin_directory();
+  const std::optional<std::string> data_dir =
+      options.data_dir ? options.data_dir : installed_data_directory();
   ZoxCoreOptions opening{};
-  opening.dataDir = chars_of(options.data_dir);
+  opening.dataDir = chars_of(data_dir);
   opening.cacheDir = cache.c_str();
   opening.libDir = chars_of(lib_dir);
   opening.parts = parts_for(load);
