@@ -9,7 +9,6 @@ commands must bring the cache up to date; and nothing of the killed process may 
 import argparse
 import collections
 import gzip
-import json
 import os
 import pathlib
 import random
@@ -18,69 +17,16 @@ import subprocess
 import sys
 import tempfile
 import time
-import urllib.request
 import xml.etree.ElementTree
 
+from stand_in import PATIENCE, Fault, Server, require
+
 SOURCE = pathlib.Path(__file__).resolve().parent.parent
-PATIENCE = 120  # seconds for any one command
 ACCOUNT = "username=demo\npassword=demo-geheim\nverwijderPostsNaXDagen=6\n"
 KNOWN = re.compile(r"velkor\.(conf|filters|mail)|velkor\.(posts|groups)\.gz|velkorctl\.lock")
 KILLED = -9
 # The clean-up of an update removes what is older than 49 days: what is nearly so does not count.
 OLDEST = time.time() - 48 * 86400
-
-
-class Fault(Exception):
-    """What must not happen."""
-
-
-def require(condition, message):
-    if not condition:
-        raise Fault(message)
-
-
-class Server:
-    """A zox-server with sample data; it ends with the block that it is used in."""
-
-    def __init__(self, build, directory, postings):
-        ready = directory / "ready.json"
-        self.process = subprocess.Popen(
-            [build / "bin/zox-server", "--port", "0", "--control", "0", "--seed", "1",
-             "--postings", str(postings), "--chunk-size", "100", "--ready-file", ready],
-            env=os.environ | {"ZOX_SERVER_PASSWORD": "demo-geheim"}, stdout=subprocess.DEVNULL)
-        self.addresses = None
-        self.ready = ready
-
-    def __enter__(self):
-        try:
-            self.wait()
-        except BaseException:
-            self.__exit__()
-            raise
-        return self
-
-    def __exit__(self, *_):
-        self.process.kill()
-        self.process.wait(PATIENCE)
-
-    def wait(self):
-        deadline = time.monotonic() + PATIENCE
-        while self.addresses is None:
-            require(self.process.poll() is None, "the server ended before it was ready")
-            require(time.monotonic() < deadline, "the server does not become ready")
-            time.sleep(0.01)
-            if self.ready.exists() and (text := self.ready.read_text()):
-                self.addresses = json.loads(text)
-
-    @property
-    def host(self):
-        return self.addresses["main"].removeprefix("http://").rstrip("/")
-
-    def advance(self, **counts):
-        query = "&".join(f"{name}={count}" for name, count in counts.items())
-        address = f"{self.addresses['control'].rstrip('/')}/advance?{query}"
-        with urllib.request.urlopen(address, data=b"", timeout=PATIENCE) as reply:
-            return json.load(reply)
 
 
 class Client:
