@@ -1,8 +1,10 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""Compares what a shared library exports, and its soname, with the expected ones.
+"""Compares what a shared library exports, its soname and its version with the expected ones.
 
-usage: check_symbols.py LIBRARY SONAME LIST
+usage: check_symbols.py LIBRARY SONAME VERSION LIST
+
+A line of the list is the name of a function, or that of an object and the word "data".
 """
 import pathlib
 import re
@@ -15,8 +17,19 @@ def output_of(*command):
 
 
 def exported(library):
+    """The names with their versions, and the kind of each: "function", "data" or "version"."""
     listing = output_of("nm", "--dynamic", "--defined-only", "--format=posix", library)
-    return {line.split()[0] for line in listing.splitlines()}
+    kinds = {"T": "function", "A": "version"}
+    return {name: kinds.get(letter, "data")
+            for name, letter in (line.split()[:2] for line in listing.splitlines())}
+
+
+def expected(version, table):
+    lines = (line.split() for line in pathlib.Path(table).read_text().splitlines())
+    named = (words for words in lines if words and words[0] != "#")
+    symbols = {f"{name}@@{version}": kind[0] if kind else "function" for name, *kind in named}
+    # The linker exports the version itself, too.
+    return {version: "version", **symbols}
 
 
 def soname(library):
@@ -28,14 +41,14 @@ def faults(library, expected_soname, listed):
     if soname(library) != expected_soname:
         yield f"the soname is {soname(library)} instead of {expected_soname}"
     found = exported(library)
-    yield from (f"no longer exported: {name}" for name in sorted(listed - found))
-    yield from (f"exported, but not listed: {name}" for name in sorted(found - listed))
+    for name in sorted(listed.items() - found.items()):
+        yield "no longer exported: {1} {0}".format(*name)
+    for name in sorted(found.items() - listed.items()):
+        yield "exported, but not listed: {1} {0}".format(*name)
 
 
-def main(library, expected_soname, table):
-    lines = pathlib.Path(table).read_text().splitlines()
-    listed = {line for line in lines if line and not line.startswith("#")}
-    found = list(faults(library, expected_soname, listed))
+def main(library, expected_soname, version, table):
+    found = list(faults(library, expected_soname, expected(version, table)))
     for fault in found:
         print(f"check_symbols: {fault}", file=sys.stderr)
     return 1 if found else 0

@@ -18,31 +18,41 @@ class CheckSymbols(unittest.TestCase):
         (cls.root / "a.c").write_text("int data = 1; int call(void) { return data; }\n"
                                       "static int hidden(void) { return 0; }\n"
                                       "int (*pointer)(void) = hidden;\n")
+        (cls.root / "a.map").write_text("A_0 { *; };\n")
         cls.library = cls.root / "liba.so"
         subprocess.run(["cc", "-shared", "-fPIC", "-Wl,-soname,liba.so.0", "-o", cls.library,
-                        cls.root / "a.c"], check=True)
+                        f"-Wl,--version-script={cls.root}/a.map", cls.root / "a.c"], check=True)
 
-    def run_tool(self, soname, *names):
+    def run_tool(self, soname, *names, version="A_0"):
         table = self.root / "symbols.txt"
         table.write_text("# comment\n\n" + "\n".join(names) + "\n")
-        run = subprocess.run([sys.executable, "-B", TOOL, self.library, soname, table],
+        run = subprocess.run([sys.executable, "-B", TOOL, self.library, soname, version, table],
                              capture_output=True, text=True)
         self.assertEqual(run.returncode, 1 if run.stderr else 0)
         return run.stderr
 
     def test_accepts_the_whole_list(self):
-        self.assertEqual(self.run_tool("liba.so.0", "call", "data", "pointer"), "")
+        self.assertEqual(self.run_tool("liba.so.0", "call", "data data", "pointer data"), "")
 
     def test_refuses_a_name_that_went(self):
-        self.assertIn("no longer exported: gone",
-                      self.run_tool("liba.so.0", "call", "data", "pointer", "gone"))
+        self.assertIn("no longer exported: function gone@@A_0",
+                      self.run_tool("liba.so.0", "call", "data data", "pointer data", "gone"))
 
     def test_refuses_a_name_that_came(self):
-        self.assertIn("not listed: data", self.run_tool("liba.so.0", "call", "pointer"))
+        self.assertIn("not listed: data data@@A_0",
+                      self.run_tool("liba.so.0", "call", "pointer data"))
+
+    def test_refuses_data_in_place_of_a_function(self):
+        self.assertIn("not listed: data pointer@@A_0",
+                      self.run_tool("liba.so.0", "call", "data data", "pointer"))
+
+    def test_refuses_another_version(self):
+        self.assertIn("no longer exported: function call@@A_1",
+                      self.run_tool("liba.so.0", "call", "data data", "pointer data", version="A_1"))
 
     def test_refuses_another_soname(self):
         self.assertIn("the soname is liba.so.0 instead of liba.so.1",
-                      self.run_tool("liba.so.1", "call", "data", "pointer"))
+                      self.run_tool("liba.so.1", "call", "data data", "pointer data"))
 
 
 if __name__ == "__main__":
