@@ -60,6 +60,7 @@
 #include <velkor/zox_groups.h>
 #include <velkor/zox_http_curl.h>
 #include <velkor/zox_http_parameter.h>
+#include <velkor/zox_keyring.h>
 #include <velkor/zox_kudos.h>
 #include <velkor/zox_mail.h>
 #include <velkor/zox_modje.h>

@@ -14,6 +14,7 @@
 #include "core/cache_directory.h"
 #include "core/cache_reading.h"
 #include "core/file_outcome.h"
+#include "core/keyring.h"
 #include "core/setting_line.h"
 #include "core/settings.h"
 #include "support/assertion.h"
@@ -65,6 +66,16 @@ FileOutcome read_file(ZoxConfig &config) noexcept {
   return file ? failed_outcome(ZOX_FILE_UNREADABLE, path, error) : unopened_outcome(path, error);
 }
 
+/** Appends the lines of the file; the keyring may hold the password. */
+void write_settings(const ZoxConfig &config, GString *text) noexcept {
+  if (read_only() || !keyring::in_use())
+    return settings::write(config, text);
+  const OwnedString password = keyring::written_password(config);
+  ZoxConfig written = config;
+  written.password = password.get();
+  settings::write(written, text);
+}
+
 /** The file to be written. It holds a password: only its owner may read it. */
 AtomicFile new_file() noexcept {
   return {cache_path(file_name, false), AtomicFile::Form::plain, Z_DEFAULT_COMPRESSION, 0600};
@@ -77,10 +88,12 @@ void load_settings() noexcept {
     zox_config_free();
   zox_config_init();
   ZOX_ASSERT(core->config);
+  keyring::forget();
   set_file_outcome(read_file(*core->config));
   finish_reading(file_name, false, {});
   if (core->config->username != nullptr && core->config->password != nullptr)
     core->config->firstTime = 0;
+  keyring::resolve(*core->config);
 }
 
 }  // namespace velkor
@@ -109,7 +122,7 @@ void zox_config_save(void) {
   ZOX_ASSERT(core->config);
   begin_file_operation();
   const OwnedString text(g_string_new(""));
-  settings::write(*core->config, text.get());
+  write_settings(*core->config, text.get());
   AtomicFile file = new_file();
   const bool opened = file.ok();
   file.write(view_of(text.get()));
