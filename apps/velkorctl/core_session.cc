@@ -139,6 +139,8 @@ void CoreSession::save_settings() {
 }
 
 void CoreSession::require_account() const {
+  if (const char *fault = zox_keyring_fault())
+    throw Failure(Exit::account, std::string("the keyring does not give the password: ") + fault);
   for (const auto &[name, value] : {std::pair("username", core->config->username),
                                     std::pair("password", core->config->password)})
     if (is_empty(value))

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <velkor/zox_app_core.h>
@@ -31,9 +32,16 @@ void ensure_standard_streams() noexcept {
     close(descriptor);
 }
 
+/** The memory holds a password, which a core dump would show to whoever gets to read it. */
+void forbid_core_dumps() noexcept {
+  const rlimit none{0, 0};
+  setrlimit(RLIMIT_CORE, &none);
+}
+
 /** A closed pipe and a full disk are reported as errors instead of killing the process. */
 void prepare_process() noexcept {
   ensure_standard_streams();
+  forbid_core_dumps();
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   std::setlocale(LC_CTYPE, "");    // NOLINT(concurrency-mt-unsafe): no thread has started yet

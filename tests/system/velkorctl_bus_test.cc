@@ -45,6 +45,17 @@ TEST_F(VelkorctlBus, ListenPrintsTheCallsItGets) {
   EXPECT_EQ(listener.wait(), 0);
 }
 
+TEST_F(VelkorctlBus, LeavesNoCoreDump) {
+  Words words{"sh", "-c", "echo $$; ulimit -S -c unlimited; exec \"$@\"", "sh"};
+  for (const std::string &word : command({"listen"}))
+    words.push_back(word);
+  ChildProcess listener(words);
+  const std::string process = listener.read_line().value_or("");
+  EXPECT_EQ(listener.read_line(), "listening");
+  EXPECT_THAT(read_file("/proc/" + process + "/limits"),
+              testing::ContainsRegex("Max core file size +0 +0 "));
+}
+
 TEST_F(VelkorctlBus, ListenPrintsJson) {
   ChildProcess listener(command({"listen", "--format", "json"}));
   EXPECT_EQ(listener.read_line(), R"({"event":"listening"})");

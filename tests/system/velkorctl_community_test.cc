@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /* velkorctl mail, kudos, warn, profile, myzox, post, signup, account and the watchlist's copy. */
+#include "tests/support/desktop_keyring.h"
 #include "tests/support/stub_server.h"
 #include "tests/system/velkorctl_fixture.h"
 
@@ -264,6 +265,47 @@ TEST_F(VelkorctlSignup, AccountSetStoresNameAndPassword) {
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.out, Not(HasSubstr("hidden")));
   EXPECT_EQ(output({"config", "get", "password", "--show-secret"}), "hidden\n");
+}
+
+class VelkorctlKeyring : public VelkorctlTest {
+protected:
+  VelkorctlKeyring() { settings("username=ann\npassword=geheim\n"); }
+
+  [[nodiscard]] std::string file() const { return read_file(cached("velkor.conf")); }
+  [[nodiscard]] std::string password() const {
+    return output({"config", "get", "password", "--show-secret"});
+  }
+};
+
+TEST_F(VelkorctlKeyring, KeepsThePassword) {
+  DesktopKeyring desktop;
+  EXPECT_EQ(run({"account", "keep", "keyring"}).status, 0);
+  EXPECT_THAT(file(), Not(HasSubstr("geheim")));
+  EXPECT_EQ(password(), "geheim\n");
+  EXPECT_EQ(run({"account", "set", "bob", "--password-stdin"}, {.input = "nieuw\n"}).status, 0);
+  EXPECT_THAT(file(), Not(HasSubstr("nieuw")));
+  EXPECT_EQ(password(), "nieuw\n");
+  EXPECT_EQ(run({"account", "keep", "file"}).status, 0);
+  EXPECT_THAT(file(), HasSubstr("password=nieuw\n"));
+}
+
+TEST_F(VelkorctlKeyring, SaysWhyThereIsNoPassword) {
+  DesktopKeyring desktop;
+  EXPECT_EQ(run({"account", "keep", "keyring"}).status, 0);
+  desktop.stop();
+  const ProcessResult outcome = run({"update"});
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_THAT(outcome.err, HasSubstr("the keyring does not give the password: "));
+}
+
+TEST_F(VelkorctlKeyring, LeavesThePasswordWhereItIsWithoutOne) {
+  const EnvironmentVariable no_bus("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+  const std::string before = file();
+  const ProcessResult outcome = run({"account", "keep", "keyring"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("the password stays where it is: "));
+  EXPECT_EQ(file(), before);
+  EXPECT_EQ(run({"account", "keep", "elsewhere"}).status, 2);
 }
 
 }  // namespace

@@ -2,8 +2,10 @@
 /* velkorctl signup and account: creating an account on the service, and choosing the one to use. */
 #include <unistd.h>
 
+#include <velkor/zox_keyring.h>
 #include <velkor/zox_signup.h>
 
+#include "support/owned.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/messages.h"
@@ -57,6 +59,20 @@ Exit run_signup(const Context &context) {
   return Exit::ok;
 }
 
+Exit run_keep(const Context &context) {
+  const std::string place = context.arguments.required("PLACE");
+  if (place != "keyring" && place != "file")
+    throw usage_error("the password can be kept in the keyring or the file, not in " + place);
+  const CoreSession session(context.options, Access::write, Load::settings);
+  char *text = nullptr;
+  const gint32 kept = zox_keyring_keep_password(
+      place == "keyring" ? ZOX_PASSWORD_IN_KEYRING : ZOX_PASSWORD_IN_FILE, &text);
+  const OwnedText message(text);
+  if (kept == 0)
+    throw Failure(Exit::failed, std::string("the password stays where it is: ") + message.get());
+  return Exit::ok;
+}
+
 }  // namespace
 
 std::vector<Command> account_commands() {
@@ -64,7 +80,12 @@ std::vector<Command> account_commands() {
            "Store the user name and the password of the account to use",
            {{"USER", "The name of the account"}},
            {password_option()},
-           run_set}};
+           run_set},
+          {"keep",
+           "Choose where the password is kept",
+           {{"PLACE", "keyring (of the desktop) or file (velkor.conf)"}},
+           {},
+           run_keep}};
 }
 
 Command signup_command() {
