@@ -11,13 +11,16 @@
 namespace velkor::fuzz {
 namespace {
 
+/** As the library declares its functions that receive a reply. */
+using Write = std::size_t (*)(void *chunk, std::size_t size, std::size_t count, void *data);
+
 /** What the library has asked for last, and how it is answered. */
 struct Transfers {
   Answer answer;
   std::size_t piece_size = 1;
   std::size_t count = 0;
   std::string url;
-  curl_write_callback write = nullptr;
+  Write write = nullptr;
   void *write_data = nullptr;
 };
 
@@ -66,7 +69,7 @@ CURLcode __wrap_curl_easy_setopt(CURL * /*handle*/, int option, ...) {
   if (option == CURLOPT_URL)
     transfers.url = va_arg(arguments, const char *);
   else if (option == CURLOPT_WRITEFUNCTION)
-    transfers.write = va_arg(arguments, curl_write_callback);
+    transfers.write = va_arg(arguments, velkor::fuzz::Write);
   else if (option == CURLOPT_WRITEDATA)
     transfers.write_data = va_arg(arguments, void *);
   va_end(arguments);
