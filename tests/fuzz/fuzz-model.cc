@@ -36,6 +36,8 @@ struct Known {
   bool operator==(const Known &) const = default;
 };
 using Stock = std::map<gint32, Known>;
+/** The postings of a dump, in their order. */
+using Arrivals = std::vector<std::pair<gint32, Known>>;
 
 std::string upper(std::string text) {
   std::ranges::transform(text, text.begin(), g_ascii_toupper);
@@ -62,7 +64,8 @@ public:
   std::vector<std::string> bad_words;
 
   /** Postings as a document gives them: bad words keep those out that are not deleted. */
-  [[nodiscard]] Stock readable(Stock postings) const {
+  template <typename Postings>
+  [[nodiscard]] Postings readable(Postings postings) const {
     std::erase_if(postings, [this](const auto &entry) {
       return !is_deleted(entry.second) &&
              std::ranges::any_of(bad_words, [&entry](const std::string &word) {
@@ -76,9 +79,10 @@ public:
     file_ = list;
     std::erase_if(file_, [](const auto &entry) { return is_long_deleted(entry.second); });
   }
-  void merge(const Stock &postings) {
-    for (const auto &[id, posting] : postings)
-      list[id] = posting;
+  /** The first of several with the same id stays. */
+  void merge(const Arrivals &postings) {
+    for (auto arrival = postings.rbegin(); arrival != postings.rend(); ++arrival)
+      list[arrival->first] = arrival->second;
   }
   /** Removes what is too old; tells whether anything was that old. */
   void clean_up(gint64 most_days) {
@@ -108,7 +112,7 @@ private:
 
 /** What the server has to give. */
 struct Offer {
-  Stock postings;
+  Arrivals postings;
   std::string dump;
 };
 
@@ -140,7 +144,7 @@ Offer take_offer(Input &input) {
   Offer offer;
   for (unsigned count = input.below(16); count > 0; --count) {
     const OwnedEvent posting = take_simple_posting(input);
-    offer.postings[posting->postId] = known(*posting);
+    offer.postings.emplace_back(posting->postId, known(*posting));
     append_element(offer.dump, *posting);
   }
   offer.dump = "<?xml version=\"1.0\"?>\n<Events>\n" + offer.dump + "</Events>\n";
@@ -183,7 +187,7 @@ private:
     const bool had_update = core->config->lastCheck != 0;
     const ZoxErrorCode code = fetch();
     model_.clean_up(retention_days());
-    const Stock postings = model_.readable(offer.postings);
+    const Arrivals postings = model_.readable(offer.postings);
     if (!has_dump || postings.empty()) {
       require(code == ZOX_RESULT_NOTHING_NEW || offer.postings.empty(), "nothing new came");
       return;

@@ -61,8 +61,7 @@ void download_watchlist() {
   for (const GString *text : Items<GString>(zox_watchlist_get())) {
     const gint32 id = leading_integer(text->str);
     require(ids.insert(id).second, "a posting is on the watchlist once");
-    require(OwnedEvent(zox_eventlist_lookup_id(core->eventlist, id)) != nullptr,
-            "what is watched is in the list");
+    require(id >= 1, "what is watched has a valid id");
   }
 }
 
