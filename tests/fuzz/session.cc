@@ -22,38 +22,44 @@ void ignore_warnings(const gchar *, GLogLevelFlags level, const gchar *message, 
 
 void ignore_error(void *, const char *, ...) {}
 
-class Session {
-public:
-  Session() {
+/** A home, and silence. */
+struct Environment {
+  Environment() {
     g_log_set_default_handler(ignore_warnings, nullptr);
     xmlSetGenericErrorFunc(nullptr, ignore_error);
     zox_set_tolerant(1);
-    const std::string cache = sandbox_.cache();
+  }
+  test::Sandbox sandbox;
+};
+
+const Environment &environment() {
+  static const Environment environment;
+  return environment;
+}
+
+class Core {
+public:
+  Core() {
+    const std::string cache = environment().sandbox.cache();
     ZoxCoreOptions options{};
     options.cacheDir = cache.c_str();
     options.parts = ZOX_CORE_FILTERS | ZOX_CORE_TABLES;
     if (zox_app_core_open(&options, nullptr) != ZOX_CORE_OPENED)
       std::abort();
   }
-  ~Session() { zox_app_core_close(); }
-  Session(const Session &) = delete;
-  Session &operator=(const Session &) = delete;
-
-  [[nodiscard]] const test::Sandbox &sandbox() const { return sandbox_; }
-
-private:
-  test::Sandbox sandbox_;
+  ~Core() { zox_app_core_close(); }
+  Core(const Core &) = delete;
+  Core &operator=(const Core &) = delete;
 };
-
-const Session &session() {
-  static const Session session;
-  return session;
-}
 
 }  // namespace
 
 void start_session() {
-  session();
+  static const Core core;
+}
+
+void start_without_core() {
+  std::filesystem::create_directories(cache_directory());
 }
 
 OwnedString text_of(const std::uint8_t *data, std::size_t size) {
@@ -62,7 +68,7 @@ OwnedString text_of(const std::uint8_t *data, std::size_t size) {
 }
 
 std::filesystem::path cache_directory() {
-  return session().sandbox().cache();
+  return environment().sandbox.cache();
 }
 
 void clear_cache() {

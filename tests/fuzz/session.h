@@ -21,6 +21,9 @@ namespace velkor::fuzz {
 /** Creates the core on the first call. */
 void start_session();
 
+/** For targets that open and close cores of their own: makes everything but the core. */
+void start_without_core();
+
 OwnedString text_of(const std::uint8_t *data, std::size_t size);
 
 /** The cache directory of the session. */

@@ -1,0 +1,122 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/* The files that the command reads by itself: those of the cache, which it inspects, and those of
+ * its user, the description of a new posting and the text of a message. */
+#include <string>
+#include <string_view>
+
+#include <velkor/velkor.h>
+
+#include "support/text.h"
+#include "support/xml.h"
+#include "tests/fuzz/input.h"
+#include "tests/fuzz/session.h"
+#include "tests/support/sandbox.h"
+#include "velkorctl/cache_files.h"
+#include "velkorctl/doctor/examination.h"
+#include "velkorctl/failure.h"
+#include "velkorctl/spot_file.h"
+#include "velkorctl/text_input.h"
+
+namespace velkor::fuzz {
+namespace {
+
+constexpr const char *user_file = "given";
+
+/** The entries that a tree of the document has; -1 when it cannot be made. */
+std::int64_t count_entries(std::string_view text, const ctl::CacheFile &file) {
+  constexpr int options =
+      XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE;
+  const xml::Document document(
+      xmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, nullptr, options));
+  xmlNode *root = xmlDocGetRootElement(document.get());
+  if (root == nullptr || !xml::is_named(root, file.root))
+    return -1;
+  std::int64_t count = 0;
+  for (const xmlNode *node : xml::Siblings(root->children))
+    count += xml::is_named(node, file.entry) ? 1 : 0;
+  return count;
+}
+
+void check_cache_file(Input &input) {
+  const ctl::CacheFile &file = ctl::cache_files()[input.byte() % ctl::cache_files().size()];
+  const bool compress = input.flag();
+  const std::string content(input.rest());
+  clear_cache();
+  if (compress)
+    test::write_gzip(cache_directory() / file.name, content);
+  else
+    write_cache_file(file.name.c_str(), content);
+
+  const ctl::Inspection found = ctl::inspect(cache_directory(), file);
+  require(found.entries >= 0, "entries are counted");
+  const bool readable = compress == file.name.ends_with(".gz");
+  if (found.problem.empty() && readable && !file.root.empty())
+    require(count_entries(content, file) == found.entries, "a sound file has a sound tree");
+
+  const ctl::doctor::Findings findings = ctl::doctor::check_files(cache_directory());
+  require(findings.size() == 1 && findings.front().is_well() == found.problem.empty(),
+          "the doctor finds what the inspection does");
+}
+
+void require_complete(const ZoxEvent &spot) {
+  require(view_of(spot.title).size() > 0 && spot.cat >= 0 && spot.cat <= 3 && spot.sCat >= 0 &&
+              spot.groups != nullptr,
+          "a posting that is taken has all that it needs");
+  for (const gint32 number : {spot.fType, spot.files, spot.fStart, spot.pars, spot.parType})
+    require(number >= 0, "no number is negative");
+}
+
+void check_spot(Input &input) {
+  const std::string file = write_cache_file(user_file, input.rest());
+  try {
+    require_complete(*ctl::read_spot(file));
+  } catch (const ctl::Failure &failure) {
+    require(failure.exit() == ctl::Exit::usage, "a wrong file is a mistake of the user's");
+  }
+}
+
+void check_text(Input &input) {
+  const std::string file = write_cache_file(user_file, input.rest());
+  try {
+    const std::string text = ctl::read_text(file);
+    require(!text.empty() && text.size() <= 65536 &&
+                g_utf8_validate_len(text.data(), text.size(), nullptr) != FALSE,
+            "a text that is taken is UTF-8 within the limit");
+  } catch (const ctl::Failure &failure) {
+    require(failure.exit() == ctl::Exit::usage, "a wrong file is a mistake of the user's");
+  }
+}
+
+void add_newsgroup(guint32 id, const char *name) {
+  ZoxGroup *group = zox_group_new();
+  group->id = id;
+  group->groupName = zox_string_new(name);
+  core->groups = g_slist_prepend(core->groups, group);
+}
+
+void start() {
+  start_session();
+  if (core->groups == nullptr)
+    add_newsgroup(7, "alt.binaries.tv");
+}
+
+}  // namespace
+}  // namespace velkor::fuzz
+
+using namespace velkor;
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+  fuzz::start();
+  fuzz::Input input(data, size);
+  switch (input.below(3)) {
+  case 0:
+    fuzz::check_cache_file(input);
+    break;
+  case 1:
+    fuzz::check_spot(input);
+    break;
+  default:
+    fuzz::check_text(input);
+  }
+  return 0;
+}
