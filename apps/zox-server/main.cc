@@ -42,6 +42,19 @@ void create_accounts(Service &service, const std::vector<Account> &accounts) {
             << '\n';
 }
 
+/** Null for plain HTTP. */
+OwnedObject<GTlsCertificate> read_certificate(const Options &options) {
+  if (options.tls_certificate.empty())
+    return nullptr;
+  GError *error = nullptr;
+  OwnedObject<GTlsCertificate> certificate(g_tls_certificate_new_from_files(
+      options.tls_certificate.c_str(), options.tls_key.c_str(), &error));
+  if (const OwnedError failed{error})
+    throw std::runtime_error("cannot use the certificate " + options.tls_certificate + ": " +
+                             failed->message);
+  return certificate;
+}
+
 /** The listeners that the options ask for. */
 class Listeners {
 public:
@@ -49,12 +62,15 @@ public:
     const auto answer = [&dispatcher](const Request &request) {
       return dispatcher.answer(request);
     };
-    main_.emplace(Listener::main, options.listen, options.port, options.limits, answer);
+    const auto at = [&options](unsigned port) {
+      return ListenAddress{options.listen, port, read_certificate(options)};
+    };
+    main_.emplace(Listener::main, at(options.port), options.limits, answer);
     if (options.static_port)
-      dumps_.emplace(Listener::dumps, options.listen, *options.static_port, options.limits, answer);
+      dumps_.emplace(Listener::dumps, at(*options.static_port), options.limits, answer);
     if (options.control_port)
       control_.emplace(
-          Listener::control, "127.0.0.1", *options.control_port, options.limits,
+          Listener::control, ListenAddress{"127.0.0.1", *options.control_port}, options.limits,
           [context](const Request &request) { return answer_control(context, request); });
   }
 

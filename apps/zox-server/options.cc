@@ -82,6 +82,12 @@ void add_listener_options(CLI::App &app, Options &options) {
                  "close connections without traffic after this many seconds, 0 for never")
       ->capture_default_str()
       ->check(CLI::Range(0, 86'400));
+  CLI::Option *certificate = app.add_option(
+      "--tls-certificate", options.tls_certificate,
+      "serve over HTTPS with the certificate in this PEM file; the control port stays at HTTP");
+  CLI::Option *key = app.add_option("--tls-key", options.tls_key, "PEM file of its private key");
+  certificate->needs(key);
+  key->needs(certificate);
   app.add_option("--ready-file", options.ready_file,
                  "write the addresses to this file, as JSON, when ready");
 }

@@ -21,6 +21,9 @@ struct Options {
   std::optional<unsigned> static_port;
   std::optional<unsigned> control_port;
   ConnectionLimits limits;
+  /** The files of the certificate and its key; empty for HTTP. */
+  std::string tls_certificate;
+  std::string tls_key;
   std::string ready_file;
 
   ServiceSettings service;

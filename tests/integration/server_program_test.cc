@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include "tests/integration/server_test.h"
+#include "tests/support/certificates.h"
 #include "tests/support/child_process.h"
 
 namespace velkor::test {
@@ -95,6 +96,31 @@ TEST_F(ServerProgram, WritesItsAddressesToTheReadyFile) {
   EXPECT_THAT(addresses, HasSubstr("http://" + server->control_host() + "\""));
 }
 
+TEST_F(ServerProgram, WritesHttpsAddressesToTheReadyFile) {
+  CertificateAuthority authority;
+  const ServerCertificate made = authority.sign();
+  const std::string file = (sandbox.home() / "ready.json").string();
+  start({"--postings", "1", "--static-port", "0", "--tls-certificate", made.certificate,
+         "--tls-key", made.key, "--ready-file", file});
+  const std::string addresses = read_file(file);
+  EXPECT_THAT(addresses, HasSubstr("https://" + server->host() + "\""));
+  EXPECT_THAT(addresses, HasSubstr("https://" + server->dump_host() + "\""));
+  EXPECT_THAT(addresses, HasSubstr("http://" + server->control_host() + "\""));
+}
+
+TEST_F(ServerProgram, RejectsAnUnusableCertificate) {
+  const Outcome missing =
+      run("--postings 1 --port 0 --tls-certificate /nergens.pem --tls-key /nergens.key");
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_THAT(missing.output, HasSubstr("cannot use the certificate /nergens.pem"));
+  CertificateAuthority authority;
+  const ServerCertificate made = authority.sign();
+  EXPECT_EQ(run("--postings 1 --port 0 --tls-certificate " + made.certificate.string() +
+                " --tls-key " + made.certificate.string())
+                .status,
+            1);
+}
+
 TEST_F(ServerProgram, ListsTheKindsOfFaults) {
   const Outcome outcome = run("--list-faults");
   EXPECT_EQ(outcome.status, 0);
@@ -114,7 +140,8 @@ TEST_F(ServerProgram, RejectsInvalidOptions) {
        {"--port 70000", "--chunk-size 0", "--max-connections 0", "--idle-timeout -1", "--nonsense",
         "--auth-rule rot13", "--fault zomaar", "--fault /x=aardbeving", "--fault /x=ban:veel",
         "--account demo", "--account demo=/nergens", "--account a:b=/dev/null",
-        "--account demo=/dev/null", "--proxy-user wachter", "--now 5", "los"}) {
+        "--account demo=/dev/null", "--proxy-user wachter", "--tls-certificate x", "--tls-key x",
+        "--now 5", "los"}) {
     const Outcome outcome = run(arguments);
     EXPECT_EQ(outcome.status, 2) << arguments << ": " << outcome.output;
     EXPECT_NE(outcome.output, "") << arguments;
@@ -248,6 +275,30 @@ TEST_F(ServerProgram, ClosesConnectionsThatAreIdleWithinARequest) {
   start({"--postings", "1", "--idle-timeout", "1"});
   const IdleConnection connection(server->port(), "GET /nergens HTTP/1.1\r\nHost: ");
   EXPECT_EQ(connection.read_until_closed().find("HTTP/1.1 404"), std::string::npos);
+}
+
+TEST_F(ServerProgram, ClosesIdleConnectionsOverHttps) {
+  CertificateAuthority authority;
+  const ServerCertificate made = authority.sign();
+  start({"--postings", "1", "--idle-timeout", "1", "--tls-certificate", made.certificate,
+         "--tls-key", made.key});
+  const IdleConnection silent(server->port());
+  EXPECT_EQ(silent.read_until_closed(), "");
+  const IdleConnection beginner(server->port(), "\x16\x03\x01");
+  EXPECT_EQ(beginner.read_until_closed(), "");
+}
+
+TEST_F(ServerProgram, ServesOthersWhileConnectionsOverHttpsAreIdle) {
+  CertificateAuthority authority;
+  const ServerCertificate made = authority.sign();
+  start({"--postings", "1", "--tls-certificate", made.certificate, "--tls-key", made.key});
+  std::list<IdleConnection> connections;
+  while (connections.size() < 30)
+    connections.emplace_back(server->port());
+  EXPECT_EQ(
+      send({.url = "https://" + server->host() + "/nergens", .ca_file = authority.certificate()})
+          .status,
+      404);
 }
 
 TEST_F(ServerProgram, LimitsItsConnections) {

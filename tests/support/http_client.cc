@@ -64,6 +64,7 @@ void prepare(CURL *curl, const HttpRequest &request) {
     curl_easy_setopt(curl, CURLOPT_NOBODY, 1L);
   else
     set(curl, CURLOPT_CUSTOMREQUEST, request.method);
+  set(curl, CURLOPT_CAINFO, request.ca_file);
   if (request.accept_gzip)
     curl_easy_setopt(curl, CURLOPT_ACCEPT_ENCODING, "gzip");
   curl_easy_setopt(curl, CURLOPT_TIMEOUT, request.seconds);

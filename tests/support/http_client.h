@@ -21,6 +21,8 @@ struct HttpRequest {
   /** Accepts a body with the content encoding gzip, and decompresses it. */
   bool accept_gzip = false;
   std::vector<std::string> headers{};
+  /** The certificate authorities to trust over HTTPS, empty for those of the system. */
+  std::string ca_file{};
   /** The timeout of the whole request; 0 for none. */
   long seconds = 0;
 };

@@ -105,15 +105,15 @@ ServerProcess::~ServerProcess() {
 }
 
 void ServerProcess::wait_until_ready() {
-  constexpr std::string_view scheme = " on http://";
+  constexpr std::string_view before_host = "://";
   while (main_.empty()) {
     const std::optional<std::string> line = process_.read_line();
     if (!line)
       throw std::runtime_error("zox-server does not start");
-    const std::size_t place = line->find(scheme);
+    const std::size_t place = line->find(before_host);
     if (place == std::string::npos)
       continue;
-    const std::string address = line->substr(place + scheme.size());
+    const std::string address = line->substr(place + before_host.size());
     (line->find("dumps") < place     ? dumps_
      : line->find("control") < place ? control_
                                      : main_) = address;

@@ -74,7 +74,7 @@ public:
   explicit ServerProcess(const std::vector<std::string> &options = {});
   ~ServerProcess();
 
-  /** "127.0.0.1:PORT" of the main address, which is a proxy as well. */
+  /** "127.0.0.1:PORT" of the main address, which is a proxy as well unless it is one of HTTPS. */
   [[nodiscard]] const std::string &host() const { return main_; }
   /** The port alone. */
   [[nodiscard]] std::string port() const;

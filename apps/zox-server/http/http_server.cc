@@ -6,7 +6,6 @@
 namespace velkor::server {
 namespace {
 
-constexpr int default_port = 80;
 /** Where the address of a client keeps the socket of its connection. */
 constexpr const char *socket_key = "zox-server-socket";
 
@@ -33,9 +32,13 @@ std::optional<Credentials> credentials_in(const std::string &header) {
 
 using OwnedUri = std::unique_ptr<GUri, ReleaseWith<g_uri_unref>>;
 
+int default_port(GUri *uri) {
+  return std::string_view(g_uri_get_scheme(uri)) == "https" ? 443 : 80;
+}
+
 int port_of(GUri *uri) {
   const int port = g_uri_get_port(uri);
-  return port < 0 ? default_port : port;
+  return port < 0 ? default_port(uri) : port;
 }
 
 GInetSocketAddress *local_address(SoupServerMessage *message) {
@@ -86,7 +89,7 @@ std::string host_of(GUri *uri) {
   std::string host = g_uri_get_host(uri);
   if (host.find(':') != std::string::npos)
     host = "[" + host + "]";
-  return port_of(uri) == default_port ? host : host + ":" + std::to_string(port_of(uri));
+  return port_of(uri) == default_port(uri) ? host : host + ":" + std::to_string(port_of(uri));
 }
 
 /** The IP address of the client; empty when it is not connected over TCP. */
@@ -133,11 +136,12 @@ void send_reply(SoupServerMessage *message, const Reply &reply) {
 
 }  // namespace
 
-HttpServer::HttpServer(Listener listener, const std::string &address, unsigned port,
-                       const ConnectionLimits &limits, Handler handler)
+HttpServer::HttpServer(Listener listener, ListenAddress address, const ConnectionLimits &limits,
+                       Handler handler)
     : listener_(listener), handler_(std::move(handler)),
+      certificate_(std::move(address.certificate)),
       server_(soup_server_new("raw-paths", TRUE, "server-header", "zox-server", nullptr)),
-      acceptor_(address, port, limits, [this](GSocket *socket) { serve(socket); }) {
+      acceptor_(address.address, address.port, limits, [this](GSocket *socket) { serve(socket); }) {
   soup_server_add_early_handler(server_.get(), nullptr, prepare, this, nullptr);
   soup_server_add_handler(server_.get(), nullptr, handle, this, nullptr);
 }
@@ -146,17 +150,25 @@ HttpServer::~HttpServer() {
   soup_server_disconnect(server_.get());
 }
 
+/** Null when there is no such stream. */
+OwnedObject<GIOStream> HttpServer::stream_over(GSocket *socket) const {
+  OwnedObject<GIOStream> stream(G_IO_STREAM(g_socket_connection_factory_create_connection(socket)));
+  if (!certificate_)
+    return stream;
+  // The handshake comes with the first read.
+  return OwnedObject<GIOStream>(
+      g_tls_server_connection_new(stream.get(), certificate_.get(), nullptr));
+}
+
 void HttpServer::serve(GSocket *socket) {
-  const OwnedObject<GSocketConnection> connection(
-      g_socket_connection_factory_create_connection(socket));
+  const OwnedObject<GIOStream> stream = stream_over(socket);
   const OwnedObject<GSocketAddress> local(g_socket_get_local_address(socket, nullptr));
   const OwnedObject<GSocketAddress> remote(g_socket_get_remote_address(socket, nullptr));
   // A client that is already gone has no address; its connection closes with the last reference.
-  if (!local || !remote)
+  if (!stream || !local || !remote)
     return;
   g_object_set_data_full(G_OBJECT(remote.get()), socket_key, g_object_ref(socket), g_object_unref);
-  soup_server_accept_iostream(server_.get(), G_IO_STREAM(connection.get()), local.get(),
-                              remote.get(), nullptr);
+  soup_server_accept_iostream(server_.get(), stream.get(), local.get(), remote.get(), nullptr);
 }
 
 /** No endpoint reads request bodies, so they are discarded as they arrive. */

@@ -44,11 +44,15 @@ void reset_on_close(GSocket *socket) {
   setsockopt(g_socket_get_fd(socket), SOL_SOCKET, SO_LINGER, &at_once, sizeof at_once);
 }
 
+bool would_block(const OwnedError &error) {
+  return g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_WOULD_BLOCK) != FALSE;
+}
+
 }  // namespace
 
 RawConnection::RawConnection(SoupServerMessage *message, OwnedObject<GSocket> socket,
                              const Reply &reply, bool head_only)
-    : socket_(std::move(socket)), connection_(soup_server_message_steal_connection(message)),
+    : socket_(std::move(socket)), stream_(soup_server_message_steal_connection(message)),
       bytes_(bytes_of(reply, head_only)), bytes_at_once_(bytes_.size()) {
   g_socket_set_blocking(socket_.get(), FALSE);
   // A stalled connection stays open, however long it is idle.
@@ -64,9 +68,9 @@ RawConnection::~RawConnection() {
 
 EventSource RawConnection::first_event(const Reply &reply) {
   if (reply.delivery == Delivery::stall)
-    return EventSource::socket(socket_.get(), G_IO_IN, [this] { return discard_input(); });
+    return EventSource::readable(input(), [this] { return discard_input(); });
   if (reply.delivery != Delivery::drip)
-    return EventSource::socket(socket_.get(), G_IO_OUT, [this] { return write_some(); });
+    return EventSource::writable(output(), [this] { return write_some(); });
   const std::int64_t writes =
       std::clamp<std::int64_t>(reply.bytes_per_second, 1, writes_per_second);
   bytes_at_once_ = static_cast<std::size_t>(reply.bytes_per_second / writes);
@@ -76,17 +80,22 @@ EventSource RawConnection::first_event(const Reply &reply) {
 bool RawConnection::write_some() {
   const std::size_t wanted = std::min(bytes_.size() - sent_, bytes_at_once_);
   gssize written = 0;
+  GError *error = nullptr;
   if (wanted > 0)
-    written = g_socket_send(socket_.get(), bytes_.data() + sent_, wanted, nullptr, nullptr);
+    written = g_pollable_output_stream_write_nonblocking(
+        G_POLLABLE_OUTPUT_STREAM(output()), bytes_.data() + sent_, wanted, nullptr, &error);
   if (written < 0)
-    return close();
+    return would_block(OwnedError(error)) || close();
   sent_ += static_cast<std::size_t>(written);
   return sent_ < bytes_.size() || close();
 }
 
 bool RawConnection::discard_input() {
   char byte = 0;
-  return g_socket_receive(socket_.get(), &byte, 1, nullptr, nullptr) > 0 || close();
+  GError *error = nullptr;
+  const gssize length = g_pollable_input_stream_read_nonblocking(G_POLLABLE_INPUT_STREAM(input()),
+                                                                 &byte, 1, nullptr, &error);
+  return length > 0 || would_block(OwnedError(error)) || close();
 }
 
 bool RawConnection::close() {

@@ -28,13 +28,16 @@ public:
 
 private:
   [[nodiscard]] EventSource first_event(const Reply &reply);
+  [[nodiscard]] GInputStream *input() { return g_io_stream_get_input_stream(stream_.get()); }
+  [[nodiscard]] GOutputStream *output() { return g_io_stream_get_output_stream(stream_.get()); }
   bool write_some();
   bool discard_input();
   /** @return false, which ends the event source */
   bool close();
 
   OwnedObject<GSocket> socket_;
-  OwnedObject<GIOStream> connection_;
+  /** What is sent and received over the socket, encrypted if the listener's connections are. */
+  OwnedObject<GIOStream> stream_;
   std::string bytes_;
   std::size_t sent_ = 0;
   std::size_t bytes_at_once_;

@@ -14,6 +14,10 @@ gboolean call_for_socket(GSocket *, GIOCondition, gpointer action) {
   return call(action);
 }
 
+gboolean call_for_stream(GObject *, gpointer action) {
+  return call(action);
+}
+
 }  // namespace
 
 EventSource::EventSource(GSource *source, GSourceFunc trampoline, EventAction action)
@@ -29,6 +33,16 @@ EventSource EventSource::timer(unsigned milliseconds, EventAction action) {
 EventSource EventSource::socket(GSocket *socket, GIOCondition condition, EventAction action) {
   return {g_socket_create_source(socket, condition, nullptr), G_SOURCE_FUNC(call_for_socket),
           std::move(action)};
+}
+
+EventSource EventSource::readable(GInputStream *stream, EventAction action) {
+  return {g_pollable_input_stream_create_source(G_POLLABLE_INPUT_STREAM(stream), nullptr),
+          G_SOURCE_FUNC(call_for_stream), std::move(action)};
+}
+
+EventSource EventSource::writable(GOutputStream *stream, EventAction action) {
+  return {g_pollable_output_stream_create_source(G_POLLABLE_OUTPUT_STREAM(stream), nullptr),
+          G_SOURCE_FUNC(call_for_stream), std::move(action)};
 }
 
 EventSource EventSource::signal(int number, EventAction action) {

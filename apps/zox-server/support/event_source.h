@@ -19,6 +19,10 @@ public:
   static EventSource timer(unsigned milliseconds, EventAction action);
   /** Called whenever the socket is ready for `condition`. */
   static EventSource socket(GSocket *socket, GIOCondition condition, EventAction action);
+  /** Called whenever there is something to read from the stream, which is pollable. */
+  static EventSource readable(GInputStream *stream, EventAction action);
+  /** Called whenever the stream, which is pollable, takes output. */
+  static EventSource writable(GOutputStream *stream, EventAction action);
   /** Called when the signal arrives. */
   static EventSource signal(int number, EventAction action);
 
