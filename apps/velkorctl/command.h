@@ -46,6 +46,7 @@ inline Argument postings_argument() {
 struct GlobalOptions {
   std::optional<std::string> server;
   std::optional<std::string> static_server;
+  std::optional<std::string> ca_file;
   std::optional<std::string> cache_dir;
   std::optional<std::string> lib_dir;
   std::optional<std::string> data_dir;

@@ -93,6 +93,7 @@ void CommandLine::read_globals(GlobalOptions &options) const {
   };
   options.server = text("--server");
   options.static_server = text("--static-server");
+  options.ca_file = text("--ca-file");
   options.cache_dir = text("--cache-dir");
   options.lib_dir = text("--lib-dir");
   options.data_dir = text("--data-dir");
@@ -206,8 +207,9 @@ ParsedCommandLine CommandLine::parse(const std::vector<std::string> &words) {
 
 std::vector<Option> global_options() {
   return {
-      {"--server", "HOST[:PORT]", "The main ZOX server"},
-      {"--static-server", "HOST[:PORT]", "The server that the dumps are fetched from"},
+      {"--server", "[https://]HOST[:PORT]", "The main ZOX server"},
+      {"--static-server", "[https://]HOST[:PORT]", "The server that the dumps are fetched from"},
+      {"--ca-file", "FILE", "The certificate authorities to trust over HTTPS, in PEM"},
       {"--cache-dir", "DIR", "The directory of the settings and the cache (default: ~/.velkor)"},
       {"--lib-dir", "DIR", "The directory of the authentication plug-in"},
       {"--data-dir", "DIR", "The directory of the data installed with Velkor"},

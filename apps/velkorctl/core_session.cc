@@ -45,6 +45,8 @@ guint32 parts_for(Load load) noexcept {
 void set_hosts(const GlobalOptions &options) {
   if (options.server || options.static_server)
     zox_http_set_hosts(chars_of(options.server), chars_of(options.static_server));
+  if (options.ca_file)
+    zox_http_set_ca_file(chars_of(options.ca_file));
 }
 
 gint on_transfer(gint64 received, gint64 /*total*/, gpointer /*unused*/) noexcept {

@@ -34,7 +34,8 @@ typedef gint (*ZoxMailCallback)(gpointer data);
  *                      `useHost` is 0
  * @param parameters    of ZoxHttpParameter, in the order in which they are sent; may be null
  * @param useHost       non-zero to put "http://" and a host in front: the static host for a path
- *                      under "/3.7.3/dumps/", else the main host
+ *                      under "/3.7.3/dumps/", else the main host; a host that is set with
+ *                      "https://" keeps that
  * @param reply         receives the reply as a new text, whatever the result; the server's notice
  *                      for code 29; an empty text with a temporary file; null for codes 6, 8, 9 and
  *                      24. May be null
@@ -118,11 +119,24 @@ size_t zox_curl_file_write_function(void *chunk, size_t size, size_t count, void
 /**
  * Addition to the interface: chooses the servers. They take precedence over the environment
  * variables VELKOR_MAIN_HOST and VELKOR_STATIC_HOST, and these over the hosts that the library was
- * built with. Does not need the core. Threads: any; a request uses the hosts known when it starts.
+ * built with. Each of them may have "https://" in front: its requests then go out over HTTPS only,
+ * and fail with code 1 when the server's certificate is not signed by a trusted authority, not
+ * valid at this time or not for this host; zox_http_last_failure() tells which. Does not need the
+ * core. Threads: any; a request uses the hosts known when it starts.
  * @param mainHost    host name, with ":port" if needed, copied; null to return to the default
  * @param staticHost  the same for the host of the dumps
  */
 void zox_http_set_hosts(const char *mainHost, const char *staticHost);
+
+/**
+ * Addition to the interface: chooses the certificate authorities to trust over HTTPS, instead of
+ * those of the system. The file takes precedence over the environment variable VELKOR_CA_FILE.
+ * With a file that cannot be read every request over HTTPS fails with code 1. Does not need the
+ * core. Threads: any; a request uses the file known when it starts.
+ * @param file  the path of a PEM file with their certificates, copied; null to return to the
+ * default
+ */
+void zox_http_set_ca_file(const char *file);
 
 /**
  * Addition to the interface: follows a running transfer and can stop it.

@@ -71,6 +71,11 @@ std::string Transfer::escaped(std::string_view text) noexcept {
   return {};
 }
 
+void Transfer::trust_only(const std::string &ca_file) noexcept {
+  set(CURLOPT_CAINFO, ca_file.c_str());
+  set(CURLOPT_CAPATH, static_cast<const char *>(nullptr));
+}
+
 void Transfer::set_credentials(const char *user_password) noexcept {
   set(CURLOPT_HTTPAUTH, static_cast<long>(CURLAUTH_BASIC));
   set(CURLOPT_USERPWD, user_password);

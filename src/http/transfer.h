@@ -38,6 +38,8 @@ public:
   [[nodiscard]] std::string escaped(std::string_view text) noexcept;
 
   void set_url(const std::string &url) noexcept { set(CURLOPT_URL, url.c_str()); }
+  /** Servers must show a certificate of an authority in this PEM file, instead of the system's. */
+  void trust_only(const std::string &ca_file) noexcept;
   /** Basic authentication; user and password are joined by a colon. */
   void set_credentials(const char *user_password) noexcept;
   void set_proxy(const char *host, long port) noexcept;

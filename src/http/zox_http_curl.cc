@@ -50,7 +50,7 @@ std::string query_of(Transfer &transfer, GSList *parameters) noexcept {
 std::string address_of(std::string_view path, bool use_host) noexcept {
   if (!use_host)
     return std::string(path);
-  return "http://" + (is_dump(path) ? static_host() : main_host()) + std::string(path);
+  return (is_dump(path) ? static_address() : main_address()) + std::string(path);
 }
 
 /** Logs for a developer how a request went: by default GLib drops what is logged at this level. */
@@ -193,6 +193,8 @@ ZoxErrorCode prepare(std::optional<Transfer> &transfer, const Request &request) 
     return give_up(ZOX_RESULT_NO_TRANSFER_HANDLE, "curl_easy_init() failed");
   }
   keep_secrets(*transfer, *core->config);
+  if (const std::string file = ca_file(); !file.empty())
+    transfer->trust_only(file);
   const std::string url = address + query_of(*transfer, request.parameters);
   transfer->set_url(url);
   if (request.authenticate && !(request.use_host && is_dump(request.path)))

@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /* What velkorctl says about a request that fails. */
+#include "tests/support/certificates.h"
 #include "tests/support/stub_server.h"
 #include "tests/system/velkorctl_fixture.h"
 
@@ -127,6 +128,39 @@ TEST_F(VelkorctlFailure, AMissingPlugInIsNamedWithItsPath) {
   words.emplace_back("--trace");
   EXPECT_THAT(run_program(words).err,
               testing::ContainsRegex("trace: zox_http_curl_execute\\(\\): .*" + plug_in));
+}
+
+class VelkorctlHttps : public VelkorctlTest {
+protected:
+  VelkorctlHttps() {
+    settings(std::string("username=") + ServerProcess::user +
+             "\npassword=" + ServerProcess::password + "\n");
+  }
+
+  [[nodiscard]] Words command(const Words &words) const override {
+    const std::string address = "https://" + server.host();
+    Words all = VelkorctlTest::command({"--server", address, "--static-server", address,
+                                        "--lib-dir", ServerProcess::plugin_directory()});
+    all.insert(all.end(), words.begin(), words.end());
+    return all;
+  }
+
+  CertificateAuthority authority;
+  ServerCertificate certificate = authority.sign();
+  ServerProcess server{{"--postings", "20", "--tls-certificate", certificate.certificate,
+                        "--tls-key", certificate.key}};
+};
+
+TEST_F(VelkorctlHttps, AnAuthorityIsNamedOnTheCommandLine) {
+  const ProcessResult outcome = run({"--ca-file", authority.certificate(), "update"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.err, HasSubstr("20 postings received"));
+}
+
+TEST_F(VelkorctlHttps, AServerThatCannotBeTrustedIsNamedWithTheReason) {
+  const ProcessResult outcome = run({"update"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr(server.host() + ": SSL certificate problem: "));
 }
 
 }  // namespace
