@@ -83,8 +83,9 @@ constexpr std::array rows{
     access("username", &C::username, ZOX_SETTING_TEXT, "The user name of the account."),
     access("password", &C::password, ZOX_SETTING_SECRET, "The password of the account."),
     access("proxyHost", &C::proxyHost, ZOX_SETTING_TEXT,
-           "The HTTP proxy for all requests; it is used when proxyPort is set as well."),
-    port(access("proxyPort", &C::proxyPort, ZOX_SETTING_TEXT, "The port of the HTTP proxy.")),
+           "The HTTP proxy for all requests, or socks5h://HOST for a SOCKS proxy; it is used when "
+           "proxyPort is set as well."),
+    port(access("proxyPort", &C::proxyPort, ZOX_SETTING_TEXT, "The port of the proxy.")),
     access("proxyUser", &C::proxyUser, ZOX_SETTING_TEXT,
            "The user name for the proxy; it is used when proxyPassword is set as well."),
     access("proxyPassword", &C::proxyPassword, ZOX_SETTING_SECRET, "The password for the proxy."),
