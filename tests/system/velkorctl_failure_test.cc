@@ -163,5 +163,16 @@ TEST_F(VelkorctlHttps, AServerThatCannotBeTrustedIsNamedWithTheReason) {
   EXPECT_THAT(outcome.err, HasSubstr(server.host() + ": SSL certificate problem: "));
 }
 
+TEST_F(VelkorctlHttps, TheDoctorFindsAServerThatCannotBeTrusted) {
+  const ProcessResult outcome = run({"doctor"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.out,
+              AllOf(HasSubstr("main server: Onbekende fout opgetreden (asking the main server, " +
+                              server.host() + ": SSL certificate problem: "),
+                    HasSubstr("-> check --server, --static-server, --ca-file and the clock")));
+  EXPECT_THAT(run({"--ca-file", authority.certificate(), "doctor"}).out,
+              HasSubstr("ok       main server: "));
+}
+
 }  // namespace
 }  // namespace velkor::test

@@ -6,11 +6,15 @@ namespace velkor::ctl::doctor {
 namespace {
 
 constexpr gint32 first_server_error = 500;
+/** CURLE_PEER_FAILED_VERIFICATION */
+constexpr gint32 not_trusted = 60;
 
 std::string advice_for(const LibraryResult &answer) {
+  if (answer.request && answer.request->transfer_result == not_trusted)
+    return "check --server, --static-server, --ca-file and the clock of this machine";
   switch (answer.code) {
   case ZOX_RESULT_UNAUTHORIZED:
-    return "check the account with velkorctl account set";
+    return "check the account with velkorctl account set, and the clock of this machine";
   case ZOX_RESULT_BANNED:
     return "ask those who run the service";
   case ZOX_RESULT_PLUGIN_NOT_LOADED:
