@@ -40,6 +40,9 @@ class CheckHardening(unittest.TestCase):
     def test_accepts_what_is_hardened(self):
         self.assertEqual(self.faults_with(), [])
 
+    def test_refuses_what_does_not_tell(self):
+        self.assert_fault("does not tell how it was compiled", "-g0")
+
     def test_position(self):
         self.assert_fault("is not position-independent", "-no-pie", "-fno-pie")
 
@@ -60,7 +63,8 @@ class CheckHardening(unittest.TestCase):
                       self.faults_with(without="-fcf-protection"))
 
     def test_stack_protector(self):
-        self.assert_fault("has no stack protector", "-fno-stack-protector")
+        self.assertIn("1 of its 1 files were compiled without -fstack-protector-strong",
+                      self.faults_with(without="-fstack-protector-strong"))
 
     def test_checked_functions(self):
         self.assert_fault("uses memcpy, memmove, and no function with checks in its place",
