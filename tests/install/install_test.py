@@ -6,6 +6,7 @@ usage: install_test.py BUILD LIBDIR CC CXX GENERATOR
 import json
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -116,6 +117,25 @@ class Installation(unittest.TestCase):
         prefix = self.installed_elsewhere()
         document = self.velkorctl(prefix, "--data-dir", "/elsewhere", "list", "--format", "xml")
         self.assertIn("file:///elsewhere/images", document)
+
+    def test_commands_of_the_readme_print_what_it_says(self):
+        prefix = self.installed_elsewhere()
+        output_of(SOURCE / "tools/try", prefix, SOURCE / "tools/check_readme.py", SOURCE / "README.md",
+                  env=self.environment)
+
+    def test_the_shell_for_trying_ends_with_all_that_was_done_in_it(self):
+        prefix = self.installed_elsewhere()
+        printed = output_of(SOURCE / "tools/try", prefix, env=self.environment,
+                            input='velkorctl --version\ntouch "$HOME/file"\necho "home: $HOME"\n')
+        self.assertIn("velkorctl 0.1.0", printed)
+        home = pathlib.Path(re.search("home: (.*)", printed)[1])
+        self.assertNotEqual(home, self.home)
+        self.assertFalse(home.exists())
+
+    def test_the_command_that_is_tried_decides_the_status(self):
+        prefix = self.installed_elsewhere()
+        run = subprocess.run([SOURCE / "tools/try", prefix, "sh", "-c", "exit 3"], env=self.environment)
+        self.assertEqual(run.returncode, 3)
 
     def test_pkg_config_leads_a_c_program_to_the_library(self):
         prefix = self.installed_elsewhere()
