@@ -60,4 +60,5 @@ install(FILES ${PROJECT_BINARY_DIR}/VelkorConfig.cmake ${PROJECT_BINARY_DIR}/Vel
         DESTINATION ${package_config_directory})
 install(FILES ${PROJECT_BINARY_DIR}/velkor.pc DESTINATION ${pkg_config_directory})
 install(FILES LICENSE CHANGELOG.md docs/manual.md docs/server.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(FILES tests/abi/manual_example.c DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(FILES tests/abi/manual_example.c docs/examples/postings.py
+        DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
