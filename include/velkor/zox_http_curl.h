@@ -34,8 +34,8 @@ typedef gint (*ZoxMailCallback)(gpointer data);
  *                      `useHost` is 0
  * @param parameters    of ZoxHttpParameter, in the order in which they are sent; may be null
  * @param useHost       non-zero to put "http://" and a host in front: the static host for a path
- *                      under "/3.7.3/dumps/", else the main host; a host that is set with
- *                      "https://" keeps that
+ *                      under "/3.7.3/dumps/", else the main host; "https://" when the
+ *                      host is set so
  * @param reply         receives the reply as a new text, whatever the result; the server's notice
  *                      for code 29; an empty text with a temporary file; null for codes 6, 8, 9 and
  *                      24. May be null

@@ -48,7 +48,7 @@ struct Hosts {
   Choice authorities{"VELKOR_CA_FILE", ""};
 };
 
-/** A scheme in capitals counts as well: taken for a host, it would be one that is asked openly. */
+/** A scheme in capitals counts as well; what asks for encryption must never go out without it. */
 bool is_secure(const std::string &setting) noexcept {
   return g_ascii_strncasecmp(setting.c_str(), https.data(), https.size()) == 0;
 }
