@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,8 +30,9 @@ using namespace velkor::server;
 
 constexpr std::int64_t now = 1'700'000'000;
 
-ServiceSettings settings() {
+ServiceSettings settings_for(const std::filesystem::path &database) {
   ServiceSettings settings;
+  settings.database = database;
   settings.pinned_time = now;
   settings.auth_rule = find_auth_rule("plain");
   settings.postings_per_dump = 3;
@@ -57,13 +59,26 @@ void check(const Reply &reply) {
   require(std::ranges::find(statuses, reply.status) != statuses.end(), "the status is a known one");
 }
 
+/** A database with sample data, which take far longer to make than to copy. */
+std::filesystem::path make_sample() {
+  std::filesystem::path file = cache_directory() / "sample.db";
+  Service service(settings_for(file));
+  service.accounts.put({"demo", "demo", false}, now);
+  SampleData(service, 1).fill(4);
+  return file;
+}
+
+std::filesystem::path copy_of_sample() {
+  static const std::filesystem::path sample = make_sample();
+  std::filesystem::path copy = cache_directory() / "server.db";
+  for (const char *suffix : {"-wal", "-shm"})
+    std::filesystem::remove(copy.string() + suffix);
+  std::filesystem::copy_file(sample, copy, std::filesystem::copy_options::overwrite_existing);
+  return copy;
+}
+
 /** A server as it has just been started, without its listeners. */
 struct Server {
-  Server() {
-    service.accounts.put({"demo", "demo", false}, now);
-    sample_data.fill(4);
-  }
-
   /** The reply, which is in order unless the server was told to make faults. */
   Reply answer_soundly(const Request &request) {
     const bool faulty = !dispatcher.faults().all().empty();
@@ -75,7 +90,7 @@ struct Server {
     return reply;
   }
 
-  Service service{settings()};
+  Service service{settings_for(copy_of_sample())};
   SampleData sample_data{service, 1};
   Dispatcher dispatcher{service, std::nullopt, false};
 };
