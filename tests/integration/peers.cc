@@ -67,14 +67,6 @@ std::vector<std::string> lines_of(const std::string &text) {
   return lines;
 }
 
-/** The lines that load modules of Apache. */
-std::string load_modules(const std::vector<std::string> &names) {
-  std::string lines;
-  for (const std::string &name : names)
-    lines += "LoadModule " + name + "_module /usr/lib/apache2/modules/mod_" + name + ".so\n";
-  return lines;
-}
-
 }  // namespace
 
 ReservedPort::ReservedPort() : socket_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
@@ -127,24 +119,22 @@ FileServer::FileServer(const Files &files, const Options &options) {
     fs::create_directories(place.parent_path());
     write_file(place, content);
   }
-  const std::string directory = file("").string();
-  std::string lines = load_modules({"mpm_event", "authz_core", "mime"}) + "ServerRoot " +
-                      directory + "\nDefaultRuntimeDir " + directory + "\nPidFile " + directory +
-                      "pid\nErrorLog " + directory +
-                      "errors\nMutex pthread\nServerName 127.0.0.1\nTypesConfig /dev/null\n"
-                      "Listen " +
-                      host() + "\nDocumentRoot " + directory +
-                      "files\nLogFormat \"%s %U %{Authorization}i\" short\nCustomLog " + directory +
-                      "requests short\n" + options.configuration;
+  std::string lines = "daemon off;\nmaster_process off;\npid pid;\nevents {}\nhttp {\n";
+  for (const char *module : {"client_body", "proxy", "fastcgi", "uwsgi", "scgi"})
+    lines += std::string(module) + "_temp_path " + module + ";\n";
+  lines += "log_format short '$status $uri $http_authorization';\naccess_log requests short;\n"
+           "server {\nroot files;\n" +
+           options.configuration + "listen " + host();
   if (options.certificate) {
     // The server reads them as another user.
     write_file(file("certificate"), read_file(options.certificate->certificate));
     write_file(file("key"), read_file(options.certificate->key));
-    lines += load_modules({"ssl"}) + "SSLEngine on\nSSLSessionCache none\nSSLCertificateFile " +
-             directory + "certificate\nSSLCertificateKeyFile " + directory + "key\n";
+    lines += " ssl;\nssl_certificate " + file("certificate").string() + ";\nssl_certificate_key " +
+             file("key").string();
   }
-  write_file(file("conf"), lines);
-  start({"/usr/sbin/apache2", "-X", "-f", file("conf")});
+  write_file(file("conf"), lines + ";\n}\n}\n");
+  const std::string directory = file("").string();
+  start({"/usr/sbin/nginx", "-p", directory, "-e", "errors", "-c", file("conf")});
 }
 
 std::vector<std::string> FileServer::requests(std::size_t count) const {

@@ -63,13 +63,13 @@ private:
   std::optional<ChildProcess> process_;
 };
 
-/** Apache as the host of files. */
+/** Nginx as the host of files. */
 class FileServer : public Peer {
 public:
   struct Options {
     /** Serves over HTTPS when set. */
     std::optional<ServerCertificate> certificate{};
-    /** Further lines of its configuration. */
+    /** Further lines of its configuration of the server. */
     std::string configuration{};
   };
   using Files = std::vector<std::pair<std::string, std::string>>;

@@ -106,7 +106,7 @@ TEST_F(StaticHost, ServesThemOverHttps) {
 }
 
 TEST_F(StaticHost, MayTakeGzipForAnEncoding) {
-  const FileServer host(files, {.configuration = "AddEncoding x-gzip .gz\n"});
+  const FileServer host(files, {.configuration = "add_header Content-Encoding x-gzip;\n"});
   use_hosts(server.host(), host.host());
   expect_update(host);
 }
