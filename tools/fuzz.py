@@ -115,7 +115,7 @@ def lines_by_file(export):
     """The files with lines that were run, of what llvm-cov exports."""
     found = []
     for entry in export["data"][0]["files"]:
-        name = os.path.normpath(entry["filename"])
+        name = os.path.normpath(entry["filename"]).removeprefix(f"{COVERAGE_BUILD}/")
         lines = entry["summary"]["lines"]
         if name.startswith(SOURCES) and lines["covered"] > 0:
             found.append(FileLines(name, lines["covered"], lines["count"]))

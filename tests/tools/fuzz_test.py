@@ -64,7 +64,8 @@ class Fuzz(unittest.TestCase):
         def entry(name, covered):
             return {"filename": name, "summary": {"lines": {"covered": covered, "count": 8}}}
 
-        export = {"data": [{"files": [entry("build/fuzz-coverage/../../src/b.cc", 2), entry("apps/a.cc", 8),
+        export = {"data": [{"files": [entry("build/fuzz-coverage/../../src/b.cc", 2),
+                                      entry("build/fuzz-coverage/apps/a.cc", 8),
                                       entry("src/unused.cc", 0),
                                       entry("tests/t.cc", 5), entry("/usr/include/x.h", 5)]}]}
         self.assertEqual(fuzz.lines_by_file(export),
