@@ -7,6 +7,7 @@ import os
 import re
 import subprocess
 import sys
+import tempfile
 from collections import namedtuple
 from pathlib import Path
 
@@ -51,10 +52,11 @@ def run_once(target, seconds):
         f"-artifact_prefix={BUILD}/{target}-", f"-dict=tests/fuzz/{target}.dict",
         found_inputs(target), tracked_inputs(target),
     ]
-    # Memory instead of a disk for the files that some targets write for every input.
-    environment = {**os.environ, "TMPDIR": "/dev/shm"}
-    with open(log, "wb") as output:
-        process = subprocess.Popen(command, env=environment, stdout=output, stderr=output)
+    # Memory instead of a disk for the files that some targets write for every input. A fuzzer ends
+    # without removing its own.
+    with tempfile.TemporaryDirectory(dir="/dev/shm") as files, open(log, "wb") as output:
+        process = subprocess.Popen(command, env={**os.environ, "TMPDIR": files}, stdout=output,
+                                   stderr=output)
         _, status, usage = os.wait4(process.pid, 0)
     process.returncode = os.waitstatus_to_exitcode(status)
     return Run(process.returncode, usage.ru_utime + usage.ru_stime,
