@@ -204,9 +204,10 @@ private:
   }
 
   Server *server_ = nullptr;
-  HttpServer listener_{Listener::main, "127.0.0.1", 0, {}, [this](const Request &request) {
-                         return server_->answer_soundly(request);
-                       }};
+  HttpServer listener_{Listener::main,
+                       ListenAddress{"127.0.0.1"},
+                       {},
+                       [this](const Request &request) { return server_->answer_soundly(request); }};
 };
 
 void check_bytes(Input &input) {
