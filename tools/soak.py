@@ -87,8 +87,8 @@ def main():
     parser = argparse.ArgumentParser(prog="./dev soak", description=__doc__.partition("\n")[0])
     parser.add_argument("times", nargs="?", type=int, default=500, metavar="TIMES",
                         help="how many updates (500); fewer than 100 tell little")
-    parser.add_argument("--build", type=pathlib.Path, default=SOURCE / "build/release",
-                        help="the build tree of the programs (build/release)")
+    parser.add_argument("--build", type=pathlib.Path, default=SOURCE / "build/bench",
+                        help="the build tree of the programs (build/bench)")
     arguments = parser.parse_args()
     random.seed(1)
     try:
