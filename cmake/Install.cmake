@@ -46,6 +46,7 @@ set(VELKOR_INSTALL_DIRECTORIES
     ${pkg_config_directory}
     ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
     ${CMAKE_INSTALL_MANDIR}/man1
+    ${CMAKE_INSTALL_MANDIR}/man5
     ${CMAKE_INSTALL_DOCDIR}/examples)
 configure_file(cmake/RememberDirectories.cmake.in RememberDirectories.cmake @ONLY)
 install(SCRIPT ${PROJECT_BINARY_DIR}/RememberDirectories.cmake)
