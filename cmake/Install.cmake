@@ -45,6 +45,7 @@ set(VELKOR_INSTALL_DIRECTORIES
     ${package_config_directory}
     ${pkg_config_directory}
     ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+    lib/systemd/user
     ${CMAKE_INSTALL_MANDIR}/man1
     ${CMAKE_INSTALL_MANDIR}/man5
     ${CMAKE_INSTALL_DOCDIR}/examples)
