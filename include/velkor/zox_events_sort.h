@@ -41,6 +41,17 @@ ZoxString *zox_events_sort_total(ZoxTextFunc textFunc);
 ZoxString *zox_events_sort(gint32 filtered, ZoxTextFunc textFunc);
 
 /**
+ * As zox_events_sort(), but with chosen postings of `core->eventlist` in a chosen order; the number
+ * in the head is theirs. Threads: the core's.
+ * @param ids       numbers of postings; one that is not in the list is passed over, but counted in
+ * the head. May be null when there are none
+ * @param count     how many
+ * @param textFunc  see there
+ * @return a new text
+ */
+ZoxString *zox_events_sort_ids(const gint32 *ids, guint32 count, ZoxTextFunc textFunc);
+
+/**
  * Prints the order that a filter asks for: a "SortMode" line and a "SortRichting" line. Does not
  * need the core. Threads: any, own data.
  * @param filter  the filter

@@ -3,6 +3,8 @@
 #ifndef VELKOR_DISPLAY_PARTS_H
 #define VELKOR_DISPLAY_PARTS_H
 
+#include <span>
+
 #include <string_view>
 
 #include <velkor/zox_events_sort.h>
@@ -32,6 +34,9 @@ void add_page_script(TextWriter &out) noexcept;
 
 /** The whole document as generated at the time `now`. */
 ZoxString *events_document(bool filtered, ZoxTextFunc textFunc, gint64 now) noexcept;
+/** The document of chosen postings, in the order of `ids`. */
+ZoxString *chosen_events_document(std::span<const gint32> ids, ZoxTextFunc textFunc,
+                                  gint64 now) noexcept;
 
 }  // namespace velkor
 

@@ -3,6 +3,8 @@
 
 #include <array>
 #include <ctime>
+#include <optional>
+#include <span>
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_config.h>
@@ -48,11 +50,17 @@ bool has_converted_text(const ZoxEvent &event) noexcept {
          event.forum != nullptr;
 }
 
+/** The postings of a document: those of the list, or chosen ones. */
+struct Postings {
+  bool filtered;
+  std::optional<std::span<const gint32>> ids;
+};
+
 /** One display document while it is being written. */
 class Document {
 public:
-  Document(bool filtered, ZoxTextFunc textFunc) noexcept
-      : filtered_(filtered), textFunc_(textFunc), filter_(active_filter()) {}
+  Document(Postings postings, ZoxTextFunc textFunc) noexcept
+      : postings_(postings), textFunc_(textFunc), filter_(active_filter()) {}
 
   ZoxString *write(gint64 now) noexcept;
 
@@ -61,10 +69,11 @@ private:
   void add_head(gint64 now) noexcept;
   void add_category(gint32 category) noexcept;
   gint32 add_events(gint32 category, bool indent) noexcept;
+  gint32 add_chosen_events(gint32 category, bool indent) noexcept;
   bool add_held_event(ZOXEventObject &object, gint32 category, bool indent,
                       gint32 position) noexcept;
 
-  const bool filtered_;
+  const Postings postings_;
   const ZoxTextFunc textFunc_;
   const OwnedFilter filter_;
   DisplayLookups lookups_;
@@ -95,7 +104,9 @@ void Document::add_sort_instructions() noexcept {
 
 void Document::add_head(gint64 now) noexcept {
   lines_.number_line({"AantalEvents", 1},
-                     static_cast<gint32>(zox_eventlist_get_count(core->eventlist, 1)));
+                     static_cast<gint32>(postings_.ids
+                                             ? postings_.ids->size()
+                                             : zox_eventlist_get_count(core->eventlist, 1)));
   const OwnedText date(zox_string_date(now));
   lines_.cdata_line({"DateTimeGenerated", 1}, date ? date.get() : "(null)");
   lines_.number_line({"PrevCheck", 1}, static_cast<gint32>(core->config->prevCheck));
@@ -115,11 +126,25 @@ void Document::add_category(gint32 category) noexcept {
   out_.add("\t</CatEvents>\n");
 }
 
-/** The postings of a category in the list's walking order; tells how many there were. */
+/** In the order of the choice; tells how many there were. */
+gint32 Document::add_chosen_events(gint32 category, bool indent) noexcept {
+  gint32 count = 0;
+  for (const gint32 id : *postings_.ids) {
+    const OwnedEvent event(zox_eventlist_lookup_id(core->eventlist, id));
+    if (event && (category == every_category || category == event->cat))
+      add_event(out_, *event, {indent, count++, textFunc_}, lookups_);
+  }
+  return count;
+}
+
+/** The postings of a category, by default in the list's walking order; tells how many there were.
+ */
 gint32 Document::add_events(gint32 category, bool indent) noexcept {
+  if (postings_.ids)
+    return add_chosen_events(category, indent);
   ZOXEventlist &list = *core->eventlist;
   const ReadLock lock(list.lock);
-  GHashTable *table = filtered_ ? list.filtered : list.tree;
+  GHashTable *table = postings_.filtered ? list.filtered : list.tree;
   if (table == nullptr)
     return 0;
   gint32 count = 0;
@@ -159,7 +184,14 @@ bool Document::add_held_event(ZOXEventObject &object, gint32 category, bool inde
 ZoxString *events_document(bool filtered, ZoxTextFunc textFunc, gint64 now) noexcept {
   ZOX_ASSERT_IN(zox_events_sort, core, "core");
   ZOX_ASSERT_IN(zox_events_sort, core->config, "core->config");
-  return Document(filtered, textFunc).write(now);
+  return Document({filtered, std::nullopt}, textFunc).write(now);
+}
+
+ZoxString *chosen_events_document(std::span<const gint32> ids, ZoxTextFunc textFunc,
+                                  gint64 now) noexcept {
+  ZOX_ASSERT_IN(zox_events_sort_ids, core, "core");
+  ZOX_ASSERT_IN(zox_events_sort_ids, core->config, "core->config");
+  return Document({false, ids}, textFunc).write(now);
 }
 
 }  // namespace velkor
@@ -178,6 +210,10 @@ ZoxString *zox_events_sort_total(ZoxTextFunc textFunc) {
 
 ZoxString *zox_events_sort(gint32 filtered, ZoxTextFunc textFunc) {
   return events_document(filtered == 1, textFunc, std::time(nullptr));
+}
+
+ZoxString *zox_events_sort_ids(const gint32 *ids, guint32 count, ZoxTextFunc textFunc) {
+  return chosen_events_document({ids, count}, textFunc, std::time(nullptr));
 }
 
 ZoxString *zox_events_sort_apply_filter(const ZoxFilter *filter) {

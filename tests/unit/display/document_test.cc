@@ -55,6 +55,32 @@ protected:
   OwnedFilter filter{zox_filter_new_filter()};
 };
 
+TEST_F(DocumentTest, ChosenPostingsStandInTheOrderOfTheChoice) {
+  for (const gint32 id : {10, 20, 30})
+    add(id, id == 20 ? 1 : 0);
+  const std::vector<gint32> ids{30, 99, 10, 20};
+  const auto document = [&] { return take(chosen_events_document(ids, nullptr, generated)); };
+  std::string text = document();
+  EXPECT_THAT(text, HasSubstr("<AantalEvents>4</AantalEvents>"));
+  EXPECT_LT(text.find("<PostID>30<"), text.find("<PostID>10<"));
+  EXPECT_LT(text.find("<PostID>10<"), text.find("<PostID>20<"));
+  EXPECT_NE(text.find("<PostID>20<"), std::string::npos);
+  EXPECT_THAT(text, HasSubstr("<Pos>2</Pos>"));
+  filter->perCategory = 1;
+  apply();
+  text = document();
+  const std::size_t sound = text.find("catName=\"Geluid\"");
+  EXPECT_LT(text.find("<PostID>30<"), text.find("<PostID>10<"));
+  EXPECT_LT(text.find("<PostID>10<"), sound);
+  EXPECT_LT(sound, text.find("<PostID>20<"));
+}
+
+TEST_F(DocumentTest, NoChosenPostingsGiveAnEmptyDocument) {
+  const std::string text = take(zox_events_sort_ids(nullptr, 0, nullptr));
+  EXPECT_THAT(text, HasSubstr("<AantalEvents>0</AantalEvents>"));
+  EXPECT_EQ(text.find("<Event>"), std::string::npos);
+}
+
 TEST_F(DocumentTest, BeforeAnyFilterTheFilteredViewIsEmpty) {
   add(10, 1);
   EXPECT_EQ(filtered(), golden("document_empty.xml"));
