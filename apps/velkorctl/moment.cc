@@ -62,6 +62,11 @@ std::optional<std::int64_t> parse_date(const std::string &text, DayEdge edge) {
   return std::nullopt;
 }
 
+std::string local_time(std::int64_t seconds, const char *form) {
+  const OwnedDateTime time(g_date_time_new_from_unix_local(seconds));
+  return time ? OwnedText(g_date_time_format(time.get(), form)).get() : "";
+}
+
 }  // namespace
 
 std::optional<std::int64_t> parse_moment(const std::string &text, std::int64_t now, DayEdge edge) {
@@ -77,8 +82,11 @@ std::optional<std::int64_t> parse_moment(const std::string &text, std::int64_t n
 }
 
 std::string show_moment(std::int64_t seconds) {
-  const OwnedDateTime time(g_date_time_new_from_unix_local(seconds));
-  return time ? OwnedText(g_date_time_format(time.get(), "%Y-%m-%d %H:%M")).get() : "";
+  return local_time(seconds, "%Y-%m-%d %H:%M");
+}
+
+std::string iso_moment(std::int64_t seconds) {
+  return local_time(seconds, "%Y-%m-%dT%H:%M:%S%:z");
 }
 
 }  // namespace velkor::ctl

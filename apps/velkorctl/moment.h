@@ -22,6 +22,9 @@ std::optional<std::int64_t> parse_moment(const std::string &text, std::int64_t n
 /** Local time as "2026-01-31 18:30"; empty for a time without such a form. */
 std::string show_moment(std::int64_t seconds);
 
+/** Local time in ISO 8601, "2026-01-31T18:30:15+01:00"; empty for a time without such a form. */
+std::string iso_moment(std::int64_t seconds);
+
 }  // namespace velkor::ctl
 
 #endif
