@@ -12,6 +12,7 @@
 #include "velkorctl/arguments.h"
 #include "velkorctl/failure.h"
 #include "velkorctl/output.h"
+#include "velkorctl/record.h"
 
 namespace velkor::ctl {
 
@@ -55,13 +56,21 @@ struct GlobalOptions {
   std::chrono::seconds wait{0};
   /** How long a transfer may bring nothing before it is given up; 0 for any time. */
   std::chrono::seconds timeout{60};
+  /** "auto", "always" or "never". */
+  std::string color = "auto";
+  bool pager = true;
 };
+
+struct Command;
 
 /** What a command is run with. */
 struct Context {
   const GlobalOptions &options;
   const Arguments &arguments;
   Output &out;
+  const Command &command;
+  /** The whole name of the command with dots, as in "config.set". */
+  std::string name;
 };
 
 struct Command {
@@ -71,6 +80,8 @@ struct Command {
   std::vector<Argument> arguments;
   std::vector<Option> options;
   std::function<Exit(const Context &)> run;
+  /** What it prints in the formats of with_output(). */
+  std::optional<RecordInfo> record = {};
 };
 
 struct CommandGroup {

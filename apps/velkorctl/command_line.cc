@@ -102,6 +102,8 @@ void CommandLine::read_globals(GlobalOptions &options) const {
     const auto given = text(name);
     return given ? std::chrono::seconds(number_in_range(*given, 0, longest_time, name)) : otherwise;
   };
+  options.pager = app_.get_option("--no-pager")->count() == 0;
+  options.color = text("--color").value_or(options.color);
   options.wait = seconds("--wait", options.wait);
   options.timeout = seconds("--timeout", options.timeout);
 }
@@ -138,12 +140,12 @@ bool contains(const std::vector<std::string> &words, const std::string &word) {
   return std::ranges::find(words, word) != words.end();
 }
 
-std::string whole_name(const CLI::App &app) {
+std::string whole_name(const CLI::App &app, const std::string &separator) {
   const CLI::App *parent = app.get_parent();
   if (parent == nullptr)
     return "";
-  const std::string before = whole_name(*parent);
-  return (before.empty() ? "" : before + " ") + app.get_name();
+  const std::string before = whole_name(*parent, separator);
+  return (before.empty() ? "" : before + separator) + app.get_name();
 }
 
 std::optional<std::string> CommandLine::wrong_word(const std::vector<std::string> &words) const {
@@ -160,7 +162,7 @@ std::optional<std::string> CommandLine::wrong_word(const std::vector<std::string
     } else if (contains(commands, word)) {
       app = app->get_subcommand(word);
     } else if (!commands.empty()) {
-      const std::string before = whole_name(*app);
+      const std::string before = whole_name(*app, " ");
       return "no command " + (before.empty() ? "" : before + " ") + word +
              suggestion(word, commands);
     }
@@ -199,6 +201,7 @@ ParsedCommandLine CommandLine::parse(const std::vector<std::string> &words) {
   const auto chosen =
       std::ranges::find_if(commands_, [](const auto &entry) { return entry.first->parsed(); });
   result.command = chosen->second;
+  result.name = whole_name(*chosen->first, ".");
   result.arguments = arguments_of(*chosen->first, *chosen->second);
   return result;
 }
@@ -218,6 +221,12 @@ std::vector<Option> global_options() {
        "Wait at most SECONDS seconds for another velkorctl to finish writing (default: 0)"},
       {"--timeout", "SECONDS",
        "Give up on a server that sends nothing for SECONDS seconds (default: 60; 0: never)"},
+      {"--color",
+       "WHEN",
+       "Use colours: auto (default, on a terminal that has them), always or never",
+       false,
+       {"auto", "always", "never"}},
+      {"--no-pager", "", "Print to the terminal at once instead of page by page"},
   };
 }
 

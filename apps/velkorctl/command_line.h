@@ -15,6 +15,8 @@ struct ParsedCommandLine {
   Arguments arguments;
   /** Null when only `help_text` is to be printed. */
   const Command *command = nullptr;
+  /** The whole name of the command with dots, as in "config.set". */
+  std::string name;
   /** The help or the version asked for. */
   std::string help_text;
 };

@@ -108,7 +108,7 @@ CoreSession::CoreSession(const GlobalOptions &options, Access access, Load load)
   if (load != Load::settings)
     report_loading(*zox_file_last_error(), load);
   if (core->filterlist->filters == nullptr)
-    say("warning: velkor.filters has no filter, so no posting is shown");
+    warn("velkor.filters has no filter, so no posting is shown");
 }
 
 void CoreSession::prepare_writing(const GlobalOptions &options) {
@@ -125,7 +125,7 @@ void CoreSession::report_loading(const ZoxFileError &outcome, Load load) const {
     const std::string message = std::string(outcome.message) + what_to_do(load);
     if (load == Load::postings || access_ == Access::read)
       throw Failure(Exit::files, message);
-    say("warning: " + message);
+    warn(message);
   }
   const bool none = outcome.status == ZOX_FILE_MISSING || outcome.status == ZOX_FILE_EMPTY;
   if (none && load == Load::postings && access_ == Access::read)

@@ -14,7 +14,6 @@
 #include "velkorctl/failure.h"
 #include "velkorctl/moment.h"
 #include "velkorctl/safe_text.h"
-#include "velkorctl/vocabulary.h"
 
 namespace velkor::ctl {
 namespace {
@@ -26,23 +25,10 @@ void keep_only(const OwnedEvent &posting) {
     zox_eventlist_add_or_replace_event(core->eventlist, posting.get());
 }
 
-std::string number_or_empty(gint64 number) {
-  return number == 0 ? "" : std::to_string(number);
-}
-
-std::string moment_or_empty(gint64 seconds) {
-  return seconds <= 0 ? "" : show_moment(seconds);
-}
-
-/** A long text below its title, with its lines kept. */
-void print_text(const char *title, const GString *text, Output &out) {
-  if (text != nullptr && text->len > 0)
-    out.write(std::string("\n") + title + ":\n" + safe_text(view_of(text), Lines::keep) + "\n");
-}
-
 void print_reaction(const ZoxReactie &reaction, Output &out) {
   std::string head = "\n#" + std::to_string(reaction.messId) + "  " +
-                     safe_text(view_of(reaction.author)) + "  " + moment_or_empty(reaction.stamp);
+                     safe_text(view_of(reaction.author)) + "  " +
+                     text_for_people(moment_or_nothing(reaction.stamp));
   if (reaction.edit > 0)
     head += "  (edited " + show_moment(reaction.edit) + ")";
   if (reaction.reply != 0)
@@ -52,12 +38,59 @@ void print_reaction(const ZoxReactie &reaction, Output &out) {
   out.write(head + "\n" + safe_text(view_of(reaction.body), Lines::keep) + "\n");
 }
 
-void add_reaction(Json &json, const ZoxReactie &reaction) {
-  json.begin_object().member("id", reaction.messId).member("author", reaction.author);
-  json.member("stamp", reaction.stamp).member("date", moment_or_empty(reaction.stamp));
-  json.member("edited", reaction.edit).member("kudos", reaction.kudos);
-  json.member("answers", reaction.reply).member("avatar", reaction.avatar);
-  json.member("body", reaction.body).end_object();
+Value tracks_of(const ZoxEvent &posting) {
+  Value::List tracks;
+  for (const GString *track : Items<GString>(posting.mp3Tracks))
+    tracks.emplace_back(track);
+  return tracks;
+}
+
+/** Nothing when the reactions were not fetched. */
+Value reactions_value(const ZoxEvent &posting) {
+  if (posting.forum == nullptr)
+    return {};
+  Value::List reactions;
+  for (const ZoxReactie *reaction : reactions_of(posting))
+    reactions.push_back(
+        object_value(reaction_fields(), *reaction, "#" + std::to_string(reaction->messId)));
+  return reactions;
+}
+
+Fields<ZoxEvent> server_fields() {
+  using P = const ZoxEvent &;
+  return {
+      {{.name = "reason", .type = type::text()}, [](P p) -> Value { return p.reason; }},
+      {{.name = "fileType", .type = type::number(), .place = Place::nowhere},
+       [](P p) -> Value { return p.fType; }},
+      {{.name = "files", .type = type::number(), .place = Place::line_unless_zero},
+       [](P p) -> Value { return p.files; }},
+      {{.name = "fileStart", .type = type::number(), .place = Place::nowhere},
+       [](P p) -> Value { return p.fStart; }},
+      {{.name = "parFiles", .type = type::number(), .place = Place::line_unless_zero},
+       [](P p) -> Value { return p.pars; }},
+      {{.name = "parType", .type = type::number(), .place = Place::nowhere},
+       [](P p) -> Value { return p.parType; }},
+      {{.name = "blockSize", .type = type::number(), .place = Place::nowhere},
+       [](P p) -> Value { return p.blockSize; }},
+      {{.name = "image", .type = type::text()}, [](P p) -> Value { return p.img; }},
+      {{.name = "kudos", .type = type::number(), .place = Place::line_unless_zero},
+       [](P p) -> Value { return p.kudos; }},
+      {{.name = "views", .type = type::number(), .place = Place::line_unless_zero},
+       [](P p) -> Value { return p.view; }},
+      {{.name = "locked", .type = type::flag(), .place = Place::nowhere},
+       [](P p) -> Value { return p.locked != 0; }},
+      {{.name = "tracks", .type = type::list_of(type::text())}, tracks_of},
+      {{.name = "announcement", .type = type::text(), .place = Place::below},
+       [](P p) -> Value { return p.ann; }},
+      {{.name = "description", .type = type::text(), .place = Place::below},
+       [](P p) -> Value { return p.des; }},
+      {{.name = "signature", .type = type::text(), .place = Place::below},
+       [](P p) -> Value { return p.sig; }},
+      {{.name = "reactions",
+        .type = type::list_of(object_type(reaction_fields())),
+        .place = Place::nowhere},
+       reactions_value},
+  };
 }
 
 }  // namespace
@@ -72,73 +105,39 @@ OwnedEvent fetch_posting(const CoreSession &session, gint32 id, Fetch what) {
   return find_posting(id);
 }
 
-void print_details(const ZoxEvent &posting, Output &out) {
-  Table table({{""}, {""}});
-  const auto add = [&table](const char *title, const std::string &value) {
-    if (!value.empty())
-      table.add({title, value});
-  };
-  if (posting.postId > 0)
-    add("ID", std::to_string(posting.postId));
-  add("Title", std::string(view_of(posting.title)));
-  add("Poster", std::string(view_of(posting.poster)));
-  add("Date", moment_or_empty(posting.stamp));
-  add("Updated", moment_or_empty(posting.updated));
-  add("Status", status_name(posting));
-  add("Reason", std::string(view_of(posting.reason)));
-  add("Category", category_name(posting));
-  add("Tags", joined(tag_names(posting.cat, posting.tags)));
-  add("Free tag", std::string(view_of(posting.tag)));
-  add("Newsgroups", joined(newsgroup_names(posting.groups)));
-  add("File name", std::string(view_of(posting.fName)));
-  add("Files", number_or_empty(posting.files));
-  add("Par files", number_or_empty(posting.pars));
-  add("Link", std::string(view_of(posting.link)));
-  add("Image", std::string(view_of(posting.img)));
-  add("Rating", number_or_empty(posting.rating));
-  add("Kudos", number_or_empty(posting.kudos));
-  add("Views", number_or_empty(posting.view));
-  for (const GString *track : Items<GString>(posting.mp3Tracks))
-    add("Track", std::string(view_of(track)));
-  out.write(table.text(0, false));
-  print_text("Announcement", posting.ann, out);
-  print_text("Description", posting.des, out);
-  print_text("Signature", posting.sig, out);
+std::vector<const ZoxReactie *> reactions_of(const ZoxEvent &posting) {
+  if (posting.forum == nullptr)
+    return {};
+  const Items<ZoxReactie> reactions(posting.forum->reactions);
+  return {reactions.begin(), reactions.end()};
 }
 
-void print_reactions(const ZoxEvent &posting, Output &out) {
-  if (posting.forum == nullptr)
-    return;
-  const Items<ZoxReactie> reactions(posting.forum->reactions);
+Fields<ZoxEvent> detail_fields() {
+  return together(posting_fields(), server_fields());
+}
+
+Fields<ZoxReactie> reaction_fields() {
+  using R = const ZoxReactie &;
+  return {
+      {{.name = "id", .type = type::number(), .rank = 2}, [](R r) -> Value { return r.messId; }},
+      {{.name = "date", .type = type::moment(), .rank = 3},
+       [](R r) { return moment_or_nothing(r.stamp); }},
+      {{.name = "edited", .type = type::moment()}, [](R r) { return moment_or_nothing(r.edit); }},
+      {{.name = "poster", .type = type::text(), .rank = 1, .flexible = true},
+       [](R r) -> Value { return r.author; }},
+      {{.name = "kudos", .type = type::number()}, [](R r) -> Value { return r.kudos; }},
+      {{.name = "answers", .type = type::number()}, [](R r) { return unless_zero(r.reply); }},
+      {{.name = "avatar", .type = type::text()}, [](R r) -> Value { return r.avatar; }},
+      {{.name = "body", .type = type::text(), .rank = 1, .flexible = true},
+       [](R r) -> Value { return r.body; }},
+  };
+}
+
+void print_reactions(const std::vector<const ZoxReactie *> &reactions, bool locked, Output &out) {
   for (const ZoxReactie *reaction : reactions)
     print_reaction(*reaction, out);
-  if (posting.locked != 0)
+  if (locked)
     out.write("\n(closed for reactions)\n");
-}
-
-void add_details(Json &json, const ZoxEvent &posting) {
-  json.member("announcement", posting.ann).member("description", posting.des);
-  json.member("signature", posting.sig).member("image", posting.img);
-  json.member("fileType", posting.fType).member("files", posting.files);
-  json.member("fileStart", posting.fStart).member("parFiles", posting.pars);
-  json.member("parType", posting.parType).member("blockSize", posting.blockSize);
-  json.member("kudos", posting.kudos).member("views", posting.view);
-  json.member("locked", posting.locked != 0).member("reason", posting.reason);
-  json.begin_array("tracks");
-  for (const GString *track : Items<GString>(posting.mp3Tracks))
-    json.value(view_of(track));
-  json.end_array();
-}
-
-void add_reactions(Json &json, const ZoxEvent &posting) {
-  if (posting.forum == nullptr) {
-    json.null_member("reactions");
-    return;
-  }
-  json.begin_array("reactions");
-  for (const ZoxReactie *reaction : Items<ZoxReactie>(posting.forum->reactions))
-    add_reaction(json, *reaction);
-  json.end_array();
 }
 
 }  // namespace velkor::ctl

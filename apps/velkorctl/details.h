@@ -3,6 +3,8 @@
 #ifndef VELKORCTL_DETAILS_H
 #define VELKORCTL_DETAILS_H
 
+#include <vector>
+
 #include "velkorctl/core_session.h"
 #include "velkorctl/output.h"
 #include "velkorctl/postings.h"
@@ -18,13 +20,15 @@ enum class Fetch { details_and_reactions, reactions };
  */
 OwnedEvent fetch_posting(const CoreSession &session, gint32 id, Fetch what);
 
-void print_details(const ZoxEvent &posting, Output &out);
-void print_reactions(const ZoxEvent &posting, Output &out);
+/** The reactions, none when they were not fetched. They stay the posting's. */
+std::vector<const ZoxReactie *> reactions_of(const ZoxEvent &posting);
 
-/** Adds the members for the fields that only the server has to the object begun in `json`. */
-void add_details(Json &json, const ZoxEvent &posting);
-/** Adds the member "reactions", null when they were not fetched. */
-void add_reactions(Json &json, const ZoxEvent &posting);
+/** The fields of posting_fields() and those that only the server has. */
+Fields<ZoxEvent> detail_fields();
+Fields<ZoxReactie> reaction_fields();
+
+/** Prints reactions with their texts, for people. */
+void print_reactions(const std::vector<const ZoxReactie *> &reactions, bool locked, Output &out);
 
 }  // namespace velkor::ctl
 

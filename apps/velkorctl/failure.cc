@@ -83,7 +83,8 @@ std::string LibraryResult::message() const {
 }
 
 Failure LibraryResult::failure() const {
-  return {code == ZOX_RESULT_SUCCESS ? Exit::failed : exit_of(code), message()};
+  return {code == ZOX_RESULT_SUCCESS ? Exit::failed : exit_of(code), message(),
+          Failure::Cause{code, operation, request ? request->host : ""}};
 }
 
 void require_success(const LibraryResult &result) {

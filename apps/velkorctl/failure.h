@@ -32,11 +32,21 @@ enum class Exit : int {
 /** Ends the command with a message on standard error (none when it is empty) and an exit code. */
 class Failure : public std::runtime_error {
 public:
-  Failure(Exit exit, const std::string &message) : std::runtime_error(message), exit_(exit) {}
+  /** What is known when an operation of the library has failed. */
+  struct Cause {
+    std::optional<ZoxErrorCode> library_code;
+    std::string operation;
+    std::string host;
+  };
+
+  Failure(Exit exit, const std::string &message, Cause cause = {})
+      : std::runtime_error(message), exit_(exit), cause_(std::move(cause)) {}
   [[nodiscard]] Exit exit() const noexcept { return exit_; }
+  [[nodiscard]] const Cause &cause() const noexcept { return cause_; }
 
 private:
   Exit exit_;
+  Cause cause_;
 };
 
 [[nodiscard]] inline Failure usage_error(const std::string &message) {

@@ -1,7 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "velkorctl/filter_options.h"
 
-#include <array>
 #include <string>
 #include <utility>
 
@@ -18,8 +17,6 @@
 
 namespace velkor::ctl {
 namespace {
-
-constexpr std::array<const char *, 4> sort_modes{"stamp", "title", "poster", "rating"};
 
 void set_text(GString *&place, const std::optional<std::string> &text) noexcept {
   if (text)
@@ -96,16 +93,6 @@ void set_times(ZoxFilter &filter, const Arguments &arguments, std::int64_t now) 
     throw usage_error("--from is later than --to");
 }
 
-void set_order(ZoxFilter &filter, const Arguments &arguments) {
-  if (const auto mode = arguments.value("--sort"))
-    for (std::size_t i = 0; i < sort_modes.size(); ++i)
-      if (*mode == sort_modes[i])
-        filter.sortMode = static_cast<gint32>(i);
-  if (arguments.has("--ascending") && arguments.has("--descending"))
-    throw usage_error("--ascending and --descending cannot be combined");
-  filter.sortAscending = arguments.has("--ascending") ? 1 : 0;
-}
-
 struct SavedFilter {
   std::size_t number;
   const ZoxFilter *filter;
@@ -146,13 +133,6 @@ std::vector<Option> filter_options() {
       {"--since", "TIME", "Postings since TIME: 2026-01-31, today, 12h, 3d, 2w"},
       {"--from", "TIME", "Postings from TIME on; combine with --to for a range"},
       {"--to", "TIME", "Postings up to TIME; a date includes the whole day"},
-      {"--sort",
-       "ORDER",
-       "Sort by stamp (default), title, poster or rating",
-       false,
-       {sort_modes.begin(), sort_modes.end()}},
-      {"--ascending", "", "Sort in ascending order"},
-      {"--descending", "", "Sort in descending order (default)"},
   };
 }
 
@@ -185,7 +165,6 @@ OwnedFilter filter_of(const Arguments &arguments, std::int64_t now) {
   set_newsgroups(*filter, arguments);
   set_states(*filter, arguments);
   set_times(*filter, arguments, now);
-  set_order(*filter, arguments);
   return filter;
 }
 

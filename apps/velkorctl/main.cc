@@ -3,6 +3,7 @@
 #include <csignal>
 #include <exception>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <fcntl.h>
@@ -13,7 +14,9 @@
 
 #include "velkorctl/command_line.h"
 #include "velkorctl/commands.h"
+#include "velkorctl/formats.h"
 #include "velkorctl/messages.h"
+#include "velkorctl/safe_text.h"
 
 namespace velkor::ctl {
 namespace {
@@ -55,23 +58,46 @@ Exit run(const std::vector<std::string> &words, Output::Stream stream) {
   const ParsedCommandLine parsed = parse_command_line(commands, words);
   set_tracing(parsed.options.trace);
   Output out(parsed.options.trace, stream);
+  if (!parsed.options.pager)
+    out.forbid_paging();
+  set_ascii_only(out.width() > 0 && g_get_charset(nullptr) == FALSE);
   out.write(parsed.help_text);
   Exit exit = Exit::ok;
-  if (parsed.command != nullptr)
-    exit = parsed.command->run({parsed.options, parsed.arguments, out});
+  if (parsed.command != nullptr) {
+    check_output_options(*parsed.command, parsed.arguments);
+    exit =
+        parsed.command->run({parsed.options, parsed.arguments, out, *parsed.command, parsed.name});
+  }
   out.flush();
   return exit;
 }
 
+/** Looked for before the words are understood, since they may be wrong. */
+bool asks_for_json(const std::vector<std::string> &words) {
+  const auto is_json = [](const std::string &format) {
+    return format == "json" || format == "ndjson";
+  };
+  constexpr std::string_view option = "--format";
+  for (std::size_t place = 0; place < words.size(); ++place) {
+    const std::string &word = words[place];
+    if (word == option && place + 1 < words.size() && is_json(words[place + 1]))
+      return true;
+    if (word.starts_with(option) && word.size() > option.size() && word[option.size()] == '=' &&
+        is_json(word.substr(option.size() + 1)))
+      return true;
+  }
+  return false;
+}
+
 Exit run_and_report(const std::vector<std::string> &words, Output::Stream stream) {
+  set_json_messages(asks_for_json(words));
   try {
     return run(words, stream);
   } catch (const Failure &failure) {
-    if (*failure.what() != '\0')
-      say(failure.what());
+    report(failure);
     return failure.exit();
   } catch (const std::exception &error) {
-    say(error.what());
+    report(Failure(Exit::failed, error.what()));
     return Exit::failed;
   }
 }

@@ -6,19 +6,45 @@
 #include <atomic>
 #include <cstdarg>
 #include <string>
+#include <utility>
 
 #include <glib.h>
 #include <libxml/xmlerror.h>
 #include <unistd.h>
 
 #include "support/owned.h"
+#include "velkorctl/failure.h"
 #include "velkorctl/safe_text.h"
+#include "velkorctl/value.h"
 
 namespace velkor::ctl {
 namespace {
 
 /** Removes a progress bar that may be on the line. */
 constexpr const char *clear_line = "\r\033[K";
+
+std::atomic<bool> json_messages = false;
+
+void print_line(const std::string &text) {
+  static const bool on_terminal = isatty(STDERR_FILENO) != 0;
+  const std::string line = (on_terminal ? clear_line : "") + text + "\n";
+  const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
+  static_cast<void>(written);  // there is nowhere else to report it
+}
+
+/** An object begun with the schema of such messages. */
+Json json_message(const std::string &kind) {
+  Json json;
+  json.begin_object().member("schema", "velkorctl." + kind).member("version", format_version);
+  return json;
+}
+
+void print(const char *kind, const char *mark, std::string_view text) {
+  if (json_messages)
+    print_line(json_message(kind).member("message", text).end_object().compact());
+  else
+    print_line(safe_text("velkorctl: " + (mark + std::string(text))));
+}
 
 void trim_end(std::string &text) {
   text.erase(text.find_last_not_of(" \n\r\t") + 1);
@@ -64,9 +90,9 @@ void log_message(const gchar *domain, GLogLevelFlags level, const gchar *message
   std::string text = message == nullptr ? "" : message;
   trim_end(text);
   if ((level & serious) != 0 && is_for_the_user(text))
-    say("warning: " + without_function(text));
+    warn(without_function(text));
   else if (tracing && ((level & serious) != 0 || g_strcmp0(domain, "velkor") == 0))
-    say("trace: " + text);
+    trace(text);
 }
 
 /** libxml2 reports an error in several pieces; complete lines are printed. */
@@ -82,18 +108,59 @@ void log_message(const gchar *domain, GLogLevelFlags level, const gchar *message
     return;
   trim_end(pending);
   if (tracing)
-    say("trace: XML: " + pending);
+    trace("XML: " + pending);
   pending.clear();
 }
 
 }  // namespace
 
 void say(std::string_view text) {
-  static const bool on_terminal = isatty(STDERR_FILENO) != 0;
-  const std::string line =
-      (on_terminal ? clear_line : "") + ("velkorctl: " + safe_text(text)) + "\n";
-  const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
-  static_cast<void>(written);  // there is nowhere else to report it
+  print("notice", "", text);
+}
+
+void warn(std::string_view text) {
+  print("warning", "warning: ", text);
+}
+
+void trace(std::string_view text) {
+  print("trace", "trace: ", text);
+}
+
+void report(const Failure &failure) {
+  const std::string_view message = failure.what();
+  if (message.empty())
+    return;
+  if (!json_messages)
+    return say(message);
+  const Failure::Cause &cause = failure.cause();
+  Json json = json_message("error");
+  json.member("code", static_cast<int>(failure.exit()));
+  if (cause.library_code)
+    json.member("libraryCode", *cause.library_code);
+  else
+    json.null_member("libraryCode");
+  json.member("message", message);
+  for (const auto &[name, text] :
+       {std::pair("operation", &cause.operation), std::pair("host", &cause.host)})
+    add_to(json, name, text_or_nothing(*text));
+  print_line(json.end_object().compact());
+}
+
+std::vector<MessageKind> message_kinds() {
+  const FieldInfo message{.name = "message", .type = type::text()};
+  return {{"error",
+           {{.name = "code", .type = type::number()},
+            {.name = "libraryCode", .type = type::number()},
+            message,
+            {.name = "operation", .type = type::text()},
+            {.name = "host", .type = type::text()}}},
+          {"warning", {message}},
+          {"notice", {message}},
+          {"trace", {message}}};
+}
+
+void set_json_messages(bool on) noexcept {
+  json_messages = on;
 }
 
 void install_log_handlers() noexcept {

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -25,12 +26,6 @@ OwnedFile private_copy_of_stdout() {
   return file;
 }
 
-[[noreturn]] void fail(int error) {
-  if (error == EPIPE)
-    throw Failure(Exit::broken_pipe, "");
-  throw Failure(Exit::failed, "cannot write to standard output: " + system_error(error));
-}
-
 /** Makes `target` the standard output. */
 void redirect_stdout(const Descriptor &target) noexcept {
   std::fflush(stdout);
@@ -44,7 +39,7 @@ Descriptor nowhere() noexcept {
 /** Prints the complete lines of `text` and leaves the rest in it. */
 void pass_lines(std::string &text) {
   for (std::size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n')) {
-    say("trace: " + text.substr(0, end));
+    trace(text.substr(0, end));
     text.erase(0, end + 1);
   }
 }
@@ -84,11 +79,29 @@ void Traces::forward() noexcept {
     pass_lines(pending);
   }
   if (!pending.empty())
-    say("trace: " + pending);
+    trace(pending);
 }
 
 Output::Output(bool show_traces, Stream stream)
-    : file_(private_copy_of_stdout()), stream_(stream), traces_(show_traces) {}
+    : width_(terminal_width(STDOUT_FILENO)), may_page_(width_ > 0 && terminal_is_capable()),
+      file_(private_copy_of_stdout()), stream_(stream), traces_(show_traces) {}
+
+void Output::page() {
+  if (!std::exchange(may_page_, false))
+    return;
+  const std::string command = pager_command();
+  if (command.empty())
+    return;
+  flush();
+  pager_.emplace(command, fileno(file_.get()));
+  file_ = pager_->input();
+}
+
+void Output::fail(int error) const {
+  if (error == EPIPE)
+    throw Failure(pager_ ? Exit::ok : Exit::broken_pipe, "");
+  throw Failure(Exit::failed, "cannot write to standard output: " + system_error(error));
+}
 
 void Output::write(std::string_view text) {
   throw_if_interrupted();
@@ -108,10 +121,6 @@ void Output::write_document(std::string_view text) {
 void Output::flush() {
   if (std::fflush(file_.get()) != 0)
     fail(errno);
-}
-
-int Output::width() const noexcept {
-  return terminal_width(fileno(file_.get()));
 }
 
 }  // namespace velkor::ctl

@@ -6,11 +6,13 @@
 #ifndef VELKORCTL_OUTPUT_H
 #define VELKORCTL_OUTPUT_H
 
+#include <optional>
 #include <string_view>
 #include <thread>
 
 #include "support/descriptor.h"
 #include "support/owned.h"
+#include "velkorctl/pager.h"
 
 namespace velkor::ctl {
 
@@ -46,10 +48,24 @@ public:
   /** Writes what is buffered; throws a Failure when that fails. */
   void flush();
 
+  /**
+   * From now on a pager shows what is written, if there is one for this terminal. Leaving it early
+   * is no failure.
+   */
+  void page();
+  /** Never starts a pager. */
+  void forbid_paging() noexcept { may_page_ = false; }
+
   /** The columns of the terminal; 0 when standard output is no terminal. */
-  [[nodiscard]] int width() const noexcept;
+  [[nodiscard]] int width() const noexcept { return width_; }
 
 private:
+  [[noreturn]] void fail(int error) const;
+
+  int width_;
+  bool may_page_;
+  std::optional<Pager> pager_;
+  /** Closed before the pager is waited for. */
   OwnedFile file_;
   Stream stream_;
   Traces traces_;

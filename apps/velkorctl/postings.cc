@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <string>
-#include <tuple>
+#include <utility>
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_category.h>
@@ -16,53 +16,40 @@
 
 #include "support/slist.h"
 #include "support/text.h"
-#include "velkorctl/moment.h"
 #include "velkorctl/vocabulary.h"
 
 namespace velkor::ctl {
 namespace {
 
-enum SortMode : gint32 { by_stamp = 0, by_title = 1, by_poster = 2, by_rating = 3 };
-
 /** A posting with what it is sorted by; equal ones are sorted by ID. */
 struct Selected {
-  gint64 number;
-  std::string text;
+  SortKey key;
   gint32 id;
 
-  bool operator<(const Selected &other) const noexcept {
-    return std::tie(number, text, id) < std::tie(other.number, other.text, other.id);
-  }
+  auto operator<=>(const Selected &other) const = default;
 };
 
-std::string collation_key(const GString *text) {
-  if (text == nullptr)
-    return {};
-  const OwnedText folded(g_utf8_casefold(text->str, -1));
-  return OwnedText(g_utf8_collate_key(folded.get(), -1)).get();
-}
-
-Selected sort_key(const ZoxEvent &posting, gint32 mode) {
-  switch (mode) {
-  case by_title:
-    return {0, collation_key(posting.title), posting.postId};
-  case by_poster:
-    return {0, collation_key(posting.poster), posting.postId};
-  case by_rating:
-    return {posting.rating, {}, posting.postId};
-  default:
-    return {posting.stamp, {}, posting.postId};
-  }
-}
-
 struct Collection {
-  gint32 mode;
+  const Field<ZoxEvent> &key;
   std::vector<Selected> postings;
 };
 
 void collect(const ZoxEvent *posting, gpointer collection) noexcept {
   auto &into = *static_cast<Collection *>(collection);
-  into.postings.push_back(sort_key(*posting, into.mode));
+  into.postings.push_back({SortKey(into.key.value(*posting)), posting->postId});
+}
+
+/** A posting by its ID, and itself when it is in the cache. */
+struct Entry {
+  gint32 id;
+  OwnedEvent posting;
+};
+
+Fields<Entry> entry_fields() {
+  Fields<Entry> fields = fields_of_part<Entry, ZoxEvent>(
+      posting_fields(), [](const Entry &entry) { return entry.posting.get(); });
+  fields.front().value = [](const Entry &entry) -> Value { return entry.id; };
+  return fields;
 }
 
 std::string sub_category_name(const ZoxEvent &posting) {
@@ -73,39 +60,21 @@ bool is_new(const ZoxEvent &posting) noexcept {
   return posting.stamp >= core->config->prevCheck;
 }
 
-void add_tags(Json &json, const ZoxEvent &posting) {
-  json.begin_array("tags");
-  for (const GString *code : Items<GString>(posting.tags)) {
-    const ZoxTag *tag = zox_tag_find(code, posting.cat);
-    json.begin_object().member("code", code);
-    json.member("group", tag == nullptr ? nullptr : tag->group->name);
-    json.member("name", tag == nullptr ? nullptr : tag->name).end_object();
-  }
-  json.end_array();
-}
-
-void add_newsgroups(Json &json, const ZoxEvent &posting) {
-  json.begin_array("newsgroups");
-  for (const GString *id : Items<GString>(posting.groups)) {
-    const auto number = static_cast<guint32>(std::strtoul(id->str, nullptr, 10));
-    json.begin_object().member("id", number).member("name", newsgroup_name(number)).end_object();
-  }
-  json.end_array();
-}
-
 }  // namespace
 
-std::vector<gint32> select_postings(const ZoxFilter &filter) {
+std::vector<gint32> select_postings(const ZoxFilter &filter, const Order &order) {
   zox_eventlist_apply_filter(core->eventlist, &filter);
-  Collection collection{filter.sortMode, {}};
+  const Fields<ZoxEvent> fields = posting_fields();
+  Collection collection{field_named(fields, order.sort.value_or("date")), {}};
   zox_eventlist_visit(core->eventlist, 1, collect, &collection);
-  std::ranges::sort(collection.postings, std::less<>());
-  if (filter.sortAscending == 0)
+  std::ranges::sort(collection.postings);
+  if (!order.sort)  // the newest come first
     std::ranges::reverse(collection.postings);
   std::vector<gint32> ids;
   ids.reserve(collection.postings.size());
   for (const Selected &one : collection.postings)
     ids.push_back(one.id);
+  reverse_and_limit(ids, order);
   return ids;
 }
 
@@ -130,52 +99,109 @@ std::string category_name(const ZoxEvent &posting) {
   return zox_string_category(posting.cat) + (sub.empty() ? "" : "/" + sub);
 }
 
-std::vector<Column> posting_columns() {
-  using Align = Column::Align;
-  return {{"ID", Align::right},
-          {"DATE"},
-          {"CATEGORY"},
-          {"STATUS"},
-          {"TITLE", Align::left, true},
-          {"POSTER", Align::left, true}};
+Value tag_value(gint32 category, const GString *code) {
+  const ZoxTag *tag = zox_tag_find(code, category);
+  const std::string name = tag_name(category, code);
+  return Value::Object{name,
+                       {{"code", code},
+                        {"group", tag == nullptr ? Value() : Value(tag->group->name)},
+                        {"name", name}}};
 }
 
-std::vector<std::string> posting_row(const ZoxEvent &posting) {
-  return {std::to_string(posting.postId),
-          show_moment(posting.stamp),
-          category_name(posting),
-          status_name(posting),
-          std::string(view_of(posting.title)),
-          std::string(view_of(posting.poster))};
+Value tag_values(gint32 category, const GSList *codes) {
+  Value::List tags;
+  for (const GString *code : Items<GString>(codes))
+    tags.push_back(tag_value(category, code));
+  return tags;
 }
 
-void add_posting(Json &json, const ZoxEvent &posting) {
-  json.member("id", posting.postId).member("stamp", posting.stamp);
-  json.member("date", show_moment(posting.stamp)).member("updated", posting.updated);
-  json.member("status", posting.status).member("statusName", zox_string_status(posting.status));
-  json.member("category", posting.cat).member("categoryName", zox_string_category(posting.cat));
-  json.member("subCategory", posting.sCat).member("subCategoryName", sub_category_name(posting));
-  json.member("title", posting.title).member("poster", posting.poster);
-  json.member("fileName", posting.fName).member("link", posting.link);
-  json.member("rating", posting.rating).member("freeTag", posting.tag);
-  add_tags(json, posting);
-  add_newsgroups(json, posting);
-  json.member("new", is_new(posting));
-  json.member("watched", zox_watchlist_is_in_list(static_cast<guint32>(posting.postId)) != FALSE);
+Type tags_type() {
+  return type::list_of(
+      type::object({{"code", type::text()}, {"group", type::text()}, {"name", type::text()}}));
+}
+
+Value newsgroup_values(const GSList *ids) {
+  Value::List groups;
+  for (const GString *id : Items<GString>(ids)) {
+    const auto number = static_cast<guint32>(std::strtoul(id->str, nullptr, 10));
+    const std::string name = newsgroup_name(number);
+    groups.push_back(Value::Object{name, {{"id", number}, {"shortName", name}}});
+  }
+  return groups;
+}
+
+Type newsgroups_type() {
+  return type::list_of(type::object({{"id", type::number()}, {"shortName", type::text()}}));
+}
+
+Fields<ZoxEvent> posting_fields() {
+  using P = const ZoxEvent &;
+  return {
+      {{.name = "id", .type = type::number(), .rank = 2}, [](P p) -> Value { return p.postId; }},
+      {{.name = "date", .type = type::moment(), .rank = 3, .style = Style::faint},
+       [](P p) -> Value { return moment_or_nothing(p.stamp); }},
+      {{.name = "updated", .type = type::moment()},
+       [](P p) -> Value { return moment_or_nothing(p.updated); }},
+      {{.name = "categoryPath", .type = type::text(), .rank = 4, .title = "Category"},
+       [](P p) -> Value { return category_name(p); }},
+      {{.name = "category", .type = type::text(), .place = Place::nowhere},
+       [](P p) { return text_or_nothing(zox_string_category(p.cat)); }},
+      {{.name = "categoryId", .type = type::number(), .place = Place::nowhere},
+       [](P p) -> Value { return p.cat; }},
+      {{.name = "subCategory", .type = type::text(), .place = Place::nowhere},
+       [](P p) { return text_or_nothing(sub_category_name(p)); }},
+      {{.name = "subCategoryId", .type = type::number(), .place = Place::nowhere},
+       [](P p) -> Value { return p.sCat; }},
+      {{.name = "status", .type = type::text(), .rank = 5},
+       [](P p) -> Value { return status_name(p); }},
+      {{.name = "statusId", .type = type::number(), .place = Place::nowhere},
+       [](P p) -> Value { return p.status; }},
+      {{.name = "title", .type = type::text(), .rank = 1, .flexible = true, .style = Style::strong},
+       [](P p) -> Value { return p.title; },
+       [](P p) { return std::string(view_of(p.link)); }},
+      {{.name = "poster", .type = type::text(), .rank = 1, .flexible = true},
+       [](P p) -> Value { return p.poster; }},
+      {{.name = "tags", .type = tags_type(), .flexible = true},
+       [](P p) { return tag_values(p.cat, p.tags); }},
+      {{.name = "freeTag", .type = type::text(), .flexible = true},
+       [](P p) -> Value { return p.tag; }},
+      {{.name = "newsgroups", .type = newsgroups_type(), .flexible = true},
+       [](P p) { return newsgroup_values(p.groups); }},
+      {{.name = "fileName", .type = type::text(), .flexible = true},
+       [](P p) -> Value { return p.fName; }},
+      {{.name = "link", .type = type::text(), .flexible = true},
+       [](P p) -> Value { return p.link; },
+       [](P p) { return std::string(view_of(p.link)); }},
+      {{.name = "rating", .type = type::number(), .place = Place::line_unless_zero},
+       [](P p) -> Value { return p.rating; }},
+      {{.name = "new", .type = type::flag(), .place = Place::nowhere},
+       [](P p) -> Value { return is_new(p); }},
+      {{.name = "watched", .type = type::flag(), .place = Place::nowhere},
+       [](P p) -> Value {
+         return zox_watchlist_is_in_list(static_cast<guint32>(p.postId)) != FALSE;
+       }},
+  };
+}
+
+RecordInfo posting_records() {
+  return list_of_records(posting_fields(), "posting", "postings");
 }
 
 void print_postings(const std::vector<gint32> &ids, const Context &context) {
-  const auto row = [](gint32 id) {
-    const OwnedEvent posting = find_posting(id);
-    return posting ? posting_row(*posting) : std::vector<std::string>{std::to_string(id)};
-  };
-  const auto add_members = [](Json &json, gint32 id) {
-    if (const OwnedEvent posting = find_posting(id))
-      add_posting(json, *posting);
-    else
-      json.member("id", id);
-  };
-  print_list(context, posting_columns(), ids, row, add_members);
+  const Fields<Entry> fields = entry_fields();
+  RecordPrinter<Entry> printer(context, fields);
+  for (const gint32 id : ids)
+    printer.add({id, find_posting(id)});
+  printer.finish();
+}
+
+void print_postings_arranged(std::vector<gint32> ids, const Context &context) {
+  const Order order = order_of(context.arguments);
+  const Fields<Entry> fields = entry_fields();
+  arrange_by(ids, order, [&](gint32 id) {
+    return field_named(fields, *order.sort).value({id, find_posting(id)});
+  });
+  print_postings(ids, context);
 }
 
 }  // namespace velkor::ctl

@@ -11,12 +11,15 @@
 #include <velkor/zox_filter.h>
 
 #include "support/owned_records.h"
-#include "velkorctl/formats.h"
+#include "velkorctl/record_printer.h"
 
 namespace velkor::ctl {
 
-/** Applies `filter` to the cache; the IDs of the postings it accepts, sorted as it asks for. */
-std::vector<gint32> select_postings(const ZoxFilter &filter);
+/**
+ * Applies `filter` to the cache; the IDs of the postings it accepts, ordered: the newest first
+ * unless `order` says otherwise.
+ */
+std::vector<gint32> select_postings(const ZoxFilter &filter, const Order &order = {});
 
 /** A copy of a cached posting, or null. */
 OwnedEvent find_posting(gint32 id) noexcept;
@@ -29,14 +32,21 @@ std::string status_name(const ZoxEvent &posting);
 /** "Beeld/DivX" */
 std::string category_name(const ZoxEvent &posting);
 
-std::vector<Column> posting_columns();
-std::vector<std::string> posting_row(const ZoxEvent &posting);
+/** Tags and newsgroups as lists of objects, and the types of these. */
+Value tag_values(gint32 category, const GSList *codes);
+Type tags_type();
+Value newsgroup_values(const GSList *ids);
+Type newsgroups_type();
 
-/** Adds the members for the fields that the cache has to the object begun in `json`. */
-void add_posting(Json &json, const ZoxEvent &posting);
+/** The fields that the cache has. The first one is the ID. */
+Fields<ZoxEvent> posting_fields();
+/** A list of postings. */
+RecordInfo posting_records();
 
-/** Prints cached postings as a table or JSON; of one that is not in the cache the ID alone. */
+/** Prints cached postings as they stand; of one that is not in the cache the ID alone. */
 void print_postings(const std::vector<gint32> &ids, const Context &context);
+/** As print_postings(), but in the order and number that the options ask for. */
+void print_postings_arranged(std::vector<gint32> ids, const Context &context);
 
 }  // namespace velkor::ctl
 

@@ -2,6 +2,7 @@
 #include "velkorctl/safe_text.h"
 
 #include <array>
+#include <atomic>
 
 #include "support/text.h"
 
@@ -9,7 +10,11 @@ namespace velkor::ctl {
 namespace {
 
 constexpr gunichar replacement = 0xFFFD;
-constexpr std::string_view ellipsis = "…";
+std::atomic<bool> ascii_only = false;
+
+const char *ellipsis() noexcept {
+  return ascii_only ? "~" : "…";
+}
 
 void append(std::string &result, gunichar character) {
   std::array<char, 6> bytes{};
@@ -39,7 +44,11 @@ std::string safe_text(std::string_view text, Lines lines) {
   result.reserve(text.size());
   for (const char *at = valid.get(); *at != '\0'; at = g_utf8_next_char(at))
     append(result, safe_character(g_utf8_get_char(at), lines));
-  return result;
+  return ascii_only ? OwnedText(g_str_to_ascii(result.c_str(), "C")).get() : result;
+}
+
+void set_ascii_only(bool on) noexcept {
+  ascii_only = on;
 }
 
 int display_width(std::string_view text) noexcept {
@@ -60,7 +69,7 @@ std::string fit(std::string_view text, int width) {
   for (; used + cells_of(g_utf8_get_char(end)) < width; end = g_utf8_next_char(end))
     used += cells_of(g_utf8_get_char(end));
   std::string result(text.data(), end);
-  return result.append(ellipsis);
+  return result.append(ellipsis());
 }
 
 }  // namespace velkor::ctl

@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "velkorctl/core_session.h"
-#include "velkorctl/formats.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/safe_text.h"
 #include "velkorctl/settings.h"
@@ -14,6 +13,11 @@ namespace {
 
 using Access = CoreSession::Access;
 using Texts = std::vector<std::string>;
+
+Fields<std::string> text_fields() {
+  return {{{.name = "text", .type = type::text(), .rank = 1, .flexible = true},
+           [](const std::string &text) -> Value { return text; }}};
+}
 
 /** Lets `change` act on the texts of the setting for every argument, and saves them. */
 Exit change_texts(const Context &context, const std::string &key,
@@ -40,19 +44,9 @@ void remove(Texts &texts, const std::string &argument) {
     throw Failure(Exit::not_found, "\"" + argument + "\" is not in the list");
 }
 
-Exit print_texts(const Context &context, const SettingList &list) {
+Exit print_list(const Context &context, const SettingList &list) {
   const CoreSession session(context.options, Access::read, Load::settings);
-  Json json;
-  json.begin_array();
-  std::string lines;
-  for (const std::string &text : texts_of(list)) {
-    json.value(text);
-    lines += safe_text(text) + "\n";
-  }
-  if (wants_json(context.arguments))
-    print(json.end_array(), context);
-  else
-    context.out.write(lines);
+  print_texts(context, texts_of(list));
   return Exit::ok;
 }
 
@@ -71,9 +65,24 @@ std::vector<Command> setting_list_commands(const SettingList &list) {
            {texts},
            {},
            [key](const Context &context) { return change_texts(context, key, remove); }},
-          {"list", list.list_summary, {}, {format_option()}, [list](const Context &context) {
-             return print_texts(context, list);
-           }}};
+          with_output({"list",
+                       list.list_summary,
+                       {},
+                       {},
+                       [list](const Context &context) { return print_list(context, list); }},
+                      text_records())};
+}
+
+RecordInfo text_records() {
+  return list_of_records(text_fields(), "text", "texts");
+}
+
+void print_texts(const Context &context, const std::vector<std::string> &texts,
+                 const Result &result) {
+  if (wants_records(context.arguments))
+    return print_records(context, text_fields(), texts, result);
+  for (const std::string &text : arranged(texts, text_fields(), context))
+    context.out.write(safe_text(text) + "\n");
 }
 
 void add_texts(const SettingList &list, const std::vector<std::string> &added) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "velkorctl/command.h"
+#include "velkorctl/record_printer.h"
 
 namespace velkor::ctl {
 
@@ -21,6 +21,13 @@ struct SettingList {
 };
 
 std::vector<Command> setting_list_commands(const SettingList &list);
+
+/** A list of texts. */
+RecordInfo text_records();
+
+/** Prints texts as records when the options ask for them, and a text per line otherwise. */
+void print_texts(const Context &context, const std::vector<std::string> &texts,
+                 const Result &result = {});
 
 /** Adds texts to the setting, which is not saved; those that are there already are reported. */
 void add_texts(const SettingList &list, const std::vector<std::string> &added);

@@ -13,26 +13,13 @@ namespace {
 constexpr int gap = 2;
 constexpr int min_flexible_width = 10;
 
-std::vector<std::string> titles(const std::vector<Column> &columns) {
-  std::vector<std::string> result;
-  result.reserve(columns.size());
-  for (const Column &column : columns)
-    result.push_back(column.title);
-  return result;
-}
-
-void widen(std::vector<int> &widths, const std::vector<std::string> &cells) {
-  for (std::size_t i = 0; i < widths.size(); ++i)
-    widths[i] = std::max(widths[i], display_width(cells[i]));
-}
-
 int line_width(const std::vector<int> &widths) {
   return std::accumulate(widths.begin(), widths.end(), 0) +
          gap * (static_cast<int>(widths.size()) - 1);
 }
 
-void pad(std::string &text, int cells) {
-  text.append(static_cast<std::size_t>(std::max(cells, 0)), ' ');
+std::string blanks(int cells) {
+  return std::string(static_cast<std::size_t>(std::max(cells, 0)), ' ');
 }
 
 void strip_trailing_blanks(std::string &text) {
@@ -41,60 +28,130 @@ void strip_trailing_blanks(std::string &text) {
 
 }  // namespace
 
-Table::Table(std::vector<Column> columns) : columns_(std::move(columns)) {}
+Table::Table(std::vector<Column> columns) : columns_(std::move(columns)) {
+  titles_.reserve(columns_.size());
+  for (const Column &column : columns_)
+    titles_.push_back({column.title});
+}
 
-void Table::add(std::vector<std::string> cells) {
-  for (std::string &cell : cells)
-    cell = safe_text(cell);
+void Table::add(std::vector<TableCell> cells) {
+  for (TableCell &cell : cells)
+    cell.text = safe_text(cell.text);
   cells.resize(columns_.size());
   rows_.push_back(std::move(cells));
 }
 
-std::vector<int> Table::widths(int limit, bool header) const {
-  std::vector<int> result(columns_.size(), 0);
+/**
+ * Columns are left out until the others fit when the flexible ones are cut to ten cells; then the
+ * flexible ones are cut, from the last to the first, and in the end the widest as far as is needed.
+ */
+Table::Layout Table::layout(int limit, bool header) const {
+  Layout result{std::vector<std::size_t>(columns_.size()), std::vector<int>(columns_.size(), 0)};
+  std::iota(result.places.begin(), result.places.end(), 0U);
+  std::vector<int> &widths = result.widths;
+  const auto widen = [&widths](const std::vector<TableCell> &cells) {
+    for (std::size_t i = 0; i < widths.size(); ++i)
+      widths[i] = std::max(widths[i], display_width(cells[i].text));
+  };
   if (header)
-    widen(result, titles(columns_));
+    widen(titles_);
   for (const auto &row : rows_)
-    widen(result, row);
-  for (std::size_t i = result.size(); limit > 0 && i-- > 0;) {
-    const int excess = line_width(result) - limit;
-    if (excess > 0 && columns_[i].flexible)
-      result[i] = std::max(result[i] - excess, std::min(result[i], min_flexible_width));
+    widen(row);
+  if (limit > 0) {
+    leave_out_columns(result, limit);
+    cut_columns(result, limit);
+    cut_widest_columns(result, limit);
   }
   return result;
 }
 
-std::string Table::line(const std::vector<std::string> &cells,
-                        const std::vector<int> &widths) const {
+void Table::leave_out_columns(Layout &layout, int limit) const {
+  const auto least_width = [&] {
+    std::vector<int> widths = layout.widths;
+    for (std::size_t i = 0; i < widths.size(); ++i)
+      if (columns_[layout.places[i]].flexible)
+        widths[i] = std::min(widths[i], min_flexible_width);
+    return line_width(widths);
+  };
+  while (least_width() > limit) {
+    const auto last =
+        std::ranges::max_element(layout.places, std::ranges::less(),
+                                 [this](std::size_t place) { return columns_[place].rank; });
+    if (columns_[*last].rank <= 1)
+      return;
+    layout.widths.erase(layout.widths.begin() + (last - layout.places.begin()));
+    layout.places.erase(last);
+  }
+}
+
+void Table::cut_columns(Layout &layout, int limit) const {
+  for (std::size_t i = layout.widths.size(); i-- > 0;) {
+    const int excess = line_width(layout.widths) - limit;
+    int &width = layout.widths[i];
+    if (excess > 0 && columns_[layout.places[i]].flexible)
+      width = std::max(width - excess, std::min(width, min_flexible_width));
+  }
+}
+
+void Table::cut_widest_columns(Layout &layout, int limit) const {
+  while (line_width(layout.widths) > limit) {
+    int *widest = nullptr;
+    for (std::size_t i = 0; i < layout.widths.size(); ++i)
+      if (columns_[layout.places[i]].flexible && (widest == nullptr || layout.widths[i] > *widest))
+        widest = &layout.widths[i];
+    if (widest == nullptr || *widest <= 1)
+      return;
+    --*widest;
+  }
+}
+
+std::string Table::line(const std::vector<TableCell> &cells, const Layout &layout, const Look &look,
+                        bool is_header) const {
   std::string result;
-  for (std::size_t i = 0; i < cells.size(); ++i) {
-    const std::string cell = fit(cells[i], widths[i]);
-    const int missing = widths[i] - display_width(cell);
-    if (i > 0)
-      pad(result, gap);
-    if (columns_[i].align == Column::Align::right)
-      pad(result, missing);
-    result += cell;
-    if (columns_[i].align == Column::Align::left)
-      pad(result, missing);
+  for (std::size_t i = 0; i < layout.places.size(); ++i) {
+    const Column &column = columns_[layout.places[i]];
+    const TableCell &cell = cells[layout.places[i]];
+    const std::string text = fit(cell.text, layout.widths[i]);
+    const std::string padding = blanks(layout.widths[i] - display_width(text));
+    const Style style = is_header ? Style::strong : column.style;
+    const std::string shown = linked(styled(text, style, look), cell.link, look);
+    result += blanks(i > 0 ? gap : 0);
+    result += column.align == Column::Align::right ? padding + shown : shown + padding;
   }
   strip_trailing_blanks(result);
   return result;
 }
 
-std::string Table::text(int width, bool header) const {
-  const std::vector<int> column_widths = widths(width, header);
+std::string Table::text(const Look &look, bool header) const {
+  const Layout shown = layout(look.width, header);
+  const bool too_wide = look.width > 0 && line_width(shown.widths) > look.width;
+  const Look plain{.width = look.width};
   std::string result;
-  const auto append = [&](const std::vector<std::string> &cells) {
-    const std::string whole = line(cells, column_widths);
-    result += width > 0 ? fit(whole, width) : whole;
+  const auto append = [&](const std::vector<TableCell> &cells, bool is_header) {
+    result += too_wide ? fit(line(cells, shown, plain, is_header), look.width)
+                       : line(cells, shown, look, is_header);
     result += '\n';
   };
   if (header)
-    append(titles(columns_));
+    append(titles_, true);
   for (const auto &row : rows_)
-    append(row);
+    append(row, false);
   return result;
+}
+
+std::string Table::header_line(const Look &look) const {
+  std::string result;
+  for (const TableCell &title : titles_)
+    result += (result.empty() ? "" : blanks(gap)) + styled(title.text, Style::strong, look);
+  return result + "\n";
+}
+
+std::string Table::unpadded_line(const std::vector<TableCell> &cells, const Look &look) const {
+  std::string result;
+  for (std::size_t i = 0; i < cells.size(); ++i)
+    result += blanks(i > 0 ? gap : 0) + styled(safe_text(cells[i].text), columns_[i].style, look);
+  strip_trailing_blanks(result);
+  return result + "\n";
 }
 
 }  // namespace velkor::ctl

@@ -2,7 +2,9 @@
 #include "velkorctl/terminal.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
+#include <string_view>
 
 #include <sys/ioctl.h>
 #include <termios.h>
@@ -58,6 +60,11 @@ int terminal_width(int descriptor) noexcept {
   winsize size{};
   const bool known = ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
   return known ? size.ws_col : default_width;
+}
+
+bool terminal_is_capable() noexcept {
+  const char *name = std::getenv("TERM");  // NOLINT(concurrency-mt-unsafe): nobody sets it
+  return name != nullptr && *name != '\0' && std::string_view(name) != "dumb";
 }
 
 std::string read_secret(const std::string &prompt) {

@@ -10,6 +10,9 @@ namespace velkor::ctl {
 /** The columns of the terminal, or 0 when `descriptor` is no terminal. */
 int terminal_width(int descriptor) noexcept;
 
+/** Whether TERM names a terminal that takes escape sequences. */
+bool terminal_is_capable() noexcept;
+
 /**
  * One line of standard input without its line feed. A terminal shows `prompt` and not what is
  * typed. Throws a Failure when nothing can be read.

@@ -15,9 +15,36 @@
 #include "velkorctl/ageing.h"
 #include "velkorctl/failure.h"
 #include "velkorctl/messages.h"
+#include "velkorctl/record_printer.h"
 #include "velkorctl/request_watch.h"
 
 namespace velkor::ctl {
+namespace {
+
+using Outcome = UpdateRun::Outcome;
+
+Fields<Outcome> outcome_fields() {
+  using O = const Outcome &;
+  return {
+      {{.name = "new", .type = type::flag()},
+       [](O outcome) -> Value { return outcome.nothing_new.empty(); }},
+      {{.name = "received", .type = type::number()},
+       [](O outcome) -> Value { return outcome.received; }},
+      {{.name = "cached", .type = type::number()},
+       [](O outcome) -> Value { return outcome.cached; }},
+      {{.name = "agedOut", .type = type::number()},
+       [](O outcome) -> Value { return outcome.aged_out; }},
+      {{.name = "watcherMatches", .type = type::flag()},
+       [](O outcome) -> Value { return outcome.watcher_matches; }},
+      {{.name = "watchlistChanged", .type = type::flag()},
+       [](O outcome) -> Value { return outcome.watchlist_changed; }},
+      {{.name = "dumpsLeft", .type = type::number()},
+       [](O outcome) -> Value { return outcome.dumps_left; }},
+  };
+}
+
+}  // namespace
+
 void require_ageing(const Arguments &arguments) {
   if (arguments.has("--yes"))
     return;
@@ -61,7 +88,9 @@ bool UpdateRun::run() {
   if (result.code != ZOX_RESULT_SUCCESS)
     restore_settings();
   if (result.code == ZOX_RESULT_NOTHING_NEW && !(result.request && result.request->refused())) {
-    say(sentence_of(result.code, nullptr));
+    outcome_.nothing_new = sentence_of(result.code, nullptr);
+    outcome_.cached = zox_eventlist_get_count(core->eventlist, 0);
+    say(outcome_.nothing_new);
     return false;
   }
   require_success(result);
@@ -72,7 +101,8 @@ bool UpdateRun::run() {
 
 gint UpdateRun::on_dump(gint32 total, gint32 index) noexcept {
   if (index == 0)  // the update has just removed what is too old
-    current_->aged_out_ = current_->count_before_ - zox_eventlist_get_count(core->eventlist, 0);
+    current_->outcome_.aged_out =
+        current_->count_before_ - zox_eventlist_get_count(core->eventlist, 0);
   current_->progress_.dump(total, index);
   if (index > 0)
     current_->stage_ = "fetching dump " + std::to_string(index) + " of " + std::to_string(total);
@@ -85,7 +115,7 @@ gint UpdateRun::on_bytes(gint64 received, gint64 expected, gpointer self) noexce
 }
 
 gint UpdateRun::on_merge(guint32 total, guint32 /*done*/, gpointer self) noexcept {
-  static_cast<UpdateRun *>(self)->received_ = total;
+  static_cast<UpdateRun *>(self)->outcome_.received = total;
   return 0;
 }
 
@@ -115,24 +145,27 @@ void UpdateRun::require_saved() {
                                    "; the next update fetches the postings received again");
 }
 
-void UpdateRun::report() const {
-  say(std::to_string(received_) + " postings received, " +
-      std::to_string(zox_eventlist_get_count(core->eventlist, 0)) + " in the cache");
+void UpdateRun::report() {
+  outcome_.cached = zox_eventlist_get_count(core->eventlist, 0);
+  outcome_.watcher_matches = core->watcherNoHits == 0;
+  outcome_.watchlist_changed = core->watchlistUnchanged == 0;
+  say(std::to_string(outcome_.received) + " postings received, " + std::to_string(outcome_.cached) +
+      " in the cache");
   report_rest();
-  if (core->watcherNoHits == 0)
+  if (outcome_.watcher_matches)
     say("a watcher matches a new posting");
-  if (core->watchlistUnchanged == 0)
+  if (outcome_.watchlist_changed)
     say("a posting on the watchlist has changed");
 }
 
 void UpdateRun::report_ageing() const {
-  if (aged_out_ > 0)
-    say(std::to_string(aged_out_) + " postings older than " + retention_in_words() +
+  if (outcome_.aged_out > 0)
+    say(std::to_string(outcome_.aged_out) + " postings older than " + retention_in_words() +
         " removed from the cache (setting verwijderPostsNaXDagen)");
 }
 
 /** A first update without --recursive brings only as much as the server names at a time. */
-void UpdateRun::report_rest() const {
+void UpdateRun::report_rest() {
   if (last_check_ != 0 || extent_ != Extent::as_set || recursive_setting_ != 0)
     return;
   GSList *dumps = nullptr;
@@ -142,10 +175,22 @@ void UpdateRun::report_rest() const {
                static_cast<gint32>(core->config->lastCheck), &stamp);
   const guint count = g_slist_length(dumps);
   g_slist_free_full(dumps, g_free);
-  if (!result.failed() && count > 0)
-    say("at least " + std::to_string(count) +
-        (count == 1 ? " more dump waits" : " more dumps wait") +
-        " on the server; velkorctl update --recursive fetches everything");
+  if (result.failed() || count == 0)
+    return;
+  outcome_.dumps_left = count;
+  say("at least " + std::to_string(count) + (count == 1 ? " more dump waits" : " more dumps wait") +
+      " on the server; velkorctl update --recursive fetches everything");
+}
+
+RecordInfo update_record() {
+  return one_record(outcome_fields());
+}
+
+void print_update(const Context &context, const UpdateRun &update, Exit exit) {
+  const Outcome &outcome = update.outcome();
+  if (wants_records(context.arguments))
+    print_record(context, outcome_fields(), outcome,
+                 {.code = exit, .message = outcome.nothing_new});
 }
 
 }  // namespace velkor::ctl

@@ -7,7 +7,7 @@
 
 #include <glib.h>
 
-#include "velkorctl/arguments.h"
+#include "velkorctl/command.h"
 #include "velkorctl/progress.h"
 
 namespace velkor::ctl {
@@ -39,6 +39,21 @@ public:
    */
   bool run();
 
+  /** What came of the run. */
+  struct Outcome {
+    /** Why there was nothing new; empty when there was something. */
+    std::string nothing_new;
+    guint32 received = 0;
+    guint32 cached = 0;
+    /** The postings that were removed because of their age. */
+    guint32 aged_out = 0;
+    bool watcher_matches = false;
+    bool watchlist_changed = false;
+    /** The dumps that are known to wait on the server. */
+    guint32 dumps_left = 0;
+  };
+  [[nodiscard]] const Outcome &outcome() const noexcept { return outcome_; }
+
 private:
   static gint on_dump(gint32 total, gint32 index) noexcept;
   static gint on_bytes(gint64 received, gint64 expected, gpointer self) noexcept;
@@ -47,9 +62,9 @@ private:
   void done();
   void restore_settings() const noexcept;
   static void require_saved();
-  void report() const;
+  void report();
   void report_ageing() const;
-  void report_rest() const;
+  void report_rest();
 
   static UpdateRun *current_;
 
@@ -60,12 +75,16 @@ private:
   Progress progress_;
   /** What the update does now, for a message. */
   std::string stage_ = "asking what is new";
-  guint32 received_ = 0;
   guint32 count_before_;
-  /** The postings that were removed because of their age. */
-  guint32 aged_out_ = 0;
+  Outcome outcome_;
   bool merged_ = false;
 };
+
+/** What a command that updates prints. */
+RecordInfo update_record();
+
+/** Prints what came of the update when the options ask for it. */
+void print_update(const Context &context, const UpdateRun &update, Exit exit);
 
 }  // namespace velkor::ctl
 

@@ -164,9 +164,9 @@ class PageTest(unittest.TestCase):
     def test_orders_and_counts(self):
         postings = [posting(n, Title=title) for n, title in
                     enumerate(["delta", "alfa", "charlie", "bravo"], start=1)]
-        self.show(postings, "--sort", "title", "--ascending")
+        self.show(postings, "--sort", "title")
         self.assertEqual(self.visible_rows(), [2, 4, 3, 1])
-        self.show(postings, "--sort", "title", "--descending")
+        self.show(postings, "--sort", "title", "--reverse")
         self.assertEqual(self.visible_rows(), [1, 3, 4, 2])
         self.assertIn("4 postings", self.browser.run("return document.body.textContent"))
         self.assertIsNone(self.browser.run("return document.querySelector('.notice')"))

@@ -57,8 +57,8 @@ TEST_F(VelkorctlBus, LeavesNoCoreDump) {
 }
 
 TEST_F(VelkorctlBus, ListenPrintsJson) {
-  ChildProcess listener(command({"listen", "--format", "json"}));
-  EXPECT_EQ(listener.read_line(), R"({"event":"listening"})");
+  ChildProcess listener(command({"listen", "--format", "ndjson"}));
+  EXPECT_EQ(listener.read_line(), R"({"event":"listening","id":null})");
   EXPECT_EQ(output({"open", "7"}), "");
   EXPECT_EQ(listener.read_line(), R"({"event":"open_posting","id":7})");
 }

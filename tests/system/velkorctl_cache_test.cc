@@ -7,6 +7,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using ::testing::AllOf;
 using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::Not;
@@ -24,17 +25,18 @@ protected:
 
 TEST_F(VelkorctlCache, InfoCountsThePostings) {
   const std::string info = output({"cache", "info"});
-  EXPECT_THAT(info, HasSubstr("Postings         2\n"));
-  EXPECT_THAT(info, HasSubstr("  Spot           1\n"));
-  EXPECT_THAT(info, HasSubstr("Last update      2023-11-14 23:13\n"));
+  EXPECT_THAT(info, HasSubstr("Postings     2\n"));
+  EXPECT_THAT(info, HasSubstr("States       Ready 1, Spot 1\n"));
+  EXPECT_THAT(info, HasSubstr("Last update  2023-11-14 23:13\n"));
   EXPECT_THAT(output({"cache", "info", "--format", "json"}),
-              HasSubstr(R"("postings":2,"states":{"Ready":1,"Spot":1})"));
+              HasSubstr(R"("postings":2,"states":[{"status":"Ready","count":1},)"
+                        R"({"status":"Spot","count":1}])"));
 }
 
 TEST_F(VelkorctlCache, VerifiesAnIntactCache) {
-  EXPECT_EQ(output({"cache", "verify"}), "FILE             ENTRIES  RESULT\n"
-                                         "velkor.conf            3  ok\n"
-                                         "velkor.posts.gz        2  ok\n");
+  EXPECT_EQ(output({"cache", "verify"}), "FILE  ENTRIES  RESULT\n"
+                                         "velkor.conf  3  ok\n"
+                                         "velkor.posts.gz  2  ok\n");
 }
 
 TEST_F(VelkorctlCache, FindsDamageUpToTheLastByte) {
@@ -42,6 +44,8 @@ TEST_F(VelkorctlCache, FindsDamageUpToTheLastByte) {
   bytes[bytes.size() - 6] = static_cast<char>(~bytes[bytes.size() - 6]);
   write_file(cached("velkor.posts.gz"), bytes);
   EXPECT_EQ(run({"cache", "verify"}).status, 6);
+  EXPECT_THAT(run({"cache", "verify", "--format", "json"}).out,
+              AllOf(HasSubstr(R"("code":6,)"), HasSubstr(R"("sound":false)")));
   cache_postings("<Event>");
   const ProcessResult outcome = run({"cache", "verify"});
   EXPECT_EQ(outcome.status, 6);
@@ -62,10 +66,10 @@ TEST_F(VelkorctlCache, WhatTheLibraryCannotReadIsDamaged) {
 TEST_F(VelkorctlCache, APlainFileTakesThePlaceOfTheCompressedOne) {
   write_file(cached("velkor.posts"), "<Events>" + event(7, "Plain") + "</Events>");
   EXPECT_EQ(output({"cache", "verify"}),
-            "FILE             ENTRIES  RESULT\n"
-            "velkor.conf            3  ok\n"
-            "velkor.posts           1  ok\n"
-            "velkor.posts.gz        0  not used: velkor.posts is read in its place\n");
+            "FILE  ENTRIES  RESULT\n"
+            "velkor.conf  3  ok\n"
+            "velkor.posts  1  ok\n"
+            "velkor.posts.gz  0  not used: velkor.posts is read in its place\n");
   EXPECT_EQ(read_file(cached("velkor.posts")), "<Events>" + event(7, "Plain") + "</Events>");
 }
 
@@ -120,7 +124,7 @@ TEST_F(VelkorctlCache, AFailedBackupLeavesNoPartialFile) {
 
 TEST_F(VelkorctlCache, AnEmptyListIsNotDamage) {
   write_gzip(cached("velkor.posts.gz"), "<?xml version=\"1.0\"?>\n<Events/>\n");
-  EXPECT_EQ(output({"list", "--format", "json"}), "[]\n");
+  EXPECT_EQ(count_objects(output({"list", "--format", "json"})), 0U);
   EXPECT_EQ(run({"cache", "verify"}).status, 0);
 }
 

@@ -37,16 +37,20 @@ TEST_F(VelkorctlMail, SendsFetchesReadsAndDeletes) {
   EXPECT_EQ(output({"mail", "check"}), "no\n");
   send("greeting", "hello\nthere\n");
   EXPECT_EQ(output({"mail", "check"}), "yes\n");
+  EXPECT_THAT(output({"mail", "check", "--format", "json"}),
+              HasSubstr(R"("item":{"waiting":true})"));
   const ProcessResult fetched = run({"mail", "fetch"});
   EXPECT_EQ(fetched.status, 0);
   EXPECT_EQ(fetched.err, "velkorctl: 1 new message\n");
   EXPECT_EQ(run({"mail", "fetch"}).err, "velkorctl: no new messages\n");
   EXPECT_EQ(count_objects(output({"mail", "list", "--format", "json"})), 2U);
   EXPECT_THAT(output({"mail", "list"}), HasSubstr("received  demo"));
+  EXPECT_EQ(output({"mail", "read", "2", "--format", "tsv", "--fields", "number,body"}),
+            "number\tbody\n2\thello\\nthere\n");
   for (const char *number : {"1", "2"})
     EXPECT_THAT(output({"mail", "read", number}), HasSubstr("\n\nhello\nthere\n"));
   EXPECT_EQ(output({"mail", "delete", "2", "1"}), "");
-  EXPECT_EQ(output({"mail", "list", "--format", "json"}), "[]\n");
+  EXPECT_EQ(count_objects(output({"mail", "list", "--format", "json"})), 0U);
 }
 
 TEST_F(VelkorctlMail, AMessageThatDoesNotExistIsNotFound) {
@@ -60,7 +64,7 @@ TEST_F(VelkorctlMail, AnUnknownAddresseeIsReported) {
   EXPECT_EQ(outcome.status, 7);
   EXPECT_EQ(outcome.err,
             "velkorctl: the server does not know the addressee (sending the message)\n");
-  EXPECT_EQ(output({"mail", "list", "--format", "json"}), "[]\n");
+  EXPECT_EQ(count_objects(output({"mail", "list", "--format", "json"})), 0U);
 }
 
 TEST_F(VelkorctlMail, AFullDiskLeavesTheMailOnTheServer) {
@@ -102,7 +106,9 @@ TEST_F(VelkorctlCommunity, KudosAreGivenAndRead) {
   EXPECT_EQ(run({"kudos", id, "--give", "3"}).err,
             "velkorctl: the kudos have been given; the counts are now 3 and 3\n");
   EXPECT_EQ(output({"kudos", id, "--format", "json"}),
-            "{\"id\":" + id + ",\"first\":3,\"second\":3}\n");
+            "{\"schema\":\"velkorctl.kudos\",\"version\":1,\"code\":0,\"message\":\"\",\"item\":"
+            "{\"id\":" +
+                id + ",\"first\":3,\"second\":3}}\n");
   const ProcessResult again = run({"kudos", id, "--give", "3"});
   EXPECT_EQ(again.status, 1);
   EXPECT_EQ(again.err, "velkorctl: the server has not counted the kudos: its counts are still 3 "

@@ -148,16 +148,19 @@ TEST_F(VelkorctlConfig, ExplainsEverySetting) {
   const std::string json = output({"config", "list", "--explain", "--format", "json"});
   EXPECT_EQ(count_objects(json), 34U);
   EXPECT_THAT(json, HasSubstr(R"("key":"trayIcon","value":"1","meaning":"yes","description":)"));
-  EXPECT_THAT(json, HasSubstr(R"("values":"yes or no","default":"yes","user":"front end")"));
+  EXPECT_THAT(json, HasSubstr(R"("choices":"yes or no","default":"yes","usedBy":"front end")"));
   EXPECT_THAT(json, Not(HasSubstr("secret")));
 }
 
 TEST_F(VelkorctlConfig, ListsEverySetting) {
   settings("username=ann\nwatcher=a\nwatcher=b\n");
   const std::string json = output({"config", "list", "--format", "json"});
-  EXPECT_THAT(json, HasSubstr(R"("username":"ann","password":null)"));
-  EXPECT_THAT(json, HasSubstr(R"("watcher":["a","b"])"));
-  EXPECT_THAT(output({"config", "list", "--no-header"}), HasSubstr("watcher"));
+  EXPECT_THAT(json, HasSubstr(R"("key":"username","value":"ann")"));
+  EXPECT_THAT(json, HasSubstr(R"("key":"watcher","value":["a","b"])"));
+  EXPECT_THAT(json, HasSubstr(R"("key":"password","value":null)"));
+  EXPECT_THAT(output({"config", "list", "--no-header"}), HasSubstr("watcher  a, b\n"));
+  EXPECT_THAT(output({"config", "get", "watcher", "--format", "json"}),
+              HasSubstr(R"("item":{"key":"watcher","value":["a","b"])"));
 }
 
 TEST_F(VelkorctlConfig, UnreadableSettingsAreNotReplaced) {

@@ -93,8 +93,10 @@ std::size_t count_objects(const std::string &text) {
                                                  static_cast<gssize>(text.size()), &error) != FALSE;
   EXPECT_TRUE(parsed) << (error == nullptr ? "" : error->message) << "\n" << text;
   g_clear_error(&error);
-  return parsed ? json_array_get_length(json_node_get_array(json_parser_get_root(parser.get())))
-                : 0;
+  if (!parsed)
+    return 0;
+  JsonObject *document = json_node_get_object(json_parser_get_root(parser.get()));
+  return json_array_get_length(json_object_get_array_member(document, "items"));
 }
 
 }  // namespace velkor::test

@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Runs velkorctl in a temporary home without a session bus, optionally with a server. */
+/** Runs velkorctl in a temporary home, with a simple terminal where it has one, without a session
+ * bus, optionally with a server. */
 #ifndef VELKOR_TESTS_SYSTEM_VELKORCTL_FIXTURE_H
 #define VELKOR_TESTS_SYSTEM_VELKORCTL_FIXTURE_H
 
@@ -41,6 +42,9 @@ protected:
 private:
   EnvironmentVariable no_bus_{"DBUS_SESSION_BUS_ADDRESS", std::nullopt};
   EnvironmentVariable no_runtime_{"XDG_RUNTIME_DIR", std::nullopt};
+  EnvironmentVariable simple_terminal_{"TERM", "dumb"};
+  EnvironmentVariable no_pager_{"VELKORCTL_PAGER", ""};
+  EnvironmentVariable colours_{"NO_COLOR", std::nullopt};
 };
 
 /** With a stand-in server that has 50 postings in dumps of 10, and its account in the settings. */
@@ -58,7 +62,7 @@ std::string event(int id, const std::string &title, const std::string &more = ""
 /** One posting with exactly these elements in addition to its id and title. */
 std::string bare_event(int id, const std::string &title, const std::string &elements);
 
-/** How many objects the JSON array in `text` holds; fails the test when it is not one. */
+/** How many items the JSON document `text` has; fails the test when it is not one. */
 std::size_t count_objects(const std::string &text);
 
 }  // namespace velkor::test

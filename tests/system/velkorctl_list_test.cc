@@ -45,28 +45,71 @@ protected:
   }
 };
 
-TEST_F(VelkorctlList, PrintsAnAlignedTable) {
-  EXPECT_EQ(output({"list"}), "ID  DATE              CATEGORY         STATUS  TITLE       POSTER\n"
-                              " 2  2023-11-17 06:46  Beeld/DivX       Spot    beta        Bob\n"
-                              " 3  2023-11-16 03:00  Geluid/Lossless  Ready   Gamma       ann\n"
-                              " 1  2023-11-14 23:13  Beeld/DivX       Ready   Alpha DivX  ann\n");
+TEST_F(VelkorctlList, PrintsATableWithoutPaddingForAPipe) {
+  EXPECT_EQ(output({"list"}), "ID  DATE  CATEGORY  STATUS  TITLE  POSTER\n"
+                              "2  2023-11-17 06:46  Beeld/DivX  Spot  beta  Bob\n"
+                              "3  2023-11-16 03:00  Geluid/Lossless  Ready  Gamma  ann\n"
+                              "1  2023-11-14 23:13  Beeld/DivX  Ready  Alpha DivX  ann\n");
+}
+
+TEST_F(VelkorctlList, PrintsAnAlignedTableWithACountOnATerminal) {
+  ChildProcess listing(command({"list"}), {.terminal_columns = 80});
+  EXPECT_EQ(listing.finish().out,
+            "ID  DATE              CATEGORY         STATUS  TITLE       POSTER\r\n"
+            " 2  2023-11-17 06:46  Beeld/DivX       Spot    beta        Bob\r\n"
+            " 3  2023-11-16 03:00  Geluid/Lossless  Ready   Gamma       ann\r\n"
+            " 1  2023-11-14 23:13  Beeld/DivX       Ready   Alpha DivX  ann\r\n"
+            "3 postings\r\n");
+  ChildProcess one(command({"list", "--title", "beta"}), {.terminal_columns = 80});
+  EXPECT_THAT(one.finish().out, HasSubstr("\r\n1 posting\r\n"));
 }
 
 TEST_F(VelkorctlList, PrintsJson) {
-  const std::string json = output({"list", "--format", "json", "--title", "gamma"});
-  EXPECT_EQ(json,
-            "[\n"
-            R"({"id":3,"stamp":1700100000,"date":"2023-11-16 03:00","updated":0,"status":0,)"
-            R"("statusName":"Ready","category":1,"categoryName":"Geluid","subCategory":4,)"
-            R"("subCategoryName":"Lossless","title":"Gamma","poster":"ann","fileName":null,)"
-            R"("link":null,"rating":9,"freeTag":"HD x264","tags":[{"code":"a4",)"
-            R"("group":"Formaat","name":"Lossless"}],"newsgroups":[],"new":true,"watched":false})"
-            "\n]\n");
+  EXPECT_EQ(output({"list", "--format", "json", "--title", "gamma"}),
+            R"({"schema":"velkorctl.list","version":1,"code":0,"message":"","items":[)"
+            "\n"
+            R"({"id":3,"date":"2023-11-16T03:00:00+01:00","updated":null,)"
+            R"("categoryPath":"Geluid/Lossless","category":"Geluid","categoryId":1,)"
+            R"("subCategory":"Lossless","subCategoryId":4,"status":"Ready","statusId":0,)"
+            R"("title":"Gamma","poster":"ann","tags":[{"code":"a4","group":"Formaat",)"
+            R"("name":"Lossless"}],"freeTag":"HD x264","newsgroups":[],"fileName":null,)"
+            R"("link":null,"rating":9,"new":true,"watched":false})"
+            "\n]}\n");
+}
+
+TEST_F(VelkorctlList, PrintsAnObjectPerLineAndTabSeparatedValues) {
+  const Words fields{"list", "--fields", "id,date,tags,new", "--title", "gamma"};
+  Words ndjson = fields;
+  ndjson.insert(ndjson.end(), {"--format", "ndjson"});
+  EXPECT_EQ(output(ndjson), R"({"id":3,"date":"2023-11-16T03:00:00+01:00","tags":[{"code":"a4",)"
+                            R"("group":"Formaat","name":"Lossless"}],"new":true})"
+                            "\n");
+  Words tsv = fields;
+  tsv.insert(tsv.end(), {"--format", "tsv"});
+  EXPECT_EQ(output(tsv), "id\tdate\ttags\tnew\n3\t2023-11-16T03:00:00+01:00\tLossless\ttrue\n");
+}
+
+TEST_F(VelkorctlList, ATabAndALineBreakInATextDoNotEndAValue) {
+  cache_postings(event(1, "a\tb\nc\\d\u009be"));
+  EXPECT_EQ(output({"list", "--format", "tsv", "--fields", "title,id", "--no-header"}),
+            "a\\tb\\nc\\\\d\uFFFDe\t1\n");
+}
+
+TEST_F(VelkorctlList, PrintsTheFieldsAskedFor) {
+  EXPECT_EQ(output({"list", "--fields", "title,rating", "--limit", "2"}),
+            "TITLE  RATING\nbeta  0\nGamma  9\n");
+  const ProcessResult wrong = run({"list", "--fields", "id,titel"});
+  EXPECT_EQ(wrong.status, 2);
+  EXPECT_THAT(wrong.err, HasSubstr("--fields: no field \"titel\"; did you mean title?"));
+  EXPECT_THAT(wrong.err, HasSubstr("known are: id, date, "));
 }
 
 TEST_F(VelkorctlList, NoMatchGivesAnEmptyList) {
   EXPECT_EQ(output({"list", "--title", "nothing", "--no-header"}), "");
-  EXPECT_EQ(output({"list", "--title", "nothing", "--format", "json"}), "[]\n");
+  EXPECT_EQ(output({"list", "--title", "nothing", "--format", "ndjson"}), "");
+  EXPECT_EQ(output({"list", "--title", "nothing", "--format", "json"}),
+            "{\"schema\":\"velkorctl.list\",\"version\":1,\"code\":0,\"message\":\"\","
+            "\"items\":[]}\n");
 }
 
 TEST_F(VelkorctlList, EveryOptionNarrowsTheList) {
@@ -92,10 +135,13 @@ TEST_F(VelkorctlList, NewMeansSinceThePreviousUpdate) {
 
 TEST_F(VelkorctlList, SortsAndLimits) {
   EXPECT_THAT(ids({}), ElementsAre("2", "3", "1"));
-  EXPECT_THAT(ids({"--ascending"}), ElementsAre("1", "3", "2"));
-  EXPECT_THAT(ids({"--sort", "title", "--ascending"}), ElementsAre("1", "2", "3"));
-  EXPECT_THAT(ids({"--sort", "rating"}), ElementsAre("3", "1", "2"));
-  EXPECT_THAT(ids({"--sort", "poster", "--ascending"}), ElementsAre("1", "3", "2"));
+  EXPECT_THAT(ids({"--reverse"}), ElementsAre("1", "3", "2"));
+  EXPECT_THAT(ids({"--sort", "date"}), ElementsAre("1", "3", "2"));
+  EXPECT_THAT(ids({"--sort", "title"}), ElementsAre("1", "2", "3"));
+  EXPECT_THAT(ids({"--sort", "rating", "--reverse"}), ElementsAre("3", "1", "2"));
+  EXPECT_THAT(ids({"--sort", "poster"}), ElementsAre("1", "3", "2"));
+  EXPECT_THAT(ids({"--sort", "tags"}), ElementsAre("1", "2", "3"));
+  EXPECT_THAT(ids({"--sort", "title", "--reverse", "--limit", "1"}), ElementsAre("3"));
   EXPECT_THAT(ids({"--limit", "2"}), ElementsAre("2", "3"));
 }
 
@@ -108,6 +154,8 @@ TEST_F(VelkorctlList, UnknownValuesAreUsageErrors) {
                                                {"list", "--filter", "geen"},
                                                {"list", "--limit", "0"},
                                                {"list", "--sort", "grootte"},
+                                               {"tags", "--fields", ""},
+                                               {"tags", "--limit", "0"},
                                                {"tags", "Boeken"},
                                                {"config", "get", "geen"}}) {
     const ProcessResult outcome = run(words);
@@ -149,8 +197,9 @@ TEST_F(VelkorctlList, AMissingCacheIsEmptyAndIsNotCreated) {
   std::filesystem::remove_all(sandbox.cache());
   const ProcessResult outcome = run({"list", "--format", "json"});
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.out, "[]\n");
-  EXPECT_EQ(outcome.err, "velkorctl: no postings are cached yet; see velkorctl update\n");
+  EXPECT_EQ(count_objects(outcome.out), 0U);
+  EXPECT_EQ(outcome.err, "{\"schema\":\"velkorctl.notice\",\"version\":1,\"message\":"
+                         "\"no postings are cached yet; see velkorctl update\"}\n");
   EXPECT_FALSE(std::filesystem::exists(sandbox.cache()));
 }
 
@@ -166,19 +215,18 @@ TEST_F(VelkorctlList, CategoriesCountTheCachedPostings) {
   settings("prevCheck=1800000000\n");
   const std::string all = output({"categories"});
   EXPECT_THAT(all, HasSubstr("CATEGORY"));
-  EXPECT_THAT(lines_of(all), Contains("Beeld                    2"));
-  EXPECT_THAT(lines_of(all), Contains("  DivX                   2"));
-  EXPECT_THAT(lines_of(all), Contains("  Lossless               1"));
-  EXPECT_THAT(lines_of(all), Contains("  Windows                0"));
-  EXPECT_THAT(lines_of(output({"categories", "--title", "beta"})),
-              Contains("Beeld                    1"));
+  EXPECT_THAT(lines_of(all), Contains("Beeld    2"));
+  EXPECT_THAT(lines_of(all), Contains("Beeld  DivX  2"));
+  EXPECT_THAT(lines_of(all), Contains("Geluid  Lossless  1"));
+  EXPECT_THAT(lines_of(all), Contains("Spelletjes  Windows  0"));
+  EXPECT_THAT(lines_of(output({"categories", "--title", "beta"})), Contains("Beeld    1"));
   EXPECT_EQ(count_objects(output({"categories", "--format", "json"})), 20U);
 }
 
 TEST_F(VelkorctlList, FiltersAreTheDefaultsWhenNoneAreSaved) {
   const std::vector<std::string> lines = lines_of(output({"filters", "--no-header"}));
   ASSERT_EQ(lines.size(), 16U);
-  EXPECT_THAT(lines[8], HasSubstr(" 9  Lossless"));
+  EXPECT_THAT(lines[8], HasSubstr("9  Lossless"));
   EXPECT_THAT(cached_names(), Not(Contains("velkor.filters")));
 }
 
@@ -187,23 +235,25 @@ TEST_F(VelkorctlList, SavedFiltersAreListedInOrder) {
              "<Filters><Filter><filterNaam>Mijn</filterNaam><cat>0</cat><sCat>-1</sCat>"
              "<extra_tag>HD</extra_tag><tag>a0</tag></Filter></Filters>");
   EXPECT_EQ(output({"filters", "--format", "json"}),
-            "[\n"
-            R"({"number":1,"name":"Mijn","category":0,"subCategory":-1,"freeTag":"HD",)"
-            R"("tags":["a0"]})"
-            "\n]\n");
+            R"({"schema":"velkorctl.filters","version":1,"code":0,"message":"","items":[)"
+            "\n"
+            R"({"number":1,"name":"Mijn","category":"Beeld","categoryId":0,"subCategory":null,)"
+            R"("subCategoryId":-1,"freeTag":"HD","tags":[{"code":"a0","group":"Formaat",)"
+            R"("name":"DivX"}]})"
+            "\n]}\n");
 }
 
 TEST_F(VelkorctlList, TagsOfOneCategory) {
   EXPECT_EQ(count_objects(output({"tags", "--format", "json"})), 144U);
   const std::vector<std::string> lines = lines_of(output({"tags", "applicaties"}));
   EXPECT_EQ(lines.size(), 33U);
-  EXPECT_EQ(lines[1], "Applicaties  a0    Platform  Windows");
+  EXPECT_EQ(lines[1], "Applicaties  a0  Platform  Windows");
 }
 
 class VelkorctlGroups : public ServerVelkorctlTest {};
 
 TEST_F(VelkorctlGroups, FetchesAndKeepsTheNewsgroups) {
-  EXPECT_EQ(output({"groups", "--format", "json"}), "[]\n");
+  EXPECT_EQ(count_objects(output({"groups", "--format", "json"})), 0U);
   const std::size_t count = count_objects(output({"groups", "--fetch", "--format", "json"}));
   EXPECT_GT(count, 0U);
   EXPECT_EQ(count_objects(output({"groups", "--format", "json"})), count);

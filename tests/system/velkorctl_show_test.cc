@@ -41,16 +41,16 @@ protected:
 
 TEST_F(VelkorctlShow, PrintsDetailsAndReactions) {
   EXPECT_EQ(output({"show", "7"}), "ID          7\n"
+                                   "Date        2023-11-14 23:13\n"
+                                   "Category    Beeld/DivX\n"
+                                   "Status      Ready\n"
                                    "Title       Alpha\n"
                                    "Poster      ann\n"
-                                   "Date        2023-11-14 23:13\n"
-                                   "Status      Ready\n"
-                                   "Category    Beeld/DivX\n"
                                    "Tags        DivX, Actie\n"
                                    "Newsgroups  12\n"
                                    "Files       3\n"
                                    "Kudos       4\n"
-                                   "Track       one\n"
+                                   "Tracks      one\n"
                                    "\nDescription:\nfirst\n\uFFFD2Jsecond\n"
                                    "\nSignature:\nsig\n"
                                    "\n#55  bob  2023-11-14 23:13\nnice\uFFFD one\n"
@@ -61,7 +61,11 @@ TEST_F(VelkorctlShow, PrintsJson) {
   const std::string json = output({"show", "7", "--format", "json"});
   EXPECT_THAT(json, HasSubstr(R"("description":"first\n\u009b2Jsecond")"));
   EXPECT_THAT(json, HasSubstr(R"("tracks":["one"])"));
-  EXPECT_THAT(json, HasSubstr(R"("reactions":[{"id":55,"author":"bob","stamp":1700000000)"));
+  EXPECT_THAT(json, HasSubstr(R"("reactions":[{"id":55,"date":"2023-11-14T23:13:20+01:00",)"
+                              R"("edited":null,"poster":"bob",)"));
+  EXPECT_THAT(json, HasSubstr(R"({"schema":"velkorctl.show","version":1,"code":0,"message":"",)"
+                              R"("item":{"id":7,)"));
+  EXPECT_EQ(output({"show", "7", "--fields", "poster,kudos"}), "Poster  ann\nKudos   4\n");
 }
 
 TEST_F(VelkorctlShow, OfflineSendsNoRequest) {
@@ -117,7 +121,11 @@ TEST_F(VelkorctlShow, ForumPrintsOnlyTheReactions) {
                                     "\n(closed for reactions)\n");
   EXPECT_THAT(server.requests("/3.7.3/xml-posts.php"), IsEmpty());
   EXPECT_THAT(output({"forum", "7", "--format", "json"}),
-              HasSubstr(R"({"id":7,"locked":true,"reactions":[{"id":55)"));
+              HasSubstr(R"("posting":7,"locked":true,"items":[)"
+                        "\n"
+                        R"({"id":55,)"));
+  EXPECT_EQ(output({"forum", "7", "--fields", "poster,body"}),
+            "POSTER  BODY\nbob  nice\uFFFD one\n");
 }
 
 TEST_F(VelkorctlShow, AReactionMayLackItsTexts) {
@@ -126,7 +134,7 @@ TEST_F(VelkorctlShow, AReactionMayLackItsTexts) {
                "</Forum>");
   EXPECT_EQ(output({"forum", "7"}), "\n#55    2023-11-14 23:13\n\n");
   EXPECT_THAT(output({"show", "7"}), HasSubstr("\n#55    2023-11-14 23:13\n\n"));
-  EXPECT_THAT(output({"forum", "7", "--format", "json"}), HasSubstr(R"({"id":55,"author":null,)"));
+  EXPECT_THAT(output({"forum", "7", "--format", "json"}), HasSubstr(R"("poster":null,)"));
 }
 
 TEST_F(VelkorctlShow, AReactionIsSentFromAFileOrStandardInput) {
@@ -150,17 +158,17 @@ TEST_F(VelkorctlShow, AnEmptyReactionIsNotSent) {
 
 TEST_F(VelkorctlShow, ExplainsEachTestInOrder) {
   EXPECT_EQ(output({"explain", "7", "--filter", "Lossless", "--title", "alp", "--newsgroup", "5"}),
-            "TEST          RESULT  WANTED                                    POSTING\n"
-            "since         -\n"
-            "category      FAIL    Geluid/Lossless                           Beeld/DivX\n"
-            "state         -\n"
-            "newsgroup     FAIL    one of: 5                                 12\n"
-            "title         pass    contains \"alp\"                            \"Alpha\"\n"
-            "poster        -\n"
-            "date range    -\n"
-            "tags          FAIL    one of each group: a4 Lossless            a0 DivX, d0 Actie\n"
-            "free tag      -\n"
-            "saved filter  pass    a saved filter in the posting's category  Beeld\n"
+            "TEST  RESULT  WANTED  POSTING\n"
+            "since  -\n"
+            "category  FAIL  Geluid/Lossless  Beeld/DivX\n"
+            "state  -\n"
+            "newsgroup  FAIL  one of: 5  12\n"
+            "title  pass  contains \"alp\"  \"Alpha\"\n"
+            "poster  -\n"
+            "date range  -\n"
+            "tags  FAIL  one of each group: a4 Lossless  a0 DivX, d0 Actie\n"
+            "free tag  -\n"
+            "saved filter  pass  a saved filter in the posting's category  Beeld\n"
             "rejected by: category\n");
   EXPECT_THAT(output({"explain", "7", "--filter", "DivX"}), HasSubstr("\naccepted\n"));
 }
@@ -171,9 +179,10 @@ TEST_F(VelkorctlShow, ACategoryWithoutASavedFilterIsRejected) {
              "</Filters>");
   EXPECT_EQ(output({"list", "--no-header"}), "");
   const std::string json = output({"explain", "7", "--format", "json"});
-  EXPECT_EQ(json, "{\"accepted\":false,\"tests\":[{\"test\":\"saved filter\",\"passed\":false,"
-                  "\"wanted\":\"a saved filter in the posting's category\","
-                  "\"posting\":\"Beeld\"}]}\n");
+  EXPECT_THAT(json, HasSubstr(R"("accepted":false,"rejectedBy":"saved filter","items":[)"));
+  EXPECT_THAT(json, HasSubstr(R"({"test":"saved filter","result":"FAIL",)"
+                              R"("wanted":"a saved filter in the posting's category",)"
+                              R"("posting":"Beeld"})"));
   EXPECT_EQ(run({"explain", "99"}).status, 7);
 }
 
@@ -184,7 +193,38 @@ TEST_F(VelkorctlShow, PrintsTheDisplayDocumentUnchanged) {
   EXPECT_THAT(document, Not(HasSubstr("<PostID>7</PostID>")));
   EXPECT_THAT(output({"list", "--format", "xml", "--title", "beta", "--per-category"}),
               HasSubstr("\t<CatEvents catName=\"Beeld\">\n"));
-  EXPECT_EQ(run({"list", "--format", "xml", "--limit", "3"}).status, 2);
+}
+
+/** The IDs in a document or a page, in order. */
+std::string ids_in(const std::string &text, const std::string &mark) {
+  std::string ids;
+  for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + 1))
+    ids += text[at + mark.size()];
+  return ids;
+}
+
+TEST_F(VelkorctlShow, TheDisplayDocumentAndThePageAreSortedAndLimited) {
+  cache_postings(event(7, "Alpha") + event(8, "Beta") + event(9, "Aardvark"));
+  const std::vector<std::pair<Words, std::string>> cases{
+      {{}, "987"},
+      {{"--reverse"}, "789"},
+      {{"--sort", "title"}, "978"},
+      {{"--sort", "title", "--limit", "2"}, "97"},
+      {{"--sort", "id", "--limit", "1"}, "7"}};
+  for (const auto &[options, expected] : cases) {
+    Words words{"list", "--format", "xml"};
+    words.insert(words.end(), options.begin(), options.end());
+    const std::string document = output(words);
+    EXPECT_EQ(ids_in(document, "<PostID>"), expected);
+    EXPECT_THAT(document, HasSubstr("<AantalEvents>" + std::to_string(expected.size()) + "<"));
+    words[2] = "html";
+    EXPECT_EQ(ids_in(output(words), "data-id=\""), expected);
+    words.emplace_back("--per-category");
+    EXPECT_EQ(ids_in(output(words), "data-id=\""), expected);
+  }
+  const std::string named = output({"list", "--format", "xml", "--sort", "title"});
+  EXPECT_THAT(named, HasSubstr("<SortMode>Title</SortMode>\n\t<SortRichting>ascending<"));
+  EXPECT_THAT(output({"list", "--format", "xml", "--sort", "id"}), Not(HasSubstr("<SortMode>")));
 }
 
 }  // namespace

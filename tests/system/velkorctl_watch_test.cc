@@ -17,7 +17,7 @@ TEST_F(VelkorctlWatch, AddsListsAndRemoves) {
   EXPECT_EQ(run({"watch", "add", "2", "99"}).err,
             "velkorctl: posting 99 is on the watchlist now, but not in the cache\n");
   EXPECT_EQ(output({"watch", "list", "--no-header"}),
-            " 2  2023-11-14 23:13  Beeld/DivX  Ready  Beta  ann\n"
+            "2  2023-11-14 23:13  Beeld/DivX  Ready  Beta  ann\n"
             "99\n");
   const std::string json = output({"watch", "list", "--format", "json"});
   EXPECT_EQ(count_objects(json), 2U);
@@ -50,7 +50,9 @@ TEST_F(VelkorctlWatch, WatchersMatchTitles) {
   EXPECT_EQ(output({"watchers", "add", "ALPHA", "none"}), "");
   EXPECT_EQ(run({"watchers", "add", "none"}).err, "velkorctl: \"none\" is already in the list\n");
   EXPECT_EQ(output({"watchers", "list"}), "ALPHA\nnone\n");
-  EXPECT_EQ(output({"watchers", "list", "--format", "json"}), "[\"ALPHA\",\"none\"]\n");
+  EXPECT_EQ(output({"watchers", "list", "--format", "ndjson"}),
+            "{\"text\":\"ALPHA\"}\n{\"text\":\"none\"}\n");
+  EXPECT_EQ(output({"watchers", "list", "--sort", "text", "--reverse"}), "none\nALPHA\n");
   EXPECT_EQ(output({"watchers", "run", "--no-header"}),
             "ALPHA  1  2023-11-14 23:13  Beeld/DivX  Ready  Alpha  ann\n");
   EXPECT_THAT(output({"watchers", "run", "--format", "json"}),
@@ -66,6 +68,7 @@ TEST_F(VelkorctlWatch, BadWordsDropPostings) {
   EXPECT_THAT(output({"list"}), Not(HasSubstr("Alpha")));
   EXPECT_EQ(output({"badwords", "test", "An ALPHABET"}), "alph\n");
   EXPECT_EQ(run({"badwords", "test", "Beta"}).status, 7);
+  EXPECT_THAT(run({"badwords", "test", "Beta", "--format", "json"}).out, HasSubstr(R"("code":7,)"));
   EXPECT_EQ(output({"badwords", "remove", "alph"}), "");
   EXPECT_THAT(output({"list"}), HasSubstr("Alpha"));
 }

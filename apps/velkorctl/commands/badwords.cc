@@ -13,7 +13,6 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/consent.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/safe_text.h"
 #include "velkorctl/setting_lists.h"
 
 namespace velkor::ctl {
@@ -87,12 +86,11 @@ Exit run_add(const Context &context) {
 Exit run_test(const Context &context) {
   const std::string title = context.arguments.required("TITLE");
   const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
-  Exit exit = Exit::not_found;
-  for (const std::string &word : texts_of(bad_words()))
-    if (occurs(word, title)) {
-      context.out.write(safe_text(word) + "\n");
-      exit = Exit::ok;
-    }
+  std::vector<std::string> found;
+  std::ranges::copy_if(texts_of(bad_words()), std::back_inserter(found),
+                       [&title](const std::string &word) { return occurs(word, title); });
+  const Exit exit = found.empty() ? Exit::not_found : Exit::ok;
+  print_texts(context, found, {.code = exit});
   return exit;
 }
 
@@ -104,11 +102,9 @@ std::vector<Command> badwords_commands() {
   add.options = {{"--dry-run", "", "Print how many cached postings would be dropped"},
                  yes_option()};
   add.run = run_add;
-  commands.push_back({"test",
-                      "Print the bad words that a title contains",
-                      {{"TITLE", "The title"}},
-                      {},
-                      run_test});
+  commands.push_back(with_output(
+      {"test", "Print the bad words that a title contains", {{"TITLE", "The title"}}, {}, run_test},
+      text_records()));
   return commands;
 }
 

@@ -13,9 +13,8 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/consent.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/formats.h"
-#include "velkorctl/moment.h"
 #include "velkorctl/progress.h"
+#include "velkorctl/record_printer.h"
 #include "velkorctl/update_run.h"
 
 namespace velkor::ctl {
@@ -44,58 +43,75 @@ Contents count_postings() {
   return contents;
 }
 
-std::string moment_or_never(gint64 seconds) {
-  return seconds == 0 ? "never" : show_moment(seconds);
-}
-
 std::int64_t size_of(const fs::path &path) {
   std::error_code error;
   const auto size = fs::file_size(path, error);
   return error ? 0 : static_cast<std::int64_t>(size);
 }
 
-void print_info(const CoreSession &session, const Contents &contents, Output &out) {
-  Table table({{""}, {""}});
-  table.add({"Directory", session.directory().string()});
-  for (const CacheFile &file : present_files(session.directory()))
-    table.add({file.name, show_bytes(size_of(session.directory() / file.name))});
-  table.add({"Last update", moment_or_never(core->config->lastCheck)});
-  table.add({"Update before", moment_or_never(core->config->prevCheck)});
-  table.add({"Postings", std::to_string(contents.postings)});
-  for (const auto &[state, number] : contents.by_state)
-    table.add({"  " + state, std::to_string(number)});
-  if (contents.postings > 0) {
-    table.add({"Oldest", show_moment(contents.oldest)});
-    table.add({"Newest", show_moment(contents.newest)});
+/** What cache info tells. */
+struct Info {
+  fs::path directory;
+  Contents contents;
+};
+
+Value files_of(const Info &info) {
+  Value::List files;
+  for (const CacheFile &file : present_files(info.directory)) {
+    const std::int64_t size = size_of(info.directory / file.name);
+    files.emplace_back(
+        Value::Object{file.name + " " + show_bytes(size), {{"name", file.name}, {"size", size}}});
   }
-  out.write(table.text(0, false));
+  return files;
 }
 
-void print_info_json(const CoreSession &session, const Contents &contents, const Context &context) {
-  Json json;
-  json.begin_object().member("directory", session.directory().string()).begin_object("files");
-  for (const CacheFile &file : present_files(session.directory()))
-    json.member(file.name.c_str(), size_of(session.directory() / file.name));
-  json.end_object().member("lastCheck", core->config->lastCheck);
-  json.member("prevCheck", core->config->prevCheck).member("postings", contents.postings);
-  json.begin_object("states");
-  for (const auto &[state, number] : contents.by_state)
-    json.member(state.c_str(), number);
-  json.end_object();
-  if (contents.postings > 0)
-    json.member("oldest", contents.oldest).member("newest", contents.newest);
-  print(json.end_object(), context);
+Value states_of(const Info &info) {
+  Value::List states;
+  for (const auto &[state, number] : info.contents.by_state)
+    states.emplace_back(Value::Object{state + " " + std::to_string(number),
+                                      {{"status", state}, {"count", number}}});
+  return states;
+}
+
+Fields<Info> info_fields() {
+  using I = const Info &;
+  return {
+      {{.name = "directory", .type = type::text()},
+       [](I info) -> Value { return info.directory.string(); }},
+      {{.name = "files",
+        .type = type::list_of(type::object({{"name", type::text()}, {"size", type::number()}}))},
+       files_of},
+      {{.name = "lastUpdate", .type = type::moment()},
+       [](I /*info*/) { return moment_or_nothing(core->config->lastCheck); }},
+      {{.name = "updateBefore", .type = type::moment()},
+       [](I /*info*/) { return moment_or_nothing(core->config->prevCheck); }},
+      {{.name = "postings", .type = type::number()},
+       [](I info) -> Value { return info.contents.postings; }},
+      {{.name = "states",
+        .type = type::list_of(type::object({{"status", type::text()}, {"count", type::number()}}))},
+       states_of},
+      {{.name = "oldest", .type = type::moment()},
+       [](I info) {
+         return info.contents.postings > 0 ? moment_or_nothing(info.contents.oldest) : Value();
+       }},
+      {{.name = "newest", .type = type::moment()},
+       [](I info) {
+         return info.contents.postings > 0 ? moment_or_nothing(info.contents.newest) : Value();
+       }},
+  };
 }
 
 Exit run_info(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::postings);
-  const Contents contents = count_postings();
-  if (wants_json(context.arguments))
-    print_info_json(session, contents, context);
-  else
-    print_info(session, contents, context.out);
+  print_record(context, info_fields(), {session.directory(), count_postings()});
   return Exit::ok;
 }
+
+/** A file with what came of reading it. */
+struct Verified {
+  std::string name;
+  Inspection found;
+};
 
 std::string result_of(const Inspection &found) {
   if (!found.superseded_by.empty())
@@ -103,18 +119,30 @@ std::string result_of(const Inspection &found) {
   return found.problem.empty() ? "ok" : found.problem;
 }
 
+Fields<Verified> verified_fields() {
+  using V = const Verified &;
+  return {
+      {{.name = "name", .type = type::text(), .rank = 1, .title = "File"},
+       [](V file) -> Value { return file.name; }},
+      {{.name = "entries", .type = type::number(), .rank = 2},
+       [](V file) -> Value { return file.found.entries; }},
+      {{.name = "sound", .type = type::flag()},
+       [](V file) -> Value { return file.found.problem.empty(); }},
+      {{.name = "result", .type = type::text(), .rank = 1, .flexible = true},
+       [](V file) -> Value { return result_of(file.found); }},
+  };
+}
+
 Exit run_verify(const Context &context) {
   const fs::path directory = cache_directory(context.options);
-  const std::vector<CacheFile> files = files_in(directory);
-  Table table({{"FILE"}, {"ENTRIES", Column::Align::right}, {"RESULT", Column::Align::left, true}});
-  bool sound = true;
-  for (const CacheFile &file : files) {
-    const Inspection found = inspect(directory, file);
-    sound = sound && found.problem.empty();
-    table.add({file.name, std::to_string(found.entries), result_of(found)});
-  }
-  print(table, context);
-  return sound ? Exit::ok : Exit::files;
+  std::vector<Verified> files;
+  for (const CacheFile &file : files_in(directory))
+    files.push_back({file.name, inspect(directory, file)});
+  const bool sound =
+      std::ranges::all_of(files, [](const Verified &file) { return file.found.problem.empty(); });
+  const Exit exit = sound ? Exit::ok : Exit::files;
+  print_records(context, verified_fields(), files, {.code = exit});
+  return exit;
 }
 
 Exit run_resync(const Context &context) {
@@ -122,22 +150,27 @@ Exit run_resync(const Context &context) {
                             Load::postings_if_readable);
   session.require_account();
   require_ageing(context.arguments);
-  UpdateRun(UpdateRun::Extent::everything).run();
+  UpdateRun update(UpdateRun::Extent::everything);
+  update.run();
+  print_update(context, update, Exit::ok);
   return Exit::ok;
 }
 
 }  // namespace
 
 std::vector<Command> cache_commands() {
-  return {{"info", "Print what the cache holds", {}, {format_option()}, run_info},
-          {"verify",
-           "Read every file of the cache as the library does and report damage",
-           {},
-           {no_header_option()},
-           run_verify},
-          cache_backup_command(),
-          cache_restore_command(),
-          {"resync", "Fetch everything from the server again", {}, {yes_option()}, run_resync}};
+  return {with_output({"info", "Print what the cache holds", {}, {}, run_info},
+                      one_record(info_fields())),
+          with_output({"verify",
+                       "Read every file of the cache as the library does and report damage",
+                       {},
+                       {},
+                       run_verify},
+                      list_of_records(verified_fields(), "file", "files")),
+          cache_backup_command(), cache_restore_command(),
+          with_output(
+              {"resync", "Fetch everything from the server again", {}, {yes_option()}, run_resync},
+              update_record())};
 }
 
 }  // namespace velkor::ctl

@@ -3,9 +3,9 @@
 #include <ctime>
 
 #include <velkor/zox_category.h>
+#include <velkor/zox_string.h>
 
 #include "support/slist.h"
-#include "support/text.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/filter_options.h"
@@ -22,34 +22,41 @@ void count(const std::vector<gint32> &ids) {
       zox_category_update(posting.get());
 }
 
-void print_tree(const Context &context) {
-  const auto row = [](const ZoxCategory *category) -> std::vector<std::string> {
-    return {(category->isMain != 0 ? "" : "  ") + std::string(view_of(category->name)),
-            std::to_string(category->count)};
+/** A main category, or a saved filter below one. */
+Fields<const ZoxCategory *> fields() {
+  using C = const ZoxCategory *;
+  return {
+      {{.name = "category", .type = type::text(), .rank = 1},
+       [](C entry) -> Value { return zox_string_category(entry->id); }},
+      {{.name = "categoryId", .type = type::number()}, [](C entry) -> Value { return entry->id; }},
+      {{.name = "filter", .type = type::text(), .rank = 1, .flexible = true},
+       [](C entry) -> Value { return entry->isMain != 0 ? Value() : Value(entry->name); }},
+      {{.name = "count", .type = type::number(), .rank = 1},
+       [](C entry) -> Value { return entry->count; }},
   };
-  const auto add_members = [](Json &json, const ZoxCategory *category) {
-    json.member("category", category->id).member("main", category->isMain != 0);
-    json.member("name", category->name).member("count", category->count);
-  };
-  print_list(context, {{"CATEGORY", Column::Align::left, true}, {"COUNT", Column::Align::right}},
-             Items<ZoxCategory>(zox_categories_get()), row, add_members);
+}
+
+std::vector<const ZoxCategory *> all_entries() {
+  const Items<ZoxCategory> entries(zox_categories_get());
+  return {entries.begin(), entries.end()};
 }
 
 Exit run(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::postings);
   count(select_postings(*filter_of(context.arguments, std::time(nullptr))));
-  print_tree(context);
+  print_records(context, fields(), all_entries());
   return Exit::ok;
 }
 
 }  // namespace
 
 Command categories_command() {
-  return {"categories",
-          "Print the category tree and count the postings that the options select",
-          {},
-          with_format_options(filter_options()),
-          run};
+  return with_output({"categories",
+                      "Print the category tree and count the postings that the options select",
+                      {},
+                      filter_options(),
+                      run},
+                     list_of_records(fields(), "entry", "entries"));
 }
 
 }  // namespace velkor::ctl

@@ -1,9 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /* velkorctl kudos, warn and profile. */
-#include <array>
-#include <memory>
 #include <string>
-#include <utility>
 
 #include <velkor/zox_kudos.h>
 #include <velkor/zox_modje.h>
@@ -12,9 +9,8 @@
 #include "support/owned_records.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/formats.h"
 #include "velkorctl/messages.h"
-#include "velkorctl/moment.h"
+#include "velkorctl/record_printer.h"
 
 namespace velkor::ctl {
 namespace {
@@ -28,47 +24,72 @@ gint32 kudos_of(const std::string &text) {
   return kudos;
 }
 
-using KudosCounts = std::pair<gint32, gint32>;
+struct Kudos {
+  gint32 id;
+  gint32 first = 0;
+  gint32 second = 0;
 
-KudosCounts fetch_kudos(gint32 id) {
-  KudosCounts counts;
-  call("asking for the kudos", zox_kudos_get, id, &counts.first, &counts.second);
-  return counts;
+  bool operator==(const Kudos &other) const = default;
+};
+
+Fields<Kudos> kudos_fields() {
+  using K = const Kudos &;
+  return {
+      {{.name = "id", .type = type::number()}, [](K kudos) -> Value { return kudos.id; }},
+      {{.name = "first", .type = type::number()}, [](K kudos) -> Value { return kudos.first; }},
+      {{.name = "second", .type = type::number()}, [](K kudos) -> Value { return kudos.second; }},
+  };
+}
+
+Kudos fetch_kudos(gint32 id) {
+  Kudos kudos{id};
+  call("asking for the kudos", zox_kudos_get, id, &kudos.first, &kudos.second);
+  return kudos;
 }
 
 /** The server's reply does not tell whether it has counted the kudos; its counts do. */
-void give_kudos(gint32 id, gint32 kudos) {
-  const KudosCounts before = fetch_kudos(id);
-  call("giving kudos", zox_kudos_give, id, kudos);
-  const KudosCounts after = fetch_kudos(id);
+Kudos give_kudos(gint32 id, gint32 number) {
+  const Kudos before = fetch_kudos(id);
+  call("giving kudos", zox_kudos_give, id, number);
+  const Kudos after = fetch_kudos(id);
   const std::string counts = std::to_string(after.first) + " and " + std::to_string(after.second);
   if (before == after)
     throw Failure(Exit::failed,
                   "the server has not counted the kudos: its counts are still " + counts);
   say("the kudos have been given; the counts are now " + counts);
-}
-
-void print_kudos(gint32 id, const Context &context) {
-  const auto [first, second] = fetch_kudos(id);
-  Json json;
-  json.begin_object().member("id", id).member("first", first).member("second", second);
-  if (wants_json(context.arguments))
-    print(json.end_object(), context);
-  else
-    context.out.write(std::to_string(first) + " " + std::to_string(second) + "\n");
+  return after;
 }
 
 Exit run_kudos(const Context &context) {
   const gint32 id = posting_id(context.arguments.required("ID"));
   const auto given = context.arguments.value("--give");
-  const gint32 kudos = given ? kudos_of(*given) : 0;
+  const gint32 number = given ? kudos_of(*given) : 0;
   const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
   session.require_account();
-  if (given)
-    give_kudos(id, kudos);
-  else
-    print_kudos(id, context);
+  const Kudos kudos = given ? give_kudos(id, number) : fetch_kudos(id);
+  if (wants_records(context.arguments))
+    print_record(context, kudos_fields(), kudos);
+  else if (!given)
+    context.out.write(std::to_string(kudos.first) + " " + std::to_string(kudos.second) + "\n");
   return Exit::ok;
+}
+
+struct Warning {
+  gint32 posting;
+  gint32 reaction;
+  gint32 number = 0;
+};
+
+Fields<Warning> warning_fields() {
+  using W = const Warning &;
+  return {
+      {{.name = "posting", .type = type::number()},
+       [](W warning) -> Value { return warning.posting; }},
+      {{.name = "reaction", .type = type::number()},
+       [](W warning) { return unless_zero(warning.reaction); }},
+      {{.name = "number", .type = type::number()},
+       [](W warning) -> Value { return warning.number; }},
+  };
 }
 
 Exit run_warn(const Context &context) {
@@ -80,9 +101,11 @@ Exit run_warn(const Context &context) {
     throw usage_error("the reason is empty");
   const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
   session.require_account();
-  gint32 number = 0;
-  call("sending the warning", zox_modje_send, id, reaction, reason.c_str(), &number);
-  say("the warning has been sent; its number is " + std::to_string(number));
+  Warning warning{id, reaction};
+  call("sending the warning", zox_modje_send, id, reaction, reason.c_str(), &warning.number);
+  say("the warning has been sent; its number is " + std::to_string(warning.number));
+  if (wants_records(context.arguments))
+    print_record(context, warning_fields(), warning);
   return Exit::ok;
 }
 
@@ -95,96 +118,77 @@ OwnedProfile fetch_profile(const std::string &user) {
   return owned;
 }
 
-/** A field of the profile, either a text or a number. */
-struct ProfileField {
-  const char *title;
-  const char *member;
-  char *ZoxProfile::*text;
-  guint32 ZoxProfile::*number;
-};
-
-constexpr auto profile_fields = std::to_array<ProfileField>({
-    {"Name", "name", &ZoxProfile::name, nullptr},
-    {"Rank", "rank", nullptr, &ZoxProfile::rank},
-    {"Status", "status", nullptr, &ZoxProfile::status},
-    {"Profile status", "profileStatus", nullptr, &ZoxProfile::profileStatus},
-    {"Posts", "posts", nullptr, &ZoxProfile::posts},
-    {"Spots", "spots", nullptr, &ZoxProfile::spots},
-    {"Kudos", "kudos", nullptr, &ZoxProfile::kudos},
-    {"Kudos given", "kudosGiven", nullptr, &ZoxProfile::kudosGiven},
-    {"Kudos received", "kudosReceived", nullptr, &ZoxProfile::kudosReceived},
-    {"E-mail", "email", &ZoxProfile::email, nullptr},
-    {"Info", "info", &ZoxProfile::info, nullptr},
-    {"Avatar", "avatar", &ZoxProfile::avatar, nullptr},
-    {"Site", "site", &ZoxProfile::site, nullptr},
-    {"Messenger", "im", &ZoxProfile::im, nullptr},
-    {"Provider", "isp", &ZoxProfile::isp, nullptr},
-    {"News server", "newsServer", &ZoxProfile::newsServer, nullptr},
-    {"Hobby", "hobby", &ZoxProfile::hobby, nullptr},
-});
-
-void print_profile(const ZoxProfile &profile, Output &out) {
-  Table table({{""}, {""}});
-  for (const ProfileField &field : profile_fields) {
-    if (field.number != nullptr)
-      table.add({field.title, std::to_string(profile.*field.number)});
-    else if (profile.*field.text != nullptr)
-      table.add({field.title, profile.*field.text});
-  }
-  if (profile.stamp > 0)
-    table.add({"Since", show_moment(profile.stamp)});
-  out.write(table.text(0, false));
+template <guint32 ZoxProfile::*number>
+Field<ZoxProfile> number_field(const char *name) {
+  return {{.name = name, .type = type::number()},
+          [](const ZoxProfile &profile) -> Value { return profile.*number; }};
 }
 
-void print_profile_json(const ZoxProfile &profile, const Context &context) {
-  Json json;
-  json.begin_object().member("stamp", profile.stamp);
-  for (const ProfileField &field : profile_fields) {
-    if (field.number != nullptr)
-      json.member(field.member, profile.*field.number);
-    else if (profile.*field.text != nullptr)
-      json.member(field.member, profile.*field.text);
-    else
-      json.null_member(field.member);
-  }
-  print(json.end_object(), context);
+template <char *ZoxProfile::*text>
+Field<ZoxProfile> text_field(const char *name, const char *title = "") {
+  return {{.name = name, .type = type::text(), .title = title},
+          [](const ZoxProfile &profile) -> Value { return profile.*text; }};
+}
+
+Fields<ZoxProfile> profile_fields() {
+  return {
+      text_field<&ZoxProfile::name>("name"),
+      number_field<&ZoxProfile::rank>("rank"),
+      number_field<&ZoxProfile::status>("status"),
+      number_field<&ZoxProfile::profileStatus>("profileStatus"),
+      number_field<&ZoxProfile::posts>("posts"),
+      number_field<&ZoxProfile::spots>("spots"),
+      number_field<&ZoxProfile::kudos>("kudos"),
+      number_field<&ZoxProfile::kudosGiven>("kudosGiven"),
+      number_field<&ZoxProfile::kudosReceived>("kudosReceived"),
+      text_field<&ZoxProfile::email>("email", "E-mail"),
+      text_field<&ZoxProfile::info>("info"),
+      text_field<&ZoxProfile::avatar>("avatar"),
+      text_field<&ZoxProfile::site>("site"),
+      text_field<&ZoxProfile::im>("im", "Messenger"),
+      text_field<&ZoxProfile::isp>("isp", "Provider"),
+      text_field<&ZoxProfile::newsServer>("newsServer"),
+      text_field<&ZoxProfile::hobby>("hobby"),
+      {{.name = "date", .type = type::moment(), .title = "Since"},
+       [](const ZoxProfile &profile) { return moment_or_nothing(profile.stamp); }},
+  };
 }
 
 Exit run_profile(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
   session.require_account();
   const OwnedProfile profile = fetch_profile(context.arguments.required("USER"));
-  if (wants_json(context.arguments))
-    print_profile_json(*profile, context);
-  else
-    print_profile(*profile, context.out);
+  print_record(context, profile_fields(), *profile);
   return Exit::ok;
 }
 
 }  // namespace
 
 Command kudos_command() {
-  return {"kudos",
-          "Print the two kudos counts of a posting, or give kudos",
-          {posting_argument()},
-          {{"--give", "N", "Give the posting N kudos instead"}, format_option()},
-          run_kudos};
+  return with_output({"kudos",
+                      "Print the two kudos counts of a posting, or give kudos",
+                      {posting_argument()},
+                      {{"--give", "N", "Give the posting N kudos instead"}},
+                      run_kudos},
+                     one_record(kudos_fields()));
 }
 
 Command warn_command() {
-  return {"warn",
-          "Warn the moderators about a posting or a reaction",
-          {posting_argument(), {"REASON", "What is wrong with it"}},
-          {{"--reaction", "N", "Warn about reaction N to the posting"}},
-          run_warn};
+  return with_output({"warn",
+                      "Warn the moderators about a posting or a reaction",
+                      {posting_argument(), {"REASON", "What is wrong with it"}},
+                      {{"--reaction", "N", "Warn about reaction N to the posting"}},
+                      run_warn},
+                     one_record(warning_fields()));
 }
 
 Command profile_command() {
-  return {"profile",
-          "Print the profile of a user",
-          {{"USER", "The name of the user"}},
-          {format_option()},
-          run_profile};
+  return with_output({"profile",
+                      "Print the profile of a user",
+                      {{"USER", "The name of the user"}},
+                      {},
+                      run_profile},
+                     one_record(profile_fields()));
 }
 
 }  // namespace velkor::ctl

@@ -2,8 +2,10 @@
 /* velkorctl completion: the script for bash, made of the table of commands. */
 #include "velkorctl/completion.h"
 
+#include <algorithm>
 #include <map>
 #include <set>
+#include <utility>
 
 #include "velkorctl/command_line.h"
 #include "velkorctl/commands.h"
@@ -30,7 +32,7 @@ constexpr const char *script_middle = R"bash(      -*) ;;
          case $command in *' '*) break ;; esac ;;
     esac
   done
-  case $previous in
+  case "$command $previous" in
 )bash";
 
 constexpr const char *script_end =
@@ -78,16 +80,44 @@ std::map<std::string, Words> following_words(const std::vector<CommandGroup> &gr
   return words;
 }
 
-/** The values of the options whose values are known. */
-std::map<std::string, Words> known_values(const std::vector<CommandGroup> &groups) {
-  const std::vector<std::string> categories = category_names();
-  std::map<std::string, Words> values{{"--category", {categories.begin(), categories.end()}}};
+/** The words known for an option, by the commands that have it. */
+using ValuesByCommand = std::map<std::string, Words>;
+
+Words words_for(const Command &command, const Option &option) {
+  if (option.long_name() == "--category") {
+    const std::vector<std::string> categories = category_names();
+    return {categories.begin(), categories.end()};
+  }
+  Words words(option.choices.begin(), option.choices.end());
+  if (option.long_name() == "--fields" && command.record)
+    for (const FieldInfo &field : command.record->fields)
+      words.insert(field.name);
+  return words;
+}
+
+std::map<std::string, ValuesByCommand> known_values(const std::vector<CommandGroup> &groups) {
+  std::map<std::string, ValuesByCommand> values;
   for (const CommandGroup &group : groups)
     for (const Command &command : group.commands)
       for (const Option &option : command.options)
-        if (!option.choices.empty())
-          values[option.long_name()].insert(option.choices.begin(), option.choices.end());
+        if (Words words = words_for(command, option); !words.empty())
+          values[option.long_name()][(group.name.empty() ? "" : group.name + " ") + command.name] =
+              std::move(words);
+  for (const Option &option : global_options())
+    if (!option.choices.empty())
+      values[option.long_name()][""] = Words(option.choices.begin(), option.choices.end());
   return values;
+}
+
+/** The cases for an option: one for all commands when they agree. */
+std::string cases_of(const std::string &option, const ValuesByCommand &values) {
+  const Words &first = values.begin()->second;
+  if (std::ranges::all_of(values, [&](const auto &entry) { return entry.second == first; }))
+    return "    *\" " + option + "\") words=\"" + joined(first, " ") + "\" ;;\n";
+  std::string cases;
+  for (const auto &[command, words] : values)
+    cases += case_of(command + " " + option, words);
+  return cases;
 }
 
 Exit run(const Context &context) {
@@ -101,7 +131,7 @@ std::string bash_completion(const std::vector<CommandGroup> &commands) {
   std::string script = script_begin;
   script += "      " + global_options_with_value() + ") skip=1 ;;\n" + script_middle;
   for (const auto &[option, values] : known_values(commands))
-    script += case_of(option, values);
+    script += cases_of(option, values);
   script += "    *) globals=\"" + joined(names_of(global_options()), " ") + " --help\"\n";
   script += "    case $command in\n";
   for (const auto &[command, words] : following_words(commands))

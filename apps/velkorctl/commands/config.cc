@@ -5,7 +5,7 @@
 
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/formats.h"
+#include "velkorctl/record_printer.h"
 #include "velkorctl/safe_text.h"
 #include "velkorctl/setting_words.h"
 #include "velkorctl/settings.h"
@@ -29,6 +29,44 @@ Option explain_option(const std::string &help) {
   return {"--explain", "", help};
 }
 
+using Setting = const ZoxSetting *;
+
+Value values_or_nothing(const ZoxSetting &setting, const std::vector<std::string> &values) {
+  if (holds_list(setting))
+    return Value::List(values.begin(), values.end());
+  return values.empty() ? Value() : Value(values.front());
+}
+
+Value meaning_or_nothing(const ZoxSetting &setting, const std::vector<std::string> &values) {
+  std::vector<std::string> meanings;
+  for (const std::string &value : values)
+    if (std::string meaning = meaning_of(setting, value); !meaning.empty())
+      meanings.push_back(std::move(meaning));
+  return text_or_nothing(joined(meanings));
+}
+
+const char *user_of(const ZoxSetting &setting) noexcept {
+  return setting.user == ZOX_SETTING_LIBRARY ? "library" : "front end";
+}
+
+/** `values`: those of a setting that may be printed. */
+Fields<Setting> setting_fields(std::vector<std::string> (*values)(const ZoxSetting &)) {
+  return {
+      {{.name = "key", .type = type::text(), .rank = 1}, [](Setting s) -> Value { return s->key; }},
+      {{.name = "value", .type = type::texts(), .rank = 1, .flexible = true},
+       [values](Setting s) { return values_or_nothing(*s, values(*s)); }},
+      {{.name = "meaning", .type = type::text(), .flexible = true},
+       [values](Setting s) { return meaning_or_nothing(*s, values(*s)); }},
+      {{.name = "description", .type = type::text(), .flexible = true},
+       [](Setting s) -> Value { return s->description; }},
+      {{.name = "choices", .type = type::text(), .flexible = true},
+       [](Setting s) -> Value { return possible_values(*s); }},
+      {{.name = "default", .type = type::text(), .flexible = true},
+       [](Setting s) -> Value { return default_in_words(*s); }},
+      {{.name = "usedBy", .type = type::text()}, [](Setting s) -> Value { return user_of(*s); }},
+  };
+}
+
 Exit run_get(const Context &context) {
   const ZoxSetting &setting = setting_called(context.arguments.required("KEY"));
   if (is_secret(setting) && !context.arguments.has("--show-secret"))
@@ -38,16 +76,13 @@ Exit run_get(const Context &context) {
   const std::vector<std::string> values = values_of(setting);
   if (values.empty() && !holds_list(setting))
     throw Failure(Exit::not_found, std::string(setting.key) + " is not set");
+  if (wants_records(context.arguments)) {
+    print_record(context, setting_fields(values_of), &setting);
+    return Exit::ok;
+  }
   for (const std::string &value : values)
     context.out.write(safe_text(explained ? with_meaning(setting, value) : value) + "\n");
   return Exit::ok;
-}
-
-void print_table(const Context &context) {
-  Table table({{"KEY"}, {"VALUE", Column::Align::left, true}});
-  for (const ZoxSetting *setting : all_settings())
-    table.add({setting->key, joined(shown_values(*setting))});
-  print(table, context);
 }
 
 /** "trayIcon = 1 (yes)" */
@@ -62,67 +97,26 @@ std::string assignment_in_words(const ZoxSetting &setting) {
   return std::string(setting.key) + " = " + joined(values);
 }
 
-void print_explanations(const Context &context) {
+void print_explanations(const std::vector<Setting> &settings, Output &out) {
+  out.page();
   std::string text;
-  for (const ZoxSetting *setting : all_settings()) {
-    const char *user = setting->user == ZOX_SETTING_LIBRARY ? "library" : "front end";
+  for (const ZoxSetting *setting : settings)
     text += safe_text(assignment_in_words(*setting)) + "\n    " + setting->description +
             "\n    Values: " + possible_values(*setting) +
-            "; default: " + default_in_words(*setting) + "; used by the " + user + ".\n";
-  }
-  context.out.write(text);
-}
-
-void add_values(Json &json, const char *member, const ZoxSetting &setting) {
-  const std::vector<std::string> values = shown_values(setting);
-  if (!holds_list(setting)) {
-    if (values.empty())
-      json.null_member(member);
-    else
-      json.member(member, values.front());
-    return;
-  }
-  json.begin_array(member);
-  for (const std::string &value : values)
-    json.value(value);
-  json.end_array();
-}
-
-void print_json(const Context &context) {
-  Json json;
-  json.begin_object();
-  for (const ZoxSetting *setting : all_settings())
-    add_values(json, setting->key, *setting);
-  print(json.end_object(), context);
-}
-
-void print_explanations_as_json(const Context &context) {
-  JsonLines lines(context.out);
-  for (const ZoxSetting *setting : all_settings()) {
-    Json json;
-    json.begin_object().member("key", setting->key);
-    add_values(json, "value", *setting);
-    if (!holds_list(*setting))
-      json.member("meaning", meaning_of(*setting, joined(shown_values(*setting))));
-    json.member("description", setting->description).member("values", possible_values(*setting));
-    json.member("default", default_in_words(*setting));
-    json.member("user", setting->user == ZOX_SETTING_LIBRARY ? "library" : "front end");
-    lines.add(json.end_object());
-  }
-  lines.finish();
+            "; default: " + default_in_words(*setting) + "; used by the " + user_of(*setting) +
+            ".\n";
+  out.write(text);
 }
 
 Exit run_list(const Context &context) {
   const Arguments &arguments = context.arguments;
-  const bool explained = arguments.has("--explain");
-  const bool table_wanted = arguments.has("--format") || arguments.has("--no-header");
   const CoreSession session(context.options, Access::read, Load::settings);
-  if (wants_json(arguments))
-    explained ? print_explanations_as_json(context) : print_json(context);
-  else if (explained || (context.out.width() > 0 && !table_wanted))
-    print_explanations(context);
+  const Fields<Setting> fields = setting_fields(shown_values);
+  const bool on_terminal = context.out.width() > 0 && !arguments.has("--no-header");
+  if (!wants_records(arguments) && (arguments.has("--explain") || on_terminal))
+    print_explanations(arranged(all_settings(), fields, context), context.out);
   else
-    print_table(context);
+    print_records(context, fields, all_settings());
   return Exit::ok;
 }
 
@@ -169,18 +163,21 @@ Argument key_argument() {
 
 std::vector<Command> config_commands() {
   return {
-      {"get",
-       "Print a setting; the items of a list one per line",
-       {key_argument()},
-       {{"--show-secret", "", "Print the setting even if it is a password"},
-        explain_option("Print what the value means as well; a terminal always shows it")},
-       run_get},
-      {"list",
-       "Print all settings; passwords stay hidden",
-       {},
-       with_format_options({explain_option(
-           "Explain each setting; on a terminal that is the default without --format")}),
-       run_list},
+      with_output(
+          {"get",
+           "Print a setting; the items of a list one per line",
+           {key_argument()},
+           {{"--show-secret", "", "Print the setting even if it is a password"},
+            explain_option("Print what the value means as well; a terminal always shows it")},
+           run_get},
+          one_record(setting_fields(shown_values))),
+      with_output({"list",
+                   "Print all settings; passwords stay hidden",
+                   {},
+                   {explain_option(
+                       "Explain each setting; on a terminal that is the default without --format")},
+                   run_list},
+                  list_of_records(setting_fields(shown_values), "setting", "settings")),
       {"set",
        "Change a setting",
        {key_argument(),

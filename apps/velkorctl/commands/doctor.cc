@@ -7,7 +7,7 @@
 
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/formats.h"
+#include "velkorctl/record_printer.h"
 #include "velkorctl/safe_text.h"
 
 namespace velkor::ctl {
@@ -47,40 +47,51 @@ Findings examine(const Context &context) {
   return all;
 }
 
-void print_text(const Findings &findings, Output &out) {
-  for (const Finding &finding : findings) {
-    out.write((finding.is_well() ? "ok       " : "PROBLEM  ") + finding.subject + ": " +
-              safe_text(finding.what) + "\n");
-    if (!finding.is_well())
-      out.write("         -> " + safe_text(finding.advice) + "\n");
-  }
+Fields<Finding> fields() {
+  using F = const Finding &;
+  return {
+      {{.name = "check", .type = type::text(), .rank = 1},
+       [](F finding) -> Value { return finding.subject; }},
+      {{.name = "ok", .type = type::flag(), .rank = 1},
+       [](F finding) -> Value { return finding.is_well(); }},
+      {{.name = "finding", .type = type::text(), .rank = 1, .flexible = true},
+       [](F finding) -> Value { return finding.what; }},
+      {{.name = "advice", .type = type::text(), .rank = 1, .flexible = true},
+       [](F finding) { return text_or_nothing(finding.advice); }},
+  };
 }
 
-void print_json(const Findings &findings, Output &out) {
-  JsonLines lines(out);
+void print_text(const Findings &findings, const Context &context) {
+  context.out.page();
+  const Look look = look_of(context.options, context.out);
   for (const Finding &finding : findings) {
-    Json json;
-    json.begin_object().member("check", finding.subject).member("ok", finding.is_well());
-    json.member("finding", finding.what).member("advice", finding.advice);
-    lines.add(json.end_object());
+    const std::string verdict = finding.is_well() ? styled("ok", Style::good, look) + "       "
+                                                  : styled("PROBLEM", Style::bad, look) + "  ";
+    context.out.write(verdict + finding.subject + ": " + safe_text(finding.what) + "\n");
+    if (!finding.is_well())
+      context.out.write("         -> " + safe_text(finding.advice) + "\n");
   }
-  lines.finish();
 }
 
 Exit run(const Context &context) {
   const Findings findings = examine(context);
-  (wants_json(context.arguments) ? print_json : print_text)(findings, context.out);
-  return std::ranges::all_of(findings, &Finding::is_well) ? Exit::ok : Exit::failed;
+  const Exit exit = std::ranges::all_of(findings, &Finding::is_well) ? Exit::ok : Exit::failed;
+  if (wants_records(context.arguments))
+    print_records(context, fields(), findings, {.code = exit});
+  else
+    print_text(arranged(findings, fields(), context), context);
+  return exit;
 }
 
 }  // namespace
 
 Command doctor_command() {
-  return {"doctor",
-          "Look for what keeps Velkor from working, and say what to do about it",
-          {},
-          {format_option()},
-          run};
+  return with_output({"doctor",
+                      "Look for what keeps Velkor from working, and say what to do about it",
+                      {},
+                      {},
+                      run},
+                     list_of_records(fields(), "check", "checks"));
 }
 
 }  // namespace velkor::ctl

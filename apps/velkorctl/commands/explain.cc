@@ -144,15 +144,15 @@ ZoxFilter only(const ZoxFilter &filter, gint32 number) {
   return one;
 }
 
-struct Result {
+struct TestResult {
   const Test *test;
   bool asked;
   bool passed;
   Words words;
 };
 
-std::vector<Result> results_of(const ZoxFilter &filter, const ZoxEvent &posting) {
-  std::vector<Result> results;
+std::vector<TestResult> results_of(const ZoxFilter &filter, const ZoxEvent &posting) {
+  std::vector<TestResult> results;
   results.reserve(tests.size());
   for (const Test &test : tests) {
     const ZoxFilter one = only(filter, test.number);
@@ -163,36 +163,26 @@ std::vector<Result> results_of(const ZoxFilter &filter, const ZoxEvent &posting)
   return results;
 }
 
-std::string verdict(gint32 first_failure) {
+/** The name of the first test that fails, or nothing. */
+Value rejected_by(gint32 first_failure) {
   for (const Test &test : tests)
     if (test.number == first_failure)
-      return std::string("rejected by: ") + test.name;
-  return "accepted";
+      return test.name;
+  return {};
 }
 
-void print_table(const std::vector<Result> &results, const std::string &verdict,
-                 const Context &context) {
-  Table table({{"TEST"},
-               {"RESULT"},
-               {"WANTED", Column::Align::left, true},
-               {"POSTING", Column::Align::left, true}});
-  for (const Result &result : results)
-    table.add({result.test->name, !result.asked ? "-" : (result.passed ? "pass" : "FAIL"),
-               result.words.wanted, result.words.found});
-  print(table, context);
-  context.out.write(verdict + "\n");
-}
-
-void print_json(const std::vector<Result> &results, gint32 first_failure, const Context &context) {
-  Json json;
-  json.begin_object().member("accepted", first_failure == 0).begin_array("tests");
-  for (const Result &result : results) {
-    if (!result.asked)
-      continue;
-    json.begin_object().member("test", result.test->name).member("passed", result.passed);
-    json.member("wanted", result.words.wanted).member("posting", result.words.found).end_object();
-  }
-  print(json.end_array().end_object(), context);
+Fields<TestResult> fields() {
+  using R = const TestResult &;
+  return {
+      {{.name = "test", .type = type::text(), .rank = 1},
+       [](R r) -> Value { return r.test->name; }},
+      {{.name = "result", .type = type::text(), .rank = 1},
+       [](R r) -> Value { return !r.asked ? "-" : (r.passed ? "pass" : "FAIL"); }},
+      {{.name = "wanted", .type = type::text(), .rank = 1, .flexible = true},
+       [](R r) { return text_or_nothing(r.words.wanted); }},
+      {{.name = "posting", .type = type::text(), .rank = 1, .flexible = true},
+       [](R r) { return text_or_nothing(r.words.found); }},
+  };
 }
 
 Exit run(const Context &context) {
@@ -200,23 +190,29 @@ Exit run(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::postings);
   const OwnedFilter filter = filter_of(context.arguments, std::time(nullptr));
   const OwnedEvent posting = cached_posting(id);
-  const std::vector<Result> results = results_of(*filter, *posting);
+  const std::vector<TestResult> results = results_of(*filter, *posting);
   const gint32 first_failure = zox_filter_explain(filter.get(), posting.get(), 0);
-  if (wants_json(context.arguments))
-    print_json(results, first_failure, context);
-  else
-    print_table(results, verdict(first_failure), context);
+  const Value rejecting = rejected_by(first_failure);
+  print_records(context, fields(), results,
+                {.facts = {{"accepted", first_failure == 0}, {"rejectedBy", rejecting}}});
+  if (format_of(context.arguments) == Format::table)
+    context.out.write(first_failure == 0 ? "accepted\n"
+                                         : "rejected by: " + text_for_people(rejecting) + "\n");
   return Exit::ok;
 }
 
 }  // namespace
 
 Command explain_command() {
-  return {"explain",
-          "Show which tests of a filter a posting passes, and which one rejects it",
-          {posting_argument()},
-          with_format_options(filter_options()),
-          run};
+  RecordInfo record = list_of_records(fields(), "test", "tests");
+  record.facts = {{.name = "accepted", .type = type::flag()},
+                  {.name = "rejectedBy", .type = type::text()}};
+  return with_output({"explain",
+                      "Show which tests of a filter a posting passes, and which one rejects it",
+                      {posting_argument()},
+                      filter_options(),
+                      run},
+                     std::move(record));
 }
 
 }  // namespace velkor::ctl

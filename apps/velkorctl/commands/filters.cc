@@ -7,57 +7,62 @@
 #include <velkor/zox_string.h>
 
 #include "support/slist.h"
-#include "support/text.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/formats.h"
-#include "velkorctl/vocabulary.h"
+#include "velkorctl/postings.h"
 
 namespace velkor::ctl {
 namespace {
 
-std::string sub_category_of(const ZoxFilter &filter) {
-  return zox_category_get_scat_name(filter.cat, static_cast<guint32>(filter.sCat));
+/** A saved filter with its number, counted from 1. */
+struct Numbered {
+  int number;
+  const ZoxFilter *filter;
+};
+
+std::vector<Numbered> numbered_filters() {
+  std::vector<Numbered> filters;
+  for (const ZoxFilter *filter : Items<ZoxFilter>(core->filterlist->filters))
+    filters.push_back({static_cast<int>(filters.size()) + 1, filter});
+  return filters;
 }
 
-void print_filters(const Context &context) {
-  using Align = Column::Align;
-  const auto row = [number = 0](const ZoxFilter *filter) mutable -> std::vector<std::string> {
-    return {std::to_string(++number),
-            std::string(view_of(filter->name)),
-            zox_string_category(filter->cat),
-            sub_category_of(*filter),
-            std::string(view_of(filter->extraTag)),
-            joined(tag_names(filter->cat, filter->tags))};
+Value sub_category_of(const Numbered &one) {
+  return text_or_nothing(
+      zox_category_get_scat_name(one.filter->cat, static_cast<guint32>(one.filter->sCat)));
+}
+
+Fields<Numbered> fields() {
+  using F = const Numbered &;
+  return {
+      {{.name = "number", .type = type::number(), .rank = 1},
+       [](F f) -> Value { return f.number; }},
+      {{.name = "name", .type = type::text(), .rank = 1, .flexible = true},
+       [](F f) -> Value { return f.filter->name; }},
+      {{.name = "category", .type = type::text(), .rank = 2},
+       [](F f) { return text_or_nothing(zox_string_category(f.filter->cat)); }},
+      {{.name = "categoryId", .type = type::number()}, [](F f) -> Value { return f.filter->cat; }},
+      {{.name = "subCategory", .type = type::text(), .rank = 3}, sub_category_of},
+      {{.name = "subCategoryId", .type = type::number()},
+       [](F f) -> Value { return f.filter->sCat; }},
+      {{.name = "freeTag", .type = type::text(), .rank = 5, .flexible = true},
+       [](F f) -> Value { return f.filter->extraTag; }},
+      {{.name = "tags", .type = tags_type(), .rank = 4, .flexible = true},
+       [](F f) { return tag_values(f.filter->cat, f.filter->tags); }},
   };
-  const auto add_members = [number = 0](Json &json, const ZoxFilter *filter) mutable {
-    json.member("number", ++number).member("name", filter->name);
-    json.member("category", filter->cat).member("subCategory", filter->sCat);
-    json.member("freeTag", filter->extraTag).begin_array("tags");
-    for (const GString *code : Items<GString>(filter->tags))
-      json.value(view_of(code));
-    json.end_array();
-  };
-  print_list(context,
-             {{"#", Align::right},
-              {"FILTER", Align::left, true},
-              {"CATEGORY"},
-              {"SUB-CATEGORY"},
-              {"FREE TAG", Align::left, true},
-              {"TAGS", Align::left, true}},
-             Items<ZoxFilter>(core->filterlist->filters), row, add_members);
 }
 
 Exit run(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
-  print_filters(context);
+  print_records(context, fields(), numbered_filters());
   return Exit::ok;
 }
 
 }  // namespace
 
 Command filters_command() {
-  return {"filters", "Print the saved filters", {}, with_format_options({}), run};
+  return with_output({"filters", "Print the saved filters", {}, {}, run},
+                     list_of_records(fields(), "filter", "filters"));
 }
 
 }  // namespace velkor::ctl

@@ -19,17 +19,26 @@ void send_reaction(const Context &context, gint32 id, const std::string &file) {
   say("the reaction has been sent");
 }
 
+using Reactions = std::vector<const ZoxReactie *>;
+
+Fields<const ZoxReactie *> fields() {
+  return fields_of_part<const ZoxReactie *, ZoxReactie>(
+      reaction_fields(), [](const ZoxReactie *reaction) { return reaction; });
+}
+
 void print_forum(const Context &context, gint32 id) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::postings);
   const OwnedEvent posting = fetch_posting(session, id, Fetch::reactions);
-  if (!wants_json(context.arguments)) {
-    print_reactions(*posting, context.out);
+  const Reactions reactions = reactions_of(*posting);
+  const bool locked = posting->locked != 0;
+  if (wants_records(context.arguments)) {
+    print_records(
+        context, fields(), reactions,
+        {.code = Exit::ok, .message = "", .facts = {{"posting", id}, {"locked", locked}}});
     return;
   }
-  Json json;
-  json.begin_object().member("id", posting->postId).member("locked", posting->locked != 0);
-  add_reactions(json, *posting);
-  print(json.end_object(), context);
+  context.out.page();
+  print_reactions(arranged(reactions, fields(), context), locked, context.out);
 }
 
 Exit run(const Context &context) {
@@ -44,12 +53,16 @@ Exit run(const Context &context) {
 }  // namespace
 
 Command forum_command() {
-  return {"forum",
-          "Print the reactions to a posting, or send one",
-          {posting_argument()},
-          {{"--reply", "FILE", "Send the text of FILE as a reaction (- for standard input)"},
-           format_option()},
-          run};
+  RecordInfo record = list_of_records(reaction_fields(), "reaction", "reactions");
+  record.facts = {{.name = "posting", .type = type::number()},
+                  {.name = "locked", .type = type::flag()}};
+  return with_output(
+      {"forum",
+       "Print the reactions to a posting, or send one",
+       {posting_argument()},
+       {{"--reply", "FILE", "Send the text of FILE as a reaction (- for standard input)"}},
+       run},
+      std::move(record));
 }
 
 }  // namespace velkor::ctl

@@ -3,23 +3,29 @@
 #include <velkor/zox_groups.h>
 
 #include "support/slist.h"
-#include "support/text.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/formats.h"
+#include "velkorctl/record_printer.h"
+#include "velkorctl/vocabulary.h"
 
 namespace velkor::ctl {
 namespace {
 
-void print_groups(const Context &context) {
-  const auto row = [](const ZoxGroup *group) -> std::vector<std::string> {
-    return {std::to_string(group->id), std::string(view_of(group->groupName))};
+Fields<const ZoxGroup *> fields() {
+  using G = const ZoxGroup *;
+  return {
+      {{.name = "id", .type = type::number(), .rank = 2},
+       [](G group) -> Value { return group->id; }},
+      {{.name = "name", .type = type::text(), .rank = 1, .flexible = true, .title = "Newsgroup"},
+       [](G group) -> Value { return group->groupName; }},
+      {{.name = "shortName", .type = type::text()},
+       [](G group) -> Value { return newsgroup_name(group->id); }},
   };
-  const auto add_members = [](Json &json, const ZoxGroup *group) {
-    json.member("id", group->id).member("name", group->groupName);
-  };
-  print_list(context, {{"ID", Column::Align::right}, {"NEWSGROUP", Column::Align::left, true}},
-             Items<ZoxGroup>(zox_groups_get()), row, add_members);
+}
+
+std::vector<const ZoxGroup *> all_groups() {
+  const Items<ZoxGroup> groups(zox_groups_get());
+  return {groups.begin(), groups.end()};
 }
 
 void fetch(const CoreSession &session) {
@@ -37,18 +43,19 @@ Exit run(const Context &context) {
                             Load::settings);
   if (fetching)
     fetch(session);
-  print_groups(context);
+  print_records(context, fields(), all_groups());
   return Exit::ok;
 }
 
 }  // namespace
 
 Command groups_command() {
-  return {"groups",
-          "Print the newsgroups in the cache",
-          {},
-          with_format_options({{"--fetch", "", "Fetch the newsgroups from the server first"}}),
-          run};
+  return with_output({"groups",
+                      "Print the newsgroups in the cache",
+                      {},
+                      {{"--fetch", "", "Fetch the newsgroups from the server first"}},
+                      run},
+                     list_of_records(fields(), "newsgroup", "newsgroups"));
 }
 
 }  // namespace velkor::ctl

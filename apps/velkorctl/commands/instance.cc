@@ -14,8 +14,8 @@
 #include "velkorctl/bus_owner.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/formats.h"
 #include "velkorctl/messages.h"
+#include "velkorctl/record_printer.h"
 
 namespace velkor::ctl {
 namespace {
@@ -25,6 +25,18 @@ Exit run_open(const Context &context) {
   if (!hand_to_instance(id))
     throw Failure(Exit::not_found, "Velkor is not running");
   return Exit::ok;
+}
+
+struct Event {
+  const char *name;
+  gint32 id;
+};
+
+Fields<Event> event_fields() {
+  return {{{.name = "event", .type = type::text()},
+           [](const Event &event) -> Value { return event.name; }},
+          {{.name = "id", .type = type::number()},
+           [](const Event &event) { return unless_zero(event.id); }}};
 }
 
 /** A front end that prints the requests it gets until it is interrupted. */
@@ -105,15 +117,10 @@ Exit Listener::run() {
 }
 
 void Listener::print(const char *event, gint32 id) {
-  Json json;
-  json.begin_object().member("event", event);
-  std::string line = event;
-  if (id != 0) {
-    json.member("id", id);
-    line += " " + std::to_string(id);
-  }
-  const bool as_json = wants_json(context_.arguments);
-  context_.out.write((as_json ? json.end_object().compact() : line) + "\n");
+  if (wants_records(context_.arguments))
+    print_record(context_, event_fields(), {event, id});
+  else
+    context_.out.write(event + (id == 0 ? "" : " " + std::to_string(id)) + "\n");
   context_.out.flush();
 }
 
@@ -173,8 +180,10 @@ Command listen_command() {
   return {"listen",
           "Take the place of the desktop front end and print what it is asked to show",
           {},
-          {{"--mail", "MINUTES", "Check for new messages every MINUTES minutes"}, format_option()},
-          run_listen};
+          {{"--mail", "MINUTES", "Check for new messages every MINUTES minutes"},
+           {"--format", "FORMAT", "Output format: ndjson, an object per line", false, {"ndjson"}}},
+          run_listen,
+          events_of(event_fields())};
 }
 
 }  // namespace velkor::ctl

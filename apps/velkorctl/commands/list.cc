@@ -1,7 +1,10 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /* velkorctl list: the cached postings that a filter accepts. */
+#include <algorithm>
+#include <array>
 #include <ctime>
-#include <limits>
+#include <string>
+#include <vector>
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_eventlist.h>
@@ -18,55 +21,50 @@
 namespace velkor::ctl {
 namespace {
 
-void apply_limit(std::vector<gint32> &ids, const Arguments &arguments) {
-  const auto given = arguments.value("--limit");
-  if (!given)
-    return;
-  const auto limit = static_cast<std::size_t>(
-      number_in_range(*given, 1, std::numeric_limits<gint32>::max(), "--limit"));
-  if (ids.size() > limit)
-    ids.resize(limit);
+/** The number of the order in a filter; -1, which the document leaves out, when it has none. */
+gint32 sort_mode(const std::string &field) noexcept {
+  constexpr std::array<const char *, 4> fields{"date", "title", "poster", "rating"};
+  const auto *found = std::ranges::find(fields, field);
+  return found == fields.end() ? -1 : static_cast<gint32>(found - fields.begin());
 }
 
-/** The display document of the postings that the filter accepts. */
-OwnedString display_document(ZoxFilter &filter, const Context &context) {
-  if (context.arguments.has("--limit"))
-    throw usage_error("--limit cannot be combined with --format xml or html");
+/** The postings for a document, which names the order and has blocks as its filter says. */
+std::vector<gint32> select_for_document(ZoxFilter &filter, const Context &context) {
+  const Order order = order_of(context.arguments);
   filter.perCategory = context.arguments.has("--per-category") ? 1 : 0;
-  zox_eventlist_apply_filter(core->eventlist, &filter);
-  return OwnedString(zox_events_sort_filtered(nullptr));
+  filter.sortMode = sort_mode(order.sort.value_or("date"));
+  filter.sortAscending = order.sort.has_value() != order.reverse ? 1 : 0;
+  return select_postings(filter, order);
+}
+
+OwnedString display_document(const std::vector<gint32> &ids) {
+  return OwnedString(zox_events_sort_ids(ids.data(), static_cast<guint32>(ids.size()), nullptr));
 }
 
 void print_xml(ZoxFilter &filter, const Context &context) {
-  context.out.write_document(view_of(display_document(filter, context).get()));
+  context.out.write_document(view_of(display_document(select_for_document(filter, context)).get()));
 }
 
 /** The elements of the postings in a display document, each printed alone. */
-struct Elements {
-  bool per_category;
-  std::vector<std::string> texts;
-};
-
-gint print_alone(gpointer /*key*/, ZoxEvent *posting, gpointer data) noexcept {
-  auto &into = *static_cast<Elements *>(data);
-  if (into.per_category && (posting->cat < 0 || posting->cat > 3))
-    return 0;
-  const OwnedString text(zox_events_sort_print(posting, into.per_category ? 1 : 0, 0, nullptr));
-  into.texts.emplace_back(view_of(text.get()));
-  return 0;
-}
-
-std::vector<std::string> shown_elements(bool per_category) {
-  Elements elements{per_category, {}};
+std::vector<std::string> shown_elements(const std::vector<gint32> &ids, bool per_category) {
+  std::vector<std::string> elements;
   const QuietLog quiet;  // printing the document has given the warnings
-  zox_eventlist_foreach(core->eventlist, 1, 1, print_alone, &elements);
-  return elements.texts;
+  for (const gint32 id : ids) {
+    const OwnedEvent posting = find_posting(id);
+    if (!posting || (per_category && (posting->cat < 0 || posting->cat > 3)))
+      continue;
+    const OwnedString text(zox_events_sort_print(posting.get(), per_category ? 1 : 0, 0, nullptr));
+    elements.emplace_back(view_of(text.get()));
+  }
+  return elements;
 }
 
-/** A page for a browser, sorted as the display document asks for. */
+/** A page for a browser. */
 void print_html(ZoxFilter &filter, const Context &context) {
-  const OwnedString document = display_document(filter, context);
-  const auto page = html_page(view_of(document.get()), shown_elements(filter.perCategory != 0));
+  const std::vector<gint32> ids = select_for_document(filter, context);
+  const OwnedString document = display_document(ids);
+  const auto page =
+      html_page(view_of(document.get()), shown_elements(ids, filter.perCategory != 0));
   if (!page)
     throw Failure(Exit::failed, "the page cannot be made of these postings");
   context.out.write_document(*page);
@@ -75,14 +73,13 @@ void print_html(ZoxFilter &filter, const Context &context) {
 Exit run(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::postings);
   const OwnedFilter filter = filter_of(context.arguments, std::time(nullptr));
-  const auto format = context.arguments.value("--format");
-  if (format == "xml" || format == "html") {
-    (format == "xml" ? print_xml : print_html)(*filter, context);
-    return Exit::ok;
-  }
-  std::vector<gint32> ids = select_postings(*filter);
-  apply_limit(ids, context.arguments);
-  print_postings(ids, context);
+  const Format format = format_of(context.arguments);
+  if (format == Format::xml)
+    print_xml(*filter, context);
+  else if (format == Format::html)
+    print_html(*filter, context);
+  else
+    print_postings(select_postings(*filter, order_of(context.arguments)), context);
   return Exit::ok;
 }
 
@@ -90,13 +87,10 @@ Exit run(const Context &context) {
 
 Command list_command() {
   std::vector<Option> options = filter_options();
-  options.push_back({"-l,--limit", "N", "Print at most N postings"});
-  options.push_back(format_option(
-      "Output format: table (default), json, xml (the display document) or html (a page of it)",
-      {"table", "json", "xml", "html"}));
   options.push_back({"--per-category", "", "With xml or html, print a block per main category"});
-  options.push_back(no_header_option());
-  return {"list", "Print the cached postings that the options select", {}, options, run};
+  return with_output(
+      {"list", "Print the cached postings that the options select", {}, options, run},
+      posting_records(), {"xml", "html"});
 }
 
 }  // namespace velkor::ctl

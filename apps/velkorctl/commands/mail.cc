@@ -6,15 +6,17 @@
 
 #include <velkor/zox_mail.h>
 
+#include "support/numbers.h"
 #include "support/owned_records.h"
 #include "support/slist.h"
 #include "support/text.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/formats.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/moment.h"
+#include "velkorctl/record_printer.h"
 #include "velkorctl/safe_text.h"
+#include "velkorctl/table.h"
 #include "velkorctl/text_input.h"
 
 namespace velkor::ctl {
@@ -43,12 +45,66 @@ std::string body_of(const ZoxBericht &message) {
   return body;
 }
 
+/** A message with its number in mail list, counted from 1. */
+struct Numbered {
+  std::int64_t number;
+  const ZoxBericht *message;
+};
+
+Fields<Numbered> message_fields() {
+  using M = const Numbered &;
+  return {
+      {{.name = "number", .type = type::number(), .rank = 2, .place = Place::nowhere},
+       [](M m) -> Value { return m.number; }},
+      {{.name = "direction", .type = type::text(), .rank = 4, .place = Place::nowhere},
+       [](M m) -> Value { return direction(*m.message); }},
+      {{.name = "with", .type = type::text(), .rank = 1, .flexible = true},
+       [](M m) -> Value { return m.message->from; }},
+      {{.name = "date", .type = type::moment(), .rank = 3, .style = Style::faint},
+       [](M m) { return moment_or_nothing(m.message->stamp); }},
+      {{.name = "subject",
+        .type = type::text(),
+        .rank = 1,
+        .flexible = true,
+        .style = Style::strong},
+       [](M m) -> Value { return m.message->subject; }},
+      {{.name = "body", .type = type::text(), .place = Place::below},
+       [](M m) -> Value { return body_of(*m.message); }},
+  };
+}
+
+std::vector<Numbered> all_messages() {
+  std::vector<Numbered> messages;
+  for (const ZoxBericht *message : Items<ZoxBericht>(zox_mail_get()))
+    messages.push_back({static_cast<std::int64_t>(messages.size()) + 1, message});
+  return messages;
+}
+
 void print_message(const ZoxBericht &message, Output &out) {
   Table head({{""}, {""}});
-  head.add({message.code == sent ? "To" : "From", std::string(view_of(message.from))});
-  head.add({"Date", show_moment(message.stamp)});
-  head.add({"Subject", std::string(view_of(message.subject))});
-  out.write(head.text(0, false) + "\n" + safe_text(body_of(message), Lines::keep) + "\n");
+  head.add({{message.code == sent ? "To" : "From"}, {std::string(view_of(message.from))}});
+  head.add({{"Date"}, {show_moment(message.stamp)}});
+  head.add({{"Subject"}, {std::string(view_of(message.subject))}});
+  out.write(head.text({}, false) + "\n" + safe_text(body_of(message), Lines::keep) + "\n");
+}
+
+/** What checking, fetching, sending and deleting come to, one number or flag each. */
+template <typename Count>
+Fields<Count> outcome_fields(const char *name, Type type) {
+  return {
+      {{.name = name, .type = std::move(type)}, [](const Count &count) -> Value { return count; }}};
+}
+Fields<bool> check_fields() {
+  return outcome_fields<bool>("waiting", type::flag());
+}
+Fields<guint32> fetch_fields() {
+  return outcome_fields<guint32>("received", type::number());
+}
+Fields<guint32> delete_fields() {
+  return outcome_fields<guint32>("deleted", type::number());
+}
+Fields<std::string> send_fields() {
+  return outcome_fields<std::string>("with", type::text());
 }
 
 /** The message with that number in mail list, counted from 1. */
@@ -64,7 +120,11 @@ ZoxBericht *message_numbered(const std::string &text) {
 Exit run_check(const Context &context) {
   const CoreSession session(context.options, Access::read, Load::settings);
   session.require_account();
-  context.out.write(mail_waits() ? "yes\n" : "no\n");
+  const bool waiting = mail_waits();
+  if (wants_records(context.arguments))
+    print_record(context, check_fields(), waiting);
+  else
+    context.out.write(waiting ? "yes\n" : "no\n");
   return Exit::ok;
 }
 
@@ -84,46 +144,46 @@ void require_writable_file() {
                 "velkor.mail could not be written; the new messages have been printed");
 }
 
-Exit run_fetch(const Context &context) {
-  const CoreSession session(context.options, Access::write, Load::mail);
-  session.require_account();
-  if (!mail_waits()) {
-    say("no new messages");
-    return Exit::ok;
-  }
+/** How many there were. */
+guint32 fetch_messages(Output &out) {
   require_writable_file();
   guint32 count = 0;
   const LibraryResult result = try_call("fetching the messages", zox_mail_fetch, &count);
   if (result.code == ZOX_RESULT_SUCCESS && zox_file_last_error()->status == ZOX_FILE_NOT_WRITTEN)
-    print_unsaved(count, context.out);
+    print_unsaved(count, out);
   require_success(result);
-  say(std::to_string(count) + (count == 1 ? " new message" : " new messages"));
+  return count;
+}
+
+Exit run_fetch(const Context &context) {
+  const CoreSession session(context.options, Access::write, Load::mail);
+  session.require_account();
+  const guint32 count = mail_waits() ? fetch_messages(context.out) : 0;
+  if (count == 0)
+    say("no new messages");
+  else
+    say(std::to_string(count) + (count == 1 ? " new message" : " new messages"));
+  if (wants_records(context.arguments))
+    print_record(context, fetch_fields(), count);
   return Exit::ok;
 }
 
 Exit run_list(const Context &context) {
-  using Align = Column::Align;
   const CoreSession session(context.options, Access::read, Load::mail);
-  const auto row = [number = 0](const ZoxBericht *message) mutable -> std::vector<std::string> {
-    return {std::to_string(++number), direction(*message), std::string(view_of(message->from)),
-            show_moment(message->stamp), std::string(view_of(message->subject))};
-  };
-  const auto add_members = [number = 0](Json &json, const ZoxBericht *message) mutable {
-    json.member("number", ++number).member("direction", direction(*message));
-    json.member("with", message->from).member("stamp", message->stamp);
-    json.member("date", show_moment(message->stamp)).member("subject", message->subject);
-    json.member("body", body_of(*message));
-  };
-  print_list(context,
-             {{"#", Align::right}, {"KIND"}, {"WITH"}, {"DATE"}, {"SUBJECT", Align::left, true}},
-             Items<ZoxBericht>(zox_mail_get()), row, add_members);
+  print_records(context, message_fields(), all_messages());
   return Exit::ok;
 }
 
 Exit run_read(const Context &context) {
   const std::string number = context.arguments.required("N");
   const CoreSession session(context.options, Access::read, Load::mail);
-  print_message(*message_numbered(number), context.out);
+  const ZoxBericht *message = message_numbered(number);
+  if (wants_records(context.arguments)) {
+    print_record(context, message_fields(), {*whole_number(number), message});
+    return Exit::ok;
+  }
+  context.out.page();
+  print_message(*message, context.out);
   return Exit::ok;
 }
 
@@ -137,6 +197,8 @@ Exit run_send(const Context &context) {
   call("sending the message", zox_mail_post, message.get());
   static_cast<void>(message.release());  // the list owns it now
   say("the message has been sent");
+  if (wants_records(context.arguments))
+    print_record(context, send_fields(), to);
   return Exit::ok;
 }
 
@@ -152,6 +214,8 @@ Exit run_delete(const Context &context) {
   const OwnedCells cells(messages.release());
   if (zox_mail_delete_messages(cells.get()) != 0)
     throw Failure(Exit::files, "velkor.mail cannot be written; no message has been deleted");
+  if (wants_records(context.arguments))
+    print_record(context, delete_fields(), static_cast<guint32>(seen.size()));
   return Exit::ok;
 }
 
@@ -159,20 +223,27 @@ Exit run_delete(const Context &context) {
 
 std::vector<Command> mail_commands() {
   return {
-      {"check", "Print yes or no: whether the server has new messages", {}, {}, run_check},
-      {"fetch", "Fetch the new messages from the server", {}, {}, run_fetch},
-      {"list", "Print a list of the messages, oldest first", {}, with_format_options({}), run_list},
-      {"read", "Print a message", {{"N", "Its number in mail list"}}, {}, run_read},
-      {"send",
-       "Send a message",
-       {{"TO", "The user to send it to"}, {"SUBJECT", "The subject"}},
-       {{"--body", "FILE", "Read the text from FILE (default: -, standard input)"}},
-       run_send},
-      {"delete",
-       "Delete messages",
-       {{"N", "Their numbers in mail list", Argument::Count::some}},
-       {},
-       run_delete},
+      with_output(
+          {"check", "Print yes or no: whether the server has new messages", {}, {}, run_check},
+          one_record(check_fields())),
+      with_output({"fetch", "Fetch the new messages from the server", {}, {}, run_fetch},
+                  one_record(fetch_fields())),
+      with_output({"list", "Print a list of the messages, oldest first", {}, {}, run_list},
+                  list_of_records(message_fields(), "message", "messages")),
+      with_output({"read", "Print a message", {{"N", "Its number in mail list"}}, {}, run_read},
+                  one_record(message_fields())),
+      with_output({"send",
+                   "Send a message",
+                   {{"TO", "The user to send it to"}, {"SUBJECT", "The subject"}},
+                   {{"--body", "FILE", "Read the text from FILE (default: -, standard input)"}},
+                   run_send},
+                  one_record(send_fields())),
+      with_output({"delete",
+                   "Delete messages",
+                   {{"N", "Their numbers in mail list", Argument::Count::some}},
+                   {},
+                   run_delete},
+                  one_record(delete_fields())),
   };
 }
 

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include <velkor/zox_category.h>
 #include <velkor/zox_http_curl.h>
 #include <velkor/zox_myzox.h>
 #include <velkor/zox_splitted_list.h>
@@ -13,9 +14,8 @@
 #include "support/xml.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/formats.h"
 #include "velkorctl/messages.h"
-#include "velkorctl/moment.h"
+#include "velkorctl/postings.h"
 
 namespace velkor::ctl {
 namespace {
@@ -57,43 +57,57 @@ OwnedPosts fetch_posts() {
   return owned;
 }
 
-std::vector<std::string> row_of(const ZoxMyzoxPost *post) {
-  return {std::to_string(post->postId),
-          show_moment(post->stamp),
-          zox_string_status(static_cast<gint32>(post->status)),
-          zox_string_category(static_cast<gint32>(post->cat)),
-          std::to_string(post->kudos),
-          std::to_string(post->forum),
-          post->canEdit != 0 ? "yes" : "no",
-          std::string(view_of(post->title))};
+using Post = const ZoxMyzoxPost *;
+
+Fields<Post> fields() {
+  return {
+      {{.name = "id", .type = type::number(), .rank = 2},
+       [](Post p) -> Value { return p->postId; }},
+      {{.name = "date", .type = type::moment(), .rank = 4, .style = Style::faint},
+       [](Post p) { return moment_or_nothing(p->stamp); }},
+      {{.name = "updated", .type = type::moment()},
+       [](Post p) { return moment_or_nothing(p->updated); }},
+      {{.name = "status", .type = type::text(), .rank = 5},
+       [](Post p) { return text_or_nothing(zox_string_status(static_cast<gint32>(p->status))); }},
+      {{.name = "statusId", .type = type::number()},
+       [](Post p) -> Value { return static_cast<gint32>(p->status); }},
+      {{.name = "category", .type = type::text(), .rank = 6},
+       [](Post p) { return text_or_nothing(zox_string_category(static_cast<gint32>(p->cat))); }},
+      {{.name = "categoryId", .type = type::number()},
+       [](Post p) -> Value { return static_cast<gint32>(p->cat); }},
+      {{.name = "subCategory", .type = type::text()},
+       [](Post p) {
+         return text_or_nothing(zox_category_get_scat_name(static_cast<gint32>(p->cat), p->sCat));
+       }},
+      {{.name = "subCategoryId", .type = type::number()},
+       [](Post p) -> Value { return static_cast<gint32>(p->sCat); }},
+      {{.name = "kudos", .type = type::number(), .rank = 7},
+       [](Post p) -> Value { return p->kudos; }},
+      {{.name = "reactionCount", .type = type::number(), .rank = 8, .title = "Reactions"},
+       [](Post p) -> Value { return p->forum; }},
+      {{.name = "canEdit", .type = type::flag(), .rank = 9, .title = "Edit"},
+       [](Post p) -> Value { return p->canEdit != 0; }},
+      {{.name = "title", .type = type::text(), .rank = 1, .flexible = true, .style = Style::strong},
+       [](Post p) -> Value { return p->title; },
+       [](Post p) { return std::string(view_of(p->link)); }},
+      {{.name = "poster", .type = type::text(), .flexible = true},
+       [](Post p) -> Value { return p->poster; }},
+      {{.name = "newsgroups", .type = newsgroups_type(), .flexible = true},
+       [](Post p) { return newsgroup_values(p->groups); }},
+      {{.name = "fileName", .type = type::text(), .flexible = true},
+       [](Post p) -> Value { return p->fName; }},
+      {{.name = "link", .type = type::text(), .flexible = true},
+       [](Post p) -> Value { return p->link; }},
+      {{.name = "rating", .type = type::number()}, [](Post p) -> Value { return p->rating; }},
+      {{.name = "reps", .type = type::number()}, [](Post p) -> Value { return p->reps; }},
+      {{.name = "reqs", .type = type::number()}, [](Post p) -> Value { return p->reqs; }},
+      {{.name = "mod", .type = type::number()}, [](Post p) -> Value { return p->mod; }},
+  };
 }
 
-void add_members(Json &json, const ZoxMyzoxPost *post) {
-  json.member("id", post->postId).member("stamp", post->stamp);
-  json.member("updated", post->updated).member("canEdit", post->canEdit != 0);
-  json.member("status", static_cast<gint32>(post->status)).member("category", post->cat);
-  json.member("subCategory", static_cast<gint32>(post->sCat)).member("title", post->title);
-  json.member("poster", post->poster).member("fileName", post->fName).member("link", post->link);
-  json.member("kudos", post->kudos).member("reactions", post->forum).member("reps", post->reps);
-  json.member("reqs", post->reqs).member("rating", post->rating).member("mod", post->mod);
-  json.begin_array("newsgroups");
-  for (const GString *id : Items<GString>(post->groups))
-    json.value(view_of(id));
-  json.end_array();
-}
-
-void print_posts(const GSList *posts, const Context &context) {
-  using Align = Column::Align;
-  print_list(context,
-             {{"ID", Align::right},
-              {"DATE"},
-              {"STATUS"},
-              {"CATEGORY"},
-              {"KUDOS", Align::right},
-              {"REACTIONS", Align::right},
-              {"EDIT"},
-              {"TITLE", Align::left, true}},
-             Items<ZoxMyzoxPost>(posts), row_of, add_members);
+void print_posts(GSList *list, const Context &context) {
+  const Items<ZoxMyzoxPost> posts(list);
+  print_records(context, fields(), std::vector<Post>(posts.begin(), posts.end()));
 }
 
 void print_xml(GSList *posts, Output &out) {
@@ -118,7 +132,7 @@ Exit run(const Context &context) {
     return Exit::ok;
   }
   const OwnedPosts posts = fetch_posts();
-  if (context.arguments.value("--format") == "xml")
+  if (format_of(context.arguments) == Format::xml)
     print_xml(posts.get(), context.out);
   else
     print_posts(posts.get(), context);
@@ -128,14 +142,13 @@ Exit run(const Context &context) {
 }  // namespace
 
 Command myzox_command() {
-  return {"myzox",
-          "Print the postings that you placed",
-          {},
-          {{"--update", "ID", "Ask the server to refresh the posting with this ID instead"},
-           format_option("Output format: table (default), json or xml (the library's document)",
-                         {"table", "json", "xml"}),
-           no_header_option()},
-          run};
+  return with_output(
+      {"myzox",
+       "Print the postings that you placed",
+       {},
+       {{"--update", "ID", "Ask the server to refresh the posting with this ID instead"}},
+       run},
+      list_of_records(fields(), "posting", "postings"), {"xml"});
 }
 
 }  // namespace velkor::ctl

@@ -77,7 +77,7 @@ void require_whole(const LibraryResult &result, const ZoxEvent &spot) {
   std::string message = result.message();
   if (spot.postId > 0)
     message += "; posting " + std::to_string(spot.postId) + " is on the server without the rest";
-  throw Failure(result.failure().exit(), message);
+  throw Failure(result.failure().exit(), message, result.failure().cause());
 }
 
 /** Whether the server took the posting with a reservation. */
@@ -95,28 +95,42 @@ bool send(ZoxEvent &spot) {
   return reserved;
 }
 
+/** A new spot has no ID until the server has accepted it. */
+Fields<ZoxEvent> fields() {
+  Fields<ZoxEvent> fields = detail_fields();
+  fields.front().value = [](const ZoxEvent &spot) {
+    return spot.postId > 0 ? Value(spot.postId) : Value();
+  };
+  return fields;
+}
+
 Exit run(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
   const OwnedEvent spot = read_spot(context.arguments.required("FILE"));
   if (context.arguments.has("--dry-run")) {
-    print_details(*spot, context.out);
+    print_record(context, fields(), *spot);
     return Exit::ok;
   }
   session.require_account();
-  if (send(*spot))
-    say(sentence_of(ZOX_RESULT_SPOT_RESERVED, nullptr));
-  context.out.write(std::to_string(spot->postId) + "\n");
+  const std::string reservation = send(*spot) ? sentence_of(ZOX_RESULT_SPOT_RESERVED, nullptr) : "";
+  if (!reservation.empty())
+    say(reservation);
+  if (wants_records(context.arguments))
+    print_record(context, fields(), *spot, {.message = reservation});
+  else
+    context.out.write(std::to_string(spot->postId) + "\n");
   return Exit::ok;
 }
 
 }  // namespace
 
 Command post_command() {
-  return {"post",
-          "Place a new spot and print its ID",
-          {{"FILE", "The key file that describes the posting"}},
-          {{"--dry-run", "", "Check the file and print what would be sent"}},
-          run};
+  return with_output({"post",
+                      "Place a new spot and print its ID",
+                      {{"FILE", "The key file that describes the posting"}},
+                      {{"--dry-run", "", "Check the file and print what would be sent"}},
+                      run},
+                     one_record(fields()));
 }
 
 }  // namespace velkor::ctl

@@ -13,29 +13,23 @@ Exit run(const Context &context) {
   const OwnedEvent posting = context.arguments.has("--offline")
                                  ? cached_posting(id)
                                  : fetch_posting(session, id, Fetch::details_and_reactions);
-  if (!wants_json(context.arguments)) {
-    print_details(*posting, context.out);
-    print_reactions(*posting, context.out);
-    return Exit::ok;
-  }
-  Json json;
-  json.begin_object();
-  add_posting(json, *posting);
-  add_details(json, *posting);
-  add_reactions(json, *posting);
-  print(json.end_object(), context);
+  print_record(context, detail_fields(), *posting);
+  if (format_of(context.arguments) == Format::table && !context.arguments.has("--fields"))
+    print_reactions(reactions_of(*posting), posting->forum != nullptr && posting->locked != 0,
+                    context.out);
   return Exit::ok;
 }
 
 }  // namespace
 
 Command show_command() {
-  return {"show",
-          "Print a posting with its details and reactions",
-          {posting_argument()},
-          {{"--offline", "", "Ask the server for nothing; print the fields that list has"},
-           format_option()},
-          run};
+  return with_output(
+      {"show",
+       "Print a posting with its details and reactions",
+       {posting_argument()},
+       {{"--offline", "", "Ask the server for nothing; print the fields that list has"}},
+       run},
+      one_record(detail_fields()));
 }
 
 }  // namespace velkor::ctl

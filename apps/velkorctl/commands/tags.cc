@@ -6,7 +6,7 @@
 #include "support/slist.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/formats.h"
+#include "velkorctl/record_printer.h"
 #include "velkorctl/vocabulary.h"
 
 namespace velkor::ctl {
@@ -22,33 +22,37 @@ std::vector<const ZoxTag *> selected_tags(const Arguments &arguments) {
   return result;
 }
 
-void print_tags(const std::vector<const ZoxTag *> &tags, const Context &context) {
-  const auto row = [](const ZoxTag *tag) -> std::vector<std::string> {
-    return {zox_string_category(static_cast<gint32>(tag->category)), tag->code->str,
-            tag->group->name->str, tag->name->str};
+Fields<const ZoxTag *> fields() {
+  using T = const ZoxTag *;
+  return {
+      {{.name = "category", .type = type::text(), .rank = 2},
+       [](T tag) -> Value { return zox_string_category(static_cast<gint32>(tag->category)); }},
+      {{.name = "categoryId", .type = type::number()},
+       [](T tag) -> Value { return tag->category; }},
+      {{.name = "code", .type = type::text(), .rank = 1}, [](T tag) -> Value { return tag->code; }},
+      {{.name = "group", .type = type::text(), .rank = 3},
+       [](T tag) -> Value { return tag->group->name; }},
+      {{.name = "name", .type = type::text(), .rank = 1, .flexible = true},
+       [](T tag) -> Value { return tag->name; }},
   };
-  const auto add_members = [](Json &json, const ZoxTag *tag) {
-    json.member("category", tag->category).member("code", tag->code);
-    json.member("group", tag->group->name).member("name", tag->name);
-  };
-  print_list(context, {{"CATEGORY"}, {"CODE"}, {"GROUP"}, {"TAG", Column::Align::left, true}}, tags,
-             row, add_members);
 }
 
 Exit run(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
-  print_tags(selected_tags(context.arguments), context);
+  print_records(context, fields(), selected_tags(context.arguments));
   return Exit::ok;
 }
 
 }  // namespace
 
 Command tags_command() {
-  return {"tags",
-          "Print the tags by category and group",
-          {{"CATEGORY", "Print only the tags of this category", Argument::Count::optional}},
-          with_format_options({}),
-          run};
+  return with_output(
+      {"tags",
+       "Print the tags by category and group",
+       {{"CATEGORY", "Print only the tags of this category", Argument::Count::optional}},
+       {},
+       run},
+      list_of_records(fields(), "tag", "tags"));
 }
 
 }  // namespace velkor::ctl

@@ -3,6 +3,7 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/consent.h"
 #include "velkorctl/core_session.h"
+#include "velkorctl/formats.h"
 #include "velkorctl/update_run.h"
 
 namespace velkor::ctl {
@@ -17,19 +18,22 @@ Exit run(const Context &context) {
   require_ageing(arguments);
   UpdateRun update(arguments.has("--recursive") ? Extent::all_new : Extent::as_set);
   const bool something_new = update.run();
-  return something_new || !arguments.has("--exit-code") ? Exit::ok : Exit::nothing_new;
+  const Exit exit = something_new || !arguments.has("--exit-code") ? Exit::ok : Exit::nothing_new;
+  print_update(context, update, exit);
+  return exit;
 }
 
 }  // namespace
 
 Command update_command() {
-  return {"update",
-          "Fetch what is new from the server",
-          {},
-          {{"-r,--recursive", "", "Repeat until the server has no more postings"},
-           yes_option(),
-           {"--exit-code", "", "End with exit code 5 when there is nothing new"}},
-          run};
+  return with_output({"update",
+                      "Fetch what is new from the server",
+                      {},
+                      {{"-r,--recursive", "", "Repeat until the server has no more postings"},
+                       yes_option(),
+                       {"--exit-code", "", "End with exit code 5 when there is nothing new"}},
+                      run},
+                     update_record());
 }
 
 }  // namespace velkor::ctl

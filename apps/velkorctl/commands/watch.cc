@@ -70,7 +70,7 @@ std::vector<gint32> watched_ids() {
 
 Exit run_list(const Context &context) {
   const CoreSession session(context.options, Access::read, Load::postings);
-  print_postings(watched_ids(), context);
+  print_postings_arranged(watched_ids(), context);
   return Exit::ok;
 }
 
@@ -95,7 +95,7 @@ std::vector<Command> watch_commands() {
   return {
       {"add", "Add postings to the watchlist", {postings_argument()}, {}, run_add},
       {"remove", "Remove postings from the watchlist", {postings_argument()}, {}, run_remove},
-      {"list", "Print the watchlist", {}, with_format_options({}), run_list},
+      with_output({"list", "Print the watchlist", {}, {}, run_list}, posting_records()),
       {"clear", "Remove all postings from the watchlist", {}, {yes_option()}, run_clear},
       {"upload", "Replace the watchlist on the server with this one", {}, {}, run_upload},
       {"download", "Add the postings of the server's watchlist to this one", {}, {}, run_download},

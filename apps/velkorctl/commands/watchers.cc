@@ -2,7 +2,6 @@
 /* velkorctl watchers: texts that are looked for in the titles of new postings. */
 #include <algorithm>
 #include <functional>
-#include <iterator>
 
 #include <velkor/zox_watcher.h>
 
@@ -45,10 +44,33 @@ std::vector<Match> matches_of(const std::vector<std::string> &watchers) {
   return all;
 }
 
-std::vector<Column> columns() {
-  std::vector<Column> columns{{"WATCHER", Column::Align::left, true}};
-  std::ranges::copy(posting_columns(), std::back_inserter(columns));
-  return columns;
+/** A match with its posting. */
+struct Hit {
+  std::string watcher;
+  OwnedEvent posting;
+};
+
+Fields<Hit> fields() {
+  const Fields<Hit> watcher{{{.name = "watcher", .type = type::text(), .rank = 2, .flexible = true},
+                             [](const Hit &hit) -> Value { return hit.watcher; }}};
+  return together(watcher, fields_of_part<Hit, ZoxEvent>(
+                               posting_fields(), [](const Hit &hit) { return hit.posting.get(); }));
+}
+
+Hit hit_of(const Match &match) {
+  return {match.text, cached_posting(match.id)};
+}
+
+void print_matches(std::vector<Match> matches, const Context &context) {
+  const Fields<Hit> all = fields();
+  const Order order = order_of(context.arguments);
+  arrange_by(matches, order, [&](const Match &match) {
+    return field_named(all, *order.sort).value(hit_of(match));
+  });
+  RecordPrinter<Hit> printer(context, all);
+  for (const Match &match : matches)
+    printer.add(hit_of(match));
+  printer.finish();
 }
 
 Exit run_run(const Context &context) {
@@ -56,16 +78,7 @@ Exit run_run(const Context &context) {
   std::vector<std::string> watchers = context.arguments.values("TEXT");
   if (watchers.empty())
     watchers = texts_of(watcher_list());
-  const auto row = [](const Match &match) {
-    std::vector<std::string> cells{match.text};
-    std::ranges::copy(posting_row(*cached_posting(match.id)), std::back_inserter(cells));
-    return cells;
-  };
-  const auto add_members = [](Json &json, const Match &match) {
-    json.member("watcher", match.text);
-    add_posting(json, *cached_posting(match.id));
-  };
-  print_list(context, columns(), matches_of(watchers), row, add_members);
+  print_matches(matches_of(watchers), context);
   return Exit::ok;
 }
 
@@ -73,11 +86,13 @@ Exit run_run(const Context &context) {
 
 std::vector<Command> watchers_commands() {
   std::vector<Command> commands = setting_list_commands(watcher_list());
-  commands.push_back({"run",
-                      "Print the cached postings that the watchers match",
-                      {{"TEXT", "Use these texts instead of the watchers", Argument::Count::any}},
-                      with_format_options({}),
-                      run_run});
+  commands.push_back(
+      with_output({"run",
+                   "Print the cached postings that the watchers match",
+                   {{"TEXT", "Use these texts instead of the watchers", Argument::Count::any}},
+                   {},
+                   run_run},
+                  list_of_records(fields(), "match", "matches")));
   return commands;
 }
 

@@ -1,7 +1,7 @@
 <?xml version="1.0" encoding="UTF-8"?>
 <!-- SPDX-License-Identifier: LGPL-2.1-or-later -->
-<!-- Turns the display document into a page, sorted as SortMode and SortRichting say. All content
-     of a posting becomes text, except TagInfo, which has been reduced before. -->
+<!-- Turns the display document into a page. All content of a posting becomes text, except TagInfo,
+     which has been reduced before. -->
 <xsl:stylesheet version="1.0" xmlns:xsl="http://www.w3.org/1999/XSL/Transform">
   <xsl:output method="html" encoding="UTF-8" indent="no" doctype-system="about:legacy-compat"/>
   <xsl:param name="policy"/>
@@ -58,32 +58,10 @@
     </section>
   </xsl:template>
 
-  <!-- The rows of the current element in the order that it asks for; ties are sorted by the ID, so
-       that the same document always gives the same page. -->
+  <!-- The rows of the current element in the order of the document. -->
   <xsl:template name="rows">
-    <xsl:variable name="direction">
-      <xsl:choose>
-        <xsl:when test="SortRichting[1] = 'ascending'">ascending</xsl:when>
-        <xsl:otherwise>descending</xsl:otherwise>
-      </xsl:choose>
-    </xsl:variable>
-    <xsl:variable name="mode" select="string(SortMode[1])"/>
     <ol class="events">
-      <xsl:choose>
-        <xsl:when test="$mode = 'Title' or $mode = 'Poster'">
-          <xsl:apply-templates select="Event">
-            <xsl:sort order="{$direction}" data-type="text" lang="nl"
-                      select="*[name() = $mode][1]"/>
-            <xsl:sort order="ascending" data-type="number" select="PostID[1]"/>
-          </xsl:apply-templates>
-        </xsl:when>
-        <xsl:otherwise>
-          <xsl:apply-templates select="Event">
-            <xsl:sort order="{$direction}" data-type="number" select="*[name() = $mode][1]"/>
-            <xsl:sort order="ascending" data-type="number" select="PostID[1]"/>
-          </xsl:apply-templates>
-        </xsl:otherwise>
-      </xsl:choose>
+      <xsl:apply-templates select="Event"/>
     </ol>
   </xsl:template>
 

@@ -50,8 +50,14 @@ TEST_F(CompletionTest, OffersTheOptionsOfTheCommand) {
 }
 
 TEST_F(CompletionTest, OffersTheValuesThatAreKnown) {
-  EXPECT_EQ(offered("velkorctl list --sort t"), " title \n");
+  EXPECT_EQ(offered("velkorctl list --sort t"), " tags title \n");
   EXPECT_EQ(offered("velkorctl list --category B"), " Beeld \n");
+  EXPECT_EQ(offered("velkorctl list --color a"), " always auto \n");
+}
+
+TEST_F(CompletionTest, OffersTheFieldsOfTheCommand) {
+  EXPECT_EQ(offered("velkorctl list --fields p"), " poster \n");
+  EXPECT_EQ(offered("velkorctl mail list --sort d"), " date direction \n");
 }
 
 }  // namespace
