@@ -46,22 +46,33 @@ void pass_lines(std::string &text) {
 
 }  // namespace
 
-Traces::Traces(bool show) {
+Traces::Traces(bool show) : earlier_errors_(stderr) {
   if (!show) {
-    redirect_stdout(nowhere());
+    redirect_streams(nowhere());
     return;
   }
   std::array<int, 2> ends{};
   if (pipe2(ends.data(), O_CLOEXEC) != 0)
     throw Failure(Exit::failed, "cannot create a pipe: " + system_error(errno));
   reading_end_ = Descriptor(ends[0]);
-  redirect_stdout(Descriptor(ends[1]));
+  redirect_streams(Descriptor(ends[1]));
   std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
   forwarder_ = std::thread([this] { forward(); });
 }
 
+void Traces::redirect_streams(const Descriptor &target) {
+  redirect_stdout(target);
+  errors_.reset(fdopen(fcntl(target.get(), F_DUPFD_CLOEXEC, 0), "w"));
+  if (!errors_)
+    throw Failure(Exit::failed, "cannot use standard error: " + system_error(errno));
+  std::setvbuf(errors_.get(), nullptr, _IOLBF, BUFSIZ);
+  stderr = errors_.get();
+}
+
 Traces::~Traces() {
   redirect_stdout(nowhere());
+  stderr = earlier_errors_;
+  errors_.reset();  // the end for forward()
   if (forwarder_.joinable())
     forwarder_.join();
 }

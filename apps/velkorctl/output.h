@@ -6,6 +6,7 @@
 #ifndef VELKORCTL_OUTPUT_H
 #define VELKORCTL_OUTPUT_H
 
+#include <cstdio>
 #include <optional>
 #include <string_view>
 #include <thread>
@@ -16,7 +17,10 @@
 
 namespace velkor::ctl {
 
-/** Drops the trace lines of the library, or prints them, made safe, to standard error. */
+/**
+ * Drops what the library prints to standard output and to the stream `stderr`, or prints it with
+ * trace(). Messages of the command go to the descriptor of standard error, which stays as it is.
+ */
 class Traces {
 public:
   explicit Traces(bool show);
@@ -26,7 +30,10 @@ public:
 
 private:
   void forward() noexcept;
+  void redirect_streams(const Descriptor &target);
 
+  OwnedFile errors_;
+  FILE *earlier_errors_;
   Descriptor reading_end_;
   std::thread forwarder_;
 };

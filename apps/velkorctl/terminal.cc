@@ -1,7 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "velkorctl/terminal.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <iostream>
 #include <string_view>
@@ -43,6 +42,11 @@ private:
   termios earlier_{};
 };
 
+void put(const std::string &text) {
+  const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
+  static_cast<void>(written);  // the answer is awaited all the same
+}
+
 std::string read_line() {
   std::string line;
   if (!std::getline(std::cin, line))
@@ -72,10 +76,10 @@ std::string read_secret(const std::string &prompt) {
     return read_line();
   const Interruption interruption;  // the terminal gets its echo back first
   const WithoutEcho quiet(STDIN_FILENO);
-  std::fputs(prompt.c_str(), stderr);
+  put(prompt);
   try {
     std::string line = read_line();
-    std::fputc('\n', stderr);
+    put("\n");
     return line;
   } catch (const Failure &) {
     throw_if_interrupted();
@@ -84,7 +88,7 @@ std::string read_secret(const std::string &prompt) {
 }
 
 bool confirm(const std::string &question) {
-  std::fputs((safe_text(question) + " [y/N] ").c_str(), stderr);
+  put(safe_text(question) + " [y/N] ");
   const std::string answer = read_line();
   return same_name(answer, "y") || same_name(answer, "yes");
 }

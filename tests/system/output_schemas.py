@@ -186,10 +186,8 @@ class OutputSchemas(unittest.TestCase):
             run = self.run_command(*words, "--format=json")
             self.assertEqual(run.returncode, status, words)
             self.assertEqual(run.stdout, "", words)
-            # The library itself prints a line about an empty profile first.
-            last = run.stderr.splitlines()[-1]
-            self.check_messages(last, words)
-            error = json.loads(last)
+            self.check_messages(run.stderr, words)
+            error = json.loads(run.stderr.splitlines()[-1])
             self.assertEqual((error["schema"], error["code"]), ("velkorctl.error", status), words)
 
     def test_a_schema_refuses_what_it_does_not_describe(self):

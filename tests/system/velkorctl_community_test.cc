@@ -133,7 +133,9 @@ TEST_F(VelkorctlCommunity, AProfileIsPrinted) {
   EXPECT_THAT(output({"profile", "demo", "--format", "json"}), HasSubstr(R"("name":"demo")"));
   const ProcessResult unknown = run({"profile", "nobody"});
   EXPECT_EQ(unknown.status, 7);
-  EXPECT_THAT(unknown.err, HasSubstr("velkorctl: the server knows no such user ("));
+  EXPECT_THAT(unknown.err, testing::StartsWith("velkorctl: the server knows no such user ("));
+  EXPECT_THAT(run({"--trace", "profile", "nobody"}).err,
+              HasSubstr("velkorctl: trace: zox_profile_parse(): empty document!\n"));
 }
 
 TEST_F(VelkorctlCommunity, TheWatchlistIsExchanged) {
