@@ -1,10 +1,12 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "velkorctl/terminal.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <string_view>
 
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
@@ -47,6 +49,24 @@ void put(const std::string &text) {
   static_cast<void>(written);  // the answer is awaited all the same
 }
 
+/**
+ * Waits for a line. Only here do signals get through, so that one that arrives before the wait has
+ * begun ends it as well.
+ */
+void wait_for_line() {
+  sigset_t signals;
+  sigset_t earlier;
+  sigemptyset(&signals);
+  for (const int number : {SIGINT, SIGTERM, SIGHUP})
+    sigaddset(&signals, number);
+  pthread_sigmask(SIG_BLOCK, &signals, &earlier);
+  pollfd input{.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
+  if (!Interruption::requested())
+    ppoll(&input, 1, nullptr, &earlier);
+  pthread_sigmask(SIG_SETMASK, &earlier, nullptr);
+  throw_if_interrupted();
+}
+
 std::string read_line() {
   std::string line;
   if (!std::getline(std::cin, line))
@@ -77,6 +97,7 @@ std::string read_secret(const std::string &prompt) {
   const Interruption interruption;  // the terminal gets its echo back first
   const WithoutEcho quiet(STDIN_FILENO);
   put(prompt);
+  wait_for_line();
   try {
     std::string line = read_line();
     put("\n");
