@@ -20,6 +20,7 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/details.h"
+#include "velkorctl/record_printer.h"
 #include "velkorctl/safe_text.h"
 #include "velkorctl/table.h"
 
@@ -76,16 +77,19 @@ void require_safe(const std::string &text) {
     require(*at == '\n' || !is_unsafe(g_utf8_get_char(at)), "nothing acts on a terminal");
 }
 
-/** The elements of the array, or the members of the object, that the text is. */
-std::size_t json_size(const std::string &text) {
+/** The items of the document that the text is; 0 when it has but one. */
+std::size_t count_items(const std::string &text) {
   require_safe(text);
   const OwnedObject<JsonParser> parser(json_parser_new());
   require(json_parser_load_from_data(parser.get(), text.data(), static_cast<gssize>(text.size()),
                                      nullptr) != FALSE,
           "JSON can be parsed");
   JsonNode *root = json_parser_get_root(parser.get());
-  return JSON_NODE_HOLDS_ARRAY(root) ? json_array_get_length(json_node_get_array(root))
-                                     : json_object_get_size(json_node_get_object(root));
+  require(JSON_NODE_HOLDS_OBJECT(root), "a document is an object");
+  JsonObject *document = json_node_get_object(root);
+  if (json_object_has_member(document, "items") == FALSE)
+    return 0;
+  return json_array_get_length(json_object_get_array_member(document, "items"));
 }
 
 std::size_t line_count(const std::string &text) {
@@ -110,7 +114,9 @@ std::optional<std::string> run(const std::string &group, const std::string &name
   for (const auto &[word, value] : words)
     arguments.set(word, {value});
   try {
-    find_command(group, name).run({options(), arguments, paper().out()});
+    const ctl::Command &command = find_command(group, name);
+    command.run(
+        {options(), arguments, paper().out(), command, group.empty() ? name : group + "." + name});
   } catch (const ctl::Failure &) {
     paper().take();
     return std::nullopt;
@@ -121,13 +127,13 @@ std::optional<std::string> run(const std::string &group, const std::string &name
 /** Runs a command that lists things: as a table and as JSON it has the same number. */
 void check_list(const std::string &group) {
   const std::string name = "list";
-  const auto table = run(group, name, {});
+  const auto table = run(group, name, {{"--format", "table"}});
   const auto json = run(group, name, {{"--format", "json"}});
   require(table.has_value() == json.has_value(), "both forms are printed, or none");
   if (!table)
     return;
   require_safe(*table);
-  require(json_size(*json) + 1 == line_count(*table), "every item has its line");
+  require(count_items(*json) + 1 == line_count(*table), "every item has its line");
 }
 
 void check_mail(Input &input) {
@@ -143,20 +149,27 @@ void check_postings(Input &input) {
   if (const auto text = run("", "show", {{"ID", "1"}, {"--offline", ""}}))
     require_safe(*text);
   if (const auto text = run("", "show", {{"ID", "1"}, {"--offline", ""}, {"--format", "json"}}))
-    json_size(*text);
+    count_items(*text);
   static_cast<void>(run("", "list", {{"--format", "html"}, {"--per-category", ""}}));
 }
 
+/** The record of a posting with its details in a format. */
+std::string record_of(const ZoxEvent &posting, const char *format) {
+  ctl::Arguments arguments;
+  arguments.set("--format", {format});
+  const ctl::Command &command = find_command("", "show");
+  ctl::print_record({options(), arguments, paper().out(), command, "show"}, ctl::detail_fields(),
+                    posting);
+  return paper().take();
+}
+
 void check_details(const ZoxEvent &posting) {
-  ctl::print_details(posting, paper().out());
-  ctl::print_reactions(posting, paper().out());
+  ctl::print_reactions(ctl::reactions_of(posting), posting.locked != 0, paper().out());
   require_safe(paper().take());
-  Json json;
-  json.begin_object();
-  ctl::add_posting(json, posting);
-  ctl::add_details(json, posting);
-  ctl::add_reactions(json, posting);
-  json_size(json.end_object().compact());
+  require_safe(record_of(posting, "table"));
+  const std::string rows = record_of(posting, "tsv");
+  require(line_count(rows) == 2, "a record has its line");
+  count_items(record_of(posting, "json"));
 }
 
 void check_details(Input &input) {
@@ -178,8 +191,8 @@ void check_table(Input &input) {
   ctl::Table table({{"A", Align::right}, {"B", Align::left, true}, {"", Align::left, true}});
   std::size_t rows = 0;
   for (; !input.empty(); ++rows)
-    table.add({input.text(), input.text(), input.text()});
-  const std::string text = table.text(width, true);
+    table.add({{input.text()}, {input.text()}, {input.text()}});
+  const std::string text = table.text({.width = width}, true);
   require_safe(text);
   require(line_count(text) == rows + 1, "every row has its line");
   for (std::size_t begin = 0; width > 0 && begin < text.size();) {
