@@ -109,7 +109,8 @@ class Installation(unittest.TestCase):
             self.velkorctl(prefix, *service, "update")
             examination = self.velkorctl(prefix, *service, "doctor")
         self.assertIn(f"{prefix}/{LIBDIR}/velkor/libzox_http_plugin.so.2.0 works", examination)
-        self.assertEqual(len(json.loads(self.velkorctl(prefix, "list", "--format", "json"))), 30)
+        listed = json.loads(self.velkorctl(prefix, "list", "--format", "json"))
+        self.assertEqual(len(listed["items"]), 30)
         document = self.velkorctl(prefix, "list", "--format", "xml")
         self.assertIn(f"file://{prefix}/share/velkor/images".replace(" ", "%20"), document)
 
