@@ -61,10 +61,9 @@ Elements read_plainly() {
   const OwnedString text(zox_file_load("velkor.posts", 1));
   if (!text)
     return {};
-  const EventTable owned(new_event_table());
-  GHashTable *table = owned.get();
-  const ZoxErrorCode code = zox_events_parse(text.get(), &table, nullptr, nullptr, 1);
-  return code == 0 ? elements_of(table) : Elements();
+  const OwnedObject<ZOXEventlist> other(zox_eventlist_new());
+  const ZoxErrorCode code = zox_events_parse(text.get(), &other->tree, nullptr, nullptr, 1);
+  return code == 0 ? elements_of(other->tree) : Elements();
 }
 
 /** The file that the library itself makes of postings. */

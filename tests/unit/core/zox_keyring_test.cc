@@ -30,7 +30,12 @@ protected:
     test::write_file(cache_file("velkor.conf"), "username=ann\npassword=geheim\n");
     zox_config_load();
   }
-  ~WithoutKeyring() override { keyring::forget(); }
+  ~WithoutKeyring() override {
+    keyring::forget();
+    // GLib releases what belonged to a connection in the main loop.
+    while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
+    }
+  }
 
   [[nodiscard]] std::string file() const { return test::read_file(cache_file("velkor.conf")); }
   static std::string password() { return zox_string_value(core->config->password); }
