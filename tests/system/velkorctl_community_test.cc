@@ -283,6 +283,9 @@ protected:
   [[nodiscard]] std::string password() const {
     return output({"config", "get", "password", "--show-secret"});
   }
+
+  // By whole stacks the leak checker tells the few bytes that GDBus leaves from the command's own.
+  const EnvironmentVariable whole_stacks{"ASAN_OPTIONS", "fast_unwind_on_malloc=0"};
 };
 
 TEST_F(VelkorctlKeyring, KeepsThePassword) {
