@@ -4,7 +4,6 @@
 #define VELKOR_DISPLAY_PARTS_H
 
 #include <span>
-
 #include <string_view>
 
 #include <velkor/zox_events_sort.h>

@@ -16,6 +16,7 @@
 #include "display/parts.h"
 #include "filter/filter_record.h"
 #include "posting/event_record.h"
+#include "store/event_table.h"
 #include "store/event_walk.h"
 #include "support/assertion.h"
 #include "support/rw_lock.h"
@@ -128,11 +129,15 @@ void Document::add_category(gint32 category) noexcept {
 
 /** In the order of the choice; tells how many there were. */
 gint32 Document::add_chosen_events(gint32 category, bool indent) noexcept {
+  ZOXEventlist &list = *core->eventlist;
+  const ReadLock lock(list.lock);
+  if (list.tree == nullptr)
+    return 0;
   gint32 count = 0;
   for (const gint32 id : *postings_.ids) {
-    const OwnedEvent event(zox_eventlist_lookup_id(core->eventlist, id));
-    if (event && (category == every_category || category == event->cat))
-      add_event(out_, *event, {indent, count++, textFunc_}, lookups_);
+    ZOXEventObject *object = find_object(list.tree, id);
+    if (object != nullptr && add_held_event(*object, category, indent, count))
+      ++count;
   }
   return count;
 }
