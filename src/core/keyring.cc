@@ -120,11 +120,11 @@ const std::string &fault() noexcept {
 
 OwnedString written_password(const ZoxConfig &config) noexcept {
   State &now = state();
-  const OwnedString token = new_string(std::string(token_mark) + now.id);
+  OwnedString token = new_string(std::string(token_mark) + now.id);
   const bool unchanged =
       config.password == nullptr ? !now.known : now.known && *now.known == view_of(config.password);
   if (unchanged)
-    return new_string(view_of(token.get()));
+    return token;
   if (config.password == nullptr) {
     remove(stop_using());
     return nullptr;
@@ -137,7 +137,7 @@ OwnedString written_password(const ZoxConfig &config) noexcept {
     return new_string(view_of(config.password));
   }
   now.known = std::string(view_of(config.password));
-  return new_string(view_of(token.get()));
+  return token;
 }
 
 std::optional<std::string> start_using(const ZoxConfig &config) noexcept {

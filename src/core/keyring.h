@@ -16,7 +16,7 @@
 
 namespace velkor::keyring {
 
-/** Forgets the token of settings that were loaded before. */
+/** Forgets the token of the settings before: those in force come from elsewhere. */
 void forget() noexcept;
 
 /** Replaces a token that the settings hold by the password, or by none with a warning. */

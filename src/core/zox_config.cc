@@ -88,7 +88,6 @@ void load_settings() noexcept {
     zox_config_free();
   zox_config_init();
   ZOX_ASSERT(core->config);
-  keyring::forget();
   set_file_outcome(read_file(*core->config));
   finish_reading(file_name, false, {});
   if (core->config->username != nullptr && core->config->password != nullptr)
@@ -104,6 +103,7 @@ extern "C" {
 
 void zox_config_init(void) {
   ZOX_ASSERT(core);
+  keyring::forget();
   core->config = g_new0(ZoxConfig, 1);
   settings::set_defaults(*core->config);
 }

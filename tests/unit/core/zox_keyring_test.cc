@@ -115,6 +115,18 @@ TEST_F(ZoxKeyring, APasswordThatIsUnsetLeavesNothing) {
   EXPECT_EQ(core->config->password, nullptr);
 }
 
+TEST_F(ZoxKeyring, SettingsFromElsewhereLeaveThePasswordThere) {
+  keep(ZOX_PASSWORD_IN_KEYRING);
+  const std::string with_token = file();
+  zox_config_free();
+  zox_config_init();
+  EXPECT_EQ(zox_keyring_password_place(), ZOX_PASSWORD_IN_FILE);
+  zox_config_save();
+  test::write_file(cache_file("velkor.conf"), with_token);
+  zox_config_load();
+  EXPECT_EQ(password(), "geheim");
+}
+
 TEST_F(ZoxKeyring, ATokenThatCannotBeFollowedStaysInTheFile) {
   keep(ZOX_PASSWORD_IN_KEYRING);
   const std::string before = file();
