@@ -11,11 +11,9 @@ import pathlib
 import random
 import statistics
 import subprocess
-import sys
-import tempfile
 import time
 
-from stand_in import PATIENCE, Fault, Server, require
+from stand_in import PATIENCE, Server, in_directory, require
 
 SOURCE = pathlib.Path(__file__).resolve().parent.parent
 HOUR = 3600
@@ -91,11 +89,7 @@ def main():
                         help="the build tree of the programs (build/bench)")
     arguments = parser.parse_args()
     random.seed(1)
-    try:
-        with tempfile.TemporaryDirectory(prefix="velkor-soak-") as directory:
-            run(arguments, pathlib.Path(directory))
-    except (Fault, OSError, subprocess.SubprocessError) as fault:
-        sys.exit(f"soak: {fault}")
+    in_directory("soak", run, arguments)
 
 
 if __name__ == "__main__":

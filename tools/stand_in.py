@@ -2,7 +2,10 @@
 """What the trials of whole programs share: a server of sample data, and how they report."""
 import json
 import os
+import pathlib
 import subprocess
+import sys
+import tempfile
 import time
 import urllib.request
 
@@ -16,6 +19,15 @@ class Fault(Exception):
 def require(condition, message):
     if not condition:
         raise Fault(message)
+
+
+def in_directory(name, run, arguments):
+    """Runs `run(arguments, directory)` in a new directory; a fault ends the program."""
+    try:
+        with tempfile.TemporaryDirectory(prefix=f"velkor-{name}-") as directory:
+            run(arguments, pathlib.Path(directory))
+    except (Fault, OSError, subprocess.SubprocessError) as fault:
+        sys.exit(f"{name}: {fault}")
 
 
 class Server:

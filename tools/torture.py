@@ -14,12 +14,10 @@ import pathlib
 import random
 import re
 import subprocess
-import sys
-import tempfile
 import time
 import xml.etree.ElementTree
 
-from stand_in import PATIENCE, Fault, Server, require
+from stand_in import PATIENCE, Fault, Server, in_directory, require
 
 SOURCE = pathlib.Path(__file__).resolve().parent.parent
 ACCOUNT = "username=demo\npassword=demo-geheim\nverwijderPostsNaXDagen=6\n"
@@ -264,11 +262,7 @@ def main():
     seed = arguments.seed if arguments.seed is not None else random.randrange(1 << 32)
     random.seed(seed)
     print(f"torture: {arguments.times} times, --seed {seed}", flush=True)
-    try:
-        with tempfile.TemporaryDirectory(prefix="velkor-torture-") as directory:
-            run(arguments, pathlib.Path(directory))
-    except (Fault, OSError, subprocess.SubprocessError) as fault:
-        sys.exit(f"torture: {fault}")
+    in_directory("torture", run, arguments)
 
 
 if __name__ == "__main__":

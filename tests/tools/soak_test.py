@@ -8,6 +8,7 @@ import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
 import soak
+import stand_in
 
 
 def check(samples):
@@ -18,7 +19,7 @@ def check(samples):
 
 class Growth(unittest.TestCase):
     def assert_fault(self, samples, message):
-        with self.assertRaisesRegex(soak.Fault, message):
+        with self.assertRaisesRegex(stand_in.Fault, message):
             check(samples)
 
     def test_a_process_that_reaches_its_size_is_well(self):
