@@ -26,9 +26,9 @@ protected:
     return ask_as_nobody(path);
   }
   /** The reply to a client that lets libcurl decompress. */
-  HttpReply faulty_encoding(const std::string &kind) {
-    const std::string url = "http://" + server->host() + groups;
-    server->fault(groups, kind, 1);
+  HttpReply faulty_encoding(const std::string &kind, const std::string &path = groups) {
+    const std::string url = "http://" + server->host() + path;
+    server->fault("*", kind, 1);
     return send({.url = url,
                  .credentials = std::string("demo:") + server_secret(url, ServerProcess::password),
                  .accept_gzip = true});
@@ -150,6 +150,16 @@ TEST_F(ServerFault, BrokenContentEncodings) {
   EXPECT_EQ(faulty_encoding("gzip-missing").result, CURLE_BAD_CONTENT_ENCODING);
   EXPECT_EQ(faulty_encoding("gzip-corrupt").result, CURLE_BAD_CONTENT_ENCODING);
   EXPECT_EQ(faulty_encoding("gzip-truncated").headers.at("content-encoding"), "gzip");
+}
+
+TEST_F(ServerFault, ACorruptBodyIsNeverOnlyTooShort) {
+  start({"--postings", "400", "--chunk-size", "400"});
+  const std::vector<std::string> ids = find_in_xml(dump(dump_names().front()), "//PostID");
+  ASSERT_THAT(ids, ::testing::SizeIs(400));
+  for (const std::string &id : ids)
+    EXPECT_EQ(faulty_encoding("gzip-corrupt", "/3.7.3/xml-findpost.php?id=" + id).result,
+              CURLE_BAD_CONTENT_ENCODING)
+        << id;
 }
 
 TEST_F(ServerFault, BrokenDocuments) {

@@ -57,9 +57,10 @@ void truncate_gzip(Reply &reply, const std::string &) {
 }
 void corrupt_gzip(Reply &reply, const std::string &) {
   ensure_gzip(reply);
-  // Leaves the header intact but breaks the checksum.
-  for (std::size_t at = reply.body.size() / 2; at < reply.body.size(); ++at)
-    reply.body[at] = static_cast<char>(~reply.body[at]);
+  // What stands in the place of codes can be codes again, to the end, which would be a truncated
+  // body. Right behind the header, however, these bytes begin a block of a type that there is not.
+  for (std::size_t start = reply.body.size() / 2; !is_corrupt_gzip(reply.body); --start)
+    std::fill(reply.body.begin() + static_cast<std::ptrdiff_t>(start), reply.body.end(), '\xff');
 }
 void replace_gzip(Reply &reply, const std::string &) {
   ensure_gzip(reply);
@@ -118,7 +119,7 @@ constexpr std::array kinds{
               true, deliver<Delivery::length_long>},
     FaultKind{"gzip-truncated", "the compressed body is cut in half, but the reply is complete",
               true, truncate_gzip},
-    FaultKind{"gzip-corrupt", "the second half of the compressed body is garbage", true,
+    FaultKind{"gzip-corrupt", "the compressed body is garbage from halfway or before", true,
               corrupt_gzip},
     FaultKind{"gzip-missing", "the body is declared as compressed but is not", true, replace_gzip},
     FaultKind{"xml-malformed", "a document that is not well-formed", true, break_xml},
