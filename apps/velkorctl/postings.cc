@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -21,13 +23,8 @@
 namespace velkor::ctl {
 namespace {
 
-/** A posting with what it is sorted by; equal ones are sorted by ID. */
-struct Selected {
-  SortKey key;
-  gint32 id;
-
-  auto operator<=>(const Selected &other) const = default;
-};
+/** What a posting is sorted by, and its ID, by which equal ones are sorted. */
+using Selected = std::pair<SortKey, gint32>;
 
 struct Collection {
   const Field<ZoxEvent> &key;
@@ -36,7 +33,18 @@ struct Collection {
 
 void collect(const ZoxEvent *posting, gpointer collection) noexcept {
   auto &into = *static_cast<Collection *>(collection);
-  into.postings.push_back({SortKey(into.key.value(*posting)), posting->postId});
+  into.postings.emplace_back(SortKey(into.key.value(*posting)), posting->postId);
+}
+
+/** Leaves those that come first, in order, and no more than asked for. */
+template <typename Precedes>
+void arrange(std::vector<Selected> &postings, std::optional<std::size_t> limit, Precedes precedes) {
+  if (limit && *limit < postings.size()) {
+    const auto end = postings.begin() + static_cast<std::ptrdiff_t>(*limit);
+    std::ranges::nth_element(postings, end, precedes);
+    postings.erase(end, postings.end());
+  }
+  std::ranges::sort(postings, precedes);
 }
 
 /** A posting by its ID, and itself when it is in the cache. */
@@ -67,14 +75,15 @@ std::vector<gint32> select_postings(const ZoxFilter &filter, const Order &order)
   const Fields<ZoxEvent> fields = posting_fields();
   Collection collection{field_named(fields, order.sort.value_or("date")), {}};
   zox_eventlist_visit(core->eventlist, 1, collect, &collection);
-  std::ranges::sort(collection.postings);
-  if (!order.sort)  // the newest come first
-    std::ranges::reverse(collection.postings);
+  const bool newest_first = !order.sort;
+  if (newest_first != order.reverse)
+    arrange(collection.postings, order.limit, std::greater{});
+  else
+    arrange(collection.postings, order.limit, std::less{});
   std::vector<gint32> ids;
   ids.reserve(collection.postings.size());
-  for (const Selected &one : collection.postings)
-    ids.push_back(one.id);
-  reverse_and_limit(ids, order);
+  for (const auto &[key, id] : collection.postings)
+    ids.push_back(id);
   return ids;
 }
 
@@ -137,48 +146,49 @@ Type newsgroups_type() {
 Fields<ZoxEvent> posting_fields() {
   using P = const ZoxEvent &;
   return {
-      {{.name = "id", .type = type::number(), .rank = 2}, [](P p) -> Value { return p.postId; }},
+      {{.name = "id", .type = type::number(), .rank = 2},
+       [](P posting) -> Value { return posting.postId; }},
       {{.name = "date", .type = type::moment(), .rank = 3, .style = Style::faint},
-       [](P p) -> Value { return moment_or_nothing(p.stamp); }},
+       [](P posting) -> Value { return moment_or_nothing(posting.stamp); }},
       {{.name = "updated", .type = type::moment()},
-       [](P p) -> Value { return moment_or_nothing(p.updated); }},
+       [](P posting) -> Value { return moment_or_nothing(posting.updated); }},
       {{.name = "categoryPath", .type = type::text(), .rank = 4, .title = "Category"},
-       [](P p) -> Value { return category_name(p); }},
+       [](P posting) -> Value { return category_name(posting); }},
       {{.name = "category", .type = type::text(), .place = Place::nowhere},
-       [](P p) { return text_or_nothing(zox_string_category(p.cat)); }},
+       [](P posting) { return text_or_nothing(zox_string_category(posting.cat)); }},
       {{.name = "categoryId", .type = type::number(), .place = Place::nowhere},
-       [](P p) -> Value { return p.cat; }},
+       [](P posting) -> Value { return posting.cat; }},
       {{.name = "subCategory", .type = type::text(), .place = Place::nowhere},
-       [](P p) { return text_or_nothing(sub_category_name(p)); }},
+       [](P posting) { return text_or_nothing(sub_category_name(posting)); }},
       {{.name = "subCategoryId", .type = type::number(), .place = Place::nowhere},
-       [](P p) -> Value { return p.sCat; }},
+       [](P posting) -> Value { return posting.sCat; }},
       {{.name = "status", .type = type::text(), .rank = 5},
-       [](P p) -> Value { return status_name(p); }},
+       [](P posting) -> Value { return status_name(posting); }},
       {{.name = "statusId", .type = type::number(), .place = Place::nowhere},
-       [](P p) -> Value { return p.status; }},
+       [](P posting) -> Value { return posting.status; }},
       {{.name = "title", .type = type::text(), .rank = 1, .flexible = true, .style = Style::strong},
-       [](P p) -> Value { return p.title; },
-       [](P p) { return std::string(view_of(p.link)); }},
+       [](P posting) -> Value { return posting.title; },
+       [](P posting) { return std::string(view_of(posting.link)); }},
       {{.name = "poster", .type = type::text(), .rank = 1, .flexible = true},
-       [](P p) -> Value { return p.poster; }},
+       [](P posting) -> Value { return posting.poster; }},
       {{.name = "tags", .type = tags_type(), .flexible = true},
-       [](P p) { return tag_values(p.cat, p.tags); }},
+       [](P posting) { return tag_values(posting.cat, posting.tags); }},
       {{.name = "freeTag", .type = type::text(), .flexible = true},
-       [](P p) -> Value { return p.tag; }},
+       [](P posting) -> Value { return posting.tag; }},
       {{.name = "newsgroups", .type = newsgroups_type(), .flexible = true},
-       [](P p) { return newsgroup_values(p.groups); }},
+       [](P posting) { return newsgroup_values(posting.groups); }},
       {{.name = "fileName", .type = type::text(), .flexible = true},
-       [](P p) -> Value { return p.fName; }},
+       [](P posting) -> Value { return posting.fName; }},
       {{.name = "link", .type = type::text(), .flexible = true},
-       [](P p) -> Value { return p.link; },
-       [](P p) { return std::string(view_of(p.link)); }},
+       [](P posting) -> Value { return posting.link; },
+       [](P posting) { return std::string(view_of(posting.link)); }},
       {{.name = "rating", .type = type::number(), .place = Place::line_unless_zero},
-       [](P p) -> Value { return p.rating; }},
+       [](P posting) -> Value { return posting.rating; }},
       {{.name = "new", .type = type::flag(), .place = Place::nowhere},
-       [](P p) -> Value { return is_new(p); }},
+       [](P posting) -> Value { return is_new(posting); }},
       {{.name = "watched", .type = type::flag(), .place = Place::nowhere},
-       [](P p) -> Value {
-         return zox_watchlist_is_in_list(static_cast<guint32>(p.postId)) != FALSE;
+       [](P posting) -> Value {
+         return zox_watchlist_is_in_list(static_cast<guint32>(posting.postId)) != FALSE;
        }},
   };
 }

@@ -1,6 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "velkorctl/value.h"
 
+#include <tuple>
+
 #include "support/owned.h"
 #include "velkorctl/moment.h"
 #include "velkorctl/vocabulary.h"
@@ -133,6 +135,11 @@ SortKey::SortKey(const Value &value) : something_(!value.is_empty()) {
     number_ = *flag ? 1 : 0;
   else
     text_ = collation_key(text_for_people(value));
+}
+
+std::strong_ordering SortKey::operator<=>(const SortKey &other) const noexcept {
+  return std::tie(something_, number_, text_) <=>
+         std::tie(other.something_, other.number_, other.text_);
 }
 
 }  // namespace velkor::ctl

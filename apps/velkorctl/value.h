@@ -81,7 +81,8 @@ public:
   SortKey() = default;
   explicit SortKey(const Value &value);
   /** Nothing comes first. */
-  std::strong_ordering operator<=>(const SortKey &other) const = default;
+  std::strong_ordering operator<=>(const SortKey &other) const noexcept;
+  bool operator==(const SortKey &other) const = default;
 
 private:
   bool something_ = false;
