@@ -13,7 +13,7 @@ public:
   using Clock = std::chrono::steady_clock;
 
   /** @param limit  how long a transfer may bring nothing; 0 for any time */
-  explicit Inactivity(std::chrono::seconds limit) noexcept : limit_(limit) {}
+  constexpr explicit Inactivity(std::chrono::seconds limit) noexcept : limit_(limit) {}
 
   [[nodiscard]] std::chrono::seconds limit() const noexcept { return limit_; }
 

@@ -159,8 +159,8 @@ std::vector<MessageKind> message_kinds() {
           {"trace", {message}}};
 }
 
-void set_json_messages(bool on) noexcept {
-  json_messages = on;
+void set_json_messages(bool enabled) noexcept {
+  json_messages = enabled;
 }
 
 void install_log_handlers() noexcept {
@@ -168,8 +168,8 @@ void install_log_handlers() noexcept {
   xmlSetGenericErrorFunc(nullptr, xml_message);
 }
 
-void set_tracing(bool on) noexcept {
-  tracing = on;
+void set_tracing(bool enabled) noexcept {
+  tracing = enabled;
 }
 
 QuietLog::QuietLog() noexcept

@@ -33,7 +33,7 @@ struct MessageKind {
 std::vector<MessageKind> message_kinds();
 
 /** Whether messages are JSON objects; off at first. */
-void set_json_messages(bool on) noexcept;
+void set_json_messages(bool enabled) noexcept;
 
 /**
  * Takes over what GLib and libxml2 log, which is for developers: it is dropped, or printed with
@@ -43,7 +43,7 @@ void set_json_messages(bool on) noexcept;
 void install_log_handlers() noexcept;
 
 /** Whether everything that is logged is printed; off at first. */
-void set_tracing(bool on) noexcept;
+void set_tracing(bool enabled) noexcept;
 
 /** Drops what GLib logs while it lives. */
 class QuietLog {

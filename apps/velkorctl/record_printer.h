@@ -53,11 +53,9 @@ std::vector<std::size_t> chosen_fields(const std::vector<FieldInfo> &fields,
 template <typename Item>
 class RecordPrinter {
 public:
-  RecordPrinter(const Context &context, const Fields<Item> &fields, const Result &result = {}) {
-    for (const std::size_t place : chosen_fields(infos_of(fields), context))
-      fields_.push_back(fields[place]);
-    writer_ = record_writer(context, infos_of(fields_), result);
-  }
+  RecordPrinter(const Context &context, const Fields<Item> &fields, const Result &result = {})
+      : fields_(chosen(fields, context)),
+        writer_(record_writer(context, infos_of(fields_), result)) {}
 
   void add(const Item &item) {
     std::vector<Cell> record;
@@ -69,6 +67,13 @@ public:
   void finish() { writer_->finish(); }
 
 private:
+  static Fields<Item> chosen(const Fields<Item> &fields, const Context &context) {
+    Fields<Item> result;
+    for (const std::size_t place : chosen_fields(infos_of(fields), context))
+      result.push_back(fields[place]);
+    return result;
+  }
+
   Fields<Item> fields_;
   std::unique_ptr<RecordWriter> writer_;
 };

@@ -47,8 +47,8 @@ std::string safe_text(std::string_view text, Lines lines) {
   return ascii_only ? OwnedText(g_str_to_ascii(result.c_str(), "C")).get() : result;
 }
 
-void set_ascii_only(bool on) noexcept {
-  ascii_only = on;
+void set_ascii_only(bool enabled) noexcept {
+  ascii_only = enabled;
 }
 
 int display_width(std::string_view text) noexcept {

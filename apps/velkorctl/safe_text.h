@@ -25,7 +25,7 @@ std::string safe_text(std::string_view text, Lines lines = Lines::join);
  * Whether texts are ASCII from now on, with "?" for what has no like there: for a terminal that
  * does not take UTF-8. Off at first.
  */
-void set_ascii_only(bool on) noexcept;
+void set_ascii_only(bool enabled) noexcept;
 
 /** The cells that a terminal uses for `text`, which must be valid UTF-8. */
 int display_width(std::string_view text) noexcept;

@@ -19,7 +19,7 @@ int line_width(const std::vector<int> &widths) {
 }
 
 std::string blanks(int cells) {
-  return std::string(static_cast<std::size_t>(std::max(cells, 0)), ' ');
+  return std::string().append(static_cast<std::size_t>(std::max(cells, 0)), ' ');
 }
 
 void strip_trailing_blanks(std::string &text) {

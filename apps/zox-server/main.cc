@@ -62,12 +62,12 @@ public:
     const auto answer = [&dispatcher](const Request &request) {
       return dispatcher.answer(request);
     };
-    const auto at = [&options](unsigned port) {
+    const auto listening_at = [&options](unsigned port) {
       return ListenAddress{options.listen, port, read_certificate(options)};
     };
-    main_.emplace(Listener::main, at(options.port), options.limits, answer);
+    main_.emplace(Listener::main, listening_at(options.port), options.limits, answer);
     if (options.static_port)
-      dumps_.emplace(Listener::dumps, at(*options.static_port), options.limits, answer);
+      dumps_.emplace(Listener::dumps, listening_at(*options.static_port), options.limits, answer);
     if (options.control_port)
       control_.emplace(
           Listener::control, ListenAddress{"127.0.0.1", *options.control_port}, options.limits,
