@@ -9,7 +9,7 @@ namespace velkor::bench {
 namespace {
 
 constexpr std::int32_t base_id = 1'000'000;
-constexpr int day = 24 * 60 * 60;
+constexpr std::int64_t day{86400};
 constexpr int deleted = -2;
 
 constexpr std::array vocabulary{

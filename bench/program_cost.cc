@@ -19,7 +19,10 @@ double seconds_of(const timeval &time) {
 
 pid_t start(const std::vector<std::string> &arguments, const std::string &output) {
   std::vector<char *> argv;
+  argv.reserve(arguments.size() + 1);
   for (const std::string &argument : arguments)
+    // posix_spawnp() changes nothing of its arguments.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
     argv.push_back(const_cast<char *>(argument.c_str()));
   argv.push_back(nullptr);
   posix_spawn_file_actions_t actions;
@@ -45,6 +48,7 @@ Cost cost_of_program(const std::vector<std::string> &arguments, const std::strin
     throw std::runtime_error("failed: " + arguments.front());
   const std::chrono::duration<double> wall = std::chrono::steady_clock::now() - before;
   return {seconds_of(usage.ru_utime) + seconds_of(usage.ru_stime), wall.count(),
+          // NOLINTNEXTLINE(cppcoreguidelines-pro-type-union-access): as the C library has it
           static_cast<double>(usage.ru_maxrss) * 1024};
 }
 

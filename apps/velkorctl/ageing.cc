@@ -13,7 +13,7 @@ namespace {
 
 /** The postings that are not on the watchlist. */
 struct Ages {
-  gint64 limit;
+  gint64 limit = 0;
   std::int64_t too_old = 0;
   bool any_young = false;
 };

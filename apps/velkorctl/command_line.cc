@@ -163,7 +163,8 @@ std::optional<std::string> CommandLine::wrong_word(const std::vector<std::string
       app = app->get_subcommand(word);
     } else if (!commands.empty()) {
       const std::string before = whole_name(*app, " ");
-      return "no command " + (before.empty() ? "" : before + " ") + word +
+      return "no command " +
+             (before.empty() ? word : std::string(before).append(" ").append(word)) +
              suggestion(word, commands);
     }
   }

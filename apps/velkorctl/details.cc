@@ -119,17 +119,22 @@ Fields<ZoxEvent> detail_fields() {
 Fields<ZoxReactie> reaction_fields() {
   using R = const ZoxReactie &;
   return {
-      {{.name = "id", .type = type::number(), .rank = 2}, [](R r) -> Value { return r.messId; }},
+      {{.name = "id", .type = type::number(), .rank = 2},
+       [](R reaction) -> Value { return reaction.messId; }},
       {{.name = "date", .type = type::moment(), .rank = 3},
-       [](R r) { return moment_or_nothing(r.stamp); }},
-      {{.name = "edited", .type = type::moment()}, [](R r) { return moment_or_nothing(r.edit); }},
+       [](R reaction) { return moment_or_nothing(reaction.stamp); }},
+      {{.name = "edited", .type = type::moment()},
+       [](R reaction) { return moment_or_nothing(reaction.edit); }},
       {{.name = "poster", .type = type::text(), .rank = 1, .flexible = true},
-       [](R r) -> Value { return r.author; }},
-      {{.name = "kudos", .type = type::number()}, [](R r) -> Value { return r.kudos; }},
-      {{.name = "answers", .type = type::number()}, [](R r) { return unless_zero(r.reply); }},
-      {{.name = "avatar", .type = type::text()}, [](R r) -> Value { return r.avatar; }},
+       [](R reaction) -> Value { return reaction.author; }},
+      {{.name = "kudos", .type = type::number()},
+       [](R reaction) -> Value { return reaction.kudos; }},
+      {{.name = "answers", .type = type::number()},
+       [](R reaction) { return unless_zero(reaction.reply); }},
+      {{.name = "avatar", .type = type::text()},
+       [](R reaction) -> Value { return reaction.avatar; }},
       {{.name = "body", .type = type::text(), .rank = 1, .flexible = true},
-       [](R r) -> Value { return r.body; }},
+       [](R reaction) -> Value { return reaction.body; }},
   };
 }
 

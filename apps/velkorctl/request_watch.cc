@@ -14,7 +14,7 @@ constexpr gint32 first_error_status = 400;
 /** How often note_transfer() was called on this thread. */
 thread_local unsigned transfers = 0;
 
-constinit thread_local Inactivity inactivity{std::chrono::seconds(0)};
+constinit thread_local Inactivity inactivity{std::chrono::seconds::zero()};
 /** Whether the latest transfer of this thread was given up because the server was silent. */
 thread_local bool given_up = false;
 

@@ -75,8 +75,8 @@ Exit run_kudos(const Context &context) {
 }
 
 struct Warning {
-  gint32 posting;
-  gint32 reaction;
+  gint32 posting = 0;
+  gint32 reaction = 0;
   gint32 number = 0;
 };
 

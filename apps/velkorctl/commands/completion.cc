@@ -116,7 +116,7 @@ std::string cases_of(const std::string &option, const ValuesByCommand &values) {
     return "    *\" " + option + "\") words=\"" + joined(first, " ") + "\" ;;\n";
   std::string cases;
   for (const auto &[command, words] : values)
-    cases += case_of(command + " " + option, words);
+    cases += case_of(std::string(command).append(" ").append(option), words);
   return cases;
 }
 

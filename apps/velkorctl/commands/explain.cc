@@ -175,13 +175,13 @@ Fields<TestResult> fields() {
   using R = const TestResult &;
   return {
       {{.name = "test", .type = type::text(), .rank = 1},
-       [](R r) -> Value { return r.test->name; }},
+       [](R result) -> Value { return result.test->name; }},
       {{.name = "result", .type = type::text(), .rank = 1},
-       [](R r) -> Value { return !r.asked ? "-" : (r.passed ? "pass" : "FAIL"); }},
+       [](R result) -> Value { return !result.asked ? "-" : (result.passed ? "pass" : "FAIL"); }},
       {{.name = "wanted", .type = type::text(), .rank = 1, .flexible = true},
-       [](R r) { return text_or_nothing(r.words.wanted); }},
+       [](R result) { return text_or_nothing(result.words.wanted); }},
       {{.name = "posting", .type = type::text(), .rank = 1, .flexible = true},
-       [](R r) { return text_or_nothing(r.words.found); }},
+       [](R result) { return text_or_nothing(result.words.found); }},
   };
 }
 

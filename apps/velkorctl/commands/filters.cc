@@ -36,19 +36,20 @@ Fields<Numbered> fields() {
   using F = const Numbered &;
   return {
       {{.name = "number", .type = type::number(), .rank = 1},
-       [](F f) -> Value { return f.number; }},
+       [](F filter) -> Value { return filter.number; }},
       {{.name = "name", .type = type::text(), .rank = 1, .flexible = true},
-       [](F f) -> Value { return f.filter->name; }},
+       [](F filter) -> Value { return filter.filter->name; }},
       {{.name = "category", .type = type::text(), .rank = 2},
-       [](F f) { return text_or_nothing(zox_string_category(f.filter->cat)); }},
-      {{.name = "categoryId", .type = type::number()}, [](F f) -> Value { return f.filter->cat; }},
+       [](F filter) { return text_or_nothing(zox_string_category(filter.filter->cat)); }},
+      {{.name = "categoryId", .type = type::number()},
+       [](F filter) -> Value { return filter.filter->cat; }},
       {{.name = "subCategory", .type = type::text(), .rank = 3}, sub_category_of},
       {{.name = "subCategoryId", .type = type::number()},
-       [](F f) -> Value { return f.filter->sCat; }},
+       [](F filter) -> Value { return filter.filter->sCat; }},
       {{.name = "freeTag", .type = type::text(), .rank = 5, .flexible = true},
-       [](F f) -> Value { return f.filter->extraTag; }},
+       [](F filter) -> Value { return filter.filter->extraTag; }},
       {{.name = "tags", .type = tags_type(), .rank = 4, .flexible = true},
-       [](F f) { return tag_values(f.filter->cat, f.filter->tags); }},
+       [](F filter) { return tag_values(filter.filter->cat, filter.filter->tags); }},
   };
 }
 

@@ -55,21 +55,21 @@ Fields<Numbered> message_fields() {
   using M = const Numbered &;
   return {
       {{.name = "number", .type = type::number(), .rank = 2, .place = Place::nowhere},
-       [](M m) -> Value { return m.number; }},
+       [](M numbered) -> Value { return numbered.number; }},
       {{.name = "direction", .type = type::text(), .rank = 4, .place = Place::nowhere},
-       [](M m) -> Value { return direction(*m.message); }},
+       [](M numbered) -> Value { return direction(*numbered.message); }},
       {{.name = "with", .type = type::text(), .rank = 1, .flexible = true},
-       [](M m) -> Value { return m.message->from; }},
+       [](M numbered) -> Value { return numbered.message->from; }},
       {{.name = "date", .type = type::moment(), .rank = 3, .style = Style::faint},
-       [](M m) { return moment_or_nothing(m.message->stamp); }},
+       [](M numbered) { return moment_or_nothing(numbered.message->stamp); }},
       {{.name = "subject",
         .type = type::text(),
         .rank = 1,
         .flexible = true,
         .style = Style::strong},
-       [](M m) -> Value { return m.message->subject; }},
+       [](M numbered) -> Value { return numbered.message->subject; }},
       {{.name = "body", .type = type::text(), .place = Place::below},
-       [](M m) -> Value { return body_of(*m.message); }},
+       [](M numbered) -> Value { return body_of(*numbered.message); }},
   };
 }
 
@@ -90,9 +90,8 @@ void print_message(const ZoxBericht &message, Output &out) {
 
 /** What checking, fetching, sending and deleting come to, one number or flag each. */
 template <typename Count>
-Fields<Count> outcome_fields(const char *name, Type type) {
-  return {
-      {{.name = name, .type = std::move(type)}, [](const Count &count) -> Value { return count; }}};
+Fields<Count> outcome_fields(const char *name, const Type &type) {
+  return {{{.name = name, .type = type}, [](const Count &count) -> Value { return count; }}};
 }
 Fields<bool> check_fields() {
   return outcome_fields<bool>("waiting", type::flag());

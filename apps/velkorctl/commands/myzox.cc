@@ -62,46 +62,51 @@ using Post = const ZoxMyzoxPost *;
 Fields<Post> fields() {
   return {
       {{.name = "id", .type = type::number(), .rank = 2},
-       [](Post p) -> Value { return p->postId; }},
+       [](Post post) -> Value { return post->postId; }},
       {{.name = "date", .type = type::moment(), .rank = 4, .style = Style::faint},
-       [](Post p) { return moment_or_nothing(p->stamp); }},
+       [](Post post) { return moment_or_nothing(post->stamp); }},
       {{.name = "updated", .type = type::moment()},
-       [](Post p) { return moment_or_nothing(p->updated); }},
+       [](Post post) { return moment_or_nothing(post->updated); }},
       {{.name = "status", .type = type::text(), .rank = 5},
-       [](Post p) { return text_or_nothing(zox_string_status(static_cast<gint32>(p->status))); }},
+       [](Post post) {
+         return text_or_nothing(zox_string_status(static_cast<gint32>(post->status)));
+       }},
       {{.name = "statusId", .type = type::number()},
-       [](Post p) -> Value { return static_cast<gint32>(p->status); }},
+       [](Post post) -> Value { return static_cast<gint32>(post->status); }},
       {{.name = "category", .type = type::text(), .rank = 6},
-       [](Post p) { return text_or_nothing(zox_string_category(static_cast<gint32>(p->cat))); }},
+       [](Post post) {
+         return text_or_nothing(zox_string_category(static_cast<gint32>(post->cat)));
+       }},
       {{.name = "categoryId", .type = type::number()},
-       [](Post p) -> Value { return static_cast<gint32>(p->cat); }},
+       [](Post post) -> Value { return static_cast<gint32>(post->cat); }},
       {{.name = "subCategory", .type = type::text()},
-       [](Post p) {
-         return text_or_nothing(zox_category_get_scat_name(static_cast<gint32>(p->cat), p->sCat));
+       [](Post post) {
+         return text_or_nothing(
+             zox_category_get_scat_name(static_cast<gint32>(post->cat), post->sCat));
        }},
       {{.name = "subCategoryId", .type = type::number()},
-       [](Post p) -> Value { return static_cast<gint32>(p->sCat); }},
+       [](Post post) -> Value { return static_cast<gint32>(post->sCat); }},
       {{.name = "kudos", .type = type::number(), .rank = 7},
-       [](Post p) -> Value { return p->kudos; }},
+       [](Post post) -> Value { return post->kudos; }},
       {{.name = "reactionCount", .type = type::number(), .rank = 8, .title = "Reactions"},
-       [](Post p) -> Value { return p->forum; }},
+       [](Post post) -> Value { return post->forum; }},
       {{.name = "canEdit", .type = type::flag(), .rank = 9, .title = "Edit"},
-       [](Post p) -> Value { return p->canEdit != 0; }},
+       [](Post post) -> Value { return post->canEdit != 0; }},
       {{.name = "title", .type = type::text(), .rank = 1, .flexible = true, .style = Style::strong},
-       [](Post p) -> Value { return p->title; },
-       [](Post p) { return std::string(view_of(p->link)); }},
+       [](Post post) -> Value { return post->title; },
+       [](Post post) { return std::string(view_of(post->link)); }},
       {{.name = "poster", .type = type::text(), .flexible = true},
-       [](Post p) -> Value { return p->poster; }},
+       [](Post post) -> Value { return post->poster; }},
       {{.name = "newsgroups", .type = newsgroups_type(), .flexible = true},
-       [](Post p) { return newsgroup_values(p->groups); }},
+       [](Post post) { return newsgroup_values(post->groups); }},
       {{.name = "fileName", .type = type::text(), .flexible = true},
-       [](Post p) -> Value { return p->fName; }},
+       [](Post post) -> Value { return post->fName; }},
       {{.name = "link", .type = type::text(), .flexible = true},
-       [](Post p) -> Value { return p->link; }},
-      {{.name = "rating", .type = type::number()}, [](Post p) -> Value { return p->rating; }},
-      {{.name = "reps", .type = type::number()}, [](Post p) -> Value { return p->reps; }},
-      {{.name = "reqs", .type = type::number()}, [](Post p) -> Value { return p->reqs; }},
-      {{.name = "mod", .type = type::number()}, [](Post p) -> Value { return p->mod; }},
+       [](Post post) -> Value { return post->link; }},
+      {{.name = "rating", .type = type::number()}, [](Post post) -> Value { return post->rating; }},
+      {{.name = "reps", .type = type::number()}, [](Post post) -> Value { return post->reps; }},
+      {{.name = "reqs", .type = type::number()}, [](Post post) -> Value { return post->reqs; }},
+      {{.name = "mod", .type = type::number()}, [](Post post) -> Value { return post->mod; }},
   };
 }
 
