@@ -84,6 +84,27 @@ void zox_filterlist_set_filters(ZOXFilterlist *list, GSList *filters);
 void zox_filterlist_append_filter(ZOXFilterlist *list, const ZoxFilter *filter);
 
 /**
+ * Addition to the interface: reads filters from a document like that of the file "velkor.filters".
+ * Does not need the core. Asserts "document" and "filters". Threads: any.
+ * @param document  the text of the document
+ * @param filters   becomes a list of ZoxFilter in the order of the document, which the caller
+ *                  releases with zox_filter_free_filter() and g_slist_free(); null without filters
+ *                  or after a failure
+ * @return 0 when the document was read, 1 when it is not well-formed XML, 2 when it is of another
+ *         kind
+ */
+gint32 zox_filterlist_parse(const ZoxString *document, GSList **filters);
+
+/**
+ * Addition to the interface: the document that zox_filterlist_save() would write of a list with
+ * these filters, and that zox_filterlist_parse() reads. Does not need the core. Asserts "filter"
+ * (no filter is null). Threads: any.
+ * @param filters  of ZoxFilter; may be empty
+ * @return the text of the document, which the caller releases
+ */
+ZoxString *zox_filterlist_print(const GSList *filters);
+
+/**
  * Calls a function with each filter, in order. Asserts "func". Threads: any.
  * @param list      the list
  * @param readOnly  non-zero to hold the lock for reading during the walk, 0 for writing

@@ -70,8 +70,6 @@ ZoxFilter *read_filter(xmlNode *element) noexcept {
 }
 
 GSList *read_filters(const xmlNode *root) noexcept {
-  if (root->children == nullptr)
-    g_warning("zox_filter_parse(): no children of root-node!\n");
   FilterBuilder filters;
   for (xmlNode *child : xml::Siblings(root->children)) {
     if (xml::is_named(child, "Filter"))
@@ -85,7 +83,11 @@ GSList *parse_filters(const ZoxString *text) noexcept {
   const xml::Document document = xml::parse(view_of(text));
   const xmlNode *root = xml::root_named(document, root_name, "zox_filter_parse");
   finish_reading(cache_name, false, document_fault(document, root, root_name));
-  return root == nullptr ? nullptr : read_filters(root);
+  if (root == nullptr)
+    return nullptr;
+  if (root->children == nullptr)
+    g_warning("zox_filter_parse(): no children of root-node!\n");
+  return read_filters(root);
 }
 
 /** Fills the list from the file; false when there is no file that can be opened. */
@@ -116,6 +118,14 @@ void add_filter(xmlNode *root, const ZoxFilter &filter) noexcept {
     add_text(element, "tag", code);
 }
 
+/** The document of filters, of which none is null. */
+xml::Document document_of(const GSList *filters) noexcept {
+  xml::Document document = xml::new_document(root_name);
+  for (const ZoxFilter *filter : Items<ZoxFilter>(filters))
+    add_filter(xmlDocGetRootElement(document.get()), *filter);
+  return document;
+}
+
 }  // namespace
 }  // namespace velkor
 
@@ -138,12 +148,33 @@ void zox_filterlist_save(ZOXFilterlist *list) {
   g_return_if_fail(is_instance(list, zox_filterlist_get_type()));
   begin_file_operation();
   const ReadLock lock(list->lock);
-  const xml::Document document = xml::new_document(root_name);
-  for (const ZoxFilter *filter : Items<ZoxFilter>(list->filters)) {
+  for (const ZoxFilter *filter : Items<ZoxFilter>(list->filters))
     ZOX_ASSERT(filter);
-    add_filter(xmlDocGetRootElement(document.get()), *filter);
-  }
-  save_document(document.get(), cache_name, false, __func__, SaveFailure::silent);
+  save_document(document_of(list->filters).get(), cache_name, false, __func__, SaveFailure::silent);
+}
+
+gint32 zox_filterlist_parse(const ZoxString *document, GSList **filters) {
+  ZOX_ASSERT(document);
+  ZOX_ASSERT(filters);
+  *filters = nullptr;
+  const xml::Document parsed = xml::parse(view_of(document));
+  if (!parsed)
+    return 1;
+  const xmlNode *root = xmlDocGetRootElement(parsed.get());
+  if (!xml::is_named(root, root_name))
+    return 2;
+  *filters = read_filters(root);
+  return 0;
+}
+
+ZoxString *zox_filterlist_print(const GSList *filters) {
+  for (const ZoxFilter *filter : Items<ZoxFilter>(filters))
+    ZOX_ASSERT(filter);
+  xmlChar *text = nullptr;
+  int length = 0;
+  xmlDocDumpFormatMemory(document_of(filters).get(), &text, &length, 1);
+  const xml::Chars owned(text);
+  return g_string_new_len(xml::chars(text), length);
 }
 
 }  // extern "C"

@@ -162,6 +162,35 @@ TEST_F(ZoxFilterlistDocument, WritesWhatIsSetInOrder) {
                              "</Filters>\n");
 }
 
+TEST_F(ZoxFilterlistDocument, PrintsWhatItSaves) {
+  zox_filterlist_load(core->filterlist);
+  const OwnedString printed(zox_filterlist_print(core->filterlist->filters));
+  EXPECT_EQ(printed->str, read_file(path));
+}
+
+TEST_F(ZoxFilterlistDocument, ParsesWhatItPrints) {
+  zox_filterlist_load(core->filterlist);
+  const OwnedString printed(zox_filterlist_print(core->filterlist->filters));
+  GSList *filters = nullptr;
+  ASSERT_EQ(zox_filterlist_parse(printed.get(), &filters), 0);
+  EXPECT_EQ(g_slist_length(filters), 16U);
+  const OwnedString again(zox_filterlist_print(filters));
+  EXPECT_STREQ(again->str, printed->str);
+  free_filters(filters);
+}
+
+TEST_F(ZoxFilterlistDocument, ParsesNoOtherDocument) {
+  const OwnedString broken(zox_string_new("<Filters><Filter>"));
+  const OwnedString other(zox_string_new("<Events><Filter><cat>1</cat></Filter></Events>"));
+  const OwnedString empty(zox_string_new("<filters/>"));
+  GSList *filters = core->filterlist->filters;
+  EXPECT_EQ(zox_filterlist_parse(broken.get(), &filters), 1);
+  EXPECT_EQ(filters, nullptr);
+  EXPECT_EQ(zox_filterlist_parse(other.get(), &filters), 2);
+  EXPECT_EQ(zox_filterlist_parse(empty.get(), &filters), 0);
+  EXPECT_EQ(filters, nullptr);
+}
+
 TEST_F(ZoxFilterlistDocument, TextsSurviveWhateverTheyHold) {
   const char *text = " <b>&amp; ]]> \"'\u00e9 ";
   add_filter(0, text);
