@@ -89,6 +89,8 @@ struct CommandGroup {
   std::string name;
   std::string summary;
   std::vector<Command> commands;
+  /** The command that the name of the group alone stands for; empty for none. */
+  std::string otherwise = {};
 };
 
 }  // namespace velkor::ctl

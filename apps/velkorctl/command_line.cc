@@ -3,6 +3,8 @@
 #include "velkorctl/command_line.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <map>
 #include <optional>
 #include <utility>
 
@@ -49,12 +51,16 @@ public:
 private:
   /** Says which word is wrong and what may have been meant; null when it is none of these. */
   [[nodiscard]] std::optional<std::string> wrong_word(const std::vector<std::string> &words) const;
+  /** Adds the command that the name of a group stands for, where no other one of it is named. */
+  [[nodiscard]] std::vector<std::string> completed(std::vector<std::string> words) const;
   void add(const CommandGroup &group);
   void add(CLI::App &parent, const Command &command);
   void read_globals(GlobalOptions &options) const;
 
   CLI::App app_{"Updates and searches the local cache of the ZOX service.", "velkorctl"};
   std::vector<std::pair<CLI::App *, const Command *>> commands_;
+  /** The commands that the names of groups stand for. */
+  std::map<std::string, CLI::App *> otherwise_;
 };
 
 CommandLine::CommandLine(const std::vector<CommandGroup> &groups) {
@@ -74,6 +80,8 @@ void CommandLine::add(const CommandGroup &group) {
     parent = app_.add_subcommand(group.name, group.summary)->require_subcommand(1)->fallthrough();
   for (const Command &command : group.commands)
     add(*parent, command);
+  if (!group.otherwise.empty())
+    otherwise_[group.name] = parent->get_subcommand(group.otherwise);
 }
 
 void CommandLine::add(CLI::App &parent, const Command &command) {
@@ -171,6 +179,29 @@ std::optional<std::string> CommandLine::wrong_word(const std::vector<std::string
   return std::nullopt;
 }
 
+std::vector<std::string> CommandLine::completed(std::vector<std::string> words) const {
+  const CLI::App *app = &app_;
+  std::size_t behind_group = 0;
+  for (std::size_t place = 0; place < words.size(); ++place) {
+    const std::string &word = words[place];
+    if (word == "--help" || word == "-h")
+      return words;
+    if (word.starts_with("-")) {
+      if (takes_next_word(*app, word))
+        ++place;
+      continue;
+    }
+    const auto group = otherwise_.find(word);
+    if (behind_group != 0 || group == otherwise_.end())
+      return words;
+    app = group->second;
+    behind_group = place + 1;
+  }
+  if (behind_group != 0)
+    words.insert(words.begin() + static_cast<std::ptrdiff_t>(behind_group), app->get_name());
+  return words;
+}
+
 Arguments arguments_of(const CLI::App &app, const Command &command) {
   Arguments result;
   const auto take = [&](const std::string &name) {
@@ -185,8 +216,9 @@ Arguments arguments_of(const CLI::App &app, const Command &command) {
   return result;
 }
 
-ParsedCommandLine CommandLine::parse(const std::vector<std::string> &words) {
+ParsedCommandLine CommandLine::parse(const std::vector<std::string> &given) {
   ParsedCommandLine result;
+  const std::vector<std::string> words = completed(given);
   try {
     app_.parse(std::vector<std::string>(words.rbegin(), words.rend()));
   } catch (const CLI::CallForHelp &) {

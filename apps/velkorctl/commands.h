@@ -22,7 +22,6 @@ Command completion_command();
 std::vector<Command> config_commands();
 Command doctor_command();
 Command explain_command();
-Command filters_command();
 Command forum_command();
 Command groups_command();
 Command kudos_command();
@@ -38,6 +37,9 @@ Command signup_command();
 Command tags_command();
 Command update_command();
 Command warn_command();
+std::vector<Command> filters_commands();
+/** Those of them that change the filters. */
+std::vector<Command> filter_change_commands();
 std::vector<Command> watch_commands();
 std::vector<Command> watchers_commands();
 

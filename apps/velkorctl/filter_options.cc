@@ -1,6 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "velkorctl/filter_options.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -20,7 +22,7 @@ namespace {
 
 void set_text(GString *&place, const std::optional<std::string> &text) noexcept {
   if (text)
-    replace_string(place, g_string_new(text->c_str()));
+    replace_string(place, text->empty() ? nullptr : g_string_new(text->c_str()));
 }
 
 std::int64_t moment_of(const std::string &option, const std::string &text, std::int64_t now,
@@ -33,22 +35,29 @@ std::int64_t moment_of(const std::string &option, const std::string &text, std::
   return *moment;
 }
 
+void change_category(ZoxFilter &filter, gint32 category) noexcept {
+  if (filter.cat == category)
+    return;
+  filter.cat = category;
+  filter.sCat = -1;
+  zox_splitted_list_free(&filter.tags);
+}
+
 void set_category(ZoxFilter &filter, const Arguments &arguments) {
-  if (const auto category = arguments.value("--category")) {
-    filter.cat = category_number(*category);
-    filter.sCat = -1;
-  }
+  if (const auto category = arguments.value("--category"))
+    change_category(filter, category_number(*category));
   const auto sub_category = arguments.value("--sub-category");
   if (sub_category && filter.cat < 0)
     throw usage_error("--sub-category needs --category");
   if (sub_category)
-    filter.sCat = sub_category_number(filter.cat, *sub_category);
+    filter.sCat = sub_category->empty() ? -1 : sub_category_number(filter.cat, *sub_category);
 }
 
 void set_tags(ZoxFilter &filter, const Arguments &arguments) {
-  const std::vector<std::string> given = arguments.values("--tag");
+  std::vector<std::string> given = arguments.values("--tag");
   if (given.empty())
     return;
+  std::erase(given, "");
   TextList tags;
   for (const std::string &text : given) {
     const TagChoice choice = tag_choice(filter.cat, text);
@@ -93,38 +102,58 @@ void set_times(ZoxFilter &filter, const Arguments &arguments, std::int64_t now) 
     throw usage_error("--from is later than --to");
 }
 
+/** A saved filter with its place, counted from 0. */
 struct SavedFilter {
-  std::size_t number;
+  std::size_t place;
   const ZoxFilter *filter;
 };
+
+std::string number_of(const SavedFilter &saved) {
+  return "#" + std::to_string(saved.place + 1);
+}
 
 std::vector<SavedFilter> saved_filters_matching(const std::string &name,
                                                 const std::optional<std::string> &category) {
   std::vector<SavedFilter> found;
-  std::size_t number = 0;
+  SavedFilter saved{0, nullptr};
   for (const ZoxFilter *filter : Items<ZoxFilter>(core->filterlist->filters)) {
-    ++number;
+    saved.filter = filter;
     const bool in_category = !category || filter->cat == category_number(*category);
-    const bool named = same_name(name, zox_string_value(filter->name));
-    if (in_category && (named || name == "#" + std::to_string(number)))
-      found.push_back({number, filter});
+    if (in_category &&
+        (same_name(name, zox_string_value(filter->name)) || name == number_of(saved)))
+      found.push_back(saved);
+    ++saved.place;
   }
   return found;
 }
 
 }  // namespace
 
-std::vector<Option> filter_options() {
+std::vector<Option> saved_filter_options() {
   return {
-      {"-f,--filter", "NAME", "Start from a saved filter, by its name or its number (#3)"},
-      {"-t,--title", "TEXT", "Postings whose title contains TEXT"},
-      {"-p,--poster", "TEXT", "Postings whose poster has TEXT in the name"},
       {"-c,--category", "NAME", "Postings in this main category, by name or number"},
       {"-s,--sub-category", "NAME",
        "Postings in this sub-category of the category, by name or number"},
       {"-g,--tag", "NAME",
        "Postings with this tag, by name or code; when repeated, one tag of each group", true},
       {"--free-tag", "WORD", "Postings with WORD in the poster's own tag text"},
+  };
+}
+
+void set_saved_conditions(ZoxFilter &filter, const Arguments &arguments) {
+  set_category(filter, arguments);
+  set_tags(filter, arguments);
+  set_text(filter.extraTag, arguments.value("--free-tag"));
+}
+
+std::vector<Option> filter_options() {
+  std::vector<Option> options{
+      {"-f,--filter", "NAME", "Start from a saved filter, by its name or its number (#3)"},
+      {"-t,--title", "TEXT", "Postings whose title contains TEXT"},
+      {"-p,--poster", "TEXT", "Postings whose poster has TEXT in the name"},
+  };
+  std::ranges::move(saved_filter_options(), std::back_inserter(options));
+  const std::vector<Option> rest{
       {"-n,--newsgroup", "NAME",
        "Postings in this newsgroup, by name or number; may be repeated for alternatives", true},
       {"--status", "WORD",
@@ -134,20 +163,29 @@ std::vector<Option> filter_options() {
       {"--from", "TIME", "Postings from TIME on; combine with --to for a range"},
       {"--to", "TIME", "Postings up to TIME; a date includes the whole day"},
   };
+  std::ranges::copy(rest, std::back_inserter(options));
+  return options;
 }
 
-OwnedFilter saved_filter(const std::string &name, const std::optional<std::string> &category) {
+std::size_t saved_filter_place(const std::string &name, const std::optional<std::string> &category,
+                               Exit unless_found) {
   const std::vector<SavedFilter> found = saved_filters_matching(name, category);
   if (found.empty())
-    throw usage_error("no saved filter is called \"" + name + "\"; see velkorctl filters");
+    throw Failure(unless_found,
+                  "no saved filter is called \"" + name + "\"; see velkorctl filters");
   if (found.size() == 1)
-    return OwnedFilter(zox_filter_duplicate(found.front().filter));
+    return found.front().place;
   std::vector<std::string> numbers;
   numbers.reserve(found.size());
   for (const SavedFilter &one : found)
-    numbers.push_back("#" + std::to_string(one.number) + " (" +
-                      zox_string_category(one.filter->cat) + ")");
+    numbers.push_back(number_of(one) + " (" + zox_string_category(one.filter->cat) + ")");
   throw usage_error("several saved filters are called \"" + name + "\": " + joined(numbers));
+}
+
+OwnedFilter saved_filter(const std::string &name, const std::optional<std::string> &category) {
+  const auto place = static_cast<guint>(saved_filter_place(name, category, Exit::usage));
+  return OwnedFilter(zox_filter_duplicate(
+      static_cast<const ZoxFilter *>(g_slist_nth_data(core->filterlist->filters, place))));
 }
 
 OwnedFilter filter_of(const Arguments &arguments, std::int64_t now) {

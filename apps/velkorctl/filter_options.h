@@ -3,7 +3,10 @@
 #ifndef VELKORCTL_FILTER_OPTIONS_H
 #define VELKORCTL_FILTER_OPTIONS_H
 
+#include <cstddef>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include <velkor/zox_filter.h>
@@ -12,6 +15,15 @@
 #include "velkorctl/command.h"
 
 namespace velkor::ctl {
+
+/** --category, --sub-category, --tag and --free-tag: what a saved filter can hold. */
+std::vector<Option> saved_filter_options();
+
+/**
+ * Sets what those of them that are given say; an empty value removes a condition. Another category
+ * takes the sub-category and the tags with it, whose numbers and codes mean something else there.
+ */
+void set_saved_conditions(ZoxFilter &filter, const Arguments &arguments);
 
 /** --filter, --category, --title and so on, to which a command adds its own. */
 std::vector<Option> filter_options();
@@ -22,7 +34,14 @@ std::vector<Option> filter_options();
  */
 OwnedFilter filter_of(const Arguments &arguments, std::int64_t now);
 
-/** A copy of the saved filter with that name, or with that number ("#3", counted from 1). */
+/**
+ * The place, counted from 0, of the saved filter with that name or number ("#3", from 1). Throws a
+ * Failure with `unless_found` when there is none.
+ */
+std::size_t saved_filter_place(const std::string &name, const std::optional<std::string> &category,
+                               Exit unless_found);
+
+/** A copy of the saved filter with that name or number; none is a usage error. */
 OwnedFilter saved_filter(const std::string &name, const std::optional<std::string> &category);
 
 }  // namespace velkor::ctl

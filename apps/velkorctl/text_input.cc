@@ -11,12 +11,11 @@
 namespace velkor::ctl {
 namespace {
 
-constexpr std::size_t max_size = 65536;
-
-std::string read_all(std::FILE *file, const std::string &name) {
+/** The content, or the beginning of it, which has more than `most` bytes. */
+std::string read_all(std::FILE *file, const std::string &name, std::size_t most) {
   std::string text;
   std::array<char, 4096> block{};
-  while (text.size() <= max_size) {
+  while (text.size() <= most) {
     const std::size_t count = std::fread(block.data(), 1, block.size(), file);
     text.append(block.data(), count);
     if (count < block.size())
@@ -27,18 +26,18 @@ std::string read_all(std::FILE *file, const std::string &name) {
   return text;
 }
 
-std::string read_file(const std::string &name) {
+std::string read_file(const std::string &name, std::size_t most) {
   const OwnedFile file(std::fopen(name.c_str(), "r"));
   if (!file)
     throw usage_error("cannot read " + name + ": " + system_error(errno));
-  return read_all(file.get(), name);
+  return read_all(file.get(), name, most);
 }
 
 }  // namespace
 
-std::string read_text(const std::string &file) {
-  std::string text = file == "-" ? read_all(stdin, "standard input") : read_file(file);
-  if (text.size() > max_size)
+std::string read_text(const std::string &file, std::size_t most) {
+  std::string text = file == "-" ? read_all(stdin, "standard input", most) : read_file(file, most);
+  if (text.size() > most)
     throw usage_error("the text is too long");
   if (g_utf8_validate_len(text.data(), text.size(), nullptr) == FALSE)
     throw usage_error("the text is not UTF-8");

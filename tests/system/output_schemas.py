@@ -32,6 +32,8 @@ newsgroups=1;2
 description=one
 """
 
+FILTERS = "<Filters><Filter><filterNaam>Spot</filterNaam><cat>0</cat></Filter></Filters>"
+
 # The commands in the order in which they are run, with their input. What a command needs, such as a
 # posting or a message, an earlier one has made.
 PREPARE = ""
@@ -44,7 +46,8 @@ RUNS = [
     ("forum", ["3"]),
     ("explain", ["3", "--title", "x"]),
     ("categories", []),
-    ("filters", []),
+    ("filters list", []),
+    ("filters import", ["filters.xml"]),
     ("tags", []),
     ("kudos", ["3"]),
     ("warn", ["3", "spam"]),
@@ -120,6 +123,7 @@ class OutputSchemas(unittest.TestCase):
         settings.write_text("username=demo\npassword=demo-geheim\nverwijderPostsNaXDagen=6\n")
         settings.chmod(0o600)
         (self.home / "spot").write_text(SPOT)
+        (self.home / "filters.xml").write_text(FILTERS)
 
     def enter(self, block):
         result = block.__enter__()

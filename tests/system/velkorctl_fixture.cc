@@ -86,6 +86,16 @@ std::string event(int id, const std::string &title, const std::string &more) {
                         more);
 }
 
+std::vector<std::string> lines_of(const std::string &text) {
+  std::vector<std::string> lines;
+  std::size_t begin = 0;
+  for (std::size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n', begin)) {
+    lines.push_back(text.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  return lines;
+}
+
 std::size_t count_objects(const std::string &text) {
   const std::unique_ptr<JsonParser, Unref> parser(json_parser_new());
   GError *error = nullptr;

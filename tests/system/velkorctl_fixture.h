@@ -62,6 +62,9 @@ std::string event(int id, const std::string &title, const std::string &more = ""
 /** One posting with exactly these elements in addition to its id and title. */
 std::string bare_event(int id, const std::string &title, const std::string &elements);
 
+/** The lines of a text, without their ends. */
+std::vector<std::string> lines_of(const std::string &text);
+
 /** How many items the JSON document `text` has; fails the test when it is not one. */
 std::size_t count_objects(const std::string &text);
 

@@ -12,16 +12,6 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-std::vector<std::string> lines_of(const std::string &text) {
-  std::vector<std::string> lines;
-  std::size_t begin = 0;
-  for (std::size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n', begin)) {
-    lines.push_back(text.substr(begin, end - begin));
-    begin = end + 1;
-  }
-  return lines;
-}
-
 /** Three postings; the middle one is the newest. */
 class VelkorctlList : public VelkorctlTest {
 protected:
@@ -235,7 +225,7 @@ TEST_F(VelkorctlList, SavedFiltersAreListedInOrder) {
              "<Filters><Filter><filterNaam>Mijn</filterNaam><cat>0</cat><sCat>-1</sCat>"
              "<extra_tag>HD</extra_tag><tag>a0</tag></Filter></Filters>");
   EXPECT_EQ(output({"filters", "--format", "json"}),
-            R"({"schema":"velkorctl.filters","version":1,"code":0,"message":"","items":[)"
+            R"({"schema":"velkorctl.filters.list","version":1,"code":0,"message":"","items":[)"
             "\n"
             R"({"number":1,"name":"Mijn","category":"Beeld","categoryId":0,"subCategory":null,)"
             R"("subCategoryId":-1,"freeTag":"HD","tags":[{"code":"a0","group":"Formaat",)"

@@ -75,6 +75,8 @@ std::map<std::string, Words> following_words(const std::vector<CommandGroup> &gr
       words[group.name].insert(command.name);
       const std::string prefix = group.name.empty() ? "" : group.name + " ";
       words[prefix + command.name].merge(names_of(command.options));
+      if (command.name == group.otherwise)
+        words[group.name].merge(names_of(command.options));
     }
   }
   return words;

@@ -1,11 +1,16 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* velkorctl filters: the saved filters. */
+/* velkorctl filters list and export: the saved filters. */
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_category.h>
 #include <velkor/zox_filter.h>
 #include <velkor/zox_filterlist.h>
 #include <velkor/zox_string.h>
 
+#include "support/owned.h"
 #include "support/slist.h"
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
@@ -53,17 +58,29 @@ Fields<Numbered> fields() {
   };
 }
 
-Exit run(const Context &context) {
+Exit run_list(const Context &context) {
   const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
   print_records(context, fields(), numbered_filters());
   return Exit::ok;
 }
 
+Exit run_export(const Context &context) {
+  const CoreSession session(context.options, CoreSession::Access::read, Load::settings);
+  const OwnedString document(zox_filterlist_print(core->filterlist->filters));
+  context.out.write(std::string(view_of(document.get())));
+  return Exit::ok;
+}
+
 }  // namespace
 
-Command filters_command() {
-  return with_output({"filters", "Print the saved filters", {}, {}, run},
-                     list_of_records(fields(), "filter", "filters"));
+std::vector<Command> filters_commands() {
+  std::vector<Command> commands{
+      with_output({"list", "Print the saved filters", {}, {}, run_list},
+                  list_of_records(fields(), "filter", "filters")),
+      {"export", "Print the saved filters as a document that import reads", {}, {}, run_export},
+  };
+  std::ranges::move(filter_change_commands(), std::back_inserter(commands));
+  return commands;
 }
 
 }  // namespace velkor::ctl

@@ -51,8 +51,26 @@ private:
        "Settings",
        {{"set", "Set", {{"KEY", "Key"}, {"VALUE", "Value", Count::any}}, {}, no_run},
         {"get", "Get", {{"KEY", "Key"}}, {}, no_run}}},
+      {"filters",
+       "Filters",
+       {{"add", "Add", {{"NAME", "Name"}}, {}, no_run},
+        {"list", "Print", {}, {{"--sort", "ORDER", "Order"}}, no_run}},
+       "list"},
   };
 };
+
+TEST_F(CommandLineTest, AGroupAloneStandsForItsMainCommand) {
+  EXPECT_EQ(parse({"filters"}).name, "filters.list");
+  EXPECT_EQ(parse({"--wait", "3", "filters", "--sort", "name"}).arguments.value("--sort"), "name");
+  EXPECT_EQ(parse({"filters", "--sort", "add"}).name, "filters.list");
+  EXPECT_EQ(parse({"filters", "--wait", "3", "add", "list"}).name, "filters.add");
+  EXPECT_THAT(usage_error({"filters", "ad"}), HasSubstr("no command filters ad"));
+  EXPECT_THAT(parse({"filters", "--help"}).help_text, HasSubstr("add"));
+}
+
+TEST_F(CommandLineTest, OtherGroupsNeedACommand) {
+  expect_usage_error({"config"});
+}
 
 TEST_F(CommandLineTest, FindsTheCommand) {
   EXPECT_EQ(parse({"list"}).command->name, "list");
