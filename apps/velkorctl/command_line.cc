@@ -46,7 +46,7 @@ void add_argument(CLI::App &app, const Argument &argument) {
 class CommandLine {
 public:
   explicit CommandLine(const std::vector<CommandGroup> &groups);
-  ParsedCommandLine parse(const std::vector<std::string> &words);
+  ParsedCommandLine parse(const std::vector<std::string> &given);
 
 private:
   /** Says which word is wrong and what may have been meant; null when it is none of these. */
