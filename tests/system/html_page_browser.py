@@ -32,14 +32,14 @@ ATTACKS = [
     f"<iframe srcdoc=\"<script>parent.{MARK}</script>\"></iframe>",
     "<meta http-equiv=\"refresh\" content=\"0;url=data:text/html,away\">",
     "<base href=\"http://127.0.0.1:1/\">",
-    "<style>li.event{display:none}</style>",
-    "<link rel=stylesheet href=\"data:text/css,li{display:none}\">",
-    f"</h3></li></ol></main></body><script>{MARK}</script>",
+    "<style>.event{display:none}</style>",
+    "<link rel=stylesheet href=\"data:text/css,.event{display:none}\">",
+    f"</h3></div></div></div></main></body><script>{MARK}</script>",
     f"<a href=\"javascript:{MARK}\" autofocus onfocus=\"{MARK}\">link</a>",
     f"<form action=\"http://127.0.0.1:1/\"><button formaction=\"javascript:{MARK}\" autofocus>",
     f"<object data=\"data:text/html,<script>{MARK}</script>\"></object>",
     f"<details open ontoggle=\"{MARK}\">x</details>",
-    f"<template><script>{MARK}</script></template><noscript><style>li{{display:none}}</style>",
+    f"<template><script>{MARK}</script></template><noscript><style>.event{{display:none}}</style>",
     f"<math><mtext><table><mglyph><style><img src=x onerror=\"{MARK}\">",
     f"javascript:{MARK}//",
     f"http://a'><script>{MARK}</script><b x='",
@@ -59,14 +59,14 @@ BREAKING = [
 FIELDS = ["FName", "Title", "Poster", "Link", "Tag"]
 
 
-def posting(number, **texts):
+def posting(number, status=0, cat=0, sub=0, **texts):
     values = {"FName": "bestand", "Title": f"Titel {number:04}", "Poster": "iemand",
               "Link": "example.org/pagina", "Tag": "vrij"}
     values.update(texts)
     fields = "".join(f"<{name}>{escape(text)}</{name}>" for name, text in values.items())
     return (f"<Event Code=\"1\"><PostID>{number}</PostID><Stamp>{4000000000 - 2**32 + number}</Stamp>"
-            f"<Updated>0</Updated><Status>0</Status><Groups>|1|</Groups><Rating>10</Rating>"
-            f"<Cat>0</Cat><SCat>0</SCat><Tags>|a0|d1|</Tags>{fields}</Event>")
+            f"<Updated>0</Updated><Status>{status}</Status><Groups>|1|</Groups><Rating>10</Rating>"
+            f"<Cat>{cat}</Cat><SCat>{sub}</SCat><Tags>|a0|d1|</Tags>{fields}</Event>")
 
 
 class Browser:
@@ -142,7 +142,10 @@ class PageTest(unittest.TestCase):
         return page
 
     def visible_rows(self):
-        return self.browser.run("return Array.from(document.querySelectorAll('li.event'))"
+        # What is out of view has no height otherwise.
+        self.browser.run("for (const part of document.querySelectorAll('.part'))"
+                         " part.style.contentVisibility = 'visible'")
+        return self.browser.run("return Array.from(document.querySelectorAll('div.event'))"
                                 ".filter(row => row.offsetHeight > 20).map(row => +row.dataset.id)")
 
     def assert_unharmed(self, page):
@@ -150,7 +153,8 @@ class PageTest(unittest.TestCase):
         self.assertIsNone(self.browser.run("return document.documentElement.dataset.ran || null"))
         foreign = self.browser.run(
             "const known = new Set('HTML HEAD META TITLE STYLE SCRIPT BODY HEADER MAIN SECTION H1 H2"
-            " H3 P OL LI SPAN DETAILS SUMMARY TABLE TBODY TR TD B A BR INPUT'.split(' '));"
+            " H3 P OL LI DIV SPAN DETAILS SUMMARY TABLE TBODY TR TD B A BR INPUT SELECT OPTION'"
+            ".split(' '));"
             "return Array.from(document.querySelectorAll('*')).map(e => e.tagName)"
             ".filter(name => !known.has(name))")
         self.assertEqual(foreign, [])
@@ -181,6 +185,90 @@ class PageTest(unittest.TestCase):
         self.browser.run("const field = document.querySelector('input'); field.value = 'TWEE';"
                          "field.dispatchEvent(new Event('input'))")
         self.assertEqual(self.visible_rows(), [2])
+
+    def set_value(self, selector, value):
+        self.browser.run(f"const field = document.querySelector({json.dumps(selector)});"
+                         f"field.value = {json.dumps(value)};"
+                         "field.dispatchEvent(new Event('input'))")
+
+    def choose(self, label, value):
+        self.set_value(f"select[aria-label='{label}']", value)
+
+    def count(self):
+        return self.browser.run("return document.querySelector('.count').textContent.trim()")
+
+    def test_the_count_follows_the_search(self):
+        self.show([posting(1, Title="eerste"), posting(2, Title="tweede"), posting(3, Title="derde")])
+        self.assertEqual(self.count(), "3 postings")
+        self.set_value("input", "rde")
+        self.assertEqual(self.count(), "1 van 3 postings")
+        self.assertFalse(self.browser.run("return document.querySelector('.nothing').checkVisibility()"))
+        self.set_value("input", "vierde")
+        self.assertEqual(self.visible_rows(), [])
+        self.assertEqual(self.count(), "0 van 3 postings")
+        self.assertEqual(self.browser.run("return document.querySelector('.nothing').innerText"),
+                         "Geen postings gevonden.")
+        self.set_value("input", "")
+        self.assertEqual(len(self.visible_rows()), 3)
+
+    def test_filters_by_category_and_state(self):
+        self.show([posting(1), posting(2, cat=0, sub=3), posting(3, cat=1, sub=4),
+                   posting(4, status=1)])
+        self.choose("Categorie", "Beeld")
+        self.assertEqual(sorted(self.visible_rows()), [1, 2, 4])
+        self.choose("Categorie", "Beeld/DVD")
+        self.assertEqual(self.visible_rows(), [2])
+        self.choose("Categorie", "Alle categorieën")
+        self.choose("Status", "Aangekondigd")
+        self.assertEqual(self.visible_rows(), [4])
+        self.assertEqual(self.count(), "1 van 4 postings")
+
+    def test_sorts(self):
+        self.show([posting(1, Title="b", Poster="z"), posting(2, Title="É", Poster="y"),
+                   posting(3, Title="a 10", Poster="x"), posting(4, Title="a 9", Poster="w")],
+                  "--sort", "id")
+        for order, wanted in [("Op titel", [4, 3, 1, 2]), ("Op poster", [4, 3, 2, 1]),
+                              ("Nieuwste eerst", [4, 3, 2, 1]), ("Oudste eerst", [1, 2, 3, 4]),
+                              ("Volgorde van de lijst", [1, 2, 3, 4])]:
+            self.choose("Volgorde", order)
+            self.assertEqual(self.visible_rows(), wanted, order)
+
+    def test_sorts_beyond_one_part(self):
+        self.show([posting(number) for number in range(1, 121)], "--sort", "id")
+        self.choose("Volgorde", "Nieuwste eerst")
+        self.assertEqual(self.visible_rows(), list(range(120, 0, -1)))
+
+    def test_hides_the_heading_of_what_is_not_found(self):
+        self.show([posting(1, Title="eerste"), posting(2, Title="tweede", cat=1, sub=4)],
+                  "--per-category")
+        headings = ("return Array.from(document.querySelectorAll('h2'))"
+                    ".filter(h => h.offsetHeight > 0).map(h => h.textContent)")
+        self.assertIn("Geluid (1)", self.browser.run(headings))
+        self.set_value("input", "eerste")
+        self.assertEqual(self.browser.run(headings), ["Beeld (1)"])
+
+    def test_rows_tell_what_they_are(self):
+        self.show([posting(1, Title="Titel")])
+        row = self.browser.run("return document.querySelector('div.event').innerText")
+        self.assertIn("Beeld/DivX", row)
+        self.assertRegex(row, r"\d\d-\d\d-\d{4} \d\d:\d\d")
+        self.assertEqual(self.browser.run("return document.querySelector('summary').ariaLabel"),
+                         "Meer over Titel")
+        roles = self.browser.run("return [document.querySelector('.events'),"
+                                 " document.querySelector('.event')].map(e => e.role)")
+        self.assertEqual(roles, ["list", "listitem"])
+
+    def test_works_without_script(self):
+        self.browser.call("/goog/cdp/execute", {
+            "cmd": "Emulation.setScriptExecutionDisabled", "params": {"value": True}})
+        self.addCleanup(self.browser.call, "/goog/cdp/execute", {
+            "cmd": "Emulation.setScriptExecutionDisabled", "params": {"value": False}})
+        self.show([posting(1, Title="eerste"), posting(2, Title="tweede")])
+        elements = self.browser.call("/elements", {"using": "css selector", "value": "h3"})
+        texts = [self.browser.call(f"/element/{next(iter(element.values()))}/text")
+                 for element in elements]
+        self.assertEqual(sorted(texts), ["eerste", "tweede"])
+        self.assertEqual(self.browser.call("/elements", {"using": "css selector", "value": "input"}), [])
 
     def test_attacks_stay_text(self):
         postings = [posting(9000)]

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <climits>
+#include <cstdint>
 #include <memory>
 
 #include <glib.h>
@@ -12,7 +13,12 @@
 #include <libxslt/variables.h>
 #include <libxslt/xsltutils.h>
 
+#include <velkor/zox_category.h>
+#include <velkor/zox_string.h>
+
 #include "page_files.h"
+#include "support/numbers.h"
+#include "support/owned.h"
 #include "velkorctl/html/tag_info.h"
 #include "velkorctl/html/xml_owned.h"
 
@@ -20,6 +26,8 @@ namespace velkor::ctl {
 namespace {
 
 constexpr int quiet = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
+
+constexpr const char *row_paths = "/Events/Event | /Events/CatEvents/Event";
 
 struct ParsedDocument {
   xml::Document document;
@@ -60,7 +68,7 @@ std::string content_of_row(xmlNode *event) {
 
 std::vector<std::string> rows_of(xmlDoc *document) {
   std::vector<std::string> rows;
-  for (xmlNode *event : select_nodes(document, "/Events/Event | /Events/CatEvents/Event"))
+  for (xmlNode *event : select_nodes(document, row_paths))
     rows.push_back(content_of_row(event));
   std::ranges::sort(rows);
   return rows;
@@ -90,6 +98,67 @@ std::string notice_for(const ParsedDocument &parsed, const std::vector<std::stri
   return "Let op: een posting bevat tekst die deze lijst verstoort. " +
          std::to_string(genuine.size()) + " van de " + std::to_string(postings.size()) +
          " postings zijn teruggevonden; de lijst kan onvolledig zijn of vervalste regels bevatten.";
+}
+
+using OwnedDateTime = std::unique_ptr<GDateTime, ReleaseWith<g_date_time_unref>>;
+
+/** How many rows a browser lays out at a time. */
+constexpr int rows_of_part = 50;
+
+/** Moves the rows of `list` into elements of their own, each with some of them. */
+void divide_rows(xmlNode *list) {
+  xmlNode *part = nullptr;
+  int rows = 0;
+  for (xmlNode *event = xmlFirstElementChild(list); event != nullptr;) {
+    xmlNode *next = xmlNextElementSibling(event);
+    if (view_of(event->name) == "Part") {  // from a text that disturbs the document
+      xmlUnlinkNode(event);
+      xmlFreeNode(event);
+    } else if (view_of(event->name) == "Event") {
+      if (part == nullptr || rows == rows_of_part) {
+        part = xmlAddPrevSibling(event,
+                                 xmlNewDocNode(list->doc, nullptr, xml::chars("Part"), nullptr));
+        rows = 0;
+      }
+      xmlUnlinkNode(event);
+      xmlAddChild(part, event);
+      ++rows;
+    }
+    event = next;
+  }
+}
+
+std::int64_t number_in(xmlNode *event, std::string_view name) {
+  for (xmlNode *child = xmlFirstElementChild(event); child != nullptr;
+       child = xmlNextElementSibling(child))
+    if (view_of(child->name) == name)
+      return leading_number(content_of(child));
+  return -1;
+}
+
+std::string category_of(xmlNode *event) {
+  const auto category = static_cast<gint32>(number_in(event, "Cat"));
+  const std::string sub =
+      zox_category_get_scat_name(category, static_cast<guint32>(number_in(event, "SCat")));
+  return zox_string_category(category) + (sub.empty() ? "" : "/" + sub);
+}
+
+/** The date with its year, which the document lacks. */
+std::string moment_of(xmlNode *event) {
+  const OwnedDateTime moment(g_date_time_new_from_unix_local(number_in(event, "Stamp")));
+  const OwnedText text(moment ? g_date_time_format(moment.get(), "%d-%m-%Y %H:%M") : nullptr);
+  return text ? text.get() : "";
+}
+
+/** Adds to a row what is shown of it in words. */
+void describe_row(xmlNode *event) {
+  const auto state = static_cast<gint32>(number_in(event, "Status"));
+  const std::array<std::pair<const char *, std::string>, 3> words{
+      {{"moment", moment_of(event)},
+       {"category", category_of(event)},
+       {"state", zox_string_status(state)}}};
+  for (const auto &[name, value] : words)
+    xmlSetProp(event, xml::chars(name), xml::chars(value.c_str()));
 }
 
 using Checksum = std::unique_ptr<GChecksum, ReleaseWith<g_checksum_free>>;
@@ -152,6 +221,10 @@ std::optional<std::string> html_page(std::string_view document,
   // Reducing an element frees the elements in it, so those must not be selected too.
   for (xmlNode *info : select_nodes(parsed.document.get(), "//TagInfo[not(ancestor::TagInfo)]"))
     reduce_tag_info(info);
+  for (xmlNode *event : select_nodes(parsed.document.get(), row_paths))
+    describe_row(event);
+  for (xmlNode *list : select_nodes(parsed.document.get(), "/Events | /Events/CatEvents"))
+    divide_rows(list);
   return transform(parsed.document.get(), notice);
 }
 

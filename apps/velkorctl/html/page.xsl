@@ -16,16 +16,23 @@
         <meta http-equiv="Content-Security-Policy" content="{$policy}"/>
         <meta name="viewport" content="width=device-width, initial-scale=1"/>
         <meta name="referrer" content="no-referrer"/>
-        <title>ZOX postings</title>
+        <title>ZOX-postings</title>
         <style><xsl:value-of select="$style"/></style>
         <script><xsl:value-of select="$script" disable-output-escaping="yes"/></script>
       </head>
       <body>
         <header>
-          <h1>ZOX postings</h1>
+          <h1>ZOX-postings</h1>
           <p class="about">
-            <xsl:value-of select="count(.//Event)"/>
-            <xsl:text> postings, </xsl:text>
+            <span class="count" role="status">
+              <xsl:variable name="count" select="count(Part/Event | CatEvents/Part/Event)"/>
+              <xsl:value-of select="$count"/>
+              <xsl:choose>
+                <xsl:when test="$count = 1"> posting</xsl:when>
+                <xsl:otherwise> postings</xsl:otherwise>
+              </xsl:choose>
+            </span>
+            <xsl:text>, </xsl:text>
             <xsl:value-of select="DateTimeGenerated[1]"/>
           </p>
           <xsl:if test="$notice != ''">
@@ -51,22 +58,31 @@
       <h2>
         <xsl:value-of select="@catName"/>
         <xsl:text> (</xsl:text>
-        <xsl:value-of select="count(Event)"/>
+        <xsl:value-of select="count(Part/Event)"/>
         <xsl:text>)</xsl:text>
       </h2>
       <xsl:call-template name="rows"/>
     </section>
   </xsl:template>
 
-  <!-- The rows of the current element in the order of the document. -->
+  <!-- The rows of the current element in the order of the document. A browser numbers the items of
+       an "ol" anew whenever one of them is hidden, which takes minutes in a long list. -->
   <xsl:template name="rows">
-    <ol class="events">
+    <div class="events" role="list">
+      <xsl:apply-templates select="Part"/>
+    </div>
+  </xsl:template>
+
+  <!-- Some rows, which a browser lays out when they come into view. -->
+  <xsl:template match="Part">
+    <div class="part" role="none">
       <xsl:apply-templates select="Event"/>
-    </ol>
+    </div>
   </xsl:template>
 
   <xsl:template match="Event">
-    <li class="event" data-id="{PostID[1]}">
+    <div class="event" role="listitem" data-id="{PostID[1]}" data-stamp="{Stamp[1]}"
+         data-rating="{Rating[1]}" data-category="{@category}" data-state="{@state}">
       <xsl:if test="Status[1] = -2 or Status[1] = -3">
         <xsl:attribute name="class">event deleted</xsl:attribute>
       </xsl:if>
@@ -75,7 +91,8 @@
         <xsl:if test="Stamp[1] &gt;= /Events/PrevCheck[1]">
           <span class="new">Nieuw</span>
         </xsl:if>
-        <span><xsl:value-of select="Datum[1]"/></span>
+        <span><xsl:value-of select="@moment"/></span>
+        <span><xsl:value-of select="@category"/></span>
         <span class="poster"><xsl:value-of select="Poster[1]"/></span>
         <span>Nr. <xsl:value-of select="PostID[1]"/></span>
         <span>Waardering <xsl:value-of select="Rating[1]"/></span>
@@ -88,7 +105,7 @@
         <xsl:if test="Watchlist[1] = 1"><span>Op de watchlist</span></xsl:if>
       </p>
       <details>
-        <summary>Meer</summary>
+        <summary aria-label="Meer over {Title[1]}">Meer</summary>
         <xsl:copy-of select="TagInfo[1]/node()"/>
         <xsl:for-each select="Ann[1] | Des[1] | Sig[1]">
           <p class="long"><xsl:value-of select="."/></p>
@@ -102,6 +119,6 @@
             <xsl:value-of select="Body[1]"/></p>
         </xsl:for-each>
       </details>
-    </li>
+    </div>
   </xsl:template>
 </xsl:stylesheet>

@@ -152,6 +152,44 @@ TEST(HtmlPage, APositionInTheListIsNoDifference) {
               Not(HasSubstr(notice)));
 }
 
+TEST(HtmlPage, SaysWhatAPostingIs) {
+  const std::string page = *html_page(
+      "<Events><Event><PostID>1</PostID><Stamp>1700000000</Stamp><Status>1</Status>"
+      "<Cat>0</Cat><SCat>3</SCat></Event></Events>",
+      {});
+  EXPECT_THAT(page, HasSubstr("data-category=\"Beeld/DVD\" data-state=\"Aangekondigd\""));
+  EXPECT_THAT(page, HasSubstr("-11-2023 "));
+}
+
+TEST(HtmlPage, NumbersThatMeanNothingHaveNoWords) {
+  const std::string page = *html_page(
+      "<Events><Event category='x' state='y'><PostID>1</PostID><Stamp>99999999999999999</Stamp>"
+      "<Status>77</Status><Cat>9</Cat></Event></Events>",
+      {});
+  EXPECT_THAT(page, HasSubstr("data-category=\"\" data-state=\"\""));
+}
+
+TEST(HtmlPage, DividesALongListIntoParts) {
+  std::vector<Row> rows;
+  for (int id = 1; id <= 51; ++id)
+    rows.push_back({id, "t"});
+  const std::string page = page_of(rows);
+  const std::string part = "<div class=\"part\"";
+  const auto second = page.find(part, page.find(part) + 1);
+  ASSERT_NE(second, std::string::npos);
+  EXPECT_EQ(page.find(part, second + 1), std::string::npos);
+  EXPECT_EQ(order_of(page.substr(second)), (std::vector{51}));
+  EXPECT_EQ(order_of(page).size(), 51U);
+  EXPECT_THAT(page, HasSubstr(">51 postings<"));
+}
+
+TEST(HtmlPage, ShowsNoRowsOfAForgedPart) {
+  EXPECT_EQ(order_of(*html_page("<Events><Part><Event><PostID>2</PostID></Event></Part>"
+                                "<Event><PostID>1</PostID></Event></Events>",
+                                {})),
+            (std::vector{1}));
+}
+
 TEST(HtmlPage, RefusesWhatIsNoDocument) {
   EXPECT_EQ(html_page("", {}), std::nullopt);
   EXPECT_EQ(html_page("no document", {}), std::nullopt);
