@@ -45,6 +45,8 @@ set(VELKOR_INSTALL_DIRECTORIES
     ${package_config_directory}
     ${pkg_config_directory}
     ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+    ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d
+    ${CMAKE_INSTALL_DATADIR}/zsh/site-functions
     lib/systemd/user
     ${CMAKE_INSTALL_MANDIR}/man1
     ${CMAKE_INSTALL_MANDIR}/man5

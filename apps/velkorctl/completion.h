@@ -1,8 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/** Completion of command lines in the shell. */
+/** Completion of command lines: what the word under the cursor may become. */
 #ifndef VELKORCTL_COMPLETION_H
 #define VELKORCTL_COMPLETION_H
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -10,8 +11,25 @@
 
 namespace velkor::ctl {
 
-/** A script for bash that completes commands, options and known values of options. */
-std::string bash_completion(const std::vector<CommandGroup> &commands);
+/** Something that a word may become, with a few words about it. */
+struct Candidate {
+  std::string word;
+  std::string about = {};
+
+  bool operator==(const Candidate &other) const = default;
+};
+
+/** What the user has, such as saved filters, by the name of the argument or option for it. */
+using KnownValues = std::function<std::vector<Candidate>(const std::string &name)>;
+
+/**
+ * What the last one of `words` may become. `words` is what follows the program's name; shells that
+ * break words at "=" hand it over as a word of its own. Options come only where the word begins
+ * with "-".
+ */
+std::vector<Candidate> candidates_for(const std::vector<CommandGroup> &groups,
+                                      const std::vector<std::string> &words,
+                                      const KnownValues &known_values);
 
 }  // namespace velkor::ctl
 

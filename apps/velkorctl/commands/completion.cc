@@ -1,148 +1,213 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
-/* velkorctl completion: the script for bash, made of the table of commands. */
+/* velkorctl completion: the scripts for shells, and what they ask for. */
 #include "velkorctl/completion.h"
 
 #include <algorithm>
-#include <map>
-#include <set>
-#include <utility>
+#include <array>
+#include <cstdint>
+#include <string_view>
 
-#include "velkorctl/command_line.h"
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_category.h>
+#include <velkor/zox_codes.h>
+#include <velkor/zox_filterlist.h>
+#include <velkor/zox_settings.h>
+#include <velkor/zox_string.h>
+
+#include "support/slist.h"
 #include "velkorctl/commands.h"
+#include "velkorctl/core_session.h"
+#include "velkorctl/messages.h"
 #include "velkorctl/vocabulary.h"
 
 namespace velkor::ctl {
 namespace {
 
-using Words = std::set<std::string>;
+using Candidates = std::vector<Candidate>;
 
-/** Finds out which command stands before the word under the cursor. */
-constexpr const char *script_begin = R"bash(# bash completion for velkorctl
+struct Shell {
+  const char *name;
+  /** Shows what "completion --candidates" prints: a word per line, then a tab and a few words. */
+  const char *script;
+};
+
+constexpr std::array shells{
+    Shell{"bash", R"sh(# bash completion for velkorctl
 _velkorctl() {
-  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}
-  local index word words globals= command= skip=
-  for ((index = 1; index < COMP_CWORD; index++)); do
-    word=${COMP_WORDS[index]}
-    if [[ $skip ]]; then skip=; continue; fi
-    case $word in
-)bash";
-
-constexpr const char *script_middle = R"bash(      -*) ;;
-      *) command=${command:+$command }$word
-         case $command in *' '*) break ;; esac ;;
-    esac
-  done
-  case "$command $previous" in
-)bash";
-
-constexpr const char *script_end =
-    R"bash(  COMPREPLY=($(compgen -W "$words $globals" -- "$current"))
+  local word
+  COMPREPLY=()
+  while IFS=$'\t' read -r word _; do
+    COMPREPLY+=("$(printf %q "$word")")
+  done < <("${COMP_WORDS[0]}" completion --candidates -- \
+    "${COMP_WORDS[@]:1:COMP_CWORD}" 2>/dev/null)
 }
 complete -o default -F _velkorctl velkorctl
-)bash";
+)sh"},
+    Shell{"zsh", R"sh(#compdef velkorctl
+_velkorctl() {
+  local line
+  local -a described
+  for line in "${(@f)$("${words[1]}" completion --candidates -- \
+                       "${(@Q)words[2,CURRENT]}" 2>/dev/null)}"; do
+    [[ -n $line ]] && described+=("${${line%%$'\t'*}//:/\\:}:${line#*$'\t'}")
+  done
+  [[ $PREFIX == --*=* ]] && compset -P '*='
+  if (( $#described )); then
+    _describe -V velkorctl described
+  else
+    _files
+  fi
+}
+if [[ $funcstack[1] == _velkorctl ]]; then _velkorctl "$@"; else compdef _velkorctl velkorctl; fi
+)sh"},
+    Shell{"fish", R"sh(# fish completion for velkorctl
+function __velkorctl_candidates
+  set -l before (commandline -opc)
+  set -l current (commandline -ct)
+  set -l found ($before[1] completion --candidates -- $before[2..-1] "$current" 2>/dev/null)
+  if test (count $found) -eq 0
+    __fish_complete_path "$current"
+  else
+    set -l prefix (string match -r '^--[^=]+=' -- "$current")
+    printf '%s\n' "$prefix"$found
+  end
+end
+complete -c velkorctl -f -a '(__velkorctl_candidates)'
+)sh"},
+};
 
-/** A line of a "case" that sets the words to complete from. */
-std::string case_of(const std::string &pattern, const Words &words) {
-  return "    \"" + pattern + "\") words=\"" + joined(words, " ") + "\" ;;\n";
+Candidates words_only(const std::vector<std::string> &words) {
+  Candidates candidates;
+  candidates.reserve(words.size());
+  for (const std::string &word : words)
+    candidates.push_back({word});
+  return candidates;
 }
 
-/** The names of the options, "-t,--title" being two. */
-Words names_of(const std::vector<Option> &options) {
-  Words names;
-  for (const Option &option : options) {
-    names.insert(option.long_name());
-    names.insert(option.names.substr(0, option.names.find(',')));
-  }
+Candidates shell_names() {
+  Candidates names;
+  for (const Shell &shell : shells)
+    names.push_back({shell.name});
   return names;
 }
 
-/** The global options that have a value, as a pattern of a "case". */
-std::string global_options_with_value() {
-  Words names;
-  for (const Option &option : global_options())
-    if (!option.value.empty())
-      names.merge(names_of({option}));
-  return joined(names, "|");
+Candidates setting_keys() {
+  Candidates keys;
+  for (guint32 index = 0; index < zox_settings_count(); ++index) {
+    const ZoxSetting &setting = *zox_settings_at(index);
+    keys.push_back({setting.key, setting.description});
+  }
+  return keys;
 }
 
-/** The words that may follow each command, and the empty one at the start of the line. */
-std::map<std::string, Words> following_words(const std::vector<CommandGroup> &groups) {
-  std::map<std::string, Words> words;
-  for (const CommandGroup &group : groups) {
-    if (!group.name.empty())
-      words[""].insert(group.name);
-    for (const Command &command : group.commands) {
-      words[group.name].insert(command.name);
-      const std::string prefix = group.name.empty() ? "" : group.name + " ";
-      words[prefix + command.name].merge(names_of(command.options));
-      if (command.name == group.otherwise)
-        words[group.name].merge(names_of(command.options));
+Candidates state_words() {
+  Candidates words;
+  for (gint32 state = ZOX_STATUS_UNKNOWN; state <= ZOX_STATUS_UNSUPPORTED; ++state)
+    words.push_back({zox_string_status(state)});
+  return words;
+}
+
+Candidates sub_categories(const std::string &category) {
+  constexpr guint32 most = 10;
+  Candidates names;
+  for (guint32 sub = 0; sub < most; ++sub)
+    names.push_back({zox_category_get_scat_name(category_number(category), sub)});
+  return names;
+}
+
+Candidates filter_names() {
+  Candidates names;
+  for (const ZoxFilter *filter : Items<ZoxFilter>(core->filterlist->filters))
+    names.push_back({std::string(view_of(filter->name)), zox_string_category(filter->cat)});
+  return names;
+}
+
+Candidates texts_of_setting(const char *key) {
+  Candidates texts;
+  ListBuilder<GString, free_string> owned;
+  GSList *list = zox_settings_get_list(key);
+  for (GString *text : Items<GString>(list)) {
+    owned.append(text);
+    texts.push_back({std::string(view_of(text))});
+  }
+  g_slist_free(list);
+  return texts;
+}
+
+/** The values of an argument or option; those that need it begin with the core's settings. */
+struct Source {
+  /** The end of the name. */
+  std::string_view name;
+  Candidates (*values)();
+  bool needs_core = false;
+};
+
+constexpr std::array sources{
+    Source{"completion SHELL", shell_names},
+    Source{" KEY", setting_keys},
+    Source{"account keep PLACE",
+           [] {
+             return words_only({"file", "keyring"});
+           }},
+    Source{"tags CATEGORY", [] { return words_only(category_names()); }},
+    Source{"--category", [] { return words_only(category_names()); }},
+    Source{"--status", state_words},
+    Source{"--filter", filter_names, true},
+    Source{" FILTER", filter_names, true},
+    Source{"watch remove ID", [] { return texts_of_setting("watchlist"); }, true},
+    Source{"watchers remove TEXT", [] { return texts_of_setting("watcher"); }, true},
+    Source{"badwords remove TEXT", [] { return texts_of_setting("badword"); }, true},
+};
+
+constexpr std::string_view sub_category_option = "--sub-category ";
+
+Candidates values_of(const std::string &name, const GlobalOptions &options) {
+  if (name.starts_with(sub_category_option))
+    return sub_categories(name.substr(sub_category_option.size()));
+  const auto *source =
+      std::ranges::find_if(sources, [&](const Source &each) { return name.ends_with(each.name); });
+  if (source == sources.end())
+    return {};
+  if (!source->needs_core)
+    return source->values();
+  const CoreSession session(options, CoreSession::Access::read, Load::settings);
+  return source->values();
+}
+
+Exit print_candidates(const Context &context) {
+  const auto known_values = [&context](const std::string &name) -> Candidates {
+    try {
+      return values_of(name, context.options);
+    } catch (const Failure &) {  // nobody waits for a message in the middle of a line
+      return {};
     }
-  }
-  return words;
-}
-
-/** The words known for an option, by the commands that have it. */
-using ValuesByCommand = std::map<std::string, Words>;
-
-Words words_for(const Command &command, const Option &option) {
-  if (option.long_name() == "--category") {
-    const std::vector<std::string> categories = category_names();
-    return {categories.begin(), categories.end()};
-  }
-  Words words(option.choices.begin(), option.choices.end());
-  if (option.long_name() == "--fields" && command.record)
-    for (const FieldInfo &field : command.record->fields)
-      words.insert(field.name);
-  return words;
-}
-
-std::map<std::string, ValuesByCommand> known_values(const std::vector<CommandGroup> &groups) {
-  std::map<std::string, ValuesByCommand> values;
-  for (const CommandGroup &group : groups)
-    for (const Command &command : group.commands)
-      for (const Option &option : command.options)
-        if (Words words = words_for(command, option); !words.empty())
-          values[option.long_name()][(group.name.empty() ? "" : group.name + " ") + command.name] =
-              std::move(words);
-  for (const Option &option : global_options())
-    if (!option.choices.empty())
-      values[option.long_name()][""] = Words(option.choices.begin(), option.choices.end());
-  return values;
-}
-
-/** The cases for an option: one for all commands when they agree. */
-std::string cases_of(const std::string &option, const ValuesByCommand &values) {
-  const Words &first = values.begin()->second;
-  if (std::ranges::all_of(values, [&](const auto &entry) { return entry.second == first; }))
-    return "    *\" " + option + "\") words=\"" + joined(first, " ") + "\" ;;\n";
-  std::string cases;
-  for (const auto &[command, words] : values)
-    cases += case_of(std::string(command).append(" ").append(option), words);
-  return cases;
+  };
+  for (const Candidate &candidate :
+       candidates_for(all_commands(), context.arguments.values("SHELL"), known_values))
+    context.out.write(candidate.word + "\t" + candidate.about + "\n");
+  return Exit::ok;
 }
 
 Exit run(const Context &context) {
-  context.out.write(bash_completion(all_commands()));
+  if (context.arguments.has("--candidates"))
+    return print_candidates(context);
+  const std::vector<std::string> given = context.arguments.values("SHELL");
+  const std::string name = given.empty() ? "bash" : given.front();
+  const auto *shell = std::ranges::find(shells, name, &Shell::name);
+  if (shell == shells.end() || given.size() > 1)
+    throw usage_error("there is no completion for \"" + name + "\", but for bash, zsh and fish");
+  context.out.write(shell->script);
   return Exit::ok;
 }
 
 }  // namespace
 
-std::string bash_completion(const std::vector<CommandGroup> &commands) {
-  std::string script = script_begin;
-  script += "      " + global_options_with_value() + ") skip=1 ;;\n" + script_middle;
-  for (const auto &[option, values] : known_values(commands))
-    script += cases_of(option, values);
-  script += "    *) globals=\"" + joined(names_of(global_options()), " ") + " --help\"\n";
-  script += "    case $command in\n";
-  for (const auto &[command, words] : following_words(commands))
-    script += case_of(command, words);
-  return script + "    esac ;;\n  esac\n" + script_end;
-}
-
 Command completion_command() {
-  return {"completion", "Print the script that completes command lines in bash", {}, {}, run};
+  return {"completion",
+          "Print the script that completes command lines in bash, zsh or fish",
+          {{"SHELL", "The shell (default: bash)", Argument::Count::any}},
+          {{"--candidates", "", "Print what the last of these words may become"}},
+          run};
 }
 
 }  // namespace velkor::ctl
