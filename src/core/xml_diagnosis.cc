@@ -5,6 +5,8 @@
 
 #include <libxml/xmlerror.h>
 
+#include "support/xml.h"
+
 namespace velkor {
 namespace {
 
@@ -17,6 +19,7 @@ thread_local OwnedString xmlParserErrorText;
 
 void begin_diagnosis(bool &installed) noexcept {
   xmlParserErrorText.reset();
+  xml::initialize();
   if (!installed)
     xmlSetGenericErrorFunc(nullptr, xml_parser_error_func);
   installed = true;

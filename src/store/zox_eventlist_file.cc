@@ -29,6 +29,7 @@
 #include "support/owned.h"
 #include "support/rw_lock.h"
 #include "support/text.h"
+#include "support/xml.h"
 
 namespace velkor {
 namespace {
@@ -176,6 +177,7 @@ ZoxErrorCode zox_eventlist_load(ZOXEventlist *list, char **retError) {
 gint32 zox_eventlist_save(ZOXEventlist *list) {
   PostsFile posts;
   begin_file_operation();
+  xml::initialize();
   // libxml2 no longer writes this file; the settings that saving leaves behind stay the same.
   xmlSetCompressMode(Z_BEST_COMPRESSION);
   xmlIndentTreeOutput = 1;

@@ -172,6 +172,7 @@ private:
 };
 
 Document build_tree(std::string_view text, std::size_t most_nodes, int more_options) noexcept {
+  initialize();
   xmlResetLastError();
   if (text.empty() || text.size() > INT_MAX)
     return nullptr;
@@ -318,6 +319,7 @@ std::string cdata(std::string_view text) noexcept {
 }
 
 Document new_document(const char *root) noexcept {
+  initialize();
   Document document(xmlNewDoc(chars("1.0")));
   xmlDocSetRootElement(document.get(),
                        xmlNewDocNode(document.get(), nullptr, chars(root), nullptr));

@@ -29,7 +29,7 @@ inline constexpr int parse_options = XML_PARSE_NONET | XML_PARSE_NOENT;
 
 /**
  * Sets libxml2 up, which does that unguarded at its first use: here only the first thread does.
- * Every parse of this library does so by itself.
+ * Reading and making documents does so by itself; what else may come first has to.
  */
 void initialize() noexcept;
 
