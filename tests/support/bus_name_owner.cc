@@ -3,6 +3,8 @@
 
 #include <stdexcept>
 
+#include "support/thread_order.h"
+
 namespace velkor::test {
 namespace {
 
@@ -42,6 +44,7 @@ std::string arguments_of(GDBusMessage *message) {
 }  // namespace
 
 BusNameOwner::BusNameOwner() : bus_(connect_to_bus()) {
+  order_before(this);
   g_dbus_connection_add_filter(bus_, take, this, nullptr);
   request_name(bus_);
 }
@@ -60,6 +63,7 @@ GDBusMessage *BusNameOwner::take(GDBusConnection *bus, GDBusMessage *message, gb
   if (!call)
     return message;
   auto *owner = static_cast<BusNameOwner *>(self);
+  order_after(self);
   {
     const std::lock_guard lock(owner->mutex_);
     owner->calls_.push_back(g_dbus_message_get_member(message) + arguments_of(message));
