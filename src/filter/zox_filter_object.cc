@@ -72,7 +72,7 @@ gboolean zox_filter_object_accepts(ZOXFilterObject *object, const ZoxEvent *even
 
 void zox_filter_object_destroy(ZOXFilterObject *object) {
   g_return_if_fail(is_filter_object(object));
-  g_object_unref(object);
+  unref_object(object);
 }
 
 }  // extern "C"

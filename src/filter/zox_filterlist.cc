@@ -69,7 +69,7 @@ ZOXFilterlist *zox_filterlist_new(void) {
 
 void zox_filterlist_destroy(ZOXFilterlist *list) {
   g_return_if_fail(is_filterlist(list));
-  g_object_unref(list);
+  unref_object(list);
 }
 
 void zox_filterlist_set_filters(ZOXFilterlist *list, GSList *filters) {

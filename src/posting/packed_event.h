@@ -16,6 +16,7 @@
 #include <velkor/zox_event.h>
 
 #include "posting/shared_parts.h"
+#include "support/object_type.h"
 #include "support/owned.h"
 
 namespace velkor {
@@ -37,7 +38,10 @@ PackedEvent pack(const ZoxEvent &source, SharedMemory &memory) noexcept;
  */
 PackedEvent without_details(PackedEvent event) noexcept;
 
-using OwnedEventObject = OwnedObject<ZOXEventObject>;
+struct ReleaseEventObject {
+  void operator()(ZOXEventObject *object) const noexcept { unref_object(object); }
+};
+using OwnedEventObject = std::unique_ptr<ZOXEventObject, ReleaseEventObject>;
 
 /** A new object that holds `event`. */
 OwnedEventObject new_object(PackedEvent event) noexcept;

@@ -50,8 +50,10 @@ OwnedEventObject new_object(PackedEvent event) noexcept {
 PackedEvent take_record(ZOXEventObject &object) noexcept {
   const WriteLock lock(object.lock);
   // The only reference is the caller's: nobody else can ever get hold of the record.
-  if (std::atomic_ref(object.parent.ref_count).load(std::memory_order_acquire) == 1)
+  if (std::atomic_ref(object.parent.ref_count).load(std::memory_order_acquire) == 1) {
+    order_after(&object);
     return PackedEvent(std::atomic_ref(object.event).exchange(nullptr, std::memory_order_relaxed));
+  }
   return pack(*object.event);
 }
 
@@ -86,7 +88,7 @@ ZoxEvent *zox_event_object_get_event(ZOXEventObject *object) {
 }
 
 void zox_event_object_destroy(ZOXEventObject *object) {
-  g_object_unref(object);
+  unref_object(object);
 }
 
 }  // extern "C"

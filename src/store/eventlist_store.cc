@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "store/event_walk.h"
+#include "support/object_type.h"
 #include "support/rw_lock.h"
 
 namespace velkor {
@@ -50,8 +51,7 @@ void drop_tree(ZOXEventlist *list) noexcept {
     g_return_if_fail_warning(G_LOG_DOMAIN, "zox_eventlist_tree_free", "eventTree != NULL");
     return;
   }
-  for_each_object(eventTree.get(),
-                  [](gpointer, ZOXEventObject *object) { g_object_unref(object); });
+  for_each_object(eventTree.get(), [](gpointer, ZOXEventObject *object) { unref_object(object); });
 }
 
 void set_filtered(ZOXEventlist *list, EventTable filtered) noexcept {

@@ -188,7 +188,7 @@ reread_sections(const PlacedReader &file, const KnownPosts &known, EventTable ta
   };
   const bool good = read_all(contents.size(), known.layout.seed, reread_one);
   for (OrderedEntry &entry : entries)
-    g_clear_object(&entry.object);
+    const OwnedEventObject left(std::exchange(entry.object, nullptr));
   return good ? std::optional(std::move(contents)) : std::nullopt;
 }
 

@@ -7,6 +7,7 @@
 #include "posting/event_record.h"
 #include "store/event_digest.h"
 #include "store/event_text.h"
+#include "support/object_type.h"
 #include "support/parallel.h"
 #include "support/rw_lock.h"
 
@@ -131,7 +132,7 @@ ListSnapshot::ListSnapshot(ZOXEventlist *list) noexcept {
 
 ListSnapshot::~ListSnapshot() {
   for (const OrderedEntry &entry : entries_)
-    g_object_unref(entry.object);
+    unref_object(entry.object);
 }
 
 std::vector<SavePiece> plan_save(std::span<OrderedEntry> entries, const KnownPosts *known,

@@ -57,7 +57,7 @@ ZOXEventlist *zox_eventlist_new(void) {
 }
 
 void zox_eventlist_destroy(ZOXEventlist *list) {
-  g_object_unref(list);
+  unref_object(list);
 }
 
 ZoxEvent *zox_eventlist_lookup_id(ZOXEventlist *list, gint32 postId) {

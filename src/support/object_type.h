@@ -5,7 +5,18 @@
 
 #include <glib-object.h>
 
+#include "support/thread_order.h"
+
 namespace velkor {
+
+/**
+ * Gives up one reference on an instance of a registered class. Whichever thread gives up the last
+ * one finalizes the instance, after all that the others did with it.
+ */
+inline void unref_object(gpointer instance) noexcept {
+  order_before(instance);
+  g_object_unref(instance);
+}
 
 /**
  * Registers a class derived directly from GObject. It overrides finalize alone, without chaining
@@ -16,6 +27,7 @@ template <typename Instance, void (*Init)(Instance &), void (*Finalize)(Instance
 GType register_object_type(const char *name) noexcept {
   constexpr GClassInitFunc class_init = [](gpointer objectClass, gpointer) {
     static_cast<GObjectClass *>(objectClass)->finalize = [](GObject *object) {
+      order_after(object);
       Finalize(*reinterpret_cast<Instance *>(object));
       g_datalist_clear(&object->qdata);
     };
