@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -13,6 +14,7 @@
 #include "core/atomic_file.h"
 #include "core/cache_directory.h"
 #include "core/cache_reading.h"
+#include "core/core_lock.h"
 #include "core/file_outcome.h"
 #include "core/keyring.h"
 #include "core/setting_line.h"
@@ -81,18 +83,35 @@ AtomicFile new_file() noexcept {
   return {cache_path(file_name, false), AtomicFile::Form::plain, Z_DEFAULT_COMPRESSION, 0600};
 }
 
+void free_settings(ZoxConfig *config) noexcept {
+  settings::release(*config);
+  g_free(config);
+}
+using OwnedSettings = std::unique_ptr<ZoxConfig, ReleaseWith<free_settings>>;
+
+OwnedSettings default_settings() noexcept {
+  keyring::forget();
+  OwnedSettings config(g_new0(ZoxConfig, 1));
+  settings::set_defaults(*config);
+  return config;
+}
+
+/** Puts `config` in the place of the settings, which it returns: no reader meets half of them. */
+OwnedSettings exchange_settings(OwnedSettings config) noexcept {
+  const CoreWriter guard;
+  return OwnedSettings(std::exchange(core->config, config.release()));
+}
+
 }  // namespace
 
 void load_settings() noexcept {
-  if (core->config != nullptr)
-    zox_config_free();
-  zox_config_init();
-  ZOX_ASSERT(core->config);
-  set_file_outcome(read_file(*core->config));
+  OwnedSettings config = default_settings();
+  set_file_outcome(read_file(*config));
   finish_reading(file_name, false, {});
-  if (core->config->username != nullptr && core->config->password != nullptr)
-    core->config->firstTime = 0;
-  keyring::resolve(*core->config);
+  if (config->username != nullptr && config->password != nullptr)
+    config->firstTime = 0;
+  keyring::resolve(*config);
+  exchange_settings(std::move(config));
 }
 
 }  // namespace velkor
@@ -103,9 +122,7 @@ extern "C" {
 
 void zox_config_init(void) {
   ZOX_ASSERT(core);
-  keyring::forget();
-  core->config = g_new0(ZoxConfig, 1);
-  settings::set_defaults(*core->config);
+  static_cast<void>(exchange_settings(default_settings()).release());  // still the caller's, if any
 }
 
 void zox_config_load(void) {
@@ -137,8 +154,7 @@ void zox_config_save(void) {
 void zox_config_free(void) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->config);
-  settings::release(*core->config);
-  g_free(std::exchange(core->config, nullptr));
+  exchange_settings(nullptr);
 }
 
 ZoxConfig *zox_config_get(void) {

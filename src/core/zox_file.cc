@@ -3,6 +3,7 @@
 #include <velkor/zox_file.h>
 
 #include <cerrno>
+#include <mutex>
 #include <utility>
 
 #include <fcntl.h>
@@ -23,8 +24,12 @@ char *lib_dir = nullptr;
 char *data_dir = nullptr;
 char *cache_dir = nullptr;
 
+/** Guards the three against threads that look names up while one is set. */
+std::mutex names_mutex;
+
 /** Keeps `name` in `place`, releasing the earlier one. */
 void keep_name(char *&place, OwnedText name) noexcept {
+  const std::lock_guard lock(names_mutex);
   const OwnedText earlier(std::exchange(place, name.release()));
 }
 
@@ -146,21 +151,25 @@ gint32 zox_file_init_cache_dir(void) {
 }
 
 char *zox_file_parse_lib_dir(const char *suffix) {
+  const std::lock_guard lock(names_mutex);
   ZOX_ASSERT(lib_dir);
   return g_strconcat(lib_dir, suffix, nullptr);
 }
 
 char *zox_file_parse_data_dir(const char *suffix) {
+  const std::lock_guard lock(names_mutex);
   ZOX_ASSERT(data_dir);
   return g_strconcat(data_dir, suffix, nullptr);
 }
 
 char *zox_file_parse_data_filename(const char *name) {
+  const std::lock_guard lock(names_mutex);
   ZOX_ASSERT(data_dir);
   return name == nullptr ? g_strdup(data_dir) : g_strconcat(data_dir, "/", name, nullptr);
 }
 
 char *zox_file_parse_cache_filename(const char *name, gint32 compressed) {
+  const std::lock_guard lock(names_mutex);
   ZOX_ASSERT(cache_dir);
   if (name == nullptr)
     return g_strdup(cache_dir);

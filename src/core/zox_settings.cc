@@ -8,6 +8,7 @@
 
 #include <velkor/zox_app_core.h>
 
+#include "core/core_lock.h"
 #include "core/setting_line.h"
 #include "core/settings.h"
 #include "support/assertion.h"
@@ -107,6 +108,7 @@ ZoxSettingResult report(const Verdict &refusal, char **message) noexcept {
 }
 
 void put_items(ZoxConfig &config, const Setting &setting, const Texts &items) noexcept {
+  const CoreWriter guard;
   set_default(config, setting);
   std::string stored = "|";
   for (const std::string &item : items)
@@ -163,6 +165,7 @@ Verdict set(ZoxConfig &config, const char *key, std::string value) noexcept {
                             ? std::nullopt
                             : check_value(setting->facts, value))
     return refusal;
+  const CoreWriter guard;
   read(config, *setting, value.c_str());
   return std::nullopt;
 }
@@ -200,6 +203,7 @@ const ZoxSetting *zox_settings_find(const char *key) {
 
 ZoxString *zox_settings_get(const char *key) {
   ZOX_ASSERT(core);
+  const CoreReader guard;
   ZOX_ASSERT(core->config);
   const settings::Setting *setting = settings::find(key);
   return setting == nullptr ? nullptr : std::visit(settings::Value{*core->config}, setting->field);
@@ -207,6 +211,7 @@ ZoxString *zox_settings_get(const char *key) {
 
 ZoxSplittedList *zox_settings_get_list(const char *key) {
   ZOX_ASSERT(core);
+  const CoreReader guard;
   ZOX_ASSERT(core->config);
   const settings::Setting *setting = settings::find(key);
   return setting == nullptr ? nullptr
@@ -236,6 +241,7 @@ ZoxSettingResult zox_settings_reset(const char *key) {
     return ZOX_SETTING_UNKNOWN;
   if (setting->facts.readOnly != 0)
     return ZOX_SETTING_READ_ONLY;
+  const CoreWriter guard;
   settings::set_default(*core->config, *setting);
   return ZOX_SETTING_DONE;
 }

@@ -7,6 +7,7 @@
 #include <velkor/zox_category.h>
 #include <velkor/zox_groups.h>
 
+#include "core/core_lock.h"
 #include "filter/filter_steps.h"
 #include "support/assertion.h"
 #include "support/slist.h"
@@ -17,6 +18,7 @@ namespace velkor {
 PreparedFilter::PreparedFilter(const ZoxFilter &filter) noexcept
     : filter_(filter), title_(view_of(filter.titleSearch)), poster_(view_of(filter.posterSearch)),
       tags_(filter.tags) {
+  const CoreReader guard;
   if (filter.groupIdList != nullptr) {
     ZOX_ASSERT_IN(zox_group_id_is_in_list, groupIds, "groupIds");
     newsgroups_.insert(groupIds, groupIds + groupIdLen);

@@ -4,11 +4,13 @@
 
 #include <array>
 #include <atomic>
+#include <utility>
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_filter.h>
 #include <velkor/zox_filterlist.h>
 
+#include "core/core_lock.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 #include "support/slist.h"
@@ -62,6 +64,21 @@ gint append_filter(ZoxFilter *filter, gpointer userData) noexcept {
 constexpr guint32 against_own_list = 0;
 constexpr guint32 against_id_set = 1;
 
+void free_tree(GSList *categories) noexcept {
+  for (ZoxCategory *category : Items<ZoxCategory>(categories)) {
+    ZOX_ASSERT_IN(zox_categories_free, category, "category");
+    ZOX_ASSERT_IN(zox_categories_free, category->name, "category->name");
+    free_category(category);
+  }
+  g_slist_free(categories);
+}
+
+/** Puts `categories` in the place of the tree, which it returns: no reader meets half a tree. */
+GSList *exchange_tree(GSList *categories) noexcept {
+  const CoreWriter guard;
+  return std::exchange(core->categories, categories);
+}
+
 bool accepts(const ZoxCategory &category, const ZoxEvent *event, guint32 groupMode) noexcept {
   return category.filter != nullptr && zox_filter_accepts(category.filter, event, groupMode);
 }
@@ -76,8 +93,6 @@ extern "C" {
 void zox_categories_init(void) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->filterlist);
-  if (core->categories != nullptr)
-    zox_categories_free();
   Tree tree;
   gint32 id = 0;
   for (const char *name : main_names) {
@@ -86,19 +101,13 @@ void zox_categories_init(void) {
     zox_filterlist_foreach(core->filterlist, 1, append_filter, &branch);
     ++id;
   }
-  core->categories = tree.release();
+  free_tree(exchange_tree(tree.release()));
 }
 
 void zox_categories_free(void) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->categories);
-  for (ZoxCategory *category : Items<ZoxCategory>(core->categories)) {
-    ZOX_ASSERT(category);
-    ZOX_ASSERT(category->name);
-    free_category(category);
-  }
-  g_slist_free(core->categories);
-  core->categories = nullptr;
+  free_tree(exchange_tree(nullptr));
 }
 
 GSList *zox_categories_get(void) {
@@ -124,12 +133,13 @@ void zox_categories_reset_counters(void) {
   for (ZoxCategory *category : Items<ZoxCategory>(core->categories)) {
     ZOX_ASSERT(category);
     ZOX_ASSERT(category->name);
-    category->count = 0;
+    std::atomic_ref(category->count).store(0, std::memory_order_relaxed);
   }
 }
 
 void zox_category_update(const ZoxEvent *event) {
   ZOX_ASSERT(core);
+  const CoreReader guard;
   ZOX_ASSERT(core->categories);
   for (ZoxCategory *category : Items<ZoxCategory>(core->categories)) {
     ZOX_ASSERT(category);

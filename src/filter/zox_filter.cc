@@ -4,6 +4,7 @@
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_splitted_list.h>
 
+#include "core/core_lock.h"
 #include "filter/filter_record.h"
 #include "support/assertion.h"
 #include "support/owned.h"
@@ -33,6 +34,7 @@ ZoxFilter *zox_filter_duplicate(const ZoxFilter *filter) {
   // always follows the settings.
   if (filter->groupIdList != nullptr) {
     ZOX_ASSERT(core);
+    const CoreReader guard;
     ZOX_ASSERT(core->config);
     copy->groupIdList = zox_splitted_list_duplicate(core->config->groupFilterList);
   }

@@ -12,6 +12,7 @@
 #include <velkor/zox_category.h>
 #include <velkor/zox_groups.h>
 
+#include "core/core_lock.h"
 #include "filter/filter_steps.h"
 #include "filter/tag_condition.h"
 #include "filter/text_search.h"
@@ -109,6 +110,7 @@ gint32 zox_filter_explain(const ZoxFilter *filter, const ZoxEvent *event, guint3
   ZOX_ASSERT(core);
   ZOX_ASSERT(filter);
   ZOX_ASSERT(event);
+  const CoreReader guard;
   return first_failure(*filter, TestsInPlace{*filter, groupMode}, *event);
 }
 
@@ -116,6 +118,7 @@ gboolean zox_filter_accepts(const ZoxFilter *filter, const ZoxEvent *event, guin
   ZOX_ASSERT(core);
   ZOX_ASSERT(filter);
   ZOX_ASSERT(event);
+  const CoreReader guard;
   return first_failure(*filter, TestsInPlace{*filter, groupMode}, *event) == ZOX_FILTER_TEST_NONE;
 }
 

@@ -1,11 +1,16 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include <velkor/zox_watchlist.h>
 
+#include <atomic>
+#include <utility>
+
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_config.h>
 #include <velkor/zox_string.h>
 
+#include "core/core_lock.h"
 #include "filter/watched_ids.h"
+#include "filter/watchlist_entries.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 #include "support/slist.h"
@@ -16,6 +21,7 @@ namespace velkor {
 
 void WatchedIds::read() noexcept {
   ids_.reset(g_hash_table_new(g_direct_hash, nullptr));
+  const CoreReader guard;
   for (const ZoxString *watchlist : Items<ZoxString>(zox_watchlist_get())) {
     if (watchlist == nullptr) {
       cut_short_ = true;
@@ -47,6 +53,42 @@ bool WatchedIds::add(gint32 postId) noexcept {
   return true;
 }
 
+void append_watched(GSList *entries) noexcept {
+  const CoreWriter guard;
+  core->config->watchlist = g_slist_concat(core->config->watchlist, entries);
+}
+
+void note_watched_change() noexcept {
+  std::atomic_ref(core->watchlistUnchanged).store(0);
+}
+
+namespace {
+
+bool take_off(gint32 postId) noexcept {
+  const CoreWriter guard;
+  GSList *&entries = core->config->watchlist;
+  for (GSList *cell = entries; cell != nullptr; cell = cell->next) {
+    auto *watchlist = static_cast<ZoxString *>(cell->data);
+    ZOX_ASSERT_IN(zox_watchlist_remove, watchlist, "watchlist");
+    if (leading_integer(watchlist->str) != postId)
+      continue;
+    free_string(watchlist);
+    entries = g_slist_delete_link(entries, cell);
+    return true;
+  }
+  return false;
+}
+
+void take_all_off() noexcept {
+  const CoreWriter guard;
+  for (ZoxString *watchlist : Items<ZoxString>(core->config->watchlist)) {
+    ZOX_ASSERT_IN(zox_watchlist_clear, watchlist, "watchlist");
+    g_string_free(watchlist, TRUE);
+  }
+  g_slist_free(std::exchange(core->config->watchlist, nullptr));
+}
+
+}  // namespace
 }  // namespace velkor
 
 using namespace velkor;
@@ -61,6 +103,7 @@ GSList *zox_watchlist_get(void) {
 
 gboolean zox_watchlist_is_in_list(guint32 postId) {
   ZOX_ASSERT(core);
+  const CoreReader guard;
   ZOX_ASSERT(core->config);
   for (const ZoxString *watchlist : Items<ZoxString>(core->config->watchlist)) {
     ZOX_ASSERT(watchlist);
@@ -75,7 +118,7 @@ gint32 zox_watchlist_add(gint32 postId) {
   ZOX_ASSERT(core->config);
   if (postId < 1 || zox_watchlist_is_in_list(static_cast<guint32>(postId)) != FALSE)
     return 0;
-  core->config->watchlist = g_slist_append(core->config->watchlist, zox_string_integer(postId));
+  append_watched(g_slist_prepend(nullptr, zox_string_integer(postId)));
   zox_config_save();
   return 1;
 }
@@ -83,28 +126,16 @@ gint32 zox_watchlist_add(gint32 postId) {
 gint32 zox_watchlist_remove(gint32 postId) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->config);
-  for (GSList *cell = core->config->watchlist; cell != nullptr; cell = cell->next) {
-    auto *watchlist = static_cast<ZoxString *>(cell->data);
-    ZOX_ASSERT(watchlist);
-    if (leading_integer(watchlist->str) != postId)
-      continue;
-    free_string(watchlist);
-    core->config->watchlist = g_slist_delete_link(core->config->watchlist, cell);
-    zox_config_save();
-    return 1;
-  }
-  return 0;
+  if (!take_off(postId))
+    return 0;
+  zox_config_save();
+  return 1;
 }
 
 void zox_watchlist_clear(void) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->config);
-  for (ZoxString *watchlist : Items<ZoxString>(core->config->watchlist)) {
-    ZOX_ASSERT(watchlist);
-    g_string_free(watchlist, TRUE);
-  }
-  g_slist_free(core->config->watchlist);
-  core->config->watchlist = nullptr;
+  take_all_off();
   zox_config_save();
 }
 
@@ -122,12 +153,12 @@ ZoxString *zox_watchlist_print(void) {
 
 guint32 zox_watchlist_get_state(void) {
   ZOX_ASSERT(core);
-  return core->watchlistUnchanged;
+  return std::atomic_ref(core->watchlistUnchanged).load();
 }
 
 void zox_watchlist_set_state(guint32 state) {
   ZOX_ASSERT(core);
-  core->watchlistUnchanged = state;
+  std::atomic_ref(core->watchlistUnchanged).store(state);
 }
 
 }  // extern "C"

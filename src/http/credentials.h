@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include <velkor/zox_types.h>
+#include <velkor/zox_config.h>
 
 #include "support/owned.h"
 
@@ -20,7 +20,8 @@ struct Credentials {
   std::string reason;
 };
 
-Credentials make_credentials(const char *url) noexcept;
+/** The credentials of the account in `config`, for a request to `url`. */
+Credentials make_credentials(const char *url, const ZoxConfig &config) noexcept;
 
 }  // namespace velkor
 

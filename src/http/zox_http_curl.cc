@@ -18,6 +18,7 @@
 #include "http/credentials.h"
 #include "http/file_request.h"
 #include "http/request_record.h"
+#include "http/request_settings.h"
 #include "http/transfer.h"
 #include "support/assertion.h"
 #include "support/descriptor.h"
@@ -72,15 +73,16 @@ ZoxErrorCode give_up(ZoxErrorCode code, std::string reason) noexcept {
 }
 
 /** Gives the transfer the user's credentials, if there is a password to make them from. */
-ZoxErrorCode authenticate_transfer(Transfer &transfer, const std::string &url) noexcept {
-  Credentials credentials = make_credentials(url.c_str());
+ZoxErrorCode authenticate_transfer(Transfer &transfer, const std::string &url,
+                                   const ZoxConfig &config) noexcept {
+  Credentials credentials = make_credentials(url.c_str(), config);
   if (credentials.code == ZOX_RESULT_UNAUTHORIZED)
     return ZOX_RESULT_SUCCESS;
   if (credentials.code != ZOX_RESULT_SUCCESS)
     return give_up(credentials.code, std::move(credentials.reason));
   const char *user_password = credentials.user_password.get();
   transfer.set_credentials(user_password);
-  transfer.keep_secret(user_password + core->config->username->len + 1);
+  transfer.keep_secret(user_password + config.username->len + 1);
   return ZOX_RESULT_SUCCESS;
 }
 
@@ -102,9 +104,8 @@ void choose_proxy(Transfer &transfer, const ZoxConfig &config) noexcept {
   transfer.set_proxy_credentials(credentials.get());
 }
 
-/** Performs the transfer with the options that depend on settings and front end. */
+/** Performs the transfer with what depends on the front end. */
 CURLcode perform(Transfer &transfer) noexcept {
-  choose_proxy(transfer, *core->config);
   const auto observer = transfer_callback.get();
   if (observer.function != nullptr)
     transfer.observe(observer);
@@ -181,6 +182,7 @@ struct Request {
   GSList *parameters;
   bool use_host;
   bool authenticate;
+  RequestSettings settings{};
 };
 
 /** Makes the transfer of a request; a failure ends the request. */
@@ -192,13 +194,15 @@ ZoxErrorCode prepare(std::optional<Transfer> &transfer, const Request &request) 
     g_warning("zox_http_curl_execute(): curl_easy_init() mislukt\n");
     return give_up(ZOX_RESULT_NO_TRANSFER_HANDLE, "curl_easy_init() failed");
   }
-  keep_secrets(*transfer, *core->config);
+  const ZoxConfig &config = request.settings.get();
+  keep_secrets(*transfer, config);
+  choose_proxy(*transfer, config);
   if (const std::string file = ca_file(); !file.empty())
     transfer->trust_only(file);
   const std::string url = address + query_of(*transfer, request.parameters);
   transfer->set_url(url);
   if (request.authenticate && !(request.use_host && is_dump(request.path)))
-    return authenticate_transfer(*transfer, url);
+    return authenticate_transfer(*transfer, url, config);
   return ZOX_RESULT_SUCCESS;
 }
 
@@ -257,11 +261,10 @@ ZoxErrorCode zox_http_curl_execute(const char *path, GSList *parameters, gint32 
                                    gint32 requireData) {
   ZOX_ASSERT(core);
   ZOX_ASSERT_AS(path, "url");
-  ZOX_ASSERT(core->config);
-  if (authenticate != 0)
-    ZOX_ASSERT(core->config->username);
-  std::optional<Transfer> transfer;
   const Request request{path, parameters, useHost != 0, authenticate != 0};
+  if (authenticate != 0)
+    ZOX_ASSERT_AS(request.settings.get().username, "core->config->username");
+  std::optional<Transfer> transfer;
   if (const ZoxErrorCode code = prepare(transfer, request); code != ZOX_RESULT_SUCCESS) {
     deliver(reply, nullptr);
     return code;

@@ -12,6 +12,7 @@
 #include <velkor/zox_file.h>
 
 #include "http/credentials.h"
+#include "http/request_settings.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 
@@ -53,7 +54,7 @@ std::string_view module_error() noexcept {
 
 }  // namespace
 
-Credentials make_credentials(const char *url) noexcept {
+Credentials make_credentials(const char *url, const ZoxConfig &config) noexcept {
   const OwnedText path = plugin_path();
   if (g_module_supported() == FALSE)
     return failed(ZOX_RESULT_NO_MODULES, path.get(), "modules cannot be loaded here");
@@ -64,10 +65,9 @@ Credentials make_credentials(const char *url) noexcept {
   const ZoxPluginAuth authenticate = entry_point(plugin);
   if (authenticate == nullptr)
     return failed(ZOX_RESULT_PLUGIN_NOT_RUN, path.get(), module_error());
-  const ZoxConfig &config = *core->config;
   if (config.password == nullptr)
     return {ZOX_RESULT_UNAUTHORIZED, nullptr, {}};
-  ZOX_ASSERT_IN(zox_http_curl_add_auth, core->config->username, "core->config->username");
+  ZOX_ASSERT_IN(zox_http_curl_add_auth, config.username, "core->config->username");
   const OwnedText secret(authenticate(url, config.password));
   if (!secret)
     return failed(ZOX_RESULT_PLUGIN_NOT_RUN, path.get(), "zox_plugin_auth gives no secret");
@@ -82,8 +82,8 @@ using namespace velkor;
 
 extern "C" ZoxErrorCode zox_http_curl_add_auth(const char *url, char **userPassword) {
   ZOX_ASSERT(core);
-  ZOX_ASSERT(core->config);
-  Credentials credentials = make_credentials(url);
+  const RequestSettings settings;
+  Credentials credentials = make_credentials(url, settings.get());
   if (credentials.code == ZOX_RESULT_SUCCESS)
     *userPassword = credentials.user_password.release();
   return credentials.code;

@@ -14,6 +14,7 @@
 #include <velkor/zox_http_parameter.h>
 
 #include "core/app_core.h"
+#include "core/core_lock.h"
 #include "core/file_outcome.h"
 #include "http/file_request.h"
 #include "operations/dump_file.h"
@@ -187,12 +188,14 @@ bool is_time(gint64 stamp) noexcept {
 
 /** Moves the update times on, unless the server's stamp is none. */
 void move_times(gint64 stamp) noexcept {
-  if (is_time(stamp))
+  if (is_time(stamp)) {
+    const CoreWriter guard;
     core->config->prevCheck = std::exchange(core->config->lastCheck, stamp);
-  else
+  } else {
     g_warning("zox_events_fetch(): %" G_GINT64_FORMAT
               " is geen bruikbare tijd van de server; lastCheck en prevCheck blijven gelijk\n",
               stamp);
+  }
 }
 
 /** Saves the merged list and moves the update times on; false when the list cannot be saved. */

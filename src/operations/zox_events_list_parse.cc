@@ -11,6 +11,7 @@
 #include <velkor/zox_groups.h>
 #include <velkor/zox_xml_parse.h>
 
+#include "core/core_lock.h"
 #include "core/xml_diagnosis.h"
 #include "operations/update_bounds.h"
 #include "posting/event_fields.h"
@@ -120,9 +121,11 @@ private:
   void take_statistics(xmlNode *record) const noexcept {
     ZOX_ASSERT_IN(zox_events_list_parse, core->config, "core->config");
     for_each(record, "T", [this](xmlNode *node) {
+      const CoreWriter guard;
       core->config->ledenCount = static_cast<guint32>(zox_xml_parse_int(document_, node));
     });
     for_each(record, "N", [this](xmlNode *node) {
+      const CoreWriter guard;
       replace_string(core->config->usersOnline, text_of(node).release());
     });
   }

@@ -15,6 +15,7 @@
 #include <velkor/zox_string.h>
 
 #include "filter/watched_ids.h"
+#include "filter/watchlist_entries.h"
 #include "http/service_request.h"
 #include "posting/event_record.h"
 #include "support/assertion.h"
@@ -109,7 +110,7 @@ private:
   void save() noexcept {
     if (added_.list() == nullptr)
       return;
-    core->config->watchlist = g_slist_concat(core->config->watchlist, added_.release());
+    append_watched(added_.release());
     zox_config_save();
   }
 

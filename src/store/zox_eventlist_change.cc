@@ -11,6 +11,7 @@
 #include "core/settings_table.h"
 #include "filter/watched_ids.h"
 #include "filter/watchers.h"
+#include "filter/watchlist_entries.h"
 #include "posting/event_record.h"
 #include "posting/packed_event.h"
 #include "store/event_walk.h"
@@ -37,7 +38,7 @@ public:
       event.watcherHit = 1;
     }
     if (put_entry(list_, OwnedEventObject(object)) && watched_.contains(event.postId)) {
-      core->watchlistUnchanged = 0;
+      note_watched_change();
       event.watchlistUpdated = 1;
     }
   }
@@ -128,7 +129,7 @@ void zox_eventlist_add_or_replace_event(ZOXEventlist *list, const ZoxEvent *even
   }
   zox_event_object_set_event(object, event);
   if (zox_watchlist_is_in_list(static_cast<guint32>(event->postId)) != FALSE)
-    core->watchlistUnchanged = 0;
+    note_watched_change();
 }
 
 void zox_eventlist_purge_deleted(ZOXEventlist *list) {

@@ -7,6 +7,7 @@
 
 #include <velkor/zox_app_core.h>
 
+#include "core/core_lock.h"
 #include "support/assertion.h"
 #include "support/slist.h"
 #include "support/text.h"
@@ -60,6 +61,7 @@ void zox_group_free_all(void) {
 void zox_group_set_group_id_list(GSList *grouplist) {
   ZOX_ASSERT(groupIds == NULL);
   ZOX_ASSERT(grouplist);
+  const CoreWriter guard;
   groupIds = g_new(gint32, g_slist_length(grouplist));
   groupIdLen = 0;
   for (const ZoxString *groupId : Items<ZoxString>(grouplist)) {
@@ -70,12 +72,14 @@ void zox_group_set_group_id_list(GSList *grouplist) {
 
 void zox_group_unset_group_id_list(void) {
   ZOX_ASSERT(groupIds);
+  const CoreWriter guard;
   g_free(groupIds);
   groupIds = nullptr;
   groupIdLen = 0;
 }
 
 gboolean zox_group_id_is_in_list(guint32 id) {
+  const CoreReader guard;
   ZOX_ASSERT(groupIds);
   if (groupIdLen < 1)
     return FALSE;

@@ -1,8 +1,10 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include <velkor/zox_settings.h>
 
+#include <atomic>
 #include <set>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -266,6 +268,31 @@ TEST_F(ZoxSettingsDeathTest, NeedsSettings) {
   EXPECT_DEATH(zox_settings_set_list("watcher", nullptr, nullptr),
                "assertion failed: \\(core->config\\)");
   EXPECT_DEATH(zox_settings_reset("username"), "assertion failed: \\(core->config\\)");
+}
+
+TEST_F(ZoxSettingsTest, AreReadWholeWhileTheyChange) {
+  constexpr int changes = 1000;
+  const std::string one(100, 'a');
+  const std::string other(200, 'b');
+  set("username", one);
+  set_list("watcher", {one, one});
+  std::atomic<bool> changed = false;
+  std::set<std::string> texts;
+  std::set<Texts> lists;
+  std::thread reader([&] {
+    while (!changed) {
+      texts.insert(get("username"));
+      lists.insert(get_list("watcher"));
+    }
+  });
+  for (int change = 0; change < changes; ++change) {
+    set("username", change % 2 == 0 ? other : one);
+    set_list("watcher", {one, change % 2 == 0 ? other : one});
+  }
+  changed = true;
+  reader.join();
+  EXPECT_THAT(texts, testing::IsSubsetOf({one, other}));
+  EXPECT_THAT(lists, testing::IsSubsetOf({Texts{one, one}, Texts{one, other}}));
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include <velkor/zox_category.h>
 
+#include <atomic>
 #include <string>
+#include <thread>
 
 #include "support/slist.h"
 #include "tests/support/filter_fixture.h"
@@ -282,6 +284,26 @@ TEST_F(ZoxCategoriesDeathTest, NoEntryIsNameless) {
   EXPECT_DEATH((spoil(), zox_category_update(posting(0).get())), message);
   EXPECT_DEATH((spoil(), zox_category_find(posting(0).get())), message);
   EXPECT_DEATH((spoil(), zox_category_get_parent(0)), message);
+}
+
+TEST_F(ZoxCategories, AreRebuiltWhilePostingsAreCounted) {
+  constexpr int times = 300;
+  keep({1});
+  std::atomic<bool> done = false;
+  std::thread counter([&done] {
+    const OwnedEvent event = posting(1);
+    while (!done)
+      zox_category_update(event.get());
+  });
+  for (int time = 0; time < times; ++time) {
+    zox_categories_init();
+    zox_categories_reset_counters();
+  }
+  done = true;
+  counter.join();
+  zox_categories_reset_counters();
+  zox_category_update(posting(1).get());
+  EXPECT_EQ(printed_counters(), "0 1 1 0 0 ");
 }
 
 }  // namespace
