@@ -9,15 +9,14 @@
 
 #include <unistd.h>
 
+#include "http/workers.h"
 #include "support/assertion.h"
 
 namespace velkor {
 namespace {
 
-/** libcurl sets itself up unguarded when the first handle is made; here only one thread does. */
 CURL *new_handle() noexcept {
-  static std::once_flag once;
-  std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
+  set_up_transfers();
   return curl_easy_init();
 }
 
@@ -31,12 +30,12 @@ int write_chunk(int descriptor, const void *chunk, size_t length) noexcept {
   return written < 0 ? error : ENOSPC;
 }
 
-int report_progress(void *observer, curl_off_t total, curl_off_t received, curl_off_t, curl_off_t) {
-  const auto *callback = static_cast<const Callback<ZoxTransferCallback> *>(observer);
-  return callback->function(received, total, callback->data);
-}
-
 }  // namespace
+
+void set_up_transfers() noexcept {
+  static std::once_flag once;
+  std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
+}
 
 Transfer::Transfer() noexcept : handle_(new_handle()) {
   if (handle_)
@@ -47,7 +46,9 @@ void Transfer::set_common_options() noexcept {
   set(CURLOPT_ERRORBUFFER, error_text_.data());
   set(CURLOPT_PROTOCOLS_STR, "http,https");
   set(CURLOPT_FOLLOWLOCATION, 0L);
-  set(CURLOPT_NOPROGRESS, 1L);
+  set(CURLOPT_XFERINFOFUNCTION, follow);
+  set(CURLOPT_XFERINFODATA, this);
+  set(CURLOPT_NOPROGRESS, is_worker() ? 0L : 1L);
   set(CURLOPT_ACCEPT_ENCODING, "gzip");
   set(CURLOPT_USERAGENT, "Velkor 1.0 Beta 5 (Linux)");
   set(CURLOPT_CONNECTTIMEOUT, 20L);
@@ -92,9 +93,16 @@ void Transfer::set_proxy_credentials(const char *user_password) noexcept {
 }
 
 void Transfer::observe(const Callback<ZoxTransferCallback> &observer) noexcept {
-  set(CURLOPT_XFERINFOFUNCTION, report_progress);
-  set(CURLOPT_XFERINFODATA, &observer);
+  observer_ = &observer;
   set(CURLOPT_NOPROGRESS, 0L);
+}
+
+int Transfer::follow(void *self, curl_off_t total, curl_off_t received, curl_off_t,
+                     curl_off_t) noexcept {
+  if (worker_must_stop())
+    return 1;
+  const auto *observer = static_cast<const Transfer *>(self)->observer_;
+  return observer == nullptr ? 0 : observer->function(received, total, observer->data);
 }
 
 void Transfer::receive_into(ZoxString *text) noexcept {

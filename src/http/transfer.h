@@ -21,6 +21,9 @@ namespace velkor {
 /** No reply comes near this; a server that sends more is broken or hostile. */
 inline constexpr size_t max_reply_size = size_t{256} << 20;
 
+/** libcurl sets itself up unguarded at its first use; here only one thread does. Any thread. */
+void set_up_transfers() noexcept;
+
 /** An option that libcurl refuses makes perform() fail. */
 class Transfer {
 public:
@@ -80,6 +83,9 @@ private:
     size_t room = 0;
     int error = 0;
   };
+  /** Ends the transfer of a worker that must stop, and lets the observer end it. */
+  static int follow(void *self, curl_off_t total, curl_off_t received, curl_off_t,
+                    curl_off_t) noexcept;
   static size_t write_to_text(void *chunk, size_t size, size_t count, void *self) noexcept;
   static size_t write_to_file(void *chunk, size_t size, size_t count, void *self) noexcept;
 
@@ -100,6 +106,7 @@ private:
   CURLcode result_ = CURLE_OK;
   std::array<char, CURL_ERROR_SIZE> error_text_{};
   std::vector<std::string> secrets_;
+  const Callback<ZoxTransferCallback> *observer_ = nullptr;
   bool through_proxy_ = false;
   bool too_large_ = false;
   ZoxString *text_ = nullptr;

@@ -16,6 +16,8 @@ gboolean report_job(gpointer data) noexcept {
 
 gpointer run_job(gpointer data) noexcept {
   auto *job = static_cast<BackgroundJob *>(data);
+  const std::unique_ptr<Worker> worker = std::move(job->worker);  // the job may go before it
+  Worker::begin();
   job->run();
   job->request = std::move(latest_request());
   order_before(data);

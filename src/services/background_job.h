@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "http/request_record.h"
+#include "http/workers.h"
 #include "support/owned.h"
 
 namespace velkor {
@@ -24,10 +25,13 @@ public:
 
   /** The latest request of run(), as report() finds it on its own thread. */
   RequestRecord request;
+  /** The thread of run(), until that has ended. */
+  std::unique_ptr<Worker> worker = std::make_unique<Worker>();
 };
 
 /**
- * Starts `job` on a new detached thread; the job is freed after its report.
+ * Starts `job` on a new detached thread; the job is freed after its report. Shut-down and the end
+ * of the process make its requests fail and wait for run(), but not for the report.
  * @return the text of the error when no thread could be made (the job then never runs), else null
  */
 OwnedText start_in_background(std::unique_ptr<BackgroundJob> job) noexcept;

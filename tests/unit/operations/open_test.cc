@@ -2,7 +2,9 @@
 /** Opening a core of chosen parts, for writing or for reading only. */
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -16,6 +18,7 @@
 #include "tests/support/log_capture.h"
 #include "tests/support/private_bus.h"
 #include "tests/support/sandbox.h"
+#include "tests/support/stub_server.h"
 
 namespace {
 
@@ -334,6 +337,54 @@ TEST_F(ReadOnlyTest, TheNextCoreMayWriteAgain) {
   ASSERT_EQ(open(0), ZOX_CORE_OPENED);
   zox_config_save();
   EXPECT_TRUE(fs::exists(cached("velkor.conf")));
+}
+
+gint note_result(ZoxErrorCode result, gint32, char *message, gpointer place) {
+  const OwnedText owner(message);
+  *static_cast<std::optional<ZoxErrorCode> *>(place) = result;
+  return 0;
+}
+
+/** With a server that never answers, and a fetch in the background that waits for it. */
+class ShutDownTest : public OpenTest {
+protected:
+  ShutDownTest() {
+    server.reply("/3.7.3/xml-posts.php", StubReply{.claim_length = 100, .stall = true});
+    zox_http_set_hosts(server.host().c_str(), nullptr);
+    fill_cache();
+  }
+  ~ShutDownTest() override { zox_http_set_hosts(nullptr, nullptr); }
+
+  void start() {
+    ASSERT_EQ(open(all_files), ZOX_CORE_OPENED);
+    zox_file_set_lib_dir(VELKOR_TEST_PLUGIN_DIRECTORY);
+    zox_eventinfo_fetch_async(4711, note_result, &result);
+    while (server.requests().empty())
+      std::this_thread::yield();
+  }
+
+  void expect_failed_fetch() const {
+    EXPECT_EQ(core, nullptr);
+    EXPECT_EQ(result, std::nullopt);  // the callback comes on the main loop only
+    while (!result)
+      g_main_context_iteration(nullptr, TRUE);
+    EXPECT_EQ(result, ZOX_RESULT_UNKNOWN_ERROR);
+  }
+
+  StubServer server;
+  std::optional<ZoxErrorCode> result;
+};
+
+TEST_F(ShutDownTest, ClosingEndsAFetchInTheBackground) {
+  start();
+  zox_app_core_close();
+  expect_failed_fetch();
+}
+
+TEST_F(ShutDownTest, CleaningUpEndsAFetchInTheBackground) {
+  start();
+  zox_app_core_cleanup();
+  expect_failed_fetch();
 }
 
 /** With the D-Bus service. */

@@ -2,13 +2,21 @@
 /** Fetches on threads of their own whose outcome is reported on the main loop. */
 #include "services/background_job.h"
 
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
 #include <thread>
 
+#include <velkor/zox_config.h>
 #include <velkor/zox_eventinfo.h>
 #include <velkor/zox_events_forum.h>
 #include <velkor/zox_http_curl.h>
+#include <velkor/zox_settings.h>
+#include <velkor/zox_watchlist.h>
 
+#include "http/workers.h"
 #include "tests/support/filter_fixture.h"
+#include "tests/support/fresh_process.h"
 #include "tests/unit/services/service_fixture.h"
 #include "tests/unit/services/thread_refusal.h"
 
@@ -161,6 +169,50 @@ TEST_F(Background, FindsAndCountsManyPostingsAtOnce) {
   EXPECT_EQ(zox_category_get_parent(1)->count, postings);
 }
 
+TEST_F(Background, LoadsWhileTheUserChangesFiltersSettingsAndTheWatchlist) {
+  constexpr std::size_t postings = 12;
+  constexpr gint32 first_found = 100;
+  server.reply("/3.7.3/xml-findpost.php",
+               "<Post><PostID>1</PostID><Poster>p</Poster><Cat>1</Cat></Post>");
+  server.reply(details_path, "<PostInfo><Post><Ann>a</Ann></Post></PostInfo>");
+  for (std::size_t number = 0; number < postings; ++number)
+    zox_eventinfo_fetch_async(first_found + static_cast<gint32>(number), report_details, &reports);
+  const OwnedFilter filter = filter_of(1);
+  GSList filters{.data = filter.get(), .next = nullptr};
+  while (reports.lines.size() < postings) {
+    zox_filterlist_set_filters(core->filterlist, &filters);
+    zox_filterlist_set_filters(core->filterlist, nullptr);
+    zox_settings_set("username", "andere", nullptr);
+    zox_watchlist_add(1);
+    zox_watchlist_remove(1);
+    zox_categories_reset_counters();
+    zox_config_load();
+    g_main_context_iteration(nullptr, FALSE);
+  }
+  EXPECT_THAT(reports.lines, Each(EndsWith(" 0 (null)")));
+  EXPECT_EQ(text_of(cached(1)->ann), "a");
+}
+
+TEST_F(Background, AWaitingFetchFailsWhenItMustStop) {
+  cache(5);
+  server.reply(details_path, StubReply{.claim_length = 100, .stall = true});
+  zox_eventinfo_fetch_async(5, report_details, &reports);
+  while (server.requests().empty())
+    std::this_thread::yield();
+  stop_workers();
+  run_until(1);
+  EXPECT_THAT(reports.lines, ElementsAre("details 5 1 (null)"));
+}
+
+TEST_F(Background, FetchesAgainAfterItHadToStop) {
+  cache(5);
+  stop_workers();
+  server.reply(details_path, "<PostInfo><Post><Ann>a</Ann></Post></PostInfo>");
+  zox_eventinfo_fetch_async(5, report_details, &reports);
+  run_until(1);
+  EXPECT_THAT(reports.lines, ElementsAre("details 5 0 (null)"));
+}
+
 /** Notes its life on a place that outlives it. */
 class NotedJob final : public BackgroundJob {
 public:
@@ -179,6 +231,33 @@ TEST(BackgroundJob, RunsIsReportedAndIsFreed) {
   g_main_context_iteration(nullptr, TRUE);
   EXPECT_THAT(notes, ElementsAre("run", "reported", "freed"));
   EXPECT_EQ(g_main_context_iteration(nullptr, FALSE), FALSE);
+}
+
+std::atomic<bool> job_ended = false;
+
+/** Works until it is told to stop. */
+class EndlessJob final : public BackgroundJob {
+public:
+  void run() noexcept override {
+    while (!worker_must_stop())
+      std::this_thread::yield();
+    job_ended = true;
+  }
+  void report() noexcept override {}
+};
+
+/** Exits with a job at work and tells, when all other handlers have run, whether it had ended. */
+void exit_with_a_job() {
+  constexpr int status = 3;
+  std::atexit([] { std::fputs(job_ended ? "ended\n" : "still at work\n", stderr); });
+  start_in_background(std::make_unique<EndlessJob>());
+  std::exit(status);
+}
+
+TEST(BackgroundJob, EndsBeforeTheProcess) {
+  const Sandbox sandbox;
+  const FreshProcess fresh(sandbox);
+  EXPECT_EXIT(exit_with_a_job(), testing::ExitedWithCode(3), "^ended\n$");
 }
 
 TEST(BackgroundJob, IsFreedWithoutRunningWhenThereIsNoThread) {
