@@ -27,9 +27,11 @@
  *
  * **Threads.** "Threads: any" functions may be called by every thread at the same time.
  * "Threads: any, own data" functions likewise, as long as no other thread uses the record or list
- * given. "Threads: the core's" functions belong to the thread that called zox_app_core_init() and
- * runs the main loop: configuration, categories, tags, newsgroups, watchlist, watchers and mail
- * have no lock.
+ * given. "Threads: one at a time, hand-over allowed" functions belong to one thread, usually the
+ * one that runs the main loop; another thread may go on with them once it has been handed all of
+ * them. The settings, categories, tags, newsgroups, watchlist, watchers and mail in `core` belong
+ * to that thread as well. Functions for any thread may run while it changes them: what they read of
+ * the settings, the watchlist, the categories and the newsgroup set is guarded.
  *
  * **Times** are counts of seconds since 1970-01-01 00:00 UTC as the server states them, except
  * where the local clock is named. Numbers in the server's documents are read as signed 32-bit

@@ -57,8 +57,10 @@ gint32 zox_app_core_init(const char *dataDir, const char *cacheDir, const char *
 
 /**
  * Stops the D-Bus service, saves the settings, releases all but the library directory's name and
- * the mail, and sets `core` to null; does nothing without a core. No request may be running.
- * Threads: the core's.
+ * the mail, and sets `core` to null; does nothing without a core. What was started by
+ * zox_eventinfo_fetch_async() and zox_events_forum_fetch_async() is ended first, within about a
+ * second: its callback still comes, with the result of a failed request. Nothing else may be
+ * running on another thread. Threads: one at a time, hand-over allowed.
  */
 void zox_app_core_cleanup(void);
 
@@ -99,13 +101,14 @@ ZoxCoreResult zox_app_core_open(const ZoxCoreOptions *options, char **message);
 
 /**
  * Addition to the interface: stops the D-Bus service, releases everything, mail and library
- * directory included, and sets `core` to null; does nothing without a core. Nothing is saved. No
- * request may be running. Threads: the core's.
+ * directory included, and sets `core` to null; does nothing without a core. Nothing is saved.
+ * What runs in the background ends as by zox_app_core_cleanup(). Threads: one at a time, hand-over
+ * allowed.
  */
 void zox_app_core_close(void);
 
 /**
- * Asserts "core->config". Threads: the core's.
+ * Asserts "core->config". Threads: one at a time, hand-over allowed.
  * @return `core->config->firstTime`: 1 until a file with user name and password was loaded
  */
 guint32 zox_app_core_is_first_time(void);

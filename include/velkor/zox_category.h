@@ -4,9 +4,10 @@
  * The categories: the four main ones and, under each, the user's filters bound to it, with
  * counters; and the names of the sub-categories.
  *
- * `core->categories` has no lock; it must not be rebuilt while an update or a filter test runs on
- * another thread. Where nothing else is said, a function asserts "core->categories" (built and not
- * empty), "category" (no entry is null) and "category->name". Threads: the core's.
+ * The tree may be built anew while fetches in the background count what they find. Its entries are
+ * for the thread that builds it. Where nothing else is said, a function asserts "core->categories"
+ * (built and not empty), "category" (no entry is null) and "category->name". Threads: one at a
+ * time, hand-over allowed.
  */
 #ifndef VELKOR_ZOX_CATEGORY_H
 #define VELKOR_ZOX_CATEGORY_H
@@ -45,7 +46,7 @@ void zox_categories_reset_counters(void);
 
 /**
  * Counts a posting in every entry whose filter accepts it; newsgroup conditions are tested against
- * the set of zox_groups.h (group mode 1).
+ * the set of zox_groups.h (group mode 1). Threads: any, but not beside a reader of `count`.
  * @param event  the posting
  */
 void zox_category_update(const ZoxEvent *event);

@@ -16,8 +16,8 @@ G_BEGIN_DECLS
 /**
  * The settings; one record, `core->config`, which owns its texts and lists. The value behind each
  * field is the one that it has before a file is read. The front end reads and changes the fields
- * directly, on the core's thread and while no request runs on another; "front end" marks those
- * that the library only keeps.
+ * directly, on the thread that owns the core and while no request runs on another; the functions of
+ * zox_settings.h change them at any time. "front end" marks those that the library only keeps.
  */
 typedef struct _ZoxConfig {
   guint32 firstTime;        /**< 1; 0 once a file with both user name and password was loaded */
@@ -63,14 +63,15 @@ typedef struct _ZoxConfig {
 
 /**
  * Makes the record with the values above and stores it in `core->config`, whose earlier content is
- * overwritten, not freed. Threads: the core's.
+ * overwritten, not freed. Threads: one at a time, hand-over allowed.
  */
 void zox_config_init(void);
 
 /**
  * Replaces the record by what "velkor.conf" holds over the values above; pointers into the earlier
  * record become invalid. A file that cannot be opened leaves those values, with a warning; an
- * unknown key (a comment with "=" among them) is warned about and skipped. Threads: the core's.
+ * unknown key (a comment with "=" among them) is warned about and skipped. Threads: one at a time,
+ * hand-over allowed.
  */
 void zox_config_load(void);
 
@@ -80,23 +81,25 @@ void zox_config_load(void);
  * is longer than the 1023 bytes that are read of "key=value" is cut between characters. A number
  * that is too long, a newsgroup that no longer fits and an empty bad word are left out. A value
  * that is shortened or left out and a file that cannot be written are warned about. Asserts
- * "core->config". Threads: the core's.
+ * "core->config". Threads: one at a time, hand-over allowed.
  */
 void zox_config_save(void);
 
-/** Releases the record; `core->config` becomes null. Asserts "core->config". Threads: the core's.
+/**
+ * Releases the record; `core->config` becomes null. Asserts "core->config". Threads: one at a
+ * time, hand-over allowed.
  */
 void zox_config_free(void);
 
 /**
- * Threads: the core's.
+ * Threads: one at a time, hand-over allowed.
  * @return `core->config`, which stays the core's; null before it was made
  */
 ZoxConfig *zox_config_get(void);
 
 /**
  * Replaces "velkor.conf" by a starter file with placeholders for user name and password, for a new
- * user to fill in. Threads: the core's.
+ * user to fill in. Threads: one at a time, hand-over allowed.
  */
 void zox_config_create_dummy(void);
 

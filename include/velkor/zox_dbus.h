@@ -5,7 +5,7 @@
  * "/org/Velkor/Velkor/object" on the session bus, with the methods bringToFront and openPosting.
  *
  * Calls from the bus arrive through the default main loop. None of these functions needs the core.
- * Threads: the core's.
+ * Threads: one at a time, hand-over allowed.
  */
 #ifndef VELKOR_ZOX_DBUS_H
 #define VELKOR_ZOX_DBUS_H

@@ -27,7 +27,7 @@ typedef gint (*ZoxEventinfoCallback)(ZoxErrorCode result, gint32 postId, char *m
 
 /**
  * Asks the server for the basic fields of a posting; blocks. A reply that cannot be read is printed
- * on standard output. Asserts "uitvoer". Threads: any; the categories must not change meanwhile.
+ * on standard output. Asserts "uitvoer". Threads: any.
  * @param postId  id of the posting
  * @return a new record, which the caller releases with zox_event_free(); null when the request or
  *         the reading failed
@@ -48,7 +48,8 @@ ZoxErrorCode zox_eventinfo_fetch(gint32 postId, char **message);
 
 /**
  * Runs zox_eventinfo_fetch() on a thread of its own. Several may run at once; their callbacks come
- * in any order. Asserts "cb". Threads: any.
+ * in any order. When the process exits, the fetches end first, without a callback. Asserts "cb".
+ * Threads: any.
  * @param postId    id of the posting
  * @param callback  called by the default main loop; without a thread before this function returns,
  *                  with result 1
@@ -58,8 +59,7 @@ void zox_eventinfo_fetch_async(gint32 postId, ZoxEventinfoCallback callback, gpo
 
 /**
  * Reads the reply about a posting's basic fields (root "Post") and counts the posting in its
- * categories. Asserts "buffer" and "core->categories". Threads: any; the categories must not change
- * meanwhile.
+ * categories. Asserts "buffer" and "core->categories". Threads: any.
  * @param buffer  the reply
  * @return a new record, which the caller releases; null, with a warning, for an unusable reply
  */

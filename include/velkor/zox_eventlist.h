@@ -76,7 +76,7 @@ void zox_eventlist_destroy(ZOXEventlist *list);
 
 /**
  * Replaces the postings by those of the cache file and forgets the filtered set, not the filter.
- * New postings are counted in their categories. Threads: the core's.
+ * New postings are counted in their categories. Threads: one at a time, hand-over allowed.
  * @param list      the list
  * @param retError  receives null or a message; may be null
  * @return 0; 11 when the file is missing, empty or broken, 1 when it cannot be read at all; the
@@ -99,7 +99,7 @@ gint32 zox_eventlist_save(ZOXEventlist *list);
 /**
  * Adds postings, replacing those with the same post id. Marks watcher hits and replaced postings of
  * the watchlist in the posting (`watcherHit`, `watchlistUpdated`) and in the core (`watcherNoHits`,
- * `watchlistUnchanged` become 0). Threads: the core's.
+ * `watchlistUnchanged` become 0). Threads: one at a time, hand-over allowed.
  * @param list      the list
  * @param objects   of ZOXEventObject; their references pass to the list, the cells stay the
  *                  caller's
@@ -111,7 +111,7 @@ void zox_eventlist_merge(ZOXEventlist *list, GSList *objects, ZoxEventlistProgre
 
 /**
  * Adds one posting or replaces the one with its post id; if that one is on the watchlist,
- * `core->watchlistUnchanged` becomes 0. Threads: any; the watchlist must not change meanwhile.
+ * `core->watchlistUnchanged` becomes 0. Threads: any.
  * @param list   the list
  * @param event  the posting, copied
  */
@@ -153,7 +153,7 @@ ZoxEvent *zox_eventlist_get_first_filtered_event(ZOXEventlist *list);
  * Makes the filtered set anew. A filter with a post id accepts that posting alone, and if it is
  * unknown it is fetched from the server, which blocks, lets others use the list meanwhile and saves
  * the list. The newsgroup condition uses the list of the filter given. Asserts "groupIds == NULL"
- * when a newsgroup set is active (see zox_groups.h). Threads: the core's.
+ * when a newsgroup set is active (see zox_groups.h). Threads: one at a time, hand-over allowed.
  * @param list    the list
  * @param filter  the filter, copied as zox_filter_duplicate() copies
  */
@@ -185,7 +185,7 @@ void zox_eventlist_visit(ZOXEventlist *list, gint32 filtered, ZoxEventlistVisito
 /**
  * Removes postings in state -3, and those in state -2 that changed more than a day ago (local
  * clock), from the list and from the watchlist (which saves the settings). The filtered set is not
- * made anew: apply a filter before using it again. Threads: the core's.
+ * made anew: apply a filter before using it again. Threads: one at a time, hand-over allowed.
  * @param list  the list
  */
 void zox_eventlist_purge_deleted(ZOXEventlist *list);
@@ -194,7 +194,7 @@ void zox_eventlist_purge_deleted(ZOXEventlist *list);
  * Removes postings that are older than the setting `verwijderPostsNaXDagen` allows (local clock),
  * except those on the watchlist. If any posting was that old, the list is saved and, once that has
  * succeeded, loaded again, which forgets the filtered set. An invalid setting only gives a warning.
- * Asserts "core->config". Threads: the core's.
+ * Asserts "core->config". Threads: one at a time, hand-over allowed.
  * @param list  the list
  */
 void zox_eventlist_cleanup(ZOXEventlist *list);

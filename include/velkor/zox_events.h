@@ -3,7 +3,7 @@
  * @file
  * The update: fetching what is new from the server into the event list and the cache.
  *
- * Threads: the core's. All calls block; callbacks run on the calling thread.
+ * Threads: one at a time, hand-over allowed. All calls block; callbacks run on the calling thread.
  */
 #ifndef VELKOR_ZOX_EVENTS_H
 #define VELKOR_ZOX_EVENTS_H

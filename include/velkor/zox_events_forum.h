@@ -82,7 +82,8 @@ ZoxErrorCode zox_events_forum_fetch(gint32 postId, gint32 lastCheck, char **mess
 
 /**
  * Runs zox_events_forum_fetch() on a thread of its own. Several may run at once; their callbacks
- * come in any order. Asserts "cb". Threads: any.
+ * come in any order. When the process exits, the fetches end first, without a callback. Asserts
+ * "cb". Threads: any.
  * @param postId     id of the posting
  * @param lastCheck  as for zox_events_forum_fetch()
  * @param callback   called by the default main loop; without a thread before this function returns,

@@ -21,7 +21,7 @@ G_BEGIN_DECLS
  * a configured bad word is dropped unless its state is deleted (-2, -3). Asserts "buffer",
  * "badword" (no bad word is null), "*ret_tree", and "tmp" for a "Groups" or "Tags" without text
  * (see zox_set_tolerant()). Exactly one of `retTree` and `retList` is given; anything else is
- * logged at GLib's error level, which ends the process. Threads: the core's.
+ * logged at GLib's error level, which ends the process. Threads: one at a time, hand-over allowed.
  * @param buffer    the document
  * @param retTree   where an existing hash table of ZOXEventObject by post id is held, to which the
  *                  postings are added; the caller holds its lock. A posting without "PostID" gets
@@ -59,8 +59,8 @@ GSList *zox_events_parse_mp3_tracks(xmlDocPtr doc, xmlNodePtr firstChild);
  * Reads the server's reply about what is available: its stamp, newsgroups that are not yet known
  * (appended to `core->groups`), member statistics (into `core->config`) and the names of the dumps.
  * The root must be named exactly "Events". A reply of more than 50,000 names of dumps, a million
- * elements or 10,000 different names of elements is unusable. Asserts "buffer". Threads: the
- * core's.
+ * elements or 10,000 different names of elements is unusable. Asserts "buffer". Threads: one
+ * at a time, hand-over allowed.
  * @param buffer     the reply
  * @param retStamp   receives the server's stamp when the reply holds one, else untouched; may be
  *                   null

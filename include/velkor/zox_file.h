@@ -4,9 +4,8 @@
  * The file store: the three directories of the library, and whole files in the cache directory,
  * plain or gzip-compressed.
  *
- * None of these functions needs the core. The directory names have no lock: they are set by the
- * core's thread before anything else runs; the other functions may then be called by any thread.
- * Several threads may save the same file: each save is whole, the last one stands.
+ * None of these functions needs the core. Several threads may save the same file: each save is
+ * whole, the last one stands. Threads: any.
  */
 #ifndef VELKOR_ZOX_FILE_H
 #define VELKOR_ZOX_FILE_H
@@ -37,13 +36,15 @@ typedef struct _ZoxFileError {
 const ZoxFileError *zox_file_last_error(void);
 
 /**
- * Sets the directory that holds the authentication plug-in. Threads: the core's.
+ * Sets the directory that holds the authentication plug-in. Threads: one at a time, hand-over
+ * allowed.
  * @param name  the directory, copied; null for "/usr/lib64"
  */
 void zox_file_set_lib_dir(const char *name);
 
 /**
- * Sets the directory of the read-only data of the front end. Threads: the core's.
+ * Sets the directory of the read-only data of the front end. Threads: one at a time, hand-over
+ * allowed.
  * @param name  the directory, copied; null for "/usr/share/velkor"
  */
 void zox_file_set_data_dir(const char *name);
@@ -51,18 +52,27 @@ void zox_file_set_data_dir(const char *name);
 /**
  * Sets the directory of every file that the library writes, and checks it with
  * zox_file_init_cache_dir(). An unusable directory is logged at GLib's error level, which ends the
- * process. Threads: the core's.
+ * process. Threads: one at a time, hand-over allowed.
  * @param name  the directory, copied; null for ".velkor" in the user's home directory
  */
 void zox_file_set_cache_dir(const char *name);
 
-/** Forgets the library directory; harmless when none is set. Threads: the core's. */
+/**
+ * Forgets the library directory; harmless when none is set. Threads: one at a time, hand-over
+ * allowed.
+ */
 void zox_file_free_lib_dir(void);
 
-/** Forgets the data directory; harmless when none is set. Threads: the core's. */
+/**
+ * Forgets the data directory; harmless when none is set. Threads: one at a time, hand-over
+ * allowed.
+ */
 void zox_file_free_data_dir(void);
 
-/** Forgets the cache directory; harmless when none is set. Threads: the core's. */
+/**
+ * Forgets the cache directory; harmless when none is set. Threads: one at a time, hand-over
+ * allowed.
+ */
 void zox_file_free_cache_dir(void);
 
 /**
@@ -70,7 +80,7 @@ void zox_file_free_cache_dir(void);
  * written by making and removing "test.dat" in it. A file of that name that is there already is
  * opened, but neither changed nor removed; a symbolic link is not followed. With a core for reading
  * only, the directory is neither made nor written to, and a missing one is in order. Asserts
- * "cache_dir". Threads: the core's.
+ * "cache_dir". Threads: one at a time, hand-over allowed.
  * @return 0; with a warning: -2 when it cannot be made, -3 when it is not a directory, -4 when
  *         it cannot be written, -5 when a core for reading only cannot read it
  */

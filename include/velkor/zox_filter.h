@@ -59,7 +59,7 @@ ZoxFilter *zox_filter_new_filter(void);
 /**
  * Copies a filter. A newsgroup condition only says that one is wanted: the copy's list is that of
  * the setting `groupFilterList`, whatever the source holds. Only then the core is needed. Threads:
- * any, own data; the settings must not change meanwhile.
+ * any, own data.
  * @param filter  the filter to copy
  * @return a deep copy
  */
@@ -75,8 +75,8 @@ void zox_filter_free_filter(ZoxFilter *filter);
 /**
  * Tests a posting. Beside the filter's own conditions, the posting's main category must have a
  * user's filter in `core->categories`; without one, nothing of that category is accepted. A filter
- * with a post id decides by `sinceStamp` and the id alone. Threads: any; categories and newsgroup
- * set must not change meanwhile.
+ * with a post id decides by `sinceStamp` and the id alone. Threads: any; with a `groupMode`, the
+ * newsgroup set must stay meanwhile.
  * @param filter     the filter
  * @param event      the posting
  * @param groupMode  non-zero: newsgroups are tested against the active set of zox_groups.h, which
@@ -89,7 +89,7 @@ gboolean zox_filter_accepts(const ZoxFilter *filter, const ZoxEvent *event, guin
  * Addition to the interface: tells which test of zox_filter_accepts() rejects a posting. The tests
  * in their order: 1 lowest time of posting and post id, 2 category and sub-category, 3 state,
  * 4 newsgroups, 5 title, 6 poster, 7 time range, 8 tags, 9 extra tag, 10 a user's filter for the
- * posting's main category. Threads: as zox_filter_accepts().
+ * posting's main category. Threads: any, as zox_filter_accepts().
  * @param filter     the filter
  * @param event      the posting
  * @param groupMode  as for zox_filter_accepts()
@@ -139,8 +139,8 @@ ZoxFilter *zox_filter_object_get_filter(ZOXFilterObject *object);
 guint32 zox_filter_object_get_filter_postid(ZOXFilterObject *object);
 
 /**
- * Tests a posting with the filter held, under the object's reader lock. Threads: as
- * zox_filter_accepts().
+ * Tests a posting with the filter held, under the object's reader lock. Threads: any,
+ * as zox_filter_accepts().
  * @param object     the object
  * @param event      the posting
  * @param groupMode  as for zox_filter_accepts()

@@ -70,7 +70,8 @@ void zox_filterlist_load(ZOXFilterlist *list);
 void zox_filterlist_save(ZOXFilterlist *list);
 
 /**
- * Replaces all filters, rebuilds the categories and saves. Threads: the core's.
+ * Replaces all filters, rebuilds the categories and saves. Threads: one at a time, hand-over
+ * allowed.
  * @param list     the list
  * @param filters  of ZoxFilter, copied; may be empty
  */

@@ -4,7 +4,7 @@
  * The newsgroups: names by the service's numbers, the cache file "velkor.groups.gz", and the set of
  * numbers that the filter test uses during one pass.
  *
- * Neither the table nor the set has a lock. Threads: the core's, unless a function says otherwise.
+ * Threads: one at a time, hand-over allowed, unless a function says otherwise.
  */
 #ifndef VELKOR_ZOX_GROUPS_H
 #define VELKOR_ZOX_GROUPS_H

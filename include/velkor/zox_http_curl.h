@@ -3,8 +3,9 @@
  * @file
  * Requests to the ZOX server: one blocking HTTP GET, its credentials, and the result code.
  *
- * A request reads the account and the proxy from `core->config`, which has no lock: nobody may
- * change those settings while a request runs on another thread.
+ * A request takes the account and the proxy from the settings as they are when it starts. They may
+ * be changed by the functions of zox_settings.h meanwhile; the fields of `core->config` themselves
+ * only while no request starts on another thread.
  */
 #ifndef VELKOR_ZOX_HTTP_CURL_H
 #define VELKOR_ZOX_HTTP_CURL_H

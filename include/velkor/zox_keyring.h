@@ -22,7 +22,7 @@ typedef enum _ZoxPasswordPlace {
 /**
  * Moves the password to that place and saves the settings. What the other place held is removed
  * once they are saved. Asking the keyring may take as long as the user takes to unlock it. Asserts
- * "core->config". Threads: the core's.
+ * "core->config". Threads: one at a time, hand-over allowed.
  * @param place    where the password is kept from now on; any other number counts as the file
  * @param message  receives a new text that says why it failed, or null; may be null
  * @return 1, also when it is there already; 0 when it stays where it was: there is no password, the
@@ -31,13 +31,13 @@ typedef enum _ZoxPasswordPlace {
 gint32 zox_keyring_keep_password(ZoxPasswordPlace place, char **message);
 
 /**
- * Threads: the core's.
+ * Threads: one at a time, hand-over allowed.
  * @return where the settings loaded or saved last keep the password
  */
 ZoxPasswordPlace zox_keyring_password_place(void);
 
 /**
- * Threads: the core's.
+ * Threads: one at a time, hand-over allowed.
  * @return why the keyring did not give the password when the settings were loaded; null when it
  *         did or was not asked. It is the library's and lasts until the settings are loaded again
  */

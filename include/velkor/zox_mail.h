@@ -4,7 +4,7 @@
  * Private mail: messages waiting on the server, and all received and sent ones in `core->mail` and
  * the plain file "velkor.mail" in the cache directory, which mirrors it.
  *
- * Threads: the core's, unless a function says otherwise. Requests block.
+ * Threads: one at a time, hand-over allowed, unless a function says otherwise. Requests block.
  */
 #ifndef VELKOR_ZOX_MAIL_H
 #define VELKOR_ZOX_MAIL_H

@@ -87,16 +87,14 @@ const ZoxSetting *zox_settings_at(guint32 index);
 const ZoxSetting *zox_settings_find(const char *key);
 
 /**
- * The value of a setting that is no list, numbers in decimal. Asserts "core->config". Threads: the
- * core's.
+ * The value of a setting that is no list, numbers in decimal. Asserts "core->config". Threads: any.
  * @param key  the key of the setting
  * @return a new text, the caller's; null when the setting has no value, is a list or is unknown
  */
 ZoxString *zox_settings_get(const char *key);
 
 /**
- * The items of a setting that is a list, numbers in decimal. Asserts "core->config". Threads: the
- * core's.
+ * The items of a setting that is a list, numbers in decimal. Asserts "core->config". Threads: any.
  * @param key  the key of the setting
  * @return a new list of new texts, released with zox_splitted_list_free(); null when the list is
  *         empty, and when the setting is no list or unknown
@@ -105,7 +103,7 @@ ZoxSplittedList *zox_settings_get_list(const char *key);
 
 /**
  * Gives a setting that is no list a value; zox_config_save() writes it to the file. Asserts
- * "core->config". Threads: the core's.
+ * "core->config". Threads: one at a time, hand-over allowed.
  * @param key      the key of the setting
  * @param text     the value as the file holds it: a flag is "0" or "1", a choice its index, a time
  *                 in seconds. An empty text leaves the account and the proxy without a value.
@@ -115,7 +113,8 @@ ZoxSplittedList *zox_settings_get_list(const char *key);
 ZoxSettingResult zox_settings_set(const char *key, const char *text, char **message);
 
 /**
- * Replaces the items of a setting that is a list. Asserts "core->config". Threads: the core's.
+ * Replaces the items of a setting that is a list. Asserts "core->config". Threads: one at a time,
+ * hand-over allowed.
  * @param key      the key of the setting
  * @param texts    the items, of ZoxString, none null or empty; null for an empty list
  * @param message  set to an English sentence on failure, null on success; may be null
@@ -124,7 +123,7 @@ ZoxSettingResult zox_settings_set(const char *key, const char *text, char **mess
 ZoxSettingResult zox_settings_set_list(const char *key, const GSList *texts, char **message);
 
 /**
- * Gives a setting its default. Asserts "core->config". Threads: the core's.
+ * Gives a setting its default. Asserts "core->config". Threads: one at a time, hand-over allowed.
  * @param key  the key of the setting
  * @return ZOX_SETTING_DONE, ZOX_SETTING_UNKNOWN or ZOX_SETTING_READ_ONLY
  */

@@ -24,10 +24,12 @@ struct _ZoxTag {
   ZoxString *name;  /**< name of the tag or of the group, owned, never null */
 };
 
-/** Builds `core->tags`. Asserts "core->tags == NULL". Threads: the core's. */
+/** Builds `core->tags`. Asserts "core->tags == NULL". Threads: one at a time, hand-over allowed. */
 void zox_tags_init(void);
 
-/** Releases the vocabulary; `core->tags` becomes null. Threads: the core's. */
+/**
+ * Releases the vocabulary; `core->tags` becomes null. Threads: one at a time, hand-over allowed.
+ */
 void zox_tags_free(void);
 
 /**

@@ -4,7 +4,7 @@
  * Watchers: saved search texts of the setting `watcher`. A watcher matches a posting whose title
  * holds its text, regardless of the case of a to z, and whose main category has a user's filter.
  *
- * Threads: the core's.
+ * Threads: one at a time, hand-over allowed.
  */
 #ifndef VELKOR_ZOX_WATCHER_H
 #define VELKOR_ZOX_WATCHER_H

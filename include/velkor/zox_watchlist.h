@@ -5,7 +5,7 @@
  * settings on every change. It can be stored on the server and restored from there.
  *
  * Every function but the two states asserts "core->config" and "watchlist" (no entry is null).
- * Threads: the core's.
+ * Threads: one at a time, hand-over allowed.
  */
 #ifndef VELKOR_ZOX_WATCHLIST_H
 #define VELKOR_ZOX_WATCHLIST_H

@@ -7,7 +7,13 @@ import check_documentation
 
 GOOD = """
 /**
- * Adds.
+ * @file
+ * Numbers. Threads: one at
+ * a time, hand-over allowed.
+ */
+
+/**
+ * Adds. Threads: any, own data.
  * @param left   a number
  * @param right  a number, over
  *               two lines
@@ -54,6 +60,13 @@ class CheckDocumentation(unittest.TestCase):
 
     def test_refuses_a_field_without_comment(self):
         self.assert_faults(GOOD.replace(" /**< one */", ""), "field first: no comment")
+
+    def test_refuses_a_function_about_whose_threads_nothing_is_said(self):
+        self.assert_faults(GOOD.replace("Numbers. Threads:", "Numbers."),
+                           "nothing: nothing about threads")
+
+    def test_refuses_other_words_about_threads(self):
+        self.assert_faults(GOOD.replace("any, own data", "anyone"), "add: nothing about threads")
 
 
 if __name__ == "__main__":
