@@ -3,7 +3,6 @@
 #ifndef VELKOR_TESTS_SUPPORT_LOG_CAPTURE_H
 #define VELKOR_TESTS_SUPPORT_LOG_CAPTURE_H
 
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -30,12 +29,11 @@ private:
     std::string text;
   };
 
-  static void collect(const gchar *domain, GLogLevelFlags level, const gchar *message,
-                      gpointer self);
+  static void collect(const gchar *domain, GLogLevelFlags level, const gchar *message, gpointer);
   [[nodiscard]] std::vector<std::string> at_level(GLogLevelFlags level) const;
 
-  GLogFunc earlier_;
-  mutable std::mutex mutex_;
+  LogCapture *const outer_;
+  const GLogFunc earlier_;
   std::vector<Entry> entries_;
 };
 
