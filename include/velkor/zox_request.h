@@ -8,7 +8,8 @@
  * **The end.** Every request ends exactly once, with one of the states ZOX_REQUEST_DONE,
  * ZOX_REQUEST_FAILED and ZOX_REQUEST_CANCELLED, and then calls its `done` function exactly once, on
  * its context: a source of the priority G_PRIORITY_DEFAULT. Until that call the state is
- * ZOX_REQUEST_RUNNING and nothing that the request brought can be read.
+ * ZOX_REQUEST_RUNNING and nothing that the request brought can be read. In `done`,
+ * zox_http_last_failure() and zox_file_last_error() are those of the request.
  *
  * **The core's data.** The event list changes while a request runs, under its lock. Mail,
  * watchlist and newsgroups belong to the core's thread: requests change them on their context,
@@ -41,7 +42,7 @@
 G_BEGIN_DECLS
 
 /** One request; opaque and reference-counted. */
-typedef struct _ZoxRequest ZoxRequest;
+typedef struct ZoxRequest ZoxRequest;
 
 /** What a request asks for. */
 typedef enum {

@@ -14,7 +14,7 @@
 G_BEGIN_DECLS
 
 /** What one update changed; opaque and reference-counted. */
-typedef struct _ZoxUpdateResult ZoxUpdateResult;
+typedef struct ZoxUpdateResult ZoxUpdateResult;
 
 /** The groups of postings that an update tells apart. A posting may be in several of them. */
 typedef enum {

@@ -22,6 +22,7 @@
 #include "core/cache_directory.h"
 #include "core/file_outcome.h"
 #include "core/settings.h"
+#include "operations/request_registry.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 
@@ -177,6 +178,7 @@ gint32 zox_app_core_init(const char *dataDir, const char *cacheDir, const char *
 void zox_app_core_cleanup(void) {
   if (core == nullptr)
     return;
+  request_registry().stop();
   zox_dbus_cleanup();
   zox_config_save();
   release_parts();
@@ -197,6 +199,7 @@ ZoxCoreResult zox_app_core_open(const ZoxCoreOptions *options, char **message) {
 void zox_app_core_close(void) {
   if (core == nullptr)
     return;
+  request_registry().stop();
   zox_dbus_cleanup();
   zox_mail_free(std::exchange(core->mail, nullptr));
   release_parts();

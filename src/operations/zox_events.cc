@@ -15,6 +15,7 @@
 
 #include "core/app_core.h"
 #include "core/file_outcome.h"
+#include "core/job.h"
 #include "http/file_request.h"
 #include "operations/dump_file.h"
 #include "operations/update_bounds.h"
@@ -166,6 +167,8 @@ private:
     OwnedString decompressedData;
     if (const ZoxErrorCode code = download(name, decompressedData); code != ZOX_RESULT_SUCCESS)
       return code;
+    if (is_cancelled())
+      return ZOX_RESULT_UNKNOWN_ERROR;
     GSList *objects = nullptr;
     const ZoxErrorCode parsed =
         zox_events_parse(decompressedData.get(), nullptr, &objects, server_text_, 0);
@@ -267,9 +270,13 @@ ZoxErrorCode zox_events_fetch(ZoxEventsProgress progress, ZoxEventlistProgress m
     return code;
   if (core->config->lastCheck != 0 && !start_from_cache())
     return ZOX_RESULT_UNKNOWN_ERROR;
+  if (is_cancelled())
+    return ZOX_RESULT_UNKNOWN_ERROR;
+  enter_step(JobStep::merging);
   update.postings().merge_into(core->eventlist, mergeProgress, userData);
   if (done != nullptr)
     done(userData);
+  enter_step(JobStep::saving);
   save_and_reload(update.stamp());
   if (done != nullptr) {
     FileOutcome outcome = file_outcome();  // the callback may save files of its own
