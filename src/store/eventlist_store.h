@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * What the operations of the event list share; but for reload(), all of it needs the list's lock
- * held for writing, which debug builds check.
+ * What the operations of the event list share; but for change_or_add() and reload(), all of it
+ * needs the list's lock held for writing, which debug builds check.
  *
  * The filtered set holds its entries without references. What leaves the list while it is still in
  * that set is therefore kept until the set goes, and an earlier filter until the list goes, since
@@ -9,6 +9,8 @@
  */
 #ifndef VELKOR_STORE_EVENTLIST_STORE_H
 #define VELKOR_STORE_EVENTLIST_STORE_H
+
+#include <functional>
 
 #include <velkor/zox_eventlist.h>
 
@@ -34,6 +36,13 @@ bool put_entry(ZOXEventlist *list, OwnedEventObject object) noexcept;
 
 /** Takes the entry out of the list; false when there is none. */
 bool remove_entry(ZOXEventlist *list, gint32 postId) noexcept;
+
+/**
+ * Changes the posting as the list holds it at that moment, or a copy of `known` where it holds
+ * none, which it then gets; takes the lock itself.
+ */
+void change_or_add(ZOXEventlist *list, const ZoxEvent &known,
+                   const std::function<void(ZoxEvent &)> &change) noexcept;
 
 /**
  * Loads the list as zox_eventlist_load() does. Only while the file that this process read or wrote

@@ -94,7 +94,31 @@ bool has_tree(ZOXEventlist *list) noexcept {
   return list->tree != nullptr;
 }
 
+/** Puts a copy into the list, into the object that is there if there is one. */
+void put_copy(ZOXEventlist *list, const ZoxEvent &event) noexcept {
+  assert_held_for_writing(list->lock);
+  ZOXEventObject *object = find_object(list->tree, event.postId);
+  if (object == nullptr) {
+    put_entry(list, new_object(pack(event)));
+    return;
+  }
+  zox_event_object_set_event(object, &event);
+  if (zox_watchlist_is_in_list(static_cast<guint32>(event.postId)) != FALSE)
+    core->watchlistUnchanged = 0;
+}
+
 }  // namespace
+
+void change_or_add(ZOXEventlist *list, const ZoxEvent &known,
+                   const std::function<void(ZoxEvent &)> &change) noexcept {
+  const WriteLock lock(list->lock);
+  ZOXEventObject *object = find_object(list->tree, known.postId);
+  const OwnedEvent event(object == nullptr ? zox_event_duplicate(&known)
+                                           : zox_event_object_get_event(object));
+  change(*event);
+  put_copy(list, *event);
+}
+
 }  // namespace velkor
 
 using namespace velkor;
@@ -121,14 +145,7 @@ void zox_eventlist_merge(ZOXEventlist *list, GSList *objects, ZoxEventlistProgre
 
 void zox_eventlist_add_or_replace_event(ZOXEventlist *list, const ZoxEvent *event) {
   const WriteLock lock(list->lock);
-  ZOXEventObject *object = find_object(list->tree, event->postId);
-  if (object == nullptr) {
-    put_entry(list, new_object(pack(*event)));
-    return;
-  }
-  zox_event_object_set_event(object, event);
-  if (zox_watchlist_is_in_list(static_cast<guint32>(event->postId)) != FALSE)
-    core->watchlistUnchanged = 0;
+  put_copy(list, *event);
 }
 
 void zox_eventlist_purge_deleted(ZOXEventlist *list) {
