@@ -14,6 +14,7 @@
 #include "core/job.h"
 #include "http/service_request.h"
 #include "posting/event_record.h"
+#include "services/answers.h"
 #include "services/background_job.h"
 #include "services/forum_fields.h"
 #include "store/eventlist_store.h"
@@ -50,6 +51,17 @@ private:
   const ZoxEvent &before_;
   ZoxEvent &after_;
 };
+
+/** @param replyTo  the reaction that this one answers; 0 for none */
+ServiceReply send_reaction(const char *text, gint32 postId, gint32 replyTo) noexcept {
+  const OwnedString reaction(zox_string_new(text));
+  const OwnedString converted(zox_string_replace(reaction.get(), "\n", "\r\n"));
+  Parameters parameters{{"m", "add"}, {"b", converted->str}};
+  parameters.add_number("s", postId);
+  if (replyTo != 0)
+    parameters.add_number("r", replyTo);
+  return send_request("/3.7.3/xml-forum.php", parameters);
+}
 
 class ZoxForumJob final : public BackgroundJob {
 public:
@@ -111,11 +123,15 @@ void zox_events_forum_fetch_async(gint32 postId, gint32 lastCheck, ZoxForumCallb
 }
 
 ZoxErrorCode zox_events_forum_post(const char *text, gint32 postId, gint32, char **message) {
-  const OwnedString reaction(zox_string_new(text));
-  const OwnedString converted(zox_string_replace(reaction.get(), "\n", "\r\n"));
-  const ServiceReply reply =
-      send_request("/3.7.3/xml-forum.php",
-                   {{"m", "add"}, {"b", converted->str}, {"s", decimal(postId).c_str()}});
+  return report_failure(send_reaction(text, postId, 0), message);
+}
+
+ZoxErrorCode zox_events_forum_react(gint32 postId, gint32 replyTo, const char *text,
+                                    ZoxAnswer *answer, guint32 *messId, char **message) {
+  const ServiceReply reply = send_reaction(text, postId, replyTo);
+  *answer = reply.failed() ? ZOX_ANSWER_NONE : answer_of(reply.view());
+  if (messId != nullptr)
+    *messId = reply.failed() ? 0 : static_cast<guint32>(number_behind_answer(reply.text->str));
   return report_failure(reply, message);
 }
 
