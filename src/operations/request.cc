@@ -111,8 +111,10 @@ gboolean ZoxRequest::end_on_context(gpointer data) noexcept {
 }
 
 void ZoxRequest::publish() noexcept {
-  if (!published_.exchange(true) && work_.publish && final_state_ == ZOX_REQUEST_DONE)
-    work_.publish(outcome_);
+  if (published_.exchange(true) || !work_.publish || final_state_ != ZOX_REQUEST_DONE)
+    return;
+  work_.publish(outcome_);
+  final_state_ = judge();
 }
 
 void ZoxRequest::tell_end() noexcept {

@@ -8,17 +8,20 @@
 #include <memory>
 #include <string>
 
+#include <velkor/zox_myzox.h>
 #include <velkor/zox_request.h>
 
 #include "core/file_outcome.h"
 #include "core/job.h"
 #include "http/request_record.h"
+#include "operations/update_result.h"
 #include "posting/event_record.h"
 #include "support/owned.h"
 
 namespace velkor {
 
 using OwnedProfile = std::unique_ptr<ZoxProfile, ReleaseWith<zox_profile_free>>;
+using OwnedOverview = std::unique_ptr<GSList, ReleaseWith<zox_myzox_free>>;
 using OwnedContext = std::unique_ptr<GMainContext, ReleaseWith<g_main_context_unref>>;
 using OwnedSource = std::unique_ptr<GSource, ReleaseWith<g_source_unref>>;
 
@@ -31,6 +34,8 @@ struct RequestOutcome {
   gint32 second_number = 0;
   OwnedEvent event{};
   OwnedProfile profile{};
+  OwnedUpdateResult update{};
+  OwnedOverview own_list{};
 };
 
 /** What a request does. */
@@ -39,7 +44,7 @@ struct RequestWork {
   gint32 postId;
   /** The work itself, on the request's thread. */
   std::function<void(RequestOutcome &)> run;
-  /** What is the core's thread's to do once the work is done; may be empty. */
+  /** What is the core's thread's to do once the work has succeeded; may be empty. */
   std::function<void(RequestOutcome &)> publish{};
 };
 

@@ -19,6 +19,7 @@
 #include "http/file_request.h"
 #include "operations/dump_file.h"
 #include "operations/update_bounds.h"
+#include "operations/update_result.h"
 #include "store/eventlist_store.h"
 #include "support/assertion.h"
 #include "support/descriptor.h"
@@ -77,9 +78,13 @@ public:
 
   [[nodiscard]] bool empty() const noexcept { return list_ == nullptr; }
 
-  void merge_into(ZOXEventlist *list, ZoxEventlistProgress progress, gpointer userData) noexcept {
+  /** Merges them all. @return what became of each */
+  MergeLog merge_into(ZOXEventlist *list, ZoxEventlistProgress progress,
+                      gpointer userData) noexcept {
     const OwnedCells objects(std::exchange(list_, nullptr));
-    zox_eventlist_merge(list, objects.get(), progress, userData);
+    MergeLog log;
+    merge(list, objects.get(), progress, userData, &log);
+    return log;
   }
 
 private:
@@ -257,7 +262,8 @@ ZoxErrorCode zox_events_fetch(ZoxEventsProgress progress, ZoxEventlistProgress m
                               ZoxEventsDone done, char **serverText, gpointer userData) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->config);
-  zox_eventlist_cleanup(core->eventlist);
+  ZoxUpdateResult &result = begin_update_result();
+  result.note_aged_out(remove_aged(core->eventlist));
   if (progress != nullptr)
     progress(0, 0);
   Update update(progress, serverText);
@@ -273,7 +279,7 @@ ZoxErrorCode zox_events_fetch(ZoxEventsProgress progress, ZoxEventlistProgress m
   if (is_cancelled())
     return ZOX_RESULT_UNKNOWN_ERROR;
   enter_step(JobStep::merging);
-  update.postings().merge_into(core->eventlist, mergeProgress, userData);
+  result.note_merge(update.postings().merge_into(core->eventlist, mergeProgress, userData));
   if (done != nullptr)
     done(userData);
   enter_step(JobStep::saving);

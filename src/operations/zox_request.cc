@@ -86,6 +86,10 @@ const char *zox_request_failure(const ZoxRequest *request) {
   return request->has_ended() && !request->failure().empty() ? request->failure().c_str() : nullptr;
 }
 
+ZoxAnswer zox_request_answer(const ZoxRequest *request) {
+  return outcome_of(request).answer;
+}
+
 gint32 zox_request_number(const ZoxRequest *request) {
   return outcome_of(request).number;
 }
@@ -96,6 +100,18 @@ gint32 zox_request_second_number(const ZoxRequest *request) {
 
 const ZoxEvent *zox_request_event(const ZoxRequest *request) {
   return outcome_of(request).event.get();
+}
+
+const ZoxProfile *zox_request_user(const ZoxRequest *request) {
+  return outcome_of(request).profile.get();
+}
+
+const GSList *zox_request_own_list(const ZoxRequest *request) {
+  return outcome_of(request).own_list.get();
+}
+
+ZoxUpdateResult *zox_request_update_result(const ZoxRequest *request) {
+  return outcome_of(request).update.get();
 }
 
 void zox_requests_cancel_all(void) {

@@ -14,12 +14,11 @@
 #include <velkor/zox_events.h>
 #include <velkor/zox_events_forum.h>
 
-#include "operations/request.h"
+#include "operations/request_start.h"
 #include "support/assertion.h"
 #include "support/immortal.h"
 
 namespace velkor {
-namespace {
 
 ZoxRequest *start(RequestWork work, const ZoxRequestOptions *options) noexcept {
   auto request = std::make_unique<ZoxRequest>(std::move(work), options);
@@ -27,20 +26,7 @@ ZoxRequest *start(RequestWork work, const ZoxRequestOptions *options) noexcept {
   return request.release();
 }
 
-/** The place for a message of a blocking function, which may leave it untouched. */
-class MessagePlace {
-public:
-  explicit MessagePlace(OwnedText &message) noexcept : message_(message) {}
-  ~MessagePlace() { message_.reset(place_); }
-  MessagePlace(const MessagePlace &) = delete;
-  MessagePlace &operator=(const MessagePlace &) = delete;
-
-  operator char **() noexcept { return &place_; }
-
-private:
-  OwnedText &message_;
-  char *place_ = nullptr;
-};
+namespace {
 
 /** Lets in one update after the other. */
 class UpdateTurn {
@@ -97,6 +83,7 @@ void update(RequestOutcome &outcome) noexcept {
   enter_step(JobStep::asking);
   outcome.code =
       zox_events_fetch(follow_dumps, follow_merge, nullptr, MessagePlace(outcome.message), nullptr);
+  outcome.update.reset(zox_events_last_result());
 }
 
 /** The posting as the list holds it now. */

@@ -1,7 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * What the operations of the event list share; but for change_or_add() and reload(), all of it
- * needs the list's lock held for writing, which debug builds check.
+ * What the operations of the event list share; but for merge(), remove_aged(), change_or_add() and
+ * reload(), all of it needs the list's lock held for writing, which debug builds check.
  *
  * The filtered set holds its entries without references. What leaves the list while it is still in
  * that set is therefore kept until the set goes, and an earlier filter until the list goes, since
@@ -11,11 +11,13 @@
 #define VELKOR_STORE_EVENTLIST_STORE_H
 
 #include <functional>
+#include <vector>
 
 #include <velkor/zox_eventlist.h>
 
 #include "filter/filter_record.h"
 #include "store/event_table.h"
+#include "store/merge_log.h"
 
 namespace velkor {
 
@@ -36,6 +38,19 @@ bool put_entry(ZOXEventlist *list, OwnedEventObject object) noexcept;
 
 /** Takes the entry out of the list; false when there is none. */
 bool remove_entry(ZOXEventlist *list, gint32 postId) noexcept;
+
+/**
+ * Merges as zox_eventlist_merge() does; takes the lock itself.
+ * @param log  receives what becomes of each posting; null if nobody wants to know
+ */
+void merge(ZOXEventlist *list, GSList *objects, ZoxEventlistProgress progress, gpointer userData,
+           MergeLog *log) noexcept;
+
+/**
+ * Does what zox_eventlist_cleanup() does; takes the lock itself.
+ * @return the ids of the postings that were removed
+ */
+std::vector<gint32> remove_aged(ZOXEventlist *list) noexcept;
 
 /**
  * Changes the posting as the list holds it at that moment, or a copy of `known` where it holds
