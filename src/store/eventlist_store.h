@@ -1,7 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * What the operations of the event list share; but for merge(), remove_aged(), change_or_add() and
- * reload(), all of it needs the list's lock held for writing, which debug builds check.
+ * What the operations of the event list share; but for drop_tree(),
+ * note_changes(), merge(), remove_aged(), change_or_add() and reload(), all of it needs the list's
+ * lock held for writing, which debug builds check.
  *
  * The filtered set holds its entries without references. What leaves the list while it is still in
  * that set is therefore kept until the set goes, and an earlier filter until the list goes, since
@@ -21,8 +22,8 @@
 
 namespace velkor {
 
-/** Drops every entry of `tree` and the table; complains when there is none. */
-void drop_tree(ZOXEventlist *list) noexcept;
+/** Drops every entry of a list's table and the table; complains when there is none. */
+void drop_tree(EventTable tree) noexcept;
 
 /** Replaces the filtered set by `filtered`, which may be null. */
 void set_filtered(ZOXEventlist *list, EventTable filtered) noexcept;
@@ -32,6 +33,19 @@ void set_active_filter(ZOXEventlist *list, OwnedFilter filter) noexcept;
 
 /** Releases what was kept; for the list's end. */
 void release_kept(ZOXEventlist *list) noexcept;
+
+/** From now on until replace_tree(), notes which entries change. The lock is taken here. */
+void note_changes(ZOXEventlist *list) noexcept;
+
+/**
+ * Replaces the table by one that was made since note_changes(), in which entries that have changed
+ * meanwhile are as they are now.
+ * @return the earlier one, for drop_tree()
+ */
+EventTable replace_tree(ZOXEventlist *list, EventTable tree) noexcept;
+
+/** Notes that the entry's posting is another one now. */
+void note_change(ZOXEventlist *list, gint32 postId) noexcept;
 
 /** Puts `object` into the list; true when it replaced an entry. */
 bool put_entry(ZOXEventlist *list, OwnedEventObject object) noexcept;

@@ -121,6 +121,7 @@ void put_copy(ZOXEventlist *list, const ZoxEvent &event) noexcept {
     put_entry(list, new_object(pack(event)));
     return;
   }
+  note_change(list, event.postId);
   zox_event_object_set_event(object, &event);
   if (zox_watchlist_is_in_list(static_cast<guint32>(event.postId)) != FALSE)
     core->watchlistUnchanged = 0;
