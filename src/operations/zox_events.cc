@@ -206,7 +206,7 @@ void move_times(gint64 stamp) noexcept {
 /** Saves the merged list and moves the update times on; false when the list cannot be saved. */
 bool save(gint64 stamp) noexcept {
   if (zox_eventlist_save(core->eventlist) == 0) {
-    if (!read_only())
+    if (!read_only() && !is_cancelled())
       g_warning("zox_events_fetch(): de postings konden niet worden opgeslagen\n");
     return false;
   }
@@ -284,6 +284,8 @@ ZoxErrorCode zox_events_fetch(ZoxEventsProgress progress, ZoxEventlistProgress m
     done(userData);
   enter_step(JobStep::saving);
   save_and_reload(update.stamp());
+  if (is_cancelled() && file_outcome().status == ZOX_FILE_NOT_WRITTEN)
+    return ZOX_RESULT_UNKNOWN_ERROR;
   if (done != nullptr) {
     FileOutcome outcome = file_outcome();  // the callback may save files of its own
     done(userData);

@@ -10,7 +10,12 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <velkor/zox_events_parse.h>
+#include <velkor/zox_file.h>
+
+#include "core/job.h"
 #include "support/descriptor.h"
+#include "tests/support/log_capture.h"
 #include "tests/unit/store/list_fixture.h"
 
 namespace velkor {
@@ -92,6 +97,44 @@ TEST_F(ZoxEventlistLoad, KeepsObjectsThatNobodyCanTellFromNewOnes) {
   EXPECT_NE(object_of(2), second.get());
   EXPECT_EQ(held(2), describe(*basic_event(2)));
   EXPECT_EQ(held(3), describe(*basic_event(3)));
+}
+
+TEST_F(ZoxEventlistLoad, ACancelledSaveLeavesTheFile) {
+  add(basic_event(1));
+  ASSERT_EQ(zox_eventlist_save(list), 1);
+  const std::string before = test::read_file(cache_file("velkor.posts.gz"));
+  add(basic_event(2));
+  const test::LogCapture log;
+  Job job;
+  job.cancel();
+  {
+    const WorkFor scope(&job);
+    EXPECT_EQ(zox_eventlist_save(list), 0);
+    EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_NOT_WRITTEN);
+  }
+  EXPECT_EQ(test::read_file(cache_file("velkor.posts.gz")), before);
+  EXPECT_THAT(log.warnings(), testing::IsEmpty());
+  EXPECT_EQ(zox_eventlist_save(list), 1);
+}
+
+TEST_F(ZoxEventlistLoad, ACancelledJobReadsNoDump) {
+  const OwnedString dump = test::zox(document_of({posting_element(7), posting_element(8)}));
+  Job job;
+  job.cancel();
+  const WorkFor scope(&job);
+  GSList *objects = nullptr;
+  EXPECT_EQ(zox_events_parse(dump.get(), nullptr, &objects, nullptr, 0), ZOX_RESULT_NOT_PARSED);
+  EXPECT_EQ(objects, nullptr);
+}
+
+TEST_F(ZoxEventlistLoad, ACancelledJobStillReadsTheCacheFile) {
+  add(basic_event(1));
+  ASSERT_EQ(zox_eventlist_save(list), 1);
+  Job job;
+  job.cancel();
+  const WorkFor scope(&job);
+  EXPECT_EQ(zox_eventlist_load(list, nullptr), ZOX_RESULT_SUCCESS);
+  EXPECT_THAT(test::ids(list), testing::ElementsAre(1));
 }
 
 }  // namespace
