@@ -13,6 +13,7 @@
 #include "core/atomic_file.h"
 #include "core/cache_directory.h"
 #include "core/cache_reading.h"
+#include "core/changes.h"
 #include "core/file_outcome.h"
 #include "core/keyring.h"
 #include "core/setting_line.h"
@@ -93,6 +94,7 @@ void load_settings() noexcept {
   if (core->config->username != nullptr && core->config->password != nullptr)
     core->config->firstTime = 0;
   keyring::resolve(*core->config);
+  tell_change(ZOX_CHANGE_SETTINGS);
 }
 
 }  // namespace velkor
@@ -123,6 +125,7 @@ void zox_config_save(void) {
   begin_file_operation();
   const OwnedString text(g_string_new(""));
   write_settings(*core->config, text.get());
+  tell_change(ZOX_CHANGE_SETTINGS);
   AtomicFile file = new_file();
   const bool opened = file.ok();
   file.write(view_of(text.get()));

@@ -8,6 +8,7 @@
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_watchlist.h>
 
+#include "core/changes.h"
 #include "core/settings_table.h"
 #include "filter/watched_ids.h"
 #include "filter/watchers.h"
@@ -105,6 +106,8 @@ bool remove_older(ZOXEventlist *list, gint64 limit, std::vector<gint32> &removed
     remove_known_entry(list, postId, 702);
     removed.push_back(postId);
   }
+  if (!removed.empty())
+    tell_change(ZOX_CHANGE_LIST);
   return !ids.empty();
 }
 
@@ -116,6 +119,7 @@ bool has_tree(ZOXEventlist *list) noexcept {
 /** Puts a copy into the list, into the object that is there if there is one. */
 void put_copy(ZOXEventlist *list, const ZoxEvent &event) noexcept {
   assert_held_for_writing(list->lock);
+  tell_change(ZOX_CHANGE_POSTING, event.postId);  // whoever is told waits for the lock
   ZOXEventObject *object = find_object(list->tree, event.postId);
   if (object == nullptr) {
     put_entry(list, new_object(pack(event)));
@@ -154,6 +158,7 @@ void merge(ZOXEventlist *list, GSList *objects, ZoxEventlistProgress progress, g
   }
   if (progress != nullptr)
     progress(total, total, userData);
+  tell_change(ZOX_CHANGE_LIST);
 }
 
 std::vector<gint32> remove_aged(ZOXEventlist *list) noexcept {
@@ -202,6 +207,8 @@ void zox_eventlist_purge_deleted(ZOXEventlist *list) {
       zox_watchlist_remove(postId);
     remove_known_entry(list, postId, 597);
   }
+  if (!ids.empty())
+    tell_change(ZOX_CHANGE_LIST);
 }
 
 void zox_eventlist_cleanup(ZOXEventlist *list) {

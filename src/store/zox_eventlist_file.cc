@@ -18,6 +18,7 @@
 
 #include "core/cache_directory.h"
 #include "core/cache_reading.h"
+#include "core/changes.h"
 #include "core/file_outcome.h"
 #include "posting/event_fields.h"
 #include "store/event_intake.h"
@@ -122,6 +123,7 @@ enum class OutOfReach { read_anew, keep_list };
 
 ZoxErrorCode keep_list(const std::string &path) noexcept {
   set_file_outcome(failed_outcome(ZOX_FILE_UNREADABLE, path, EIO));
+  note_cache_status(ZOX_FILE_UNREADABLE);
   g_warning("zox_eventlist_load(): %s kan nu niet worden gelezen; de postings blijven zoals ze "
             "zijn\n",
             path.c_str());
@@ -149,6 +151,7 @@ void exchange_postings(ZOXEventlist *list, EventTable table) noexcept {
     earlier = replace_tree(list, std::move(table));
   }
   drop_tree(std::move(earlier));
+  tell_change(ZOX_CHANGE_LIST);
 }
 
 ZoxErrorCode read_all(ZOXEventlist *list, GHashTable *table, PostsFile &posts,
@@ -174,6 +177,7 @@ ZoxErrorCode load(ZOXEventlist *list, OutOfReach reach, char **retError) noexcep
   EventTable table(new_event_table());
   const ZoxErrorCode code = read_all(list, table.get(), posts, path, state, file, retError);
   exchange_postings(list, std::move(table));
+  note_cache_status(file_outcome().status);
   return code;
 }
 
@@ -202,7 +206,9 @@ gint32 zox_eventlist_save(ZOXEventlist *list) {
   ListSnapshot snapshot(list);
   if (!snapshot.has_table())
     return 0;
-  return save_posts(posts, cache_path(cache_name, true), snapshot, __func__) ? 1 : 0;
+  const bool saved = save_posts(posts, cache_path(cache_name, true), snapshot, __func__);
+  note_cache_status(file_outcome().status);
+  return saved ? 1 : 0;
 }
 
 }  // extern "C"
