@@ -284,7 +284,8 @@ ZoxRequest *zox_request_signup(const char *username, const char *password, const
 ZoxRequest *zox_request_newsgroups(const ZoxRequestOptions *options);
 
 /**
- * Starts zox_app_core_load(), for a window that shows itself before the postings are there.
+ * Runs zox_app_core_load(), for a window that shows itself before the postings are there: these are
+ * loaded on the request's thread, other parts before the function returns.
  * @param parts    what to load, a sum of ZoxCorePart; see zox_app_core_load()
  * @param options  as for zox_request_update()
  * @return as of zox_request_update(); it succeeds with code 0 whatever the files held, see

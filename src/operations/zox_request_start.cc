@@ -124,4 +124,15 @@ ZoxRequest *zox_request_forum(gint32 postId, gint32 lastCheck, const ZoxRequestO
   return start({.kind = ZOX_REQUEST_FORUM, .postId = postId, .run = run}, options);
 }
 
+ZoxRequest *zox_request_load(guint32 parts, const ZoxRequestOptions *options) {
+  ZOX_ASSERT(core);
+  constexpr guint32 postings = ZOX_CORE_POSTINGS;
+  zox_app_core_load(parts & ~postings);
+  const auto run = [parts](RequestOutcome &outcome) noexcept {
+    zox_app_core_load(parts & postings);
+    outcome.code = ZOX_RESULT_SUCCESS;
+  };
+  return start({.kind = ZOX_REQUEST_LOAD, .postId = 0, .run = run}, options);
+}
+
 }  // extern "C"
