@@ -45,6 +45,7 @@
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_category.h>
+#include <velkor/zox_changes.h>
 #include <velkor/zox_codes.h>
 #include <velkor/zox_config.h>
 #include <velkor/zox_dbus.h>
@@ -69,12 +70,14 @@
 #include <velkor/zox_myzox.h>
 #include <velkor/zox_post.h>
 #include <velkor/zox_profile.h>
+#include <velkor/zox_request.h>
 #include <velkor/zox_settings.h>
 #include <velkor/zox_signup.h>
 #include <velkor/zox_splitted_list.h>
 #include <velkor/zox_string.h>
 #include <velkor/zox_tags.h>
 #include <velkor/zox_types.h>
+#include <velkor/zox_update_result.h>
 #include <velkor/zox_watcher.h>
 #include <velkor/zox_watchlist.h>
 #include <velkor/zox_xml_parse.h>

@@ -133,6 +133,21 @@ typedef enum {
   ZOX_POST_FAILED = 16            /**< failed */
 } ZoxPostStep;
 
+/**
+ * What the server answered to something that it was given: kudos, a reaction, a spot. An answer
+ * that is not understood is ZOX_ANSWER_UNKNOWN.
+ */
+typedef enum {
+  ZOX_ANSWER_NONE = 0,      /**< no answer: the request failed */
+  ZOX_ANSWER_DONE = 1,      /**< it took it */
+  ZOX_ANSWER_RESERVED = 2,  /**< it took the spot with a reservation */
+  ZOX_ANSWER_DUPLICATE = 3, /**< refused: it was given before */
+  ZOX_ANSWER_LOCKED = 4,    /**< refused: the forum is closed */
+  ZOX_ANSWER_NOT_FOUND = 5, /**< refused: there is no such posting */
+  ZOX_ANSWER_REFUSED = 6,   /**< refused for another reason, which the server does not tell */
+  ZOX_ANSWER_UNKNOWN = 7    /**< it answered something else */
+} ZoxAnswer;
+
 /** What zox_app_core_open() loads and starts; the values are added up. */
 typedef enum {
   ZOX_CORE_SETTINGS = 1,  /**< the settings; without them, defaults */

@@ -183,6 +183,57 @@ void zox_eventlist_visit(ZOXEventlist *list, gint32 filtered, ZoxEventlistVisito
                          gpointer userData);
 
 /**
+ * Addition to the interface: walks over the postings that a filter accepts as zox_eventlist_visit()
+ * does, without touching the filtered set, the active filter or the newsgroup set. The newsgroup
+ * condition uses the list of the filter given, and a filter with a post id accepts that posting
+ * alone. Nothing is fetched. Threads: any; the categories must not change meanwhile; the visitor
+ * must not call into the list.
+ * @param list      the list
+ * @param filter    the filter; null for all postings
+ * @param visitor   called for each posting, in no particular order
+ * @param userData  handed to `visitor`
+ */
+void zox_eventlist_visit_matches(ZOXEventlist *list, const ZoxFilter *filter,
+                                 ZoxEventlistVisitor visitor, gpointer userData);
+
+/**
+ * Addition to the interface: the postings that a filter accepts, as zox_eventlist_visit_matches()
+ * finds them. Threads: any; the categories must not change meanwhile.
+ * @param list    the list
+ * @param filter  the filter; null for all postings
+ * @param count   receives their number
+ * @return a new array of their ids by rising number, which the caller releases with `g_free()`;
+ * null when there are none
+ */
+gint32 *zox_eventlist_select(ZOXEventlist *list, const ZoxFilter *filter, guint32 *count);
+
+/**
+ * Addition to the interface: counts what several filters accept, in one pass over the list.
+ * Conditions are tested as zox_eventlist_visit_matches() does. Threads: any; the categories must
+ * not change meanwhile.
+ * @param list     the list
+ * @param filter   what is counted at all; null for all postings
+ * @param filters  of ZoxFilter: what is counted apart; null for none
+ * @param counts   receives for each of `filters`, in their order, how many postings both it and
+ *                 `filter` accept; it has room for as many numbers
+ * @return how many postings `filter` accepts
+ */
+guint32 zox_eventlist_count_matches(ZOXEventlist *list, const ZoxFilter *filter,
+                                    const GSList *filters, guint32 *counts);
+
+/**
+ * Addition to the interface: counts the postings of every category, in one pass over the list. The
+ * counters of the categories stay as they are. Asserts "core->categories". Threads: the core's.
+ * @param list    the list
+ * @param filter  what is counted at all; null for all postings
+ * @param counts  receives for each entry of zox_categories_get(), in its order, how many postings
+ *                both the entry's filter and `filter` accept; it has room for as many numbers
+ * @return how many postings `filter` accepts
+ */
+guint32 zox_eventlist_count_categories(ZOXEventlist *list, const ZoxFilter *filter,
+                                       guint32 *counts);
+
+/**
  * Removes postings in state -3, and those in state -2 that changed more than a day ago (local
  * clock), from the list and from the watchlist (which saves the settings). The filtered set is not
  * made anew: apply a filter before using it again. Threads: one at a time, hand-over allowed.

@@ -104,6 +104,22 @@ void zox_events_forum_fetch_async(gint32 postId, gint32 lastCheck, ZoxForumCallb
 ZoxErrorCode zox_events_forum_post(const char *text, gint32 postId, gint32 unused, char **message);
 
 /**
+ * Addition to the interface: zox_events_forum_post() that tells what the server answered and can
+ * reply to a reaction; blocks. Threads: any.
+ * @param postId   id of the posting
+ * @param replyTo  id of the reaction that this one answers; 0 for none, which is not sent
+ * @param text     the reaction
+ * @param answer   receives ZOX_ANSWER_DONE, ZOX_ANSWER_LOCKED, ZOX_ANSWER_NOT_FOUND,
+ *                 ZOX_ANSWER_REFUSED or ZOX_ANSWER_UNKNOWN; ZOX_ANSWER_NONE on failure
+ * @param messId   receives the id of the new reaction; 0 when the server does not tell it; may be
+ *                 null
+ * @param message  receives the server's notice for 29, else null; may be null
+ * @return as of zox_events_forum_post(): 0 for every answer
+ */
+ZoxErrorCode zox_events_forum_react(gint32 postId, gint32 replyTo, const char *text,
+                                    ZoxAnswer *answer, guint32 *messId, char **message);
+
+/**
  * Reads a forum reply (root "Forum") into a posting, which gets a new forum, also when the reply is
  * unusable. An "Event" without "Code" is passed over with a warning. Asserts "buffer". Threads:
  * any, own data.

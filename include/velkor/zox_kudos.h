@@ -29,6 +29,18 @@ ZoxErrorCode zox_kudos_give(gint32 postId, gint32 kudos, char **message);
  */
 ZoxErrorCode zox_kudos_get(gint32 postId, gint32 *first, gint32 *second, char **message);
 
+/**
+ * Addition to the interface: zox_kudos_give() that tells what the server answered.
+ * @param postId   id of the posting
+ * @param kudos    the value, sent as it is
+ * @param answer   receives ZOX_ANSWER_DONE, ZOX_ANSWER_DUPLICATE, ZOX_ANSWER_REFUSED or
+ *                 ZOX_ANSWER_UNKNOWN; ZOX_ANSWER_NONE on failure
+ * @param message  receives the server's notice for 29, else null; may be null
+ * @return as of zox_kudos_give(): 0 for every answer
+ */
+ZoxErrorCode zox_kudos_give_answered(gint32 postId, gint32 kudos, ZoxAnswer *answer,
+                                     char **message);
+
 G_END_DECLS
 
 #endif

@@ -92,6 +92,24 @@ GSList *zox_mail_get(void);
 guint32 zox_mail_get_num_messages(void);
 
 /**
+ * Addition to the interface: a number for a message that is made of its kind, other party, subject,
+ * text and time, so that it is the same after a restart and on every machine, while the message's
+ * address changes whenever the list is loaded. Messages that are the same in all of these have the
+ * same number. Does not need the core. Threads: any, own data.
+ * @param bericht  the message
+ * @return the number, never 0
+ */
+guint64 zox_mail_id(const ZoxBericht *bericht);
+
+/**
+ * Addition to the interface: finds a message by its number.
+ * @param id  a number of zox_mail_id()
+ * @return the first message of `core->mail` with that number, which stays the core's; null when
+ *         there is none
+ */
+ZoxBericht *zox_mail_find(guint64 id);
+
+/**
  * Joins two lists of messages. Does not need the core. Threads: any, own data.
  * @param first   a list, or null
  * @param second  a list, or null

@@ -1,8 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
  * @file
- * MyZOX: the user's own postings on the server. The front end fetches the overview through
- * zox_http_curl_execute() and hands the reply to zox_myzox_parse().
+ * MyZOX: the user's own postings on the server. zox_myzox_fetch() fetches the overview; a front end
+ * may also fetch it through zox_http_curl_execute() and hand the reply to zox_myzox_parse().
  */
 #ifndef VELKOR_ZOX_MYZOX_H
 #define VELKOR_ZOX_MYZOX_H
@@ -16,8 +16,7 @@ G_BEGIN_DECLS
 
 /**
  * One posting of the overview, as the server states it; what the document does not hold is 0 or
- * null. There is no function that frees it: release the four texts and the split list, then the
- * record with `g_free()`.
+ * null. zox_myzox_post_free() releases it.
  */
 typedef struct _ZoxMyzoxPost {
   gint32 postId;           /**< id, from 1 */
@@ -47,6 +46,29 @@ typedef struct _ZoxMyzoxPost {
  * @return 0; a code of zox_http_curl_execute()
  */
 ZoxErrorCode zox_myzox_update(gint32 postId, char **message);
+
+/**
+ * Addition to the interface: fetches the overview; blocks. Threads: any.
+ * @param list     receives a new list of ZoxMyzoxPost, which the caller releases with
+ *                 zox_myzox_free(); null when there are none and on failure
+ * @param message  receives the server's notice for 29, else null; may be null
+ * @return 0; 11 when the reply cannot be read; a code of zox_http_curl_execute()
+ */
+ZoxErrorCode zox_myzox_fetch(GSList **list, char **message);
+
+/**
+ * Addition to the interface: releases a posting of the overview. Does not need the core. Threads:
+ * any, own data.
+ * @param post  the posting
+ */
+void zox_myzox_post_free(ZoxMyzoxPost *post);
+
+/**
+ * Addition to the interface: releases an overview with its postings. Does not need the core.
+ * Threads: any, own data.
+ * @param list  of ZoxMyzoxPost, or null
+ */
+void zox_myzox_free(GSList *list);
 
 /**
  * Reads the overview (root "MyZOX", children "Post" with an "ID" above 0). Asserts "buffer", and as

@@ -14,6 +14,7 @@
 #include "core/atomic_file.h"
 #include "core/cache_directory.h"
 #include "core/cache_reading.h"
+#include "core/changes.h"
 #include "core/core_lock.h"
 #include "core/file_outcome.h"
 #include "core/keyring.h"
@@ -112,6 +113,7 @@ void load_settings() noexcept {
     config->firstTime = 0;
   keyring::resolve(*config);
   exchange_settings(std::move(config));
+  tell_change(ZOX_CHANGE_SETTINGS);
 }
 
 }  // namespace velkor
@@ -140,6 +142,7 @@ void zox_config_save(void) {
   begin_file_operation();
   const OwnedString text(g_string_new(""));
   write_settings(*core->config, text.get());
+  tell_change(ZOX_CHANGE_SETTINGS);
   AtomicFile file = new_file();
   const bool opened = file.ok();
   file.write(view_of(text.get()));

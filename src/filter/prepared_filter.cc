@@ -15,11 +15,14 @@
 
 namespace velkor {
 
-PreparedFilter::PreparedFilter(const ZoxFilter &filter) noexcept
+PreparedFilter::PreparedFilter(const ZoxFilter &filter, NewsgroupSource source) noexcept
     : filter_(filter), title_(view_of(filter.titleSearch)), poster_(view_of(filter.posterSearch)),
       tags_(filter.tags) {
   const CoreReader guard;
-  if (filter.groupIdList != nullptr) {
+  if (source == NewsgroupSource::own_list) {
+    for (const ZoxString *group : Items<const ZoxString>(filter.groupIdList))
+      newsgroups_.insert(leading_integer(group->str));
+  } else if (filter.groupIdList != nullptr) {
     ZOX_ASSERT_IN(zox_group_id_is_in_list, groupIds, "groupIds");
     newsgroups_.insert(groupIds, groupIds + groupIdLen);
   }

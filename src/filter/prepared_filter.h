@@ -13,13 +13,17 @@
 
 namespace velkor {
 
+/** Against what a filter's newsgroup condition is tested. */
+enum class NewsgroupSource { active_set, own_list };
+
 /**
- * Accepts what zox_filter_accepts() accepts with the newsgroup id set as it is now. The filter, the
- * set and the category tree stay as they are meanwhile.
+ * Accepts what zox_filter_accepts() accepts with the newsgroup id set, or the filter's own list, as
+ * it is now. The filter, the set and the category tree stay as they are meanwhile.
  */
 class PreparedFilter {
 public:
-  explicit PreparedFilter(const ZoxFilter &filter) noexcept;
+  explicit PreparedFilter(const ZoxFilter &filter,
+                          NewsgroupSource source = NewsgroupSource::active_set) noexcept;
 
   [[nodiscard]] bool accepts(const ZoxEvent &event) const noexcept;
 

@@ -4,6 +4,7 @@
 #define VELKOR_FILTER_WATCHERS_H
 
 #include <optional>
+#include <string>
 
 #include <velkor/zox_event.h>
 
@@ -20,6 +21,9 @@ public:
 private:
   std::optional<WordSet> words_;
 };
+
+/** The text of the first watcher that matches the posting; empty when none does. */
+std::string first_watcher_of(const ZoxEvent &event) noexcept;
 
 }  // namespace velkor
 

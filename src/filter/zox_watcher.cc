@@ -38,6 +38,14 @@ bool Watchers::match(const ZoxEvent &event) noexcept {
   return false;
 }
 
+std::string first_watcher_of(const ZoxEvent &event) noexcept {
+  for (ZoxString *watcher : Items<ZoxString>(core->config->watcher)) {
+    if (matches(watcher, &event))
+      return std::string(view_of(watcher));
+  }
+  return {};
+}
+
 }  // namespace velkor
 
 using namespace velkor;

@@ -14,6 +14,7 @@
 #include <velkor/zox_http_parameter.h>
 
 #include "core/hosts.h"
+#include "core/job.h"
 #include "http/callbacks.h"
 #include "http/credentials.h"
 #include "http/file_request.h"
@@ -104,12 +105,31 @@ void choose_proxy(Transfer &transfer, const ZoxConfig &config) noexcept {
   transfer.set_proxy_credentials(credentials.get());
 }
 
-/** Performs the transfer with what depends on the front end. */
+/** Those who follow a transfer: the front end's function, and the job that it is made for. */
+struct Observers {
+  Callback<ZoxTransferCallback> front_end;
+  Job *job;
+};
+
+/** Each of the two may stop the transfer. */
+gint tell_observers(gint64 received, gint64 total, gpointer data) {
+  const auto *observers = static_cast<const Observers *>(data);
+  if (observers->job != nullptr) {
+    observers->job->count(received, total);
+    if (observers->job->cancelled())
+      return 1;
+  }
+  const auto &front_end = observers->front_end;
+  return front_end.function == nullptr ? 0 : front_end.function(received, total, front_end.data);
+}
+
+/** Performs the transfer with what depends on those who follow it. */
 CURLcode perform(Transfer &transfer) noexcept {
-  const auto observer = transfer_callback.get();
-  if (observer.function != nullptr)
+  Observers observers{transfer_callback.get(), current_job()};
+  const Callback<ZoxTransferCallback> observer{tell_observers, &observers};
+  if (observers.front_end.function != nullptr || observers.job != nullptr)
     transfer.observe(observer);
-  return transfer.perform();
+  return is_cancelled() ? CURLE_ABORTED_BY_CALLBACK : transfer.perform();
 }
 
 /** How a transfer ended, and what that makes of the request. */
@@ -163,8 +183,9 @@ void note_outcome(const Outcome &outcome, const Transfer &transfer, const char *
   record.reason = reason_of(outcome, transfer, file);
 }
 
-/** Runs the hook when it is due. Its requests leave no trace in the record of this one. */
+/** Runs the hook when it is due. Its requests are no part of this one or of its job. */
 void run_mail_hook() noexcept {
+  const WorkFor nobody(nullptr);
   RequestRecord record = std::exchange(latest_request(), {});
   mail_hook.run_if_due(g_get_real_time() / G_USEC_PER_SEC);
   latest_request() = std::move(record);

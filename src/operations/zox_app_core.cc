@@ -23,6 +23,7 @@
 #include "core/file_outcome.h"
 #include "core/settings.h"
 #include "http/workers.h"
+#include "operations/request_registry.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 
@@ -40,19 +41,27 @@ namespace {
  * categories, in which the postings are counted, and the newsgroups are looked up.
  */
 void load_parts(guint32 parts) noexcept {
-  core->filterlist = zox_filterlist_new();
-  if ((parts & ZOX_CORE_FILTERS) != 0)
+  if ((parts & ZOX_CORE_FILTERS) != 0) {
     zox_filterlist_load(core->filterlist);
-  zox_categories_init();
+    zox_categories_init();
+  }
   if ((parts & ZOX_CORE_TABLES) != 0) {
+    zox_tags_free();
     zox_tags_init();
     zox_group_load();
   }
   if ((parts & ZOX_CORE_MAIL) != 0)
     zox_mail_load();
-  core->eventlist = zox_eventlist_new();
   if ((parts & ZOX_CORE_POSTINGS) != 0)
     zox_eventlist_load(core->eventlist, nullptr);
+}
+
+/** Makes what every core has, empty, and loads the parts. */
+void make_parts(guint32 parts) noexcept {
+  core->filterlist = zox_filterlist_new();
+  core->eventlist = zox_eventlist_new();
+  zox_categories_init();
+  load_parts(parts);
 }
 
 /** The reverse, with the settings first and the two directories that shut-down forgets. */
@@ -142,7 +151,7 @@ Opening open_core(const ZoxCoreOptions &options) noexcept {
     zox_config_init();
   else if (Opening step = open_settings(); step.failed())
     return step;
-  load_parts(options.parts);
+  make_parts(options.parts);
   return opening;
 }
 
@@ -170,7 +179,7 @@ gint32 zox_app_core_init(const char *dataDir, const char *cacheDir, const char *
   zox_file_set_lib_dir(libDir);
   put_cache_in_order(__func__);
   zox_config_load();
-  load_parts(ZOX_CORE_ALL);
+  make_parts(ZOX_CORE_ALL);
   return 1;
 }
 
@@ -178,6 +187,7 @@ gint32 zox_app_core_init(const char *dataDir, const char *cacheDir, const char *
 void zox_app_core_cleanup(void) {
   if (core == nullptr)
     return;
+  request_registry().stop();
   stop_workers();
   zox_dbus_cleanup();
   zox_config_save();
@@ -196,9 +206,15 @@ ZoxCoreResult zox_app_core_open(const ZoxCoreOptions *options, char **message) {
   return opening.result;
 }
 
+void zox_app_core_load(guint32 parts) {
+  ZOX_ASSERT(core);
+  load_parts(parts);
+}
+
 void zox_app_core_close(void) {
   if (core == nullptr)
     return;
+  request_registry().stop();
   stop_workers();
   zox_dbus_cleanup();
   zox_mail_free(std::exchange(core->mail, nullptr));

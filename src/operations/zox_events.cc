@@ -16,9 +16,11 @@
 #include "core/app_core.h"
 #include "core/core_lock.h"
 #include "core/file_outcome.h"
+#include "core/job.h"
 #include "http/file_request.h"
 #include "operations/dump_file.h"
 #include "operations/update_bounds.h"
+#include "operations/update_result.h"
 #include "store/eventlist_store.h"
 #include "support/assertion.h"
 #include "support/descriptor.h"
@@ -77,9 +79,13 @@ public:
 
   [[nodiscard]] bool empty() const noexcept { return list_ == nullptr; }
 
-  void merge_into(ZOXEventlist *list, ZoxEventlistProgress progress, gpointer userData) noexcept {
+  /** Merges them all. @return what became of each */
+  MergeLog merge_into(ZOXEventlist *list, ZoxEventlistProgress progress,
+                      gpointer userData) noexcept {
     const OwnedCells objects(std::exchange(list_, nullptr));
-    zox_eventlist_merge(list, objects.get(), progress, userData);
+    MergeLog log;
+    merge(list, objects.get(), progress, userData, &log);
+    return log;
   }
 
 private:
@@ -167,6 +173,8 @@ private:
     OwnedString decompressedData;
     if (const ZoxErrorCode code = download(name, decompressedData); code != ZOX_RESULT_SUCCESS)
       return code;
+    if (is_cancelled())
+      return ZOX_RESULT_UNKNOWN_ERROR;
     GSList *objects = nullptr;
     const ZoxErrorCode parsed =
         zox_events_parse(decompressedData.get(), nullptr, &objects, server_text_, 0);
@@ -201,7 +209,7 @@ void move_times(gint64 stamp) noexcept {
 /** Saves the merged list and moves the update times on; false when the list cannot be saved. */
 bool save(gint64 stamp) noexcept {
   if (zox_eventlist_save(core->eventlist) == 0) {
-    if (!read_only())
+    if (!read_only() && !is_cancelled())
       g_warning("zox_events_fetch(): de postings konden niet worden opgeslagen\n");
     return false;
   }
@@ -257,7 +265,8 @@ ZoxErrorCode zox_events_fetch(ZoxEventsProgress progress, ZoxEventlistProgress m
                               ZoxEventsDone done, char **serverText, gpointer userData) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->config);
-  zox_eventlist_cleanup(core->eventlist);
+  ZoxUpdateResult &result = begin_update_result();
+  result.note_aged_out(remove_aged(core->eventlist));
   if (progress != nullptr)
     progress(0, 0);
   Update update(progress, serverText);
@@ -270,10 +279,16 @@ ZoxErrorCode zox_events_fetch(ZoxEventsProgress progress, ZoxEventlistProgress m
     return code;
   if (core->config->lastCheck != 0 && !start_from_cache())
     return ZOX_RESULT_UNKNOWN_ERROR;
-  update.postings().merge_into(core->eventlist, mergeProgress, userData);
+  if (is_cancelled())
+    return ZOX_RESULT_UNKNOWN_ERROR;
+  enter_step(JobStep::merging);
+  result.note_merge(update.postings().merge_into(core->eventlist, mergeProgress, userData));
   if (done != nullptr)
     done(userData);
+  enter_step(JobStep::saving);
   save_and_reload(update.stamp());
+  if (is_cancelled() && file_outcome().status == ZOX_FILE_NOT_WRITTEN)
+    return ZOX_RESULT_UNKNOWN_ERROR;
   if (done != nullptr) {
     FileOutcome outcome = file_outcome();  // the callback may save files of its own
     done(userData);

@@ -143,6 +143,28 @@ bool has_details(const ZoxEvent &event) noexcept {
          event.forum != nullptr;
 }
 
+/** Every number that is not kept in the cache file, and some that are. */
+constexpr std::array number_members{&ZoxEvent::fType,
+                                    &ZoxEvent::files,
+                                    &ZoxEvent::fStart,
+                                    &ZoxEvent::parType,
+                                    &ZoxEvent::pars,
+                                    &ZoxEvent::blockSize,
+                                    &ZoxEvent::view,
+                                    &ZoxEvent::kudos,
+                                    &ZoxEvent::locked,
+                                    &ZoxEvent::rating,
+                                    &ZoxEvent::watchlistUpdated,
+                                    &ZoxEvent::watcherHit};
+
+/** The record with its own texts and lists, but without what is not kept in the cache file. */
+ZoxEvent bare(const ZoxEvent &event) noexcept {
+  ZoxEvent copy = fresh_event;
+  for (const EventField &field : basic_fields)
+    std::visit([&](auto kind) { copy.*kind.member = event.*kind.member; }, field.kind);
+  return copy;
+}
+
 }  // namespace
 
 void free_packed(ZoxEvent *event) noexcept {
@@ -162,14 +184,15 @@ PackedEvent pack(const ZoxEvent &source, SharedMemory &memory) noexcept {
   return pack_into_block(source, &memory);
 }
 
-PackedEvent without_details(PackedEvent event) noexcept {
-  ZoxEvent bare = fresh_event;
-  for (const EventField &field : basic_fields)
-    std::visit([&](auto kind) { bare.*kind.member = (*event).*kind.member; }, field.kind);
-  if (has_details(*event))
-    return pack_into_block(bare, header_of(event.get())->memory);
-  *event = bare;
-  return event;
+PackedEvent without_details(const ZoxEvent &packed) noexcept {
+  return pack_into_block(bare(packed), header_of(const_cast<ZoxEvent *>(&packed))->memory);
+}
+
+bool is_without_details(const ZoxEvent &event) noexcept {
+  const ZoxEvent copy = bare(event);
+  return !has_details(event) && std::ranges::all_of(number_members, [&](auto member) {
+    return event.*member == copy.*member;
+  });
 }
 
 }  // namespace velkor

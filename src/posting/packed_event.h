@@ -32,11 +32,11 @@ PackedEvent pack(const ZoxEvent &source) noexcept;
 /** The same for a record whose shared members lie in `memory` already: they stay where they are. */
 PackedEvent pack(const ZoxEvent &source, SharedMemory &memory) noexcept;
 
-/**
- * Gives what is not kept in the cache file its initial value.
- * @return the record, in a smaller block if that pays
- */
-PackedEvent without_details(PackedEvent event) noexcept;
+/** A copy of a packed record in which what is not kept in the cache file has its initial value. */
+PackedEvent without_details(const ZoxEvent &packed) noexcept;
+
+/** Whether such a copy would not differ from the record. */
+bool is_without_details(const ZoxEvent &event) noexcept;
 
 struct ReleaseEventObject {
   void operator()(ZOXEventObject *object) const noexcept { unref_object(object); }
@@ -45,15 +45,6 @@ using OwnedEventObject = std::unique_ptr<ZOXEventObject, ReleaseEventObject>;
 
 /** A new object that holds `event`. */
 OwnedEventObject new_object(PackedEvent event) noexcept;
-
-/**
- * The record of an object that is about to be released: the record itself when nobody else holds
- * the object, and a copy of it otherwise.
- */
-PackedEvent take_record(ZOXEventObject &object) noexcept;
-
-/** Puts a record into an object whose record was taken. */
-void put_record(ZOXEventObject &object, PackedEvent event) noexcept;
 
 }  // namespace velkor
 

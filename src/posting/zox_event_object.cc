@@ -47,20 +47,6 @@ OwnedEventObject new_object(PackedEvent event) noexcept {
   return OwnedEventObject(make_instance());
 }
 
-PackedEvent take_record(ZOXEventObject &object) noexcept {
-  const WriteLock lock(object.lock);
-  // The only reference is the caller's: nobody else can ever get hold of the record.
-  if (std::atomic_ref(object.parent.ref_count).load(std::memory_order_acquire) == 1) {
-    order_after(&object);
-    return PackedEvent(std::atomic_ref(object.event).exchange(nullptr, std::memory_order_relaxed));
-  }
-  return pack(*object.event);
-}
-
-void put_record(ZOXEventObject &object, PackedEvent event) noexcept {
-  hold(object, std::move(event));
-}
-
 }  // namespace velkor
 
 using namespace velkor;

@@ -9,10 +9,12 @@
 #include <velkor/zox_eventlist.h>
 #include <velkor/zox_events_parse.h>
 
+#include "core/job.h"
 #include "core/reply_document.h"
 #include "http/service_request.h"
 #include "posting/event_record.h"
 #include "services/background_job.h"
+#include "store/eventlist_store.h"
 #include "support/assertion.h"
 
 namespace velkor {
@@ -113,8 +115,11 @@ ZoxErrorCode zox_eventinfo_fetch(gint32 postId, char **message) {
     g_warning("zox_eventinfo_fetch(): Parsen van gegevens mislukt\n");
     return ZOX_RESULT_NOT_PARSED;
   }
-  merge_details(*event, *details);
-  zox_eventlist_add_or_replace_event(core->eventlist, event.get());
+  if (is_cancelled())
+    return ZOX_RESULT_UNKNOWN_ERROR;
+  // The list's record of now takes them: its forum may have come meanwhile.
+  change_or_add(core->eventlist, *event,
+                [&details](ZoxEvent &posting) { merge_details(posting, *details); });
   zox_eventlist_save(core->eventlist);
   return 0;
 }

@@ -12,6 +12,7 @@
 #include "core/record_fields.h"
 #include "core/reply_document.h"
 #include "posting/event_record.h"
+#include "services/forum_fields.h"
 #include "support/assertion.h"
 #include "support/slist.h"
 #include "support/text.h"
@@ -29,16 +30,6 @@ constexpr auto reactie_fields = std::to_array<Field<ZoxReactie>>({
     {"Edit", &ZoxReactie::edit},
     {"Reply", &ZoxReactie::reply},
     {"Avatar", &ZoxReactie::avatar},
-});
-constexpr auto event_fields = std::to_array<Field<ZoxEvent>>({
-    {"Kudos", &ZoxEvent::kudos},
-    {"Pars", &ZoxEvent::pars},
-    {"ParType", &ZoxEvent::parType},
-    {"BlockSize", &ZoxEvent::blockSize},
-    {"Status", &ZoxEvent::status},
-    {"View", &ZoxEvent::view},
-    {"Locked", &ZoxEvent::locked},
-    {"Reason", &ZoxEvent::reason},
 });
 constexpr auto forum_fields = std::to_array<Field<ZoxForum>>({{"Stamp", &ZoxForum::stamp}});
 
@@ -164,7 +155,7 @@ void zox_events_forum_parse_forum(xmlDocPtr doc, xmlNodePtr firstChild, ZoxEvent
 
 void zox_events_forum_parse_data(xmlDocPtr doc, xmlNodePtr firstChild, ZoxEvent *event) {
   ZOX_ASSERT(event->forum);
-  read_fields<ZoxEvent>(doc, firstChild, event_fields, *event, xml::is_named_exactly);
+  read_fields<ZoxEvent>(doc, firstChild, live_fields, *event, xml::is_named_exactly);
   read_fields<ZoxForum>(doc, firstChild, forum_fields, *event->forum, xml::is_named_exactly);
 }
 

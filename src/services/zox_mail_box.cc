@@ -12,6 +12,7 @@
 
 #include "core/app_core.h"
 #include "core/cache_reading.h"
+#include "core/changes.h"
 #include "core/file_outcome.h"
 #include "services/mail_document.h"
 #include "support/assertion.h"
@@ -99,6 +100,7 @@ gint32 zox_mail_load(void) {
   if (reading.unusable && text->len > 0)
     reading.messages = rescue_mail(view_of(text.get()));
   const OwnedMail earlier(std::exchange(core->mail, reading.messages.release()));
+  tell_change(ZOX_CHANGE_MAIL);
   return 0;
 }
 
@@ -106,6 +108,7 @@ gint32 zox_mail_save(void) {
   ZOX_ASSERT(core);
   begin_file_operation();
   const OwnedString xmlData = mail_document(core->mail);
+  tell_change(ZOX_CHANGE_MAIL);
   return zox_file_save(mail_file, xmlData.get(), 0);
 }
 

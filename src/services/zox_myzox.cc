@@ -73,6 +73,29 @@ ZoxErrorCode zox_myzox_update(gint32 postId, char **message) {
   return reply.failed() ? report_failure(reply, message) : ZoxErrorCode{ZOX_RESULT_SUCCESS};
 }
 
+ZoxErrorCode zox_myzox_fetch(GSList **list, char **message) {
+  *list = nullptr;
+  const ServiceReply reply = send_request("/3.7.3/xml-myzox.php", {});
+  if (reply.failed())
+    return report_failure(reply, message);
+  hand_over(message, nullptr);
+  const auto fault = static_cast<DocumentFault>(zox_myzox_parse(reply.text.get(), list));
+  // A user without postings has an overview without any.
+  return fault == DocumentFault::none || fault == DocumentFault::no_children
+             ? ZOX_RESULT_SUCCESS
+             : ZOX_RESULT_NOT_PARSED;
+}
+
+void zox_myzox_post_free(ZoxMyzoxPost *post) {
+  free_myzox_post(post);
+}
+
+void zox_myzox_free(GSList *list) {
+  const OwnedCells cells(list);
+  for (ZoxMyzoxPost *post : Items<ZoxMyzoxPost>(list))
+    free_myzox_post(post);
+}
+
 gint32 zox_myzox_parse(const ZoxString *buffer, GSList **list) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(buffer);

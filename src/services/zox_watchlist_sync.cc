@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_config.h>
@@ -14,10 +15,12 @@
 #include <velkor/zox_splitted_list.h>
 #include <velkor/zox_string.h>
 
+#include "core/job.h"
 #include "filter/watched_ids.h"
 #include "filter/watchlist_entries.h"
 #include "http/service_request.h"
 #include "posting/event_record.h"
+#include "services/service_steps.h"
 #include "support/assertion.h"
 #include "support/owned.h"
 #include "support/slist.h"
@@ -61,33 +64,23 @@ OwnedIds ids_of(std::string_view reply) noexcept {
   return OwnedIds(zox_splitted_list_split(std::string(reply).c_str()));
 }
 
-/** Puts postings on the watchlist, which is saved before every request and at the end. */
-class Restoration {
+/** Brings postings that the event list does not know from the service, so many of them. */
+class Finder {
 public:
-  explicit Restoration(ZOXEventlist *list) noexcept : list_(list) {}
-  ~Restoration() { save(); }
-  Restoration(const Restoration &) = delete;
-  Restoration &operator=(const Restoration &) = delete;
+  explicit Finder(ZOXEventlist *list) noexcept : list_(list) {}
 
-  void restore(gint32 postId) noexcept {
-    if (!is_known(postId) && !find(postId))
-      return;
-    if (postId >= 1 && watched_.add(postId))
-      added_.append(zox_string_integer(postId));
-  }
-
-private:
   [[nodiscard]] bool is_known(gint32 postId) const noexcept {
     return OwnedEvent(zox_eventlist_lookup_id(list_, postId)) != nullptr;
   }
 
-  /** Brings a posting from the service into the event list, if it may be asked about one more. */
-  bool find(gint32 postId) noexcept {
-    if (questions_ >= max_questions) {
+  /** Whether one more may be asked for. */
+  bool may_ask() noexcept {
+    if (questions_ >= max_questions)
       refuse_to_ask();
-      return false;
-    }
-    save();
+    return questions_ < max_questions;
+  }
+
+  bool find(gint32 postId) noexcept {
     ++questions_;
     const OwnedEvent found(zox_eventinfo_findpost(postId));
     if (!found) {
@@ -100,11 +93,48 @@ private:
     return true;
   }
 
+private:
   void refuse_to_ask() noexcept {
     if (!std::exchange(refused_, true))
       g_warning("zox_watchlist_download(): na %i onbekende postings worden andere onbekende "
                 "overgeslagen\n",
                 max_questions);
+  }
+
+  ZOXEventlist *list_;
+  int questions_ = 0;
+  bool refused_ = false;
+};
+
+/** Puts postings on the watchlist, which is saved before every request and at the end. */
+class Restoration {
+public:
+  explicit Restoration(ZOXEventlist *list) noexcept : finder_(list) {}
+  ~Restoration() { save(); }
+  Restoration(const Restoration &) = delete;
+  Restoration &operator=(const Restoration &) = delete;
+
+  void restore(gint32 postId) noexcept {
+    if (!finder_.is_known(postId) && !find(postId))
+      return;
+    add(postId);
+  }
+
+  void add(gint32 postId) noexcept {
+    if (postId >= 1 && watched_.add(postId)) {
+      added_.append(zox_string_integer(postId));
+      ++count_;
+    }
+  }
+
+  [[nodiscard]] gint32 count() const noexcept { return count_; }
+
+private:
+  bool find(gint32 postId) noexcept {
+    if (!finder_.may_ask())
+      return false;
+    save();
+    return finder_.find(postId);
   }
 
   void save() noexcept {
@@ -114,14 +144,52 @@ private:
     zox_config_save();
   }
 
-  ZOXEventlist *list_;
+  Finder finder_;
   WatchedIds watched_;
   ListBuilder<ZoxString, free_string> added_;
-  int questions_ = 0;
-  bool refused_ = false;
+  gint32 count_ = 0;
 };
 
 }  // namespace
+
+OwnedString watchlist_to_send() noexcept {
+  return core->config->watchlist == nullptr ? nullptr : upload_text(core->config->watchlist);
+}
+
+ZoxErrorCode send_watchlist(const ZoxString *data, char **serverText) noexcept {
+  const ServiceReply reply = send_request(path, {{"mode", "save"}, {"data", data->str}});
+  hand_over(serverText, reply.notice());
+  if (reply.failed())
+    return reply.code;
+  return reply.view() == "OK" ? ZOX_RESULT_SUCCESS : ZOX_RESULT_UNKNOWN_REPLY;
+}
+
+ZoxErrorCode request_watchlist(std::vector<gint32> &postIds, char **serverText) noexcept {
+  const ServiceReply reply = send_request(path, {{"mode", "load"}}, {.require_data = false});
+  hand_over(serverText, reply.notice());
+  if (reply.failed())
+    return reply.code;
+  const OwnedIds ids = ids_of(reply.view());
+  const OwnedObject<ZOXEventlist> list(zox_eventlist_get());
+  Finder finder(list.get());
+  for (const ZoxString *id : Items<ZoxString>(ids.get())) {
+    if (is_cancelled())
+      return ZOX_RESULT_UNKNOWN_ERROR;
+    const gint32 postId = leading_integer(id->str);
+    if (finder.is_known(postId) || (finder.may_ask() && finder.find(postId)))
+      postIds.push_back(postId);
+  }
+  return ZOX_RESULT_SUCCESS;
+}
+
+gint32 take_watchlist(const std::vector<gint32> &postIds) noexcept {
+  const OwnedObject<ZOXEventlist> list(zox_eventlist_get());
+  Restoration restoration(list.get());
+  for (const gint32 postId : postIds)
+    restoration.add(postId);
+  return restoration.count();
+}
+
 }  // namespace velkor
 
 using namespace velkor;
@@ -131,14 +199,8 @@ extern "C" {
 ZoxErrorCode zox_watchlist_upload(char **serverText) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->config);
-  if (core->config->watchlist == nullptr)
-    return ZOX_RESULT_SUCCESS;
-  const OwnedString data = upload_text(core->config->watchlist);
-  const ServiceReply reply = send_request(path, {{"mode", "save"}, {"data", data->str}});
-  hand_over(serverText, reply.notice());
-  if (reply.failed())
-    return reply.code;
-  return reply.view() == "OK" ? ZOX_RESULT_SUCCESS : ZOX_RESULT_UNKNOWN_REPLY;
+  const OwnedString data = watchlist_to_send();
+  return data ? send_watchlist(data.get(), serverText) : ZoxErrorCode{ZOX_RESULT_SUCCESS};
 }
 
 ZoxErrorCode zox_watchlist_download(char **serverText) {

@@ -18,8 +18,8 @@ struct OrderedEntry {
   ZOXEventObject *object = nullptr;
 };
 
-/** The entries by rising id. */
-inline std::vector<OrderedEntry> entries_in_order(GHashTable *table) noexcept {
+/** The entries in the table's order. */
+inline std::vector<OrderedEntry> entries_of(GHashTable *table) noexcept {
   std::vector<OrderedEntry> entries;
   entries.reserve(g_hash_table_size(table));
   GHashTableIter iterator;
@@ -28,7 +28,6 @@ inline std::vector<OrderedEntry> entries_in_order(GHashTable *table) noexcept {
   g_hash_table_iter_init(&iterator, table);
   while (g_hash_table_iter_next(&iterator, &key, &object) != FALSE)
     entries.push_back({GPOINTER_TO_INT(key), static_cast<ZOXEventObject *>(object)});
-  std::ranges::sort(entries, {}, &OrderedEntry::id);
   return entries;
 }
 

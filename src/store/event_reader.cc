@@ -166,6 +166,11 @@ void EventReader::end_element(xmlParserCtxt *parser) noexcept {
 }
 
 void EventReader::end_posting(xmlParserCtxt *parser) noexcept {
+  if (job_ != nullptr && job_->cancelled()) {
+    refused_ = true;
+    xmlStopParser(parser);
+    return;
+  }
   if (postings.size() < most_postings_)
     postings.push_back(draft_.finish());
   else

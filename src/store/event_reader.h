@@ -17,6 +17,7 @@
 
 #include <libxml/parser.h>
 
+#include "core/job.h"
 #include "posting/event_fields.h"
 #include "posting/packed_event.h"
 #include "store/event_draft.h"
@@ -48,6 +49,9 @@ public:
   /** Refuses a document of more postings than that. */
   void limit_postings(std::size_t most) noexcept { most_postings_ = most; }
 
+  /** Gives a document up when the job of this thread is cancelled. */
+  void stop_with_job() noexcept { job_ = current_job(); }
+
   /** Reads a whole document, once. */
   Outcome read(std::string_view document) noexcept;
 
@@ -77,6 +81,7 @@ private:
   const Diagnosis diagnosis_;
   std::size_t most_postings_ = std::numeric_limits<std::size_t>::max();
   std::size_t bytes_allowed_ = 0;
+  const Job *job_ = nullptr;
   /* The names as the parser's dictionary holds them, so that addresses can be compared. */
   std::array<const xmlChar *, event_fields.size()> field_names_{};
   const xmlChar *event_name_ = nullptr;

@@ -2,6 +2,8 @@
 #include "store/eventlist_store.h"
 
 #include <memory>
+#include <optional>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -15,6 +17,8 @@ namespace {
 struct Kept {
   std::vector<OwnedEventObject> objects;
   std::vector<OwnedFilter> filters;
+  /** The ids of entries that changed while a table is made to replace the list's. */
+  std::optional<std::unordered_set<gint32>> changed;
 
   static void release(gpointer kept) {
     const std::unique_ptr<Kept> owned(static_cast<Kept *>(kept));
@@ -44,14 +48,35 @@ void part_with(ZOXEventlist *list, OwnedEventObject object) noexcept {
 
 }  // namespace
 
-void drop_tree(ZOXEventlist *list) noexcept {
-  assert_held_for_writing(list->lock);
-  const EventTable eventTree(std::exchange(list->tree, nullptr));
+void drop_tree(EventTable eventTree) noexcept {
   if (!eventTree) {
     g_return_if_fail_warning(G_LOG_DOMAIN, "zox_eventlist_tree_free", "eventTree != NULL");
     return;
   }
   for_each_object(eventTree.get(), [](gpointer, ZOXEventObject *object) { unref_object(object); });
+}
+
+void note_changes(ZOXEventlist *list) noexcept {
+  const WriteLock lock(list->lock);
+  kept_of(list).changed.emplace();
+}
+
+void note_change(ZOXEventlist *list, gint32 postId) noexcept {
+  assert_held_for_writing(list->lock);
+  if (auto &changed = kept_of(list).changed)
+    changed->insert(postId);
+}
+
+EventTable replace_tree(ZOXEventlist *list, EventTable tree) noexcept {
+  assert_held_for_writing(list->lock);
+  const auto changed = std::exchange(kept_of(list).changed, std::nullopt);
+  for (const gint32 postId : changed.value_or(std::unordered_set<gint32>())) {
+    take_object(tree.get(), postId);
+    ZOXEventObject *object = list->tree == nullptr ? nullptr : find_object(list->tree, postId);
+    if (object != nullptr)
+      put_object(tree.get(), OwnedEventObject(static_cast<ZOXEventObject *>(g_object_ref(object))));
+  }
+  return EventTable(std::exchange(list->tree, tree.release()));
 }
 
 void set_filtered(ZOXEventlist *list, EventTable filtered) noexcept {
@@ -73,7 +98,7 @@ void release_kept(ZOXEventlist *list) noexcept {
 }
 
 bool put_entry(ZOXEventlist *list, OwnedEventObject object) noexcept {
-  assert_held_for_writing(list->lock);
+  note_change(list, object->event->postId);
   OwnedEventObject earlier = put_object(list->tree, std::move(object));
   if (!earlier)
     return false;
@@ -82,7 +107,7 @@ bool put_entry(ZOXEventlist *list, OwnedEventObject object) noexcept {
 }
 
 bool remove_entry(ZOXEventlist *list, gint32 postId) noexcept {
-  assert_held_for_writing(list->lock);
+  note_change(list, postId);
   OwnedEventObject object = take_object(list->tree, postId);
   if (!object)
     return false;

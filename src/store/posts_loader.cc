@@ -6,8 +6,8 @@
 #include <span>
 #include <utility>
 
-#include "store/event_order.h"
 #include "support/parallel.h"
+#include "support/rw_lock.h"
 
 namespace velkor {
 namespace {
@@ -85,29 +85,28 @@ bool are_ordered(const std::vector<SectionContent> &contents) noexcept {
 }
 
 /**
- * Whether nobody but its table knows the object: no other reference, and nothing attached to it.
- * With its posting reset, no one can tell it from a new object.
+ * Whether nobody but its list and the snapshot knows the object: no other reference, and nothing
+ * attached to it. Without details, no one can tell it from a new object.
  */
 bool is_known_to_nobody(ZOXEventObject &object) noexcept {
-  return std::atomic_ref(object.parent.ref_count).load(std::memory_order_acquire) == 1 &&
+  constexpr guint own_references = 2;
+  return std::atomic_ref(object.parent.ref_count).load(std::memory_order_acquire) ==
+             own_references &&
          g_atomic_pointer_get(&object.parent.qdata) == nullptr;
 }
 
-/**
- * Makes an entry's posting as it is after reading. The entry's reference is used for the object
- * that holds it, or dropped.
- */
-OwnedEventObject renewed(OrderedEntry &entry) noexcept {
-  OwnedEventObject object(std::exchange(entry.object, nullptr));
-  PackedEvent event = without_details(take_record(*object));
-  if (!is_known_to_nobody(*object))
-    return new_object(std::move(event));
-  put_record(*object, std::move(event));
-  return object;
+/** An object with the entry's posting as it is after reading, which the digest takes in. */
+OwnedEventObject renewed(const OrderedEntry &entry, EventDigest &digest) noexcept {
+  ZOXEventObject &object = *entry.object;
+  const ReadLock lock(object.lock);
+  digest.add(*object.event);
+  if (is_known_to_nobody(object) && is_without_details(*object.event))
+    return OwnedEventObject(static_cast<ZOXEventObject *>(g_object_ref(&object)));
+  return new_object(without_details(*object.event));
 }
 
 /**
- * Takes the postings of a section out of the table, which is given up.
+ * The postings of a section as the list has them.
  * @return nothing when they are not what the section holds in the file
  */
 std::optional<SectionContent> take_postings(std::span<OrderedEntry> entries,
@@ -117,9 +116,8 @@ std::optional<SectionContent> take_postings(std::span<OrderedEntry> entries,
     return std::nullopt;
   SectionContent content;
   content.objects.reserve(entries.size());
-  for_each_entry(entries, [&](OrderedEntry &entry) {
-    content.objects.push_back(renewed(entry));
-    digest.add(*content.objects.back()->event);
+  for_each_entry(entries, [&](const OrderedEntry &entry) {
+    content.objects.push_back(renewed(entry, digest));
   });
   return digest.finish() == known.section.digest ? std::optional(std::move(content)) : std::nullopt;
 }
@@ -170,8 +168,8 @@ std::optional<SectionedPosts> read_sections(const PlacedReader &file,
 }
 
 std::optional<std::vector<SectionContent>>
-reread_sections(const PlacedReader &file, const KnownPosts &known, EventTable table) noexcept {
-  std::vector<OrderedEntry> entries = entries_in_order(table.get());
+reread_sections(const PlacedReader &file, const KnownPosts &known,
+                std::span<OrderedEntry> entries) noexcept {
   const auto ranges = entries_of_sections(entries, known.sections);
   std::vector<SectionContent> contents(known.sections.size());
   const auto reread_one = [&](SectionReader &reader, std::size_t number) {
@@ -186,10 +184,9 @@ reread_sections(const PlacedReader &file, const KnownPosts &known, EventTable ta
     contents[number] = *std::move(content);
     return true;
   };
-  const bool good = read_all(contents.size(), known.layout.seed, reread_one);
-  for (OrderedEntry &entry : entries)
-    const OwnedEventObject left(std::exchange(entry.object, nullptr));
-  return good ? std::optional(std::move(contents)) : std::nullopt;
+  if (!read_all(contents.size(), known.layout.seed, reread_one))
+    return std::nullopt;
+  return contents;
 }
 
 }  // namespace velkor

@@ -4,9 +4,11 @@
 #define VELKOR_STORE_POSTS_LOADER_H
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "store/event_order.h"
 #include "store/event_table.h"
 #include "store/known_posts.h"
 #include "store/section_reader.h"
@@ -29,12 +31,14 @@ std::optional<SectionedPosts> read_sections(const PlacedReader &file,
                                             const std::string &path) noexcept;
 
 /**
- * Reads the file that is known already, and takes from `table` the postings of every section that
- * holds just what it holds in the file, instead of reading them. The table is given up.
+ * Reads the file that is known already. The postings of a section that the entries, which are those
+ * of a list, hold just as the file does are taken from them instead of being read: the object
+ * itself where it could not be told from a new one, a copy without details otherwise.
  * @return nothing when a section cannot be read
  */
 std::optional<std::vector<SectionContent>>
-reread_sections(const PlacedReader &file, const KnownPosts &known, EventTable table) noexcept;
+reread_sections(const PlacedReader &file, const KnownPosts &known,
+                std::span<OrderedEntry> entries) noexcept;
 
 }  // namespace velkor
 

@@ -9,6 +9,7 @@
 #include "core/app_core.h"
 #include "core/atomic_file.h"
 #include "core/file_outcome.h"
+#include "core/job.h"
 #include "store/event_text.h"
 #include "store/section_writer.h"
 #include "support/clock.h"
@@ -34,6 +35,7 @@ public:
   enum class Result {
     written,
     failed,
+    cancelled,
     source_changed,  // the old file is not the one known: nothing can be kept of it
     empty            // there is no posting to write
   };
@@ -82,6 +84,8 @@ FileWriter::Result FileWriter::write(std::span<const SavePiece> pieces,
     for (NewSection &section : sections)
       add(std::move(section));
     pieces = pieces.subspan(batch.size());
+    if (is_cancelled())
+      return Result::cancelled;
   }
   if (file_.ok() && made_.sections.empty())
     return Result::empty;
@@ -176,6 +180,8 @@ private:
       posts_.remember(writer.take_known());
     else if (result == FileWriter::Result::failed)
       writer.warn(caller_);
+    else if (result == FileWriter::Result::cancelled)
+      set_file_outcome({ZOX_FILE_NOT_WRITTEN, 0, path_, "the work was cancelled"});
     return result;
   }
 

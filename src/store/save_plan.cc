@@ -121,13 +121,18 @@ std::vector<SavePiece> cut_new(const std::vector<SavePiece> &pieces,
 }  // namespace
 
 ListSnapshot::ListSnapshot(ZOXEventlist *list) noexcept {
+  take(list);
+  std::ranges::sort(entries_, {}, &OrderedEntry::id);
+}
+
+/** Holds the list only as long as it takes to hold its entries. */
+void ListSnapshot::take(ZOXEventlist *list) noexcept {
   const ReadLock lock(list->lock);
   if (list->tree == nullptr)
     return;
   has_table_ = true;
-  entries_ = entries_in_order(list->tree);
-  for (const OrderedEntry &entry : entries_)
-    g_object_ref(entry.object);
+  entries_ = entries_of(list->tree);
+  for_each_entry(entries_, [](const OrderedEntry &entry) { g_object_ref(entry.object); });
 }
 
 ListSnapshot::~ListSnapshot() {

@@ -28,6 +28,8 @@ public:
   [[nodiscard]] std::span<OrderedEntry> entries() noexcept { return entries_; }
 
 private:
+  void take(ZOXEventlist *list) noexcept;
+
   bool has_table_ = false;
   std::vector<OrderedEntry> entries_;
 };

@@ -2,6 +2,8 @@
 /** The event list as an object, and reading from it. */
 #include <velkor/zox_eventlist.h>
 
+#include <utility>
+
 #include <velkor/zox_filter.h>
 
 #include "posting/event_record.h"
@@ -22,7 +24,7 @@ void init(ZOXEventlist &list) noexcept {
 
 void release_contents(ZOXEventlist *list) noexcept {
   const WriteLock lock(list->lock);
-  drop_tree(list);
+  drop_tree(EventTable(std::exchange(list->tree, nullptr)));
   set_filtered(list, nullptr);
   set_active_filter(list, nullptr);
   release_kept(list);

@@ -8,6 +8,7 @@
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_watchlist.h>
 
+#include "core/changes.h"
 #include "core/settings_table.h"
 #include "filter/watched_ids.h"
 #include "filter/watchers.h"
@@ -27,24 +28,38 @@ namespace {
 /** Takes the objects of one merge into the list. */
 class Merge {
 public:
-  explicit Merge(ZOXEventlist *list) noexcept : list_(list) {}
+  /** @param log  receives what becomes of each posting; null if nobody wants to know */
+  Merge(ZOXEventlist *list, MergeLog *log) noexcept : list_(list), log_(log) {}
 
   /* No other thread sees the object before it is in the list: its own lock is not needed. */
   void take(ZOXEventObject *object) noexcept {
     assert_held_for_writing(list_->lock);
     ZoxEvent &event = *object->event;
-    if (watchers_.match(event)) {
+    const bool hit = watchers_.match(event);
+    if (hit) {
       core->watcherNoHits = 0;
       event.watcherHit = 1;
     }
-    if (put_entry(list_, OwnedEventObject(object)) && watched_.contains(event.postId)) {
+    const bool known = put_entry(list_, OwnedEventObject(object));
+    const bool watched = known && watched_.contains(event.postId);
+    if (watched) {
       note_watched_change();
       event.watchlistUpdated = 1;
     }
+    if (log_ != nullptr)
+      note(event, known, watched, hit);
   }
 
 private:
+  void note(const ZoxEvent &event, bool known, bool watched, bool hit) noexcept {
+    const bool deleted = event.status == ZOX_STATUS_DELETED || event.status == ZOX_STATUS_REMOVED;
+    log_->entries.push_back({event.postId, known, deleted, watched, hit});
+    if (hit)
+      log_->hits.push_back({event.postId, first_watcher_of(event)});
+  }
+
   ZOXEventlist *const list_;
+  MergeLog *const log_;
   Watchers watchers_;
   WatchedIds watched_;
 };
@@ -78,15 +93,22 @@ bool find_age_limit(gint64 &limit) noexcept {
   return true;
 }
 
-/** Removes what is older, except for the watchlist; true when there was anything that old. */
-bool remove_older(ZOXEventlist *list, gint64 limit) noexcept {
+/**
+ * Removes what is older, except for the watchlist; true when there was anything that old.
+ * @param removed  receives the ids of what was removed
+ */
+bool remove_older(ZOXEventlist *list, gint64 limit, std::vector<gint32> &removed) noexcept {
   const WriteLock lock(list->lock);
   const auto ids = ids_where(list, [limit](const ZoxEvent &event) { return event.stamp < limit; });
   WatchedIds watched;
   for (const gint32 postId : ids) {
-    if (!watched.contains(postId))
-      remove_known_entry(list, postId, 702);
+    if (watched.contains(postId))
+      continue;
+    remove_known_entry(list, postId, 702);
+    removed.push_back(postId);
   }
+  if (!removed.empty())
+    tell_change(ZOX_CHANGE_LIST);
   return !ids.empty();
 }
 
@@ -95,21 +117,40 @@ bool has_tree(ZOXEventlist *list) noexcept {
   return list->tree != nullptr;
 }
 
+/** Puts a copy into the list, into the object that is there if there is one. */
+void put_copy(ZOXEventlist *list, const ZoxEvent &event) noexcept {
+  assert_held_for_writing(list->lock);
+  tell_change(ZOX_CHANGE_POSTING, event.postId);  // whoever is told waits for the lock
+  ZOXEventObject *object = find_object(list->tree, event.postId);
+  if (object == nullptr) {
+    put_entry(list, new_object(pack(event)));
+    return;
+  }
+  note_change(list, event.postId);
+  zox_event_object_set_event(object, &event);
+  if (zox_watchlist_is_in_list(static_cast<guint32>(event.postId)) != FALSE)
+    note_watched_change();
+}
+
 }  // namespace
-}  // namespace velkor
 
-using namespace velkor;
+void change_or_add(ZOXEventlist *list, const ZoxEvent &known,
+                   const std::function<void(ZoxEvent &)> &change) noexcept {
+  const WriteLock lock(list->lock);
+  ZOXEventObject *object = find_object(list->tree, known.postId);
+  const OwnedEvent event(object == nullptr ? zox_event_duplicate(&known)
+                                           : zox_event_object_get_event(object));
+  change(*event);
+  put_copy(list, *event);
+}
 
-extern "C" {
-
-void zox_eventlist_merge(ZOXEventlist *list, GSList *objects, ZoxEventlistProgress progress,
-                         gpointer userData) {
+void merge(ZOXEventlist *list, GSList *objects, ZoxEventlistProgress progress, gpointer userData,
+           MergeLog *log) noexcept {
   constexpr guint32 step = 10;
-  ZOX_ASSERT(core);
   const WriteLock lock(list->lock);
   const guint32 total = g_slist_length(objects);
   guint32 number = 0;
-  Merge merge(list);
+  Merge merge(list, log);
   for (ZOXEventObject *object : Items<ZOXEventObject>(objects)) {
     ++number;
     if (progress != nullptr && number % step == 0)
@@ -118,18 +159,41 @@ void zox_eventlist_merge(ZOXEventlist *list, GSList *objects, ZoxEventlistProgre
   }
   if (progress != nullptr)
     progress(total, total, userData);
+  tell_change(ZOX_CHANGE_LIST);
+}
+
+std::vector<gint32> remove_aged(ZOXEventlist *list) noexcept {
+  std::vector<gint32> removed;
+  if (!has_tree(list))
+    return removed;
+  ZOX_ASSERT_IN(zox_eventlist_cleanup, core, "core");
+  ZOX_ASSERT_IN(zox_eventlist_cleanup, core->config, "core->config");
+  gint64 limit = 0;
+  if (!find_age_limit(limit) || !remove_older(list, limit, removed))
+    return removed;
+  // What could not be saved must not be replaced by what the file still holds. Saving right here
+  // keeps the file that another process sees in step with what was removed, whatever comes next; it
+  // costs little, since most sections are copied.
+  if (zox_eventlist_save(list) != 0)
+    reload(list);
+  return removed;
+}
+
+}  // namespace velkor
+
+using namespace velkor;
+
+extern "C" {
+
+void zox_eventlist_merge(ZOXEventlist *list, GSList *objects, ZoxEventlistProgress progress,
+                         gpointer userData) {
+  ZOX_ASSERT(core);
+  merge(list, objects, progress, userData, nullptr);
 }
 
 void zox_eventlist_add_or_replace_event(ZOXEventlist *list, const ZoxEvent *event) {
   const WriteLock lock(list->lock);
-  ZOXEventObject *object = find_object(list->tree, event->postId);
-  if (object == nullptr) {
-    put_entry(list, new_object(pack(*event)));
-    return;
-  }
-  zox_event_object_set_event(object, event);
-  if (zox_watchlist_is_in_list(static_cast<guint32>(event->postId)) != FALSE)
-    note_watched_change();
+  put_copy(list, *event);
 }
 
 void zox_eventlist_purge_deleted(ZOXEventlist *list) {
@@ -144,21 +208,12 @@ void zox_eventlist_purge_deleted(ZOXEventlist *list) {
       zox_watchlist_remove(postId);
     remove_known_entry(list, postId, 597);
   }
+  if (!ids.empty())
+    tell_change(ZOX_CHANGE_LIST);
 }
 
 void zox_eventlist_cleanup(ZOXEventlist *list) {
-  if (!has_tree(list))
-    return;
-  ZOX_ASSERT(core);
-  ZOX_ASSERT(core->config);
-  gint64 limit = 0;
-  if (!find_age_limit(limit) || !remove_older(list, limit))
-    return;
-  // What could not be saved must not be replaced by what the file still holds. Saving right here
-  // keeps the file that another process sees in step with what was removed, whatever comes next; it
-  // costs little, since most sections are copied.
-  if (zox_eventlist_save(list) != 0)
-    reload(list);
+  remove_aged(list);
 }
 
 }  // extern "C"

@@ -18,6 +18,7 @@
 
 #include "core/cache_directory.h"
 #include "core/cache_reading.h"
+#include "core/changes.h"
 #include "core/file_outcome.h"
 #include "posting/event_fields.h"
 #include "store/event_intake.h"
@@ -26,6 +27,7 @@
 #include "store/known_posts.h"
 #include "store/posts_loader.h"
 #include "store/posts_saver.h"
+#include "store/save_plan.h"
 #include "support/owned.h"
 #include "support/rw_lock.h"
 #include "support/text.h"
@@ -55,49 +57,51 @@ std::string fault_of(const GString *text) noexcept {
   return {};
 }
 
-/** Reads the cache file in one go into the empty table of the list. */
-ZoxErrorCode read_whole(ZOXEventlist *list, char **retError) noexcept {
+/** Reads the cache file in one go into the empty table. */
+ZoxErrorCode read_whole(GHashTable *table, char **retError) noexcept {
   const OwnedString text(zox_file_load(cache_name, 1));
   if (!text) {
     hand_over(retError, nullptr);
     return ZOX_RESULT_UNKNOWN_ERROR;
   }
-  const ZoxErrorCode code = zox_events_parse(text.get(), &list->tree, nullptr, retError, 1);
+  const ZoxErrorCode code = zox_events_parse(text.get(), &table, nullptr, retError, 1);
   const bool parsed = code == ZOX_RESULT_SUCCESS;
   finish_reading(cache_name, true, parsed ? std::string() : fault_of(text.get()));
   return code;
 }
 
-/** Replaces the postings of the list by those of the file's sections. */
-void take_over(ZOXEventlist *list, std::vector<SectionContent> contents) noexcept {
-  EventIntake intake(list->tree, nullptr);
+void fill(GHashTable *table, std::vector<SectionContent> contents) noexcept {
+  EventIntake intake(table, nullptr);
   for (SectionContent &content : contents)
     intake.take(std::move(content.objects), content.remarks);
 }
 
 /**
  * Takes the postings from the list itself, as far as the file, which is the one known, holds just
- * them. They end up as if they had been read: new objects without details.
- * @return false when the file has to be read after all; the list is empty then
+ * them. They end up as if they had been read: without details.
+ * @return false when the file has to be read after all
  */
-bool reload_known(ZOXEventlist *list, const PlacedReader &file, const KnownPosts &known) noexcept {
-  auto contents =
-      reread_sections(file, known, EventTable(std::exchange(list->tree, new_event_table())));
+bool take_known(ZOXEventlist *list, GHashTable *table, const PlacedReader &file,
+                const KnownPosts &known) noexcept {
+  ListSnapshot snapshot(list);
+  if (!snapshot.has_table())
+    return false;
+  auto contents = reread_sections(file, known, snapshot.entries());
   if (!contents)
     return false;
-  take_over(list, *std::move(contents));
+  fill(table, *std::move(contents));
   return true;
 }
 
-/** Reads the sections of the file into the empty table of the list. */
-bool load_sections(ZOXEventlist *list, PostsFile &posts, const PlacedReader &file,
+/** Reads the sections of the file into the empty table. */
+bool load_sections(GHashTable *table, PostsFile &posts, const PlacedReader &file,
                    const std::string &path) noexcept {
   auto read = read_sections(file, path);
   if (!read)
     return false;
   if (read->known)
     posts.remember(*std::move(read->known));
-  take_over(list, std::move(read->contents));
+  fill(table, std::move(read->contents));
   return true;
 }
 
@@ -120,42 +124,62 @@ enum class OutOfReach { read_anew, keep_list };
 
 ZoxErrorCode keep_list(const std::string &path) noexcept {
   set_file_outcome(failed_outcome(ZOX_FILE_UNREADABLE, path, EIO));
+  note_cache_status(ZOX_FILE_UNREADABLE);
   g_warning("zox_eventlist_load(): %s kan nu niet worden gelezen; de postings blijven zoals ze "
             "zijn\n",
             path.c_str());
   return ZOX_RESULT_UNKNOWN_ERROR;
 }
 
-/** Whether the list holds what the file does, read as far as need be; otherwise it is empty. */
-bool load_by_sections(ZOXEventlist *list, PostsFile &posts, const std::string &path,
-                      FileState state, const PlacedReader &file) noexcept {
+/** Fills the empty table with what the file holds, read as far as need be; false leaves it empty.
+ */
+bool load_by_sections(ZOXEventlist *list, GHashTable *table, PostsFile &posts,
+                      const std::string &path, FileState state, const PlacedReader &file) noexcept {
   // An earlier version's plain file comes first.
   const bool plain = access(cache_path(cache_name, false).c_str(), F_OK) == 0;
-  if (!plain && list->tree != nullptr && state == FileState::as_known &&
-      reload_known(list, file, *posts.known(path)))
+  if (!plain && state == FileState::as_known && take_known(list, table, file, *posts.known(path)))
     return true;
   posts.forget();
-  drop_tree(list);
-  list->tree = new_event_table();
-  return !plain && load_sections(list, posts, file, path);
+  return !plain && load_sections(table, posts, file, path);
+}
+
+/** Gives the list what was read; only for this moment, readers have to wait. */
+void exchange_postings(ZOXEventlist *list, EventTable table) noexcept {
+  EventTable earlier;
+  {
+    const WriteLock lock(list->lock);
+    set_filtered(list, nullptr);
+    earlier = replace_tree(list, std::move(table));
+  }
+  drop_tree(std::move(earlier));
+  tell_change(ZOX_CHANGE_LIST);
+}
+
+ZoxErrorCode read_all(ZOXEventlist *list, GHashTable *table, PostsFile &posts,
+                      const std::string &path, FileState state, const PlacedReader &file,
+                      char **retError) noexcept {
+  if (!load_by_sections(list, table, posts, path, state, file))
+    return read_whole(table, retError);
+  hand_over(retError, nullptr);
+  set_file_outcome({ZOX_FILE_FINE, 0, path});
+  finish_reading(cache_name, true, {});
+  return ZOX_RESULT_SUCCESS;
 }
 
 ZoxErrorCode load(ZOXEventlist *list, OutOfReach reach, char **retError) noexcept {
   PostsFile posts;
-  const WriteLock lock(list->lock);
   const std::string path = cache_path(cache_name, true);
   const PlacedReader file(path);
   const FileState state = compare(file, posts.known(path));
   begin_file_operation();
   if (state == FileState::out_of_reach && reach == OutOfReach::keep_list)
     return keep_list(path);
-  set_filtered(list, nullptr);
-  if (!load_by_sections(list, posts, path, state, file))
-    return read_whole(list, retError);
-  hand_over(retError, nullptr);
-  set_file_outcome({ZOX_FILE_FINE, 0, path});
-  finish_reading(cache_name, true, {});
-  return ZOX_RESULT_SUCCESS;
+  note_changes(list);
+  EventTable table(new_event_table());
+  const ZoxErrorCode code = read_all(list, table.get(), posts, path, state, file, retError);
+  exchange_postings(list, std::move(table));
+  note_cache_status(file_outcome().status);
+  return code;
 }
 
 }  // namespace
@@ -184,7 +208,9 @@ gint32 zox_eventlist_save(ZOXEventlist *list) {
   ListSnapshot snapshot(list);
   if (!snapshot.has_table())
     return 0;
-  return save_posts(posts, cache_path(cache_name, true), snapshot, __func__) ? 1 : 0;
+  const bool saved = save_posts(posts, cache_path(cache_name, true), snapshot, __func__);
+  note_cache_status(file_outcome().status);
+  return saved ? 1 : 0;
 }
 
 }  // extern "C"

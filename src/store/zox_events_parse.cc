@@ -9,6 +9,7 @@
 
 #include <velkor/zox_app_core.h>
 
+#include "core/job.h"
 #include "core/xml_diagnosis.h"
 #include "posting/packed_event.h"
 #include "store/event_intake.h"
@@ -71,8 +72,10 @@ ZoxErrorCode zox_events_parse(const ZoxString *buffer, GHashTable **retTree, GSL
 
   OwnedText message;
   EventReader reader;
-  if (retList != nullptr)
+  if (retList != nullptr) {
     reader.limit_postings(max_postings_of_dump);
+    reader.stop_with_job();
+  }
   const bool usable = read_document(reader, view_of(buffer), message);
   hand_over(retError, std::move(message));
   if (usable) {
@@ -80,7 +83,7 @@ ZoxErrorCode zox_events_parse(const ZoxString *buffer, GHashTable **retTree, GSL
         .take(objects_of(std::move(reader.postings)), reader.remarks);
     return ZOX_RESULT_SUCCESS;
   }
-  if (quiet == 0)
+  if (quiet == 0 && !is_cancelled())
     std::printf("zox_events_parse(): buffer = \n%s\n", buffer->str);
   return ZOX_RESULT_NOT_PARSED;
 }

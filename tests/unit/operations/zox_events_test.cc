@@ -8,7 +8,9 @@
 #include <velkor/zox_file.h>
 #include <velkor/zox_http_curl.h>
 #include <velkor/zox_string.h>
+#include <velkor/zox_update_result.h>
 
+#include "tests/support/filter_fixture.h"
 #include "tests/support/fresh_process.h"
 #include "tests/support/layer_fixtures.h"
 #include "tests/support/log_capture.h"
@@ -138,6 +140,59 @@ protected:
   Followed calls;
   std::string message;
 };
+
+/** The ids of one group of the latest update's result. */
+std::vector<gint32> changed(ZoxUpdateGroup group) {
+  const std::unique_ptr<ZoxUpdateResult, ReleaseWith<zox_update_result_unref>> result(
+      zox_events_last_result());
+  guint32 count = 77;
+  const gint32 *found = zox_update_result_ids(result.get(), group, &count);
+  EXPECT_EQ(found == nullptr, count == 0);
+  return {found, found + count};
+}
+
+std::string watcher_of_hit(guint32 index) {
+  const std::unique_ptr<ZoxUpdateResult, ReleaseWith<zox_update_result_unref>> result(
+      zox_events_last_result());
+  const char *text = zox_update_result_watcher(result.get(), index);
+  return text == nullptr ? "(null)" : text;
+}
+
+TEST_F(ZoxEventsFetch, TellsWhatChanged) {
+  keep_one_posting();
+  const OwnedEvent old = test::basic_event(9);
+  old->stamp = 1;
+  zox_eventlist_add_or_replace_event(core->eventlist, old.get());
+  core->config->watchlist = g_slist_append(nullptr, zox_string_new("1"));
+  core->config->watcher = g_slist_append(nullptr, zox_string_new("boot"));
+  core->config->watcher = g_slist_append(core->config->watcher, zox_string_new("FIETS"));
+  zox_filterlist_append_filter(core->filterlist, test::filter_of(0).get());
+  zox_categories_init();
+  available_are(available(2000, "een|twee"));
+  offer("een", document_of({recent_posting(7, "<Cat>0</Cat><Title>auto</Title>"),
+                            recent_posting(1, "<Cat>0</Cat><Title>nieuwe titel</Title>"),
+                            recent_posting(3, "<Status>-2</Status>")}));
+  offer("twee", document_of({recent_posting(7, "<Cat>0</Cat><Title>rode fiets</Title>"),
+                             recent_posting(5, "<Cat>0</Cat><Title>bootje</Title>")}));
+  EXPECT_EQ(update(), ZOX_RESULT_SUCCESS);
+  EXPECT_THAT(changed(ZOX_UPDATE_NEW), ElementsAre(5, 7));
+  EXPECT_THAT(changed(ZOX_UPDATE_CHANGED), ElementsAre(1));
+  EXPECT_THAT(changed(ZOX_UPDATE_REMOVED), ElementsAre(3));
+  EXPECT_THAT(changed(ZOX_UPDATE_AGED_OUT), ElementsAre(9));
+  EXPECT_THAT(changed(ZOX_UPDATE_WATCHED), ElementsAre(1));
+  EXPECT_THAT(changed(ZOX_UPDATE_WATCHER_HIT), ElementsAre(5, 7));
+  EXPECT_EQ(watcher_of_hit(0), "boot");
+  EXPECT_EQ(watcher_of_hit(1), "FIETS");
+  EXPECT_EQ(watcher_of_hit(2), "(null)");
+}
+
+TEST_F(ZoxEventsFetch, TellsThatNothingChanged) {
+  keep_one_posting();
+  available_are(available(2000, ""));
+  EXPECT_EQ(update(), ZOX_RESULT_NOTHING_NEW);
+  for (const ZoxUpdateGroup group : {ZOX_UPDATE_NEW, ZOX_UPDATE_CHANGED, ZOX_UPDATE_AGED_OUT})
+    EXPECT_THAT(changed(group), IsEmpty());
+}
 
 TEST_F(ZoxEventsFetch, BringsTheListUpToDate) {
   keep_one_posting();

@@ -67,7 +67,7 @@ TEST(PackedEventTest, TextsAreWholeGStrings) {
 TEST(PackedEventTest, WithoutDetailsIsWhatTheCacheFileKeeps) {
   OwnedEvent expected = full_event();
   const std::string kept = describe_basic(*expected);
-  const PackedEvent bare = without_details(pack(*expected));
+  const PackedEvent bare = without_details(*pack(*expected));
   EXPECT_EQ(describe_basic(*bare), kept);
   EXPECT_EQ(bare->des, nullptr);
   EXPECT_EQ(bare->mp3Tracks, nullptr);
@@ -75,31 +75,20 @@ TEST(PackedEventTest, WithoutDetailsIsWhatTheCacheFileKeeps) {
   EXPECT_EQ(bare->watcherHit, fresh_event.watcherHit);
 }
 
-TEST(PackedEventTest, StaysWhereItIsWhenThereAreNoDetails) {
-  PackedEvent event = pack(*test::basic_event(7));
-  const ZoxEvent *place = event.get();
-  event->watcherHit = 1;
-  const PackedEvent bare = without_details(std::move(event));
-  EXPECT_EQ(bare.get(), place);
-  EXPECT_EQ(bare->watcherHit, fresh_event.watcherHit);
-}
-
-TEST(PackedEventTest, IsTakenFromAnObjectThatNobodyElseHolds) {
-  PackedEvent event = pack(*full_event());
-  const ZoxEvent *place = event.get();
-  const OwnedEventObject object = new_object(std::move(event));
-  PackedEvent taken = take_record(*object);
-  EXPECT_EQ(taken.get(), place);
-  put_record(*object, std::move(taken));
-  EXPECT_EQ(object->event, place);
-}
-
-TEST(PackedEventTest, IsCopiedFromAnObjectThatSomebodyHolds) {
-  const OwnedEventObject object = new_object(pack(*full_event()));
-  const OwnedEventObject other(static_cast<ZOXEventObject *>(g_object_ref(object.get())));
-  const PackedEvent taken = take_record(*object);
-  EXPECT_NE(taken.get(), other->event);
-  EXPECT_EQ(describe(*taken), describe(*other->event));
+TEST(PackedEventTest, KnowsWhetherItHasDetails) {
+  const OwnedEvent event = test::basic_event(7);
+  EXPECT_TRUE(is_without_details(*pack(*event)));
+  for (const auto member :
+       {&ZoxEvent::fType, &ZoxEvent::files, &ZoxEvent::fStart, &ZoxEvent::parType, &ZoxEvent::pars,
+        &ZoxEvent::blockSize, &ZoxEvent::view, &ZoxEvent::kudos, &ZoxEvent::locked,
+        &ZoxEvent::watchlistUpdated, &ZoxEvent::watcherHit}) {
+    const OwnedEvent detailed(zox_event_duplicate(event.get()));
+    ++((*detailed).*member);
+    const PackedEvent packed = pack(*detailed);
+    EXPECT_EQ(is_without_details(*packed),
+              describe(*without_details(*packed)) == describe(*packed));
+  }
+  EXPECT_FALSE(is_without_details(*pack(*full_event())));
 }
 
 TEST(PackedEventTest, KeepsZeroBytesWithinAText) {

@@ -1,6 +1,12 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include <velkor/zox_eventinfo.h>
 
+#include <filesystem>
+
+#include <sys/stat.h>
+
+#include <velkor/zox_file.h>
+
 #include "tests/unit/services/service_fixture.h"
 
 namespace velkor::test {
@@ -24,6 +30,28 @@ protected:
 
   LogCapture log;
 };
+
+/** The file itself: what is written takes its place as another one. */
+ino_t inode_of(const std::filesystem::path &path) {
+  struct stat status {};
+  EXPECT_EQ(stat(path.c_str(), &status), 0);
+  return status.st_ino;
+}
+
+TEST_F(ZoxEventinfo, LeavesACacheFileThatHoldsTheOutcomeAlready) {
+  cache(5);
+  cache(6);
+  ASSERT_EQ(zox_eventlist_save(core->eventlist), 1);
+  const std::filesystem::path file = cache_file("velkor.posts.gz");
+  const ino_t before = inode_of(file);
+  server.reply(details_path, details);
+  EXPECT_EQ(zox_eventinfo_fetch(5, message), 0U);
+  EXPECT_EQ(inode_of(file), before);
+  EXPECT_EQ(zox_file_last_error()->status, ZOX_FILE_FINE);
+  cache(6, "Andere titel");
+  EXPECT_EQ(zox_eventinfo_fetch(5, message), 0U);
+  EXPECT_NE(inode_of(file), before);
+}
 
 TEST_F(ZoxEventinfo, FindsAPosting) {
   server.reply(find_path, "<Post><PostID>5</PostID><Title>T</Title></Post>");

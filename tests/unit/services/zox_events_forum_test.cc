@@ -87,6 +87,43 @@ TEST_F(ZoxEventsForum, PostsAnEmptyReaction) {
   EXPECT_THAT(sent(), ElementsAre("/3.7.3/xml-forum.php m=add b= s=5"));
 }
 
+TEST_F(ZoxEventsForum, TellsWhatTheServerAnswersToAReaction) {
+  struct Case {
+    const char *reply;
+    ZoxAnswer answer;
+    guint32 id;
+  };
+  for (const Case &expected :
+       {Case{"OK17", ZOX_ANSWER_DONE, 17}, Case{"OK", ZOX_ANSWER_DONE, 0},
+        Case{"LOCKED", ZOX_ANSWER_LOCKED, 0}, Case{"NOTFOUND", ZOX_ANSWER_NOT_FOUND, 0},
+        Case{"FAIL", ZOX_ANSWER_REFUSED, 0}, Case{"wat dan ook 3", ZOX_ANSWER_UNKNOWN, 0}}) {
+    ZoxAnswer answer = ZOX_ANSWER_NONE;
+    guint32 id = 77;
+    server.reply("/3.7.3/xml-forum.php", expected.reply);
+    EXPECT_EQ(zox_events_forum_react(5, 0, "een\ntwee", &answer, &id, message), 0U);
+    EXPECT_EQ(answer, expected.answer) << expected.reply;
+    EXPECT_EQ(id, expected.id) << expected.reply;
+    EXPECT_EQ(message.text(), "(null)");
+  }
+  EXPECT_EQ(sent().front(), "/3.7.3/xml-forum.php m=add b=een\r\ntwee s=5");
+}
+
+TEST_F(ZoxEventsForum, RepliesToAReaction) {
+  ZoxAnswer answer = ZOX_ANSWER_NONE;
+  server.reply("/3.7.3/xml-forum.php", "OK18");
+  EXPECT_EQ(zox_events_forum_react(5, 17, "ja", &answer, nullptr, nullptr), 0U);
+  EXPECT_THAT(sent(), ElementsAre("/3.7.3/xml-forum.php m=add b=ja s=5 r=17"));
+}
+
+TEST_F(ZoxEventsForum, AFailedReactionHasNoAnswer) {
+  ZoxAnswer answer = ZOX_ANSWER_DONE;
+  guint32 id = 77;
+  server.reply("/3.7.3/xml-forum.php", "BAN");
+  EXPECT_EQ(zox_events_forum_react(5, 0, "ja", &answer, &id, message), 3U);
+  EXPECT_EQ(answer, ZOX_ANSWER_NONE);
+  EXPECT_EQ(id, 0U);
+}
+
 using ZoxEventsForumDeathTest = LibraryTest;
 
 TEST_F(ZoxEventsForumDeathTest, AssertsItsArguments) {

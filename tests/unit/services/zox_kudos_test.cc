@@ -20,6 +20,31 @@ TEST_F(ZoxKudos, GivesKudosWhateverTheReply) {
               ElementsAre("/3.7.3/xml-kudos.php mode=give id=2147483647 kudos=-2147483648"));
 }
 
+TEST_F(ZoxKudos, TellsWhatTheServerAnswers) {
+  struct Case {
+    const char *reply;
+    ZoxAnswer answer;
+  };
+  for (const Case &expected : {Case{"OK", ZOX_ANSWER_DONE}, Case{"DUPE", ZOX_ANSWER_DUPLICATE},
+                               Case{"FAIL", ZOX_ANSWER_REFUSED}, Case{"DUPES", ZOX_ANSWER_UNKNOWN},
+                               Case{"bedankt", ZOX_ANSWER_UNKNOWN}}) {
+    ZoxAnswer answer = ZOX_ANSWER_NONE;
+    server.reply(path, expected.reply);
+    EXPECT_EQ(zox_kudos_give_answered(5, -1, &answer, message), 0U);
+    EXPECT_EQ(answer, expected.answer) << expected.reply;
+    EXPECT_EQ(message.text(), "(null)");
+  }
+  EXPECT_EQ(sent().front(), "/3.7.3/xml-kudos.php mode=give id=5 kudos=-1");
+}
+
+TEST_F(ZoxKudos, AFailedRequestHasNoAnswer) {
+  ZoxAnswer answer = ZOX_ANSWER_DONE;
+  server.reply(path, "MSGOnderhoud");
+  EXPECT_EQ(zox_kudos_give_answered(5, 1, &answer, message), 29U);
+  EXPECT_EQ(answer, ZOX_ANSWER_NONE);
+  EXPECT_EQ(message.text(), "Onderhoud");
+}
+
 TEST_F(ZoxKudos, ReadsTheNumbersAroundTheFirstStar) {
   struct Case {
     const char *reply;

@@ -162,5 +162,48 @@ TEST_F(ZoxMyzoxDeathTest, AssertsTheDocumentTheCoreAndEdit) {
       "assertion failed: \\(core\\)");
 }
 
+class ZoxMyzoxFetch : public ServiceTest {
+protected:
+  ~ZoxMyzoxFetch() override { zox_myzox_free(list); }
+
+  ZoxErrorCode fetch(const std::string &reply) {
+    zox_myzox_free(list);
+    server.reply("/3.7.3/xml-myzox.php", reply);
+    return zox_myzox_fetch(&list, message);
+  }
+
+  GSList *list = nullptr;
+};
+
+TEST_F(ZoxMyzoxFetch, BringsTheOverview) {
+  EXPECT_EQ(fetch("<MyZOX><Post ID=\"7\"><Title>t</Title><Groups>|3|</Groups></Post>"
+                  "<Post ID=\"8\"/></MyZOX>"),
+            0U);
+  EXPECT_EQ(message.text(), "(null)");
+  EXPECT_THAT(sent(), ElementsAre("/3.7.3/xml-myzox.php"));
+  ASSERT_EQ(g_slist_length(list), 2U);
+  EXPECT_EQ(text_of(static_cast<const ZoxMyzoxPost *>(list->data)->title), "t");
+}
+
+TEST_F(ZoxMyzoxFetch, AnOverviewWithoutPostingsIsNoFailure) {
+  EXPECT_EQ(fetch("<MyZOX/>"), 0U);
+  EXPECT_EQ(list, nullptr);
+}
+
+TEST_F(ZoxMyzoxFetch, TellsOfFailures) {
+  standard_error_of([&] { EXPECT_EQ(fetch("<Groups><Group/></Groups>"), 11U); });
+  EXPECT_EQ(list, nullptr);
+  EXPECT_EQ(message.text(), "(null)");
+  EXPECT_EQ(fetch("MSGOnderhoud"), 29U);
+  EXPECT_EQ(message.text(), "Onderhoud");
+}
+
+TEST_F(ZoxMyzoxFetch, APostingIsFreedByItself) {
+  ASSERT_EQ(fetch("<MyZOX><Post ID=\"7\"><Title>t</Title></Post></MyZOX>"), 0U);
+  zox_myzox_post_free(static_cast<ZoxMyzoxPost *>(list->data));
+  list = g_slist_delete_link(list, list);
+  EXPECT_EQ(list, nullptr);
+}
+
 }  // namespace
 }  // namespace velkor::test
