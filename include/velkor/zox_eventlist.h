@@ -76,7 +76,9 @@ void zox_eventlist_destroy(ZOXEventlist *list);
 
 /**
  * Replaces the postings by those of the cache file and forgets the filtered set, not the filter.
- * New postings are counted in their categories. Threads: one at a time, hand-over allowed.
+ * New postings are counted in their categories. Meanwhile other threads may use the list, which
+ * holds the earlier postings until all are read; what they add, replace or remove stays so.
+ * Threads: one at a time, hand-over allowed.
  * @param list      the list
  * @param retError  receives null or a message; may be null
  * @return 0; 11 when the file is missing, empty or broken, 1 when it cannot be read at all; the

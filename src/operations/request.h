@@ -77,9 +77,9 @@ public:
   void attach_end() noexcept;
 
 private:
-  static gpointer run_on_thread(gpointer request) noexcept;
-  static gboolean end_on_context(gpointer request) noexcept;
-  static gboolean tell_progress(gpointer request) noexcept;
+  static gpointer run_on_thread(gpointer data) noexcept;
+  static gboolean end_on_context(gpointer data) noexcept;
+  static gboolean tell_progress(gpointer data) noexcept;
   static void unref_pointer(gpointer request) noexcept;
 
   void run() noexcept;

@@ -2,6 +2,7 @@
 #include <velkor/zox_update_result.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "operations/update_result.h"
@@ -68,9 +69,10 @@ void ZoxUpdateResult::note_merge(MergeLog log) noexcept {
     if (!entry.hit || entry.deleted)
       continue;
     // The last of several is that of the posting as it is now.
-    const auto hits = std::ranges::equal_range(log.hits, entry.postId, {}, &MergeLog::Hit::postId);
+    const auto behind =
+        std::ranges::upper_bound(log.hits, entry.postId, {}, &MergeLog::Hit::postId);
     group(ZOX_UPDATE_WATCHER_HIT).push_back(entry.postId);
-    watchers_.push_back(hits.back().watcher);
+    watchers_.push_back(std::prev(behind)->watcher);
   }
 }
 

@@ -61,6 +61,11 @@ void note_changes(ZOXEventlist *list) noexcept {
   kept_of(list).changed.emplace();
 }
 
+void forget_changes(ZOXEventlist *list) noexcept {
+  const WriteLock lock(list->lock);
+  kept_of(list).changed.reset();
+}
+
 void note_change(ZOXEventlist *list, gint32 postId) noexcept {
   assert_held_for_writing(list->lock);
   if (auto &changed = kept_of(list).changed)

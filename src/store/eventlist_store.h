@@ -1,8 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * What the operations of the event list share; but for drop_tree(),
- * note_changes(), merge(), remove_aged(), change_or_add() and reload(), all of it needs the list's
- * lock held for writing, which debug builds check.
+ * What the operations of the event list share. All of it needs the list's lock held for writing,
+ * which debug builds check; but drop_tree() needs no lock, and note_changes(), forget_changes(),
+ * merge(), remove_aged(), change_or_add() and reload() take it themselves.
  *
  * The filtered set holds its entries without references. What leaves the list while it is still in
  * that set is therefore kept until the set goes, and an earlier filter until the list goes, since
@@ -36,6 +36,9 @@ void release_kept(ZOXEventlist *list) noexcept;
 
 /** From now on until replace_tree(), notes which entries change. The lock is taken here. */
 void note_changes(ZOXEventlist *list) noexcept;
+
+/** Ends that without replace_tree(). The lock is taken here. */
+void forget_changes(ZOXEventlist *list) noexcept;
 
 /**
  * Replaces the table by one that was made since note_changes(), in which entries that have changed

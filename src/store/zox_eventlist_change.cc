@@ -2,6 +2,7 @@
 /** Adding postings to the event list and removing them from it. */
 #include <velkor/zox_eventlist.h>
 
+#include <cstddef>
 #include <cstdio>
 #include <vector>
 
@@ -31,11 +32,19 @@ public:
   /** @param log  receives what becomes of each posting; null if nobody wants to know */
   Merge(ZOXEventlist *list, MergeLog *log) noexcept : list_(list), log_(log) {}
 
-  /* No other thread sees the object before it is in the list: its own lock is not needed. */
+  /* No other thread sees an object before it is in the list: its own lock is not needed. */
+
+  /** Finds out which postings the watchers match: for this, nobody has to wait. */
+  void test(const GSList *objects) noexcept {
+    for (const ZOXEventObject *object : Items<const ZOXEventObject>(objects))
+      hits_.push_back(watchers_.match(*object->event));
+  }
+
+  /** Takes the next of the objects tested. */
   void take(ZOXEventObject *object) noexcept {
     assert_held_for_writing(list_->lock);
     ZoxEvent &event = *object->event;
-    const bool hit = watchers_.match(event);
+    const bool hit = hits_[taken_++];
     if (hit) {
       core->watcherNoHits = 0;
       event.watcherHit = 1;
@@ -62,6 +71,8 @@ private:
   MergeLog *const log_;
   Watchers watchers_;
   WatchedIds watched_;
+  std::vector<bool> hits_;
+  std::size_t taken_ = 0;
 };
 
 /** The post ids of all entries whose posting meets the condition. */
@@ -147,10 +158,11 @@ void change_or_add(ZOXEventlist *list, const ZoxEvent &known,
 void merge(ZOXEventlist *list, GSList *objects, ZoxEventlistProgress progress, gpointer userData,
            MergeLog *log) noexcept {
   constexpr guint32 step = 10;
+  Merge merge(list, log);
+  merge.test(objects);
   const WriteLock lock(list->lock);
   const guint32 total = g_slist_length(objects);
   guint32 number = 0;
-  Merge merge(list, log);
   for (ZOXEventObject *object : Items<ZOXEventObject>(objects)) {
     ++number;
     if (progress != nullptr && number % step == 0)

@@ -169,12 +169,14 @@ ZoxErrorCode read_all(ZOXEventlist *list, GHashTable *table, PostsFile &posts,
 ZoxErrorCode load(ZOXEventlist *list, OutOfReach reach, char **retError) noexcept {
   PostsFile posts;
   const std::string path = cache_path(cache_name, true);
+  note_changes(list);
   const PlacedReader file(path);
   const FileState state = compare(file, posts.known(path));
   begin_file_operation();
-  if (state == FileState::out_of_reach && reach == OutOfReach::keep_list)
+  if (state == FileState::out_of_reach && reach == OutOfReach::keep_list) {
+    forget_changes(list);
     return keep_list(path);
-  note_changes(list);
+  }
   EventTable table(new_event_table());
   const ZoxErrorCode code = read_all(list, table.get(), posts, path, state, file, retError);
   exchange_postings(list, std::move(table));

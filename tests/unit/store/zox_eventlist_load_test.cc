@@ -8,6 +8,7 @@
 #include <thread>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 
 #include <velkor/zox_events_parse.h>
@@ -43,6 +44,14 @@ protected:
     // Waits until the load has opened its end.
     return Descriptor(open(cache_file("velkor.posts.gz").c_str(), O_WRONLY | O_CLOEXEC));
   }
+  /** Sends the whole file, and waits until the load has it: it opens the pipe more than once. */
+  static void send(const Descriptor &pipe, const std::string &document) {
+    EXPECT_EQ(write(pipe.get(), document.data(), document.size()),
+              static_cast<ssize_t>(document.size()));
+    int left = 1;
+    while (left > 0 && ioctl(pipe.get(), FIONREAD, &left) == 0)
+      std::this_thread::yield();
+  }
 };
 
 TEST_F(ZoxEventlistLoad, LetsOthersReadAndChangeTheList) {
@@ -57,9 +66,7 @@ TEST_F(ZoxEventlistLoad, LetsOthersReadAndChangeTheList) {
     EXPECT_EQ(zox_eventlist_get_count(list, 0), 2U);
     add(basic_event(2, "anders"));
     add(basic_event(3));
-    const std::string document = document_of({posting_element(7, "<Title>zeven</Title>")});
-    EXPECT_EQ(write(pipe.get(), document.data(), document.size()),
-              static_cast<ssize_t>(document.size()));
+    send(pipe, document_of({posting_element(7, "<Title>zeven</Title>")}));
   }
   loader.join();
   EXPECT_EQ(code, ZOX_RESULT_SUCCESS);
@@ -75,9 +82,7 @@ TEST_F(ZoxEventlistLoad, WhatLeavesMeanwhileStaysAway) {
   {
     const Descriptor pipe = open_pipe();
     zox_eventlist_purge_deleted(list);
-    const std::string document = document_of({posting_element(7), posting_element(8)});
-    EXPECT_EQ(write(pipe.get(), document.data(), document.size()),
-              static_cast<ssize_t>(document.size()));
+    send(pipe, document_of({posting_element(7), posting_element(8)}));
   }
   loader.join();
   EXPECT_THAT(test::ids(list), testing::ElementsAre(8));
