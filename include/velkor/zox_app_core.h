@@ -57,10 +57,11 @@ gint32 zox_app_core_init(const char *dataDir, const char *cacheDir, const char *
 
 /**
  * Stops the D-Bus service, saves the settings, releases all but the library directory's name and
- * the mail, and sets `core` to null; does nothing without a core. Requests of zox_request.h, and what
- * was started by zox_eventinfo_fetch_async() and zox_events_forum_fetch_async(), are ended first,
- * within about a second: their callbacks still come, those of the latter with the result of a failed
- * request. Nothing else may be running on another thread. Threads: one at a time, hand-over allowed.
+ * the mail, and sets `core` to null; does nothing without a core. Requests of zox_request.h, and
+ * what was started by zox_eventinfo_fetch_async() and zox_events_forum_fetch_async(), are ended
+ * first, within about a second: their callbacks still come, those of the latter with the result of
+ * a failed request. Nothing else may be running on another thread. Threads: one at a time,
+ * hand-over allowed.
  */
 void zox_app_core_cleanup(void);
 
@@ -105,9 +106,9 @@ ZoxCoreResult zox_app_core_open(const ZoxCoreOptions *options, char **message);
  * ZOX_CORE_SETTINGS, ZOX_CORE_FILTERS, ZOX_CORE_TABLES and ZOX_CORE_MAIL: the bus and small files),
  * and the postings, which may be many, on another thread while a window shows itself already. The
  * outcome of the file read last is in zox_file_last_error() of the calling thread.
- * Threads: the core's; with ZOX_CORE_POSTINGS alone any thread, while the filters and categories
- * stay as they are; the event list may be read meanwhile and shows all postings at once at the end.
- * zox_request_load() does this.
+ * Threads: one at a time, hand-over allowed; with ZOX_CORE_POSTINGS alone any, while the filters
+ * and categories stay as they are; the event list may be read meanwhile and shows all postings at
+ * once at the end. zox_request_load() does this.
  * @param parts  ZOX_CORE_FILTERS, ZOX_CORE_TABLES, ZOX_CORE_MAIL and ZOX_CORE_POSTINGS, added up;
  *               other parts are ignored
  */

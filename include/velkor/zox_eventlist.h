@@ -225,7 +225,8 @@ guint32 zox_eventlist_count_matches(ZOXEventlist *list, const ZoxFilter *filter,
 
 /**
  * Addition to the interface: counts the postings of every category, in one pass over the list. The
- * counters of the categories stay as they are. Asserts "core->categories". Threads: the core's.
+ * counters of the categories stay as they are. Asserts "core->categories". Threads: one at a time,
+ * hand-over allowed.
  * @param list    the list
  * @param filter  what is counted at all; null for all postings
  * @param counts  receives for each entry of zox_categories_get(), in its order, how many postings

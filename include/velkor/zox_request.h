@@ -12,10 +12,10 @@
  * zox_http_last_failure() and zox_file_last_error() are those of the request.
  *
  * **The core's data.** The event list changes while a request runs, under its lock. Mail,
- * watchlist and newsgroups belong to the core's thread: requests change them on their context,
- * right before `done`. The context must therefore be one that the core's thread runs; the default
- * one mostly is. An update reads and writes the settings on its own thread; a program that has one
- * running changes them through the functions of the library only.
+ * watchlist and newsgroups belong to the thread that owns the core: requests change them on their
+ * context, right before `done`. The context must therefore be one that this thread runs; the
+ * default one mostly is. An update reads and writes the settings on its own thread; a program that
+ * has one running changes them through the functions of the library only.
  *
  * **Cancelling.** A cancelled request stops its transfer, and reading, merging and saving before
  * anything is swapped or written: the list and the files are as before or as after, never in
@@ -25,8 +25,7 @@
  * and wait for their threads first, so that they may be called while requests run; see
  * zox_requests_cancel_all() and zox_requests_wait() for a program that wants to wait by itself.
  *
- * Starting needs the core. Threads: starting belongs to the core's thread, all else to any thread,
- * where nothing else is said.
+ * Starting needs the core.
  */
 #ifndef VELKOR_ZOX_REQUEST_H
 #define VELKOR_ZOX_REQUEST_H
@@ -125,6 +124,7 @@ typedef struct _ZoxRequestOptions {
 
 /**
  * Starts zox_events_fetch(). Only one update runs at a time: a second one waits for the first.
+ * Threads: one at a time, hand-over allowed.
  * @param options  who is told; copied; null for nobody
  * @return the running request, which the caller releases with zox_request_unref(); it goes on
  *         without that reference. zox_request_update_result() tells what changed
@@ -132,7 +132,7 @@ typedef struct _ZoxRequestOptions {
 ZoxRequest *zox_request_update(const ZoxRequestOptions *options);
 
 /**
- * Starts zox_eventinfo_fetch().
+ * Starts zox_eventinfo_fetch(). Threads: one at a time, hand-over allowed.
  * @param postId   id of the posting
  * @param options  as for zox_request_update()
  * @return as of zox_request_update(); zox_request_event() is the posting with its details
@@ -140,7 +140,7 @@ ZoxRequest *zox_request_update(const ZoxRequestOptions *options);
 ZoxRequest *zox_request_details(gint32 postId, const ZoxRequestOptions *options);
 
 /**
- * Starts zox_events_forum_fetch().
+ * Starts zox_events_forum_fetch(). Threads: one at a time, hand-over allowed.
  * @param postId     id of the posting
  * @param lastCheck  as for zox_events_forum_fetch()
  * @param options    as for zox_request_update()
@@ -149,7 +149,7 @@ ZoxRequest *zox_request_details(gint32 postId, const ZoxRequestOptions *options)
 ZoxRequest *zox_request_forum(gint32 postId, gint32 lastCheck, const ZoxRequestOptions *options);
 
 /**
- * Starts zox_events_forum_react().
+ * Starts zox_events_forum_react(). Threads: one at a time, hand-over allowed.
  * @param postId   id of the posting
  * @param replyTo  id of the reaction that this one answers; 0 for none
  * @param text     the reaction, copied
@@ -161,7 +161,7 @@ ZoxRequest *zox_request_reaction(gint32 postId, gint32 replyTo, const char *text
                                  const ZoxRequestOptions *options);
 
 /**
- * Starts zox_kudos_get().
+ * Starts zox_kudos_get(). Threads: one at a time, hand-over allowed.
  * @param postId   id of the posting
  * @param options  as for zox_request_update()
  * @return as of zox_request_update(); zox_request_number() is the first count,
@@ -170,7 +170,7 @@ ZoxRequest *zox_request_reaction(gint32 postId, gint32 replyTo, const char *text
 ZoxRequest *zox_request_kudos_get(gint32 postId, const ZoxRequestOptions *options);
 
 /**
- * Starts zox_kudos_give_answered().
+ * Starts zox_kudos_give_answered(). Threads: one at a time, hand-over allowed.
  * @param postId   id of the posting
  * @param kudos    the value
  * @param options  as for zox_request_update()
@@ -179,7 +179,7 @@ ZoxRequest *zox_request_kudos_get(gint32 postId, const ZoxRequestOptions *option
 ZoxRequest *zox_request_kudos_give(gint32 postId, gint32 kudos, const ZoxRequestOptions *options);
 
 /**
- * Starts zox_modje_send(). Asserts "post_id > 0".
+ * Starts zox_modje_send(). Asserts "post_id > 0". Threads: one at a time, hand-over allowed.
  * @param postId   id of the posting, from 1
  * @param forumId  id of the reaction in its forum; 0 for the posting itself
  * @param reason   what is wrong, copied
@@ -190,7 +190,7 @@ ZoxRequest *zox_request_warning(gint32 postId, gint32 forumId, const char *reaso
                                 const ZoxRequestOptions *options);
 
 /**
- * Starts zox_profile_get().
+ * Starts zox_profile_get(). Threads: one at a time, hand-over allowed.
  * @param username  name of the user, copied
  * @param options   as for zox_request_update()
  * @return as of zox_request_update(); zox_request_user() is the profile
@@ -198,7 +198,7 @@ ZoxRequest *zox_request_warning(gint32 postId, gint32 forumId, const char *reaso
 ZoxRequest *zox_request_profile(const char *username, const ZoxRequestOptions *options);
 
 /**
- * Starts zox_mail_check().
+ * Starts zox_mail_check(). Threads: one at a time, hand-over allowed.
  * @param options  as for zox_request_update()
  * @return as of zox_request_update(); zox_request_number() is 1 when messages wait, else 0
  */
@@ -207,7 +207,7 @@ ZoxRequest *zox_request_mail_check(const ZoxRequestOptions *options);
 /**
  * Starts zox_mail_fetch(). The messages join `core->mail` on the context, right before `done`. The
  * server forgets them when it sends them: once its reply is there, the request is not cancelled any
- * more.
+ * more. Threads: one at a time, hand-over allowed.
  * @param options  as for zox_request_update()
  * @return as of zox_request_update(); zox_request_number() is the number of new messages
  */
@@ -216,6 +216,7 @@ ZoxRequest *zox_request_mail_fetch(const ZoxRequestOptions *options);
 /**
  * Starts zox_mail_post() for a message that it makes of the texts. The message joins `core->mail`
  * on the context, right before `done`, if the server took it.
+ * Threads: one at a time, hand-over allowed.
  * @param to       the addressee, copied
  * @param subject  subject, copied
  * @param body     text, copied
@@ -227,6 +228,7 @@ ZoxRequest *zox_request_mail_send(const char *to, const char *subject, const cha
 
 /**
  * Starts zox_watchlist_upload() with the watchlist as it is now.
+ * Threads: one at a time, hand-over allowed.
  * @param options  as for zox_request_update()
  * @return as of zox_request_update()
  */
@@ -234,21 +236,21 @@ ZoxRequest *zox_request_watchlist_save(const ZoxRequestOptions *options);
 
 /**
  * Starts zox_watchlist_download(). The postings join the watchlist on the context, right before
- * `done`.
+ * `done`. Threads: one at a time, hand-over allowed.
  * @param options  as for zox_request_update()
  * @return as of zox_request_update(); zox_request_number() is how many joined it
  */
 ZoxRequest *zox_request_watchlist_load(const ZoxRequestOptions *options);
 
 /**
- * Starts zox_myzox_fetch().
+ * Starts zox_myzox_fetch(). Threads: one at a time, hand-over allowed.
  * @param options  as for zox_request_update()
  * @return as of zox_request_update(); zox_request_own_list() is the overview
  */
 ZoxRequest *zox_request_own_postings(const ZoxRequestOptions *options);
 
 /**
- * Starts zox_myzox_update().
+ * Starts zox_myzox_update(). Threads: one at a time, hand-over allowed.
  * @param postId   id of the posting
  * @param options  as for zox_request_update()
  * @return as of zox_request_update()
@@ -256,7 +258,7 @@ ZoxRequest *zox_request_own_postings(const ZoxRequestOptions *options);
 ZoxRequest *zox_request_own_refresh(gint32 postId, const ZoxRequestOptions *options);
 
 /**
- * Starts zox_post_send() with a copy of a posting.
+ * Starts zox_post_send() with a copy of a posting. Threads: one at a time, hand-over allowed.
  * @param event    the posting, with a title; copied
  * @param options  as for zox_request_update()
  * @return as of zox_request_update(); zox_request_answer() is the server's answer,
@@ -265,7 +267,7 @@ ZoxRequest *zox_request_own_refresh(gint32 postId, const ZoxRequestOptions *opti
 ZoxRequest *zox_request_spot(const ZoxEvent *event, const ZoxRequestOptions *options);
 
 /**
- * Starts zox_signup_register().
+ * Starts zox_signup_register(). Threads: one at a time, hand-over allowed.
  * @param username  name of the new user, copied
  * @param password  password, copied
  * @param email     e-mail address, copied
@@ -277,7 +279,7 @@ ZoxRequest *zox_request_signup(const char *username, const char *password, const
 
 /**
  * Starts zox_group_fetch(). The table of newsgroups is replaced on the context, right before
- * `done`.
+ * `done`. Threads: one at a time, hand-over allowed.
  * @param options  as for zox_request_update()
  * @return as of zox_request_update()
  */
@@ -286,6 +288,7 @@ ZoxRequest *zox_request_newsgroups(const ZoxRequestOptions *options);
 /**
  * Runs zox_app_core_load(), for a window that shows itself before the postings are there: these are
  * loaded on the request's thread, other parts before the function returns.
+ * Threads: one at a time, hand-over allowed.
  * @param parts    what to load, a sum of ZoxCorePart; see zox_app_core_load()
  * @param options  as for zox_request_update()
  * @return as of zox_request_update(); it succeeds with code 0 whatever the files held, see
@@ -294,7 +297,7 @@ ZoxRequest *zox_request_newsgroups(const ZoxRequestOptions *options);
 ZoxRequest *zox_request_load(guint32 parts, const ZoxRequestOptions *options);
 
 /**
- * Adds a reference.
+ * Adds a reference. Threads: any.
  * @param request  the request
  * @return the same request
  */
@@ -302,49 +305,55 @@ ZoxRequest *zox_request_ref(ZoxRequest *request);
 
 /**
  * Drops a reference; a running request goes on without it. The last one releases the request and
- * all that it brought.
+ * all that it brought. Threads: any.
  * @param request  the request
  */
 void zox_request_unref(ZoxRequest *request);
 
 /**
  * Asks a request to stop; does nothing once it has its result. `done` is called as ever, mostly
- * within a second.
+ * within a second. Threads: any.
  * @param request  the request
  */
 void zox_request_cancel(ZoxRequest *request);
 
 /**
+ * Threads: any.
  * @param request  the request
  * @return what it asks for
  */
 ZoxRequestKind zox_request_kind(const ZoxRequest *request);
 
 /**
+ * Threads: any.
  * @param request  the request
  * @return where it stands; the state of an ended request no longer changes
  */
 ZoxRequestState zox_request_state(const ZoxRequest *request);
 
 /**
+ * Threads: any.
  * @param request   the request
  * @param progress  receives how far it is
  */
 void zox_request_progress(ZoxRequest *request, ZoxRequestProgress *progress);
 
 /**
+ * Threads: any.
  * @param request  the request
  * @return the posting that it is about; 0 when it is about none
  */
 gint32 zox_request_post_id(const ZoxRequest *request);
 
 /**
+ * Threads: any.
  * @param request  the request
  * @return what its blocking function returned; 1 while it runs and when it was cancelled
  */
 ZoxErrorCode zox_request_code(const ZoxRequest *request);
 
 /**
+ * Threads: any.
  * @param request  the request
  * @return the message of its blocking function: the server's notice for code 29, mostly null
  *         otherwise; why no thread could be made (code 1). It stays the request's
@@ -353,12 +362,14 @@ const char *zox_request_message(const ZoxRequest *request);
 
 /**
  * Why the request failed, in words for a log; see ZoxHttpFailure. They hold no secret.
+ * Threads: any.
  * @param request  the request
  * @return an English sentence, which stays the request's; null when no transfer failed
  */
 const char *zox_request_failure(const ZoxRequest *request);
 
 /**
+ * Threads: any.
  * @param request  the request
  * @return what the server answered to kudos, a reaction or a spot; ZOX_ANSWER_NONE for other
  *         requests, while it runs and when no answer came
@@ -366,18 +377,21 @@ const char *zox_request_failure(const ZoxRequest *request);
 ZoxAnswer zox_request_answer(const ZoxRequest *request);
 
 /**
+ * Threads: any.
  * @param request  the request
  * @return the number that the start function of its kind names; 0 without one
  */
 gint32 zox_request_number(const ZoxRequest *request);
 
 /**
+ * Threads: any.
  * @param request  the request
  * @return the second count of zox_request_kudos_get(); else 0
  */
 gint32 zox_request_second_number(const ZoxRequest *request);
 
 /**
+ * Threads: any.
  * @param request  a request for details or a forum
  * @return the posting as the list held it right after the request, which stays the request's; null
  *         for other requests and without success
@@ -385,12 +399,14 @@ gint32 zox_request_second_number(const ZoxRequest *request);
 const ZoxEvent *zox_request_event(const ZoxRequest *request);
 
 /**
+ * Threads: any.
  * @param request  a request for a profile
  * @return the profile, which stays the request's; null for other requests and without success
  */
 const ZoxProfile *zox_request_user(const ZoxRequest *request);
 
 /**
+ * Threads: any.
  * @param request  a request for the own postings
  * @return a list of ZoxMyzoxPost, which stays the request's; null when there are none, for other
  *         requests and without success
@@ -398,16 +414,18 @@ const ZoxProfile *zox_request_user(const ZoxRequest *request);
 const GSList *zox_request_own_list(const ZoxRequest *request);
 
 /**
+ * Threads: any.
  * @param request  an update
  * @return what it changed, which stays the request's; null for other requests and while it runs. An
  *         update that fails or is cancelled may have removed old postings before
  */
 ZoxUpdateResult *zox_request_update_result(const ZoxRequest *request);
 
-/** Cancels all requests that run. */
+/** Cancels all requests that run. Threads: any. */
 void zox_requests_cancel_all(void);
 
 /**
+ * Threads: any.
  * @return how many requests have not called `done` yet
  */
 guint32 zox_requests_count(void);
@@ -415,7 +433,7 @@ guint32 zox_requests_count(void);
 /**
  * Waits until no request is left. Meanwhile it ends requests itself, `done` included, whose context
  * this thread runs or nobody does; those of other contexts end there. Must not be called while the
- * thread holds the event list's lock.
+ * thread holds the event list's lock. Threads: any.
  * @param milliseconds  how long at most; 0 to look only
  * @return whether none is left
  */

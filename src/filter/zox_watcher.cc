@@ -6,6 +6,7 @@
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_filter.h>
 
+#include "core/core_lock.h"
 #include "filter/filter_record.h"
 #include "filter/watchers.h"
 #include "support/assertion.h"
@@ -39,6 +40,7 @@ bool Watchers::match(const ZoxEvent &event) noexcept {
 }
 
 std::string first_watcher_of(const ZoxEvent &event) noexcept {
+  const CoreReader guard;
   for (ZoxString *watcher : Items<ZoxString>(core->config->watcher)) {
     if (matches(watcher, &event))
       return std::string(view_of(watcher));

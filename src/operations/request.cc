@@ -37,6 +37,7 @@ void ZoxRequest::unref() noexcept {
 void ZoxRequest::start() noexcept {
   request_registry().add(*this);
   ref();  // the thread's
+  worker_ = std::make_unique<Worker>();
   order_before(this);
   GError *error = nullptr;
   GThread *thread = g_thread_try_new("velkor-request", run_on_thread, this, &error);
@@ -44,6 +45,7 @@ void ZoxRequest::start() noexcept {
     g_thread_unref(thread);
     return;
   }
+  worker_.reset();
   const OwnedError owner(error);
   outcome_.message.reset(std::exchange(error->message, nullptr));
   finish_work(ZOX_REQUEST_FAILED);
@@ -53,6 +55,9 @@ void ZoxRequest::start() noexcept {
 gpointer ZoxRequest::run_on_thread(gpointer data) noexcept {
   order_after(data);
   auto *request = static_cast<ZoxRequest *>(data);
+  const std::unique_ptr<Worker> worker =
+      std::move(request->worker_);  // the request may go before it
+  Worker::begin();
   request->run();
   request->unref();
   return nullptr;

@@ -14,6 +14,7 @@
 #include "core/file_outcome.h"
 #include "core/job.h"
 #include "http/request_record.h"
+#include "http/workers.h"
 #include "operations/update_result.h"
 #include "posting/event_record.h"
 #include "support/owned.h"
@@ -105,6 +106,8 @@ private:
   std::atomic<bool> progress_pending_ = false;
   std::atomic<bool> published_ = false;
   velkor::OwnedSource end_source_;
+  /** Has the end of the process wait for the thread, which takes it over. */
+  std::unique_ptr<velkor::Worker> worker_;
 };
 
 #endif

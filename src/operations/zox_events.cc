@@ -24,6 +24,7 @@
 #include "store/eventlist_store.h"
 #include "support/assertion.h"
 #include "support/descriptor.h"
+#include "support/object_type.h"
 #include "support/owned.h"
 #include "support/slist.h"
 #include "support/text.h"
@@ -67,7 +68,7 @@ private:
 class Postings {
 public:
   Postings() = default;
-  ~Postings() { g_slist_free_full(list_, g_object_unref); }
+  ~Postings() { g_slist_free_full(list_, unref_object); }
   Postings(const Postings &) = delete;
   Postings &operator=(const Postings &) = delete;
 

@@ -72,7 +72,8 @@ TEST_F(VelkorctlFilters, ANewOneNeedsACategoryAndANameOfItsOwn) {
 }
 
 TEST_F(VelkorctlFilters, AnEmptyValueRemovesACondition) {
-  EXPECT_EQ(output({"filters", "add", "x", "-c", "0", "-s", "1", "--tag", "a1", "--free-tag", "w"}), "");
+  EXPECT_EQ(output({"filters", "add", "x", "-c", "0", "-s", "1", "--tag", "a1", "--free-tag", "w"}),
+            "");
   EXPECT_EQ(output({"filters", "edit", "x", "--sub-category", "", "--tag", "", "--free-tag", ""}),
             "");
   EXPECT_EQ(saved(), document({one("Films", 0), one("Muziek", 1), one("x", 0)}));

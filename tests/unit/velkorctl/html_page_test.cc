@@ -153,10 +153,10 @@ TEST(HtmlPage, APositionInTheListIsNoDifference) {
 }
 
 TEST(HtmlPage, SaysWhatAPostingIs) {
-  const std::string page = *html_page(
-      "<Events><Event><PostID>1</PostID><Stamp>1700000000</Stamp><Status>1</Status>"
-      "<Cat>0</Cat><SCat>3</SCat></Event></Events>",
-      {});
+  const std::string page =
+      *html_page("<Events><Event><PostID>1</PostID><Stamp>1700000000</Stamp><Status>1</Status>"
+                 "<Cat>0</Cat><SCat>3</SCat></Event></Events>",
+                 {});
   EXPECT_THAT(page, HasSubstr("data-category=\"Beeld/DVD\" data-state=\"Aangekondigd\""));
   EXPECT_THAT(page, HasSubstr("-11-2023 "));
 }
