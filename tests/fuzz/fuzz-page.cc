@@ -27,13 +27,15 @@ const Words &known_elements() {
   static const Words words{"html", "head",   "meta",    "title",   "style", "script", "body",
                            "h1",   "header", "p",       "main",    "ol",    "li",     "h3",
                            "span", "b",      "section", "details", "table", "tr",     "td",
-                           "h2",   "a",      "summary", "br",      "tbody"};
+                           "h2",   "a",      "summary", "br",      "tbody", "div"};
   return words;
 }
 
 const Words &known_attributes() {
-  static const Words words{"lang",  "charset", "http-equiv", "content", "name",
-                           "class", "role",    "data-id",    "href",    "rel"};
+  static const Words words{"lang",          "charset",    "http-equiv", "content",
+                           "name",          "class",      "role",       "data-id",
+                           "href",          "rel",        "data-stamp", "data-rating",
+                           "data-category", "data-state", "aria-label"};
   return words;
 }
 
@@ -83,7 +85,7 @@ private:
       require(g_ascii_strncasecmp(text.data(), "http://", 7) == 0 ||
                   g_ascii_strncasecmp(text.data(), "https://", 8) == 0,
               "a link leads to the web");
-    has_notice_ = has_notice_ || name == "role";
+    has_notice_ = has_notice_ || (name == "role" && text == "alert");
   }
 
   xml::Document document_;
