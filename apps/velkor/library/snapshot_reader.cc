@@ -76,8 +76,7 @@ private:
 
   void add(const ZoxEvent &posting) {
     // After the first update everything would be new, which says nothing.
-    const bool is_new =
-        core->config->prevCheck > 0 && posting.stamp >= core->config->prevCheck;
+    const bool is_new = core->config->prevCheck > 0 && posting.stamp >= core->config->prevCheck;
     const Row row = snapshot_.table.add(
         {.id = posting.postId,
          .title = shown_line(view_of(posting.title)),
