@@ -4,6 +4,7 @@
 #include <mutex>
 #include <utility>
 
+#include <malloc.h>
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_config.h>
 #include <velkor/zox_eventinfo.h>
@@ -145,6 +146,7 @@ void Session::open() {
 
 void Session::publish_snapshot() {
   run_on_main_loop([this, snapshot = read_snapshot(hits_)] { events_.snapshot(snapshot); });
+  malloc_trim(0);  // much was needed for a moment only, while the list was read
 }
 
 void Session::update() {

@@ -39,6 +39,10 @@ public:
 
   /** All rows, ascending; rows that are equal in that column by date, then by id. */
   const std::vector<Row> &by(Column column);
+  /** Whether that order has been made before. */
+  [[nodiscard]] bool has(Column column) const noexcept {
+    return made_[static_cast<std::size_t>(column)].has_value();
+  }
 
 private:
   [[nodiscard]] std::vector<Row> make(Column column) const;

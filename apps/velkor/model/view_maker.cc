@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include <malloc.h>
+
 namespace velkor::app {
 
 ViewMaker::ViewMaker(Deliver deliver) : deliver_(std::move(deliver)), thread_([this] { run(); }) {}
@@ -45,7 +47,10 @@ SharedView ViewMaker::make(Request request) {
     ordered_ = request.snapshot;
     orders_.emplace(ordered_);
   }
+  const bool ordered = orders_->has(request.query.sorting.column);
   std::vector<Row> rows = select_rows(*request.snapshot, *orders_, request.query);
+  if (!ordered)
+    malloc_trim(0);  // sorting needs much more than its result
   return std::make_shared<SpotView>(SpotView{std::move(request.snapshot), std::move(request.query),
                                              std::move(rows), request.number});
 }

@@ -29,12 +29,19 @@ class RowList : public Gio::ListModel, public Glib::Object {
 public:
   static Glib::RefPtr<RowList> create();
 
-  /** Shows other rows from now on. */
-  void set_view(SharedView view);
+  ~RowList() override;
+
+  enum class Pace { at_once, after_a_pause };
+
+  /**
+   * Shows other rows from now on: what fills a screen, then the others; signal_complete() tells
+   * when all are there.
+   * @param pace  whether the others wait for a moment, since the next view may be on its way
+   */
+  void set_view(SharedView view, Pace pace);
   [[nodiscard]] const SharedView &view() const noexcept { return view_; }
-  [[nodiscard]] guint size() const noexcept {
-    return view_ ? static_cast<guint>(view_->rows.size()) : 0;
-  }
+
+  sigc::signal<void()> &signal_complete() { return complete_; }
 
 protected:
   RowList();
@@ -44,7 +51,15 @@ protected:
   gpointer get_item_vfunc(guint position) override;
 
 private:
+  void set_size(guint size);
+  void grow_soon();
+  bool grow();
+  [[nodiscard]] guint wanted_size() const noexcept;
+
   SharedView view_;
+  guint size_ = 0;  // how many rows have been told of
+  sigc::connection growth_;
+  sigc::signal<void()> complete_;
 };
 
 }  // namespace velkor::app

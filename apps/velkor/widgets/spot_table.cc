@@ -94,6 +94,7 @@ SpotTable::ColumnSorter::Question *SpotTable::ColumnSorter::question = nullptr;
 
 SpotTable::SpotTable(const Remembered &remembered, const std::unordered_set<std::int32_t> &watched)
     : watched_(watched), selection_(Gtk::SingleSelection::create(rows_)) {
+  connections_.push_back(rows_->signal_complete().connect([this] { restore(); }));
   selection_->set_autoselect(false);
   selection_->set_can_unselect(true);
   connections_.push_back(
@@ -119,7 +120,7 @@ SpotTable::SpotTable(const Remembered &remembered, const std::unordered_set<std:
   connections_.push_back(sorter_->signal_changed().connect(
       [this](Gtk::Sorter::Change /*change*/) { sorted_.emit(); }));
   list_.signal_activate().connect([this](guint place) {
-    if (place < rows_->size())
+    if (rows_->view() && place < rows_->view()->rows.size())
       open_.emit(rows_->view()->snapshot->table.id(rows_->view()->rows[place]));
   });
   set_accessible_name(list_, _("Spots"));
@@ -222,16 +223,27 @@ Sorting SpotTable::sorting() const {
 void SpotTable::set_view(SharedView view) {
   const SharedView earlier = rows_->view();
   const bool same = earlier && earlier->query == view->query;
-  const std::optional<std::int32_t> selected = selected_id();
-  const std::optional<std::int32_t> top = same ? top_id() : std::nullopt;
-  rows_->set_view(std::move(view));
-  if (selected)
-    if (const auto place = place_of(*rows_->view()->snapshot, rows_->view()->rows, *selected))
-      selection_->set_selected(static_cast<guint>(*place));
-  if (top)
-    scroll_to_top_of(*top);
-  else if (!same)
+  if (const auto selected = selected_id())
+    kept_selection_ = selected;
+  if (!same)
+    kept_top_.reset();
+  else if (const auto top = top_id())
+    kept_top_ = top;
+  const bool may_change_again = earlier && !same;
+  rows_->set_view(std::move(view),
+                  may_change_again ? RowList::Pace::after_a_pause : RowList::Pace::at_once);
+  if (!same)
     get_vadjustment()->set_value(0);
+}
+
+/** All rows are there: what was chosen is chosen again, in the place where it is now. */
+void SpotTable::restore() {
+  const SpotView &view = *rows_->view();
+  if (const auto id = std::exchange(kept_selection_, std::nullopt))
+    if (const auto place = place_of(*view.snapshot, view.rows, *id))
+      selection_->set_selected(static_cast<guint>(*place));
+  if (const auto id = std::exchange(kept_top_, std::nullopt))
+    scroll_to_top_of(*id);
 }
 
 std::optional<std::int32_t> SpotTable::selected_id() const {
@@ -242,8 +254,10 @@ std::optional<std::int32_t> SpotTable::selected_id() const {
 
 void SpotTable::select(std::int32_t id) {
   const SharedView &view = rows_->view();
-  if (!view)
+  if (!view || rows_->get_n_items() < view->rows.size()) {
+    kept_selection_ = id;
     return;
+  }
   if (const auto place = place_of(*view->snapshot, view->rows, id)) {
     selection_->set_selected(static_cast<guint>(*place));
     scroll_to_row(*place);
@@ -266,8 +280,8 @@ void SpotTable::remember_widths(Remembered &remembered) const {
 }
 
 double SpotTable::row_height() const {
-  const double height = get_vadjustment()->get_upper();
-  return rows_->size() == 0 ? 0 : height / rows_->size();
+  const guint count = rows_->get_n_items();
+  return count == 0 ? 0 : get_vadjustment()->get_upper() / count;
 }
 
 /** The posting at the top, unless that is the first of the list, which stays the first. */

@@ -52,6 +52,7 @@ private:
   [[nodiscard]] Glib::ustring words_for_marks(const RowItem &item) const;
   [[nodiscard]] std::optional<std::int32_t> top_id() const;
   [[nodiscard]] double row_height() const;
+  void restore();
   void scroll_to_row(std::size_t place);
   void scroll_to_top_of(std::int32_t id);
 
@@ -62,6 +63,9 @@ private:
   std::unordered_map<Gtk::Inscription *, Glib::RefPtr<RowItem>> mark_cells_;
   const std::unordered_set<std::int32_t> &watched_;
   std::vector<sigc::connection> connections_;  // to objects that may outlive the table
+  // Until all rows of a new view are there.
+  std::optional<std::int32_t> kept_selection_;
+  std::optional<std::int32_t> kept_top_;
   Glib::RefPtr<RowList> rows_ = RowList::create();
   Glib::RefPtr<Gtk::SingleSelection> selection_;
   Gtk::ColumnView list_;

@@ -177,7 +177,8 @@ class Program:
         return wait_until(find, "velkor is on the accessibility bus")
 
     def parts(self):
-        """Everything but what is hidden, in its order; pages of a stack count as not hidden."""
+        """Everything but what is hidden and the cells of tables, in its order; pages of a stack count
+        as not hidden."""
         from gi.repository import Atspi, GLib
         pending = [self.application()]
         while pending:
@@ -187,6 +188,8 @@ class Program:
                         not part.get_state_set().contains(Atspi.StateType.VISIBLE):
                     continue
                 yield part
+                if part.get_role_name() == "table row":
+                    continue
                 children = [part.get_child_at_index(place) for place in range(part.get_child_count())]
             except GLib.Error:  # it has just gone
                 continue

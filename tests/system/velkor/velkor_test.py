@@ -16,7 +16,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).parent))
 from desktop import Desktop, PASSWORD, PATIENCE, Program, Service, use_bindings, wait_until  # noqa: E402
 
 BUILD = pathlib.Path()
-POSTINGS = 40
+POSTINGS = 90  # more than the list shows at once
 
 
 def ids_of(items):
@@ -234,7 +234,10 @@ class CommandLine(unittest.TestCase):
         self.assertRegex(self.run_velkor("--version").stdout, r"^velkor \d+\.\d+\.\d+\n$")
 
     def test_an_unknown_option_is_an_error(self):
-        self.assertNotEqual(self.run_velkor("--nothing").returncode, 0)
+        for words in (["--nothing"], ["42"]):
+            run = self.run_velkor(*words)
+            self.assertEqual(run.returncode, 2)
+            self.assertTrue(run.stderr.startswith("velkor: "))
 
 
 if __name__ == "__main__":
