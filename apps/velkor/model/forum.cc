@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <ranges>
 #include <unordered_map>
 #include <utility>
 
@@ -30,8 +29,7 @@ std::vector<Reaction> threaded(std::vector<Reaction> reactions) {
   while (!pending.empty()) {
     const std::size_t place = pending.back();
     pending.pop_back();
-    for (const std::size_t answer : answers[place] | std::views::reverse)
-      pending.push_back(answer);
+    pending.insert(pending.end(), answers[place].rbegin(), answers[place].rend());
     result.push_back(std::move(reactions[place]));
   }
   return result;

@@ -2,7 +2,6 @@
 #include "model/spot_query.h"
 
 #include <algorithm>
-#include <ranges>
 
 #include "support/text.h"
 

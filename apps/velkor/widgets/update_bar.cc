@@ -108,7 +108,7 @@ void UpdateBar::show_outcome(const UpdateOutcome &outcome) {
 
 /** Progress comes often and mostly reads the same. */
 void UpdateBar::show_text(const Glib::ustring &text) {
-  if (text_.get_text() != text)
+  if (text_.get_text().raw() != text.raw())
     text_.set_text(text);
 }
 
