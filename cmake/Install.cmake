@@ -20,6 +20,7 @@ set(programs ${CMAKE_INSTALL_BINDIR})
 velkor_relative_path(VELKOR_LIBRARIES_FROM_PROGRAMS ${programs} ${CMAKE_INSTALL_LIBDIR})
 velkor_relative_path(VELKOR_PLUGINS_FROM_PROGRAMS ${programs} ${VELKOR_INSTALL_PLUGINDIR})
 velkor_relative_path(VELKOR_DATA_FROM_PROGRAMS ${programs} ${VELKOR_INSTALL_DATADIR})
+velkor_relative_path(VELKOR_LOCALE_FROM_PROGRAMS ${programs} ${CMAKE_INSTALL_LOCALEDIR})
 
 # The modules of pkg-config that users of the headers need as well.
 set(VELKOR_INTERFACE_MODULES gobject-2.0 libxml-2.0)
@@ -48,6 +49,11 @@ set(VELKOR_INSTALL_DIRECTORIES
     ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d
     ${CMAKE_INSTALL_DATADIR}/zsh/site-functions
     lib/systemd/user
+    ${CMAKE_INSTALL_DATADIR}/applications
+    ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps
+    ${CMAKE_INSTALL_DATADIR}/icons/hicolor/symbolic/apps
+    ${CMAKE_INSTALL_DATADIR}/metainfo
+    ${CMAKE_INSTALL_LOCALEDIR}/nl/LC_MESSAGES
     ${CMAKE_INSTALL_MANDIR}/man1
     ${CMAKE_INSTALL_MANDIR}/man5
     ${CMAKE_INSTALL_DOCDIR}/examples)

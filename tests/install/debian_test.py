@@ -20,7 +20,8 @@ class Debian(unittest.TestCase):
             self.assertRegex(version, r"^\d+\.\d+\.\d+$")  # no revision, which would hinder backports
 
     def test_every_library_is_there_for_building(self):
-        used = {name for name in lines_of("tools/packages.txt", "#") if name.endswith("-dev")}
+        used = {name for file in ("packages.txt", "packages-desktop.txt")
+                for name in lines_of(f"tools/{file}", "#") if name.endswith("-dev")}
         field = re.search(r"^Build-Depends:\n((?: .*\n)+)", (ROOT / "debian/control").read_text(),
                           re.MULTILINE)[1]
         named = {line.split()[0].rstrip(",") for line in field.splitlines()}

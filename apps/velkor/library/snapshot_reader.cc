@@ -1,0 +1,129 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "library/snapshot_reader.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <velkor/zox_app_core.h>
+#include <velkor/zox_category.h>
+#include <velkor/zox_config.h>
+#include <velkor/zox_eventlist.h>
+#include <velkor/zox_filter.h>
+#include <velkor/zox_groups.h>
+#include <velkor/zox_string.h>
+#include <velkor/zox_watchlist.h>
+
+#include "model/shown_text.h"
+#include "support/numbers.h"
+#include "support/owned.h"
+#include "support/slist.h"
+#include "support/text.h"
+
+namespace velkor::app {
+namespace {
+
+using OwnedFilter = std::unique_ptr<ZoxFilter, ReleaseWith<zox_filter_free_filter>>;
+
+bool is_set(const GString *text) noexcept {
+  return text != nullptr && text->len > 0;
+}
+
+std::string category_words(const ZoxEvent &posting) {
+  std::string words = zox_string_category(posting.cat);
+  const std::string sub =
+      zox_category_get_scat_name(posting.cat, static_cast<guint32>(posting.sCat));
+  return sub.empty() ? words : words + "/" + sub;
+}
+
+class Reader {
+public:
+  explicit Reader(const std::unordered_set<std::int32_t> &hits)
+      : hits_(hits), everything_(zox_filter_new_filter()) {
+    add_entry({.kind = TreeEntry::Kind::everything}, *everything_);
+    for (const ZoxCategory *category : Items<ZoxCategory>(zox_categories_get()))
+      add_entry(
+          {.kind = category->isMain != 0 ? TreeEntry::Kind::category : TreeEntry::Kind::filter,
+           .name = shown_line(view_of(category->name)),
+           .category = category->id},
+          *category->filter);
+  }
+
+  SharedSnapshot read() {
+    zox_eventlist_visit(core->eventlist, 0, on_posting, this);
+    snapshot_.table.complete();
+    for (const ZoxGroup *group : Items<ZoxGroup>(zox_groups_get()))
+      if (group->groupName != nullptr)
+        snapshot_.words.newsgroups.try_emplace(
+            std::to_string(group->id),
+            OwnedText(zox_string_strip_newsgroup(group->groupName)).get());
+    for (const GString *id : Items<GString>(zox_watchlist_get()))
+      snapshot_.watched.insert(static_cast<std::int32_t>(leading_number(id->str)));
+    snapshot_.has_account = is_set(core->config->username) && is_set(core->config->password);
+    return std::make_shared<const Snapshot>(std::move(snapshot_));
+  }
+
+private:
+  void add_entry(TreeEntry entry, const ZoxFilter &filter) {
+    snapshot_.tree.push_back(std::move(entry));
+    filters_.push_back(&filter);
+  }
+
+  static void on_posting(const ZoxEvent *posting, gpointer self) noexcept {
+    static_cast<Reader *>(self)->add(*posting);
+  }
+
+  void add(const ZoxEvent &posting) {
+    // After the first update everything would be new, which says nothing.
+    const bool is_new = core->config->prevCheck > 0 && posting.stamp >= core->config->prevCheck;
+    const Row row = snapshot_.table.add(
+        {.id = posting.postId,
+         .title = shown_line(view_of(posting.title)),
+         .poster = shown_line(view_of(posting.poster)),
+         .stamp = posting.stamp,
+         .rating = posting.rating * 100 / core->config->ratingScale,
+         .status = posting.status,
+         .category = posting.cat,
+         .sub_category = posting.sCat,
+         .marks = static_cast<std::uint8_t>((is_new ? mark_new : 0) |
+                                            (hits_.contains(posting.postId) ? mark_hit : 0))});
+    note_words(posting);
+    for (std::size_t place = 0; place < filters_.size(); ++place)
+      if (zox_filter_accepts(filters_[place], &posting, 0) != FALSE)
+        snapshot_.tree[place].insert(row, is_new);
+  }
+
+  /** The words for numbers that have not occurred before. */
+  void note_words(const ZoxEvent &posting) {
+    const std::pair category(posting.cat, posting.sCat);
+    if (!snapshot_.words.categories.contains(category))
+      snapshot_.words.categories.emplace(category, category_words(posting));
+    if (!snapshot_.words.states.contains(posting.status))
+      snapshot_.words.states.emplace(posting.status, zox_string_status(posting.status));
+  }
+
+  const std::unordered_set<std::int32_t> &hits_;
+  OwnedFilter everything_;
+  std::vector<const ZoxFilter *> filters_;  // of the entries of the tree
+  Snapshot snapshot_;
+};
+
+void note_hit(const ZoxEvent *posting, gpointer hits) noexcept {
+  if (posting->watcherHit != 0)
+    static_cast<std::unordered_set<std::int32_t> *>(hits)->insert(posting->postId);
+}
+
+}  // namespace
+
+SharedSnapshot read_snapshot(const std::unordered_set<std::int32_t> &hits) {
+  return Reader(hits).read();
+}
+
+std::unordered_set<std::int32_t> read_hits() {
+  std::unordered_set<std::int32_t> hits;
+  zox_eventlist_visit(core->eventlist, 0, note_hit, &hits);
+  return hits;
+}
+
+}  // namespace velkor::app

@@ -1,0 +1,36 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** How far an update is, and how it ended. */
+#ifndef VELKOR_APP_MODEL_UPDATE_STATE_H
+#define VELKOR_APP_MODEL_UPDATE_STATE_H
+
+#include <cstdint>
+#include <string>
+
+namespace velkor::app {
+
+struct UpdateProgress {
+  int dump = 0;               // number of the dump that is downloaded, from 1; 0 before the first
+  int dumps = 0;              // 0 while unknown
+  std::int64_t received = 0;  // bytes of that dump
+  std::int64_t expected = 0;  // 0 while unknown
+  bool saving = false;        // all has arrived and is being merged and saved
+
+  /** From 0 to 1, over all dumps; nothing is known about how they differ in size. */
+  [[nodiscard]] double fraction() const noexcept;
+};
+
+struct UpdateOutcome {
+  enum class Kind { changed, nothing_new, failed, stopped };
+
+  Kind kind = Kind::failed;
+  std::string message{};  // the library's sentence; empty for changed and stopped
+  std::uint32_t received = 0;
+  std::uint32_t hits = 0;      // of them, what a watcher matched
+  std::uint32_t aged_out = 0;  // postings that were too old and are gone
+  bool watchlist_changed = false;
+  std::string not_saved{};  // why the postings could not be saved; empty when they could
+};
+
+}  // namespace velkor::app
+
+#endif

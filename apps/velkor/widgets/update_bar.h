@@ -1,0 +1,39 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** What an update is doing, and how it ended. */
+#ifndef VELKOR_APP_WIDGETS_UPDATE_BAR_H
+#define VELKOR_APP_WIDGETS_UPDATE_BAR_H
+
+#include <gtkmm.h>
+
+#include "model/update_state.h"
+
+namespace velkor::app {
+
+class UpdateBar : public Gtk::Revealer {
+public:
+  UpdateBar();
+
+  /** From now on an update runs. */
+  void begin();
+  void show_progress(const UpdateProgress &progress);
+  void show_outcome(const UpdateOutcome &outcome);
+
+  sigc::signal<void()> &signal_stop() { return stop_; }
+
+private:
+  void show_text(const Glib::ustring &text);
+
+  Gtk::Box line_{Gtk::Orientation::HORIZONTAL, 12};
+  Gtk::Label text_;
+  Gtk::ProgressBar bar_;
+  Gtk::Button stop_button_;
+  Gtk::Button close_button_;
+  sigc::signal<void()> stop_;
+};
+
+/** The sentences that tell how an update ended. */
+Glib::ustring words_for(const UpdateOutcome &outcome);
+
+}  // namespace velkor::app
+
+#endif

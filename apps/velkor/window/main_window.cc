@@ -1,0 +1,280 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+#include "window/main_window.h"
+
+#include <array>
+#include <utility>
+
+#include "desktop/browser.h"
+#include "widgets/accessible_name.h"
+#include "widgets/translation.h"
+#include "window/shortcuts.h"
+
+namespace velkor::app {
+
+MainWindow::MainWindow(SessionOptions options, std::filesystem::path state_file,
+                       Heartbeat &heartbeat)
+    : heartbeat_(heartbeat), state_file_(std::move(state_file)),
+      remembered_(read_remembered(state_file_)), spots_(remembered_, watched_, heartbeat),
+      session_(std::move(options),
+               {.snapshot = [this](SharedSnapshot snapshot) { take_snapshot(std::move(snapshot)); },
+                .unusable = [this](const std::string &message) { show_unusable(message); },
+                .update_progress =
+                    [this](const UpdateProgress &progress) {
+                      if (updating_)
+                        update_bar_.show_progress(progress);
+                    },
+                .update_ended = [this](const UpdateOutcome &outcome) { update_ended(outcome); }}) {
+  build(remembered_);
+  add_actions();
+  add_posting_actions();
+  connect_pages();
+  enable_actions();
+  heartbeat_.painted("window", *this);
+}
+
+void MainWindow::build(const Remembered &remembered) {
+  set_title(_("Velkor"));
+  set_icon_name("org.Velkor.Velkor");
+  set_default_size(remembered.width, remembered.height);
+  if (remembered.maximized)
+    maximize();
+  build_header();
+  split_.set_start_child(spots_);
+  split_.set_end_child(posting_);
+  split_.set_shrink_start_child(false);
+  split_.set_shrink_end_child(false);
+  split_.set_position(remembered.list_height);
+  posting_.set_visible(false);
+  stack_.add(split_, "spots");
+  stack_.add(account_page_, "account");
+  stack_.set_expand(true);
+  content_.append(update_bar_);
+  content_.append(stack_);
+  overlay_.set_child(content_);
+  overlay_.add_overlay(notice_);
+  set_child(overlay_);
+  add_shortcuts_window(*this);
+}
+
+void MainWindow::build_header() {
+  update_button_.set_icon_name("view-refresh-symbolic");
+  update_button_.set_tooltip_text(_("Fetch what is new (F5)"));
+  update_button_.set_action_name("win.update");
+  set_accessible_name(update_button_, _("Update"));
+  search_.property_placeholder_text() = _("Search in the titles");
+  set_accessible_name(search_, _("Search in the titles"));
+  search_.set_max_width_chars(50);
+  search_.set_hexpand(true);
+  search_.set_key_capture_widget(spots_.table());
+  build_menu();
+  header_.pack_start(update_button_);
+  header_.set_title_widget(search_);
+  header_.pack_end(menu_);
+  set_titlebar(header_);
+}
+
+void MainWindow::build_menu() {
+  const auto menu = Gio::Menu::create();
+  menu->append(_("_Update"), "win.update");
+  menu->append(_("_Keys"), "win.show-help-overlay");
+  menu->append(_("_About Velkor"), "app.about");
+  menu->append(_("_Quit"), "app.quit");
+  menu_.set_menu_model(menu);
+  menu_.set_icon_name("open-menu-symbolic");
+  menu_.set_tooltip_text(_("Menu"));
+  menu_.set_primary(true);
+  set_accessible_name(menu_, _("Menu"));
+}
+
+void MainWindow::connect_pages() {
+  // Not its own signal for searches, which waits until the user stops typing.
+  search_.property_text().signal_changed().connect(
+      [this] { spots_.set_search(search_.get_text().raw()); });
+  search_.signal_activate().connect([this] { spots_.table().focus_list(); });
+  search_.signal_stop_search().connect([this] {
+    search_.set_text("");
+    spots_.table().focus_list();
+  });
+  spots_.table().signal_open().connect([this](std::int32_t id) { show_posting(id); });
+  spots_.table().signal_selected().connect([this] { enable_actions(); });
+  spots_.signal_update_wanted().connect([this] { update(); });
+  update_bar_.signal_stop().connect([this] { session_.stop_update(); });
+  account_page_.signal_account().connect(
+      [this](const std::string &name, const std::string &password) {
+        session_.set_account(name, password,
+                             [this](const std::string &failure) { account_set(failure); });
+      });
+  posting_.reactions().signal_send().connect(
+      [this](std::int32_t id, const std::string &text) { send_reaction(id, text); });
+}
+
+void MainWindow::add_actions() {
+  add_action("update", [this] { update(); });
+  add_action("stop-update", [this] { session_.stop_update(); });
+  add_action("undo", [this] { notice_.undo(); });
+  add_action("close", [this] { close(); });
+  add_action("search", [this] { search_.grab_focus(); });
+  add_action("focus-categories", [this] { spots_.categories().focus_list(); });
+  add_action("focus-list", [this] { spots_.table().focus_list(); });
+}
+
+void MainWindow::add_posting_actions() {
+  add_action("close-posting", [this] { close_posting(); });
+  add_action("watch", [this] { toggle_watch(); });
+  add_action("kudos", [this] { give_kudos(); });
+  add_action("open-link", [this] { open_in_browser(*this, posting_.details().link); });
+  add_action("open-image", [this] { open_in_browser(*this, posting_.details().image); });
+  add_action("reactions", [this] { posting_.show_reactions(); });
+}
+
+void MainWindow::enable_actions() {
+  const auto enable = [this](const char *name, bool enabled) {
+    std::dynamic_pointer_cast<Gio::SimpleAction>(lookup_action(name))->set_enabled(enabled);
+  };
+  const bool is_open = posting_.get_visible();
+  enable("update", snapshot_ && has_account_ && !updating_);
+  enable("stop-update", updating_);
+  enable("watch", is_open || spots_.table().selected_id());
+  for (const char *name : {"close-posting", "kudos", "reactions", "open-link", "open-image"})
+    enable(name, is_open);
+}
+
+void MainWindow::take_snapshot(SharedSnapshot snapshot) {
+  snapshot_ = std::move(snapshot);
+  watched_ = snapshot_->watched;
+  has_account_ = has_account_ || snapshot_->has_account;
+  spots_.set_snapshot(snapshot_);
+  if (!has_account_ && snapshot_->table.size() == 0) {
+    stack_.set_visible_child("account");
+    account_page_.focus_name();
+  }
+  enable_actions();
+  if (const auto id = std::exchange(wanted_posting_, std::nullopt))
+    open_posting(*id);
+}
+
+void MainWindow::show_unusable(const std::string &message) {
+  spots_.show_unusable(message);
+}
+
+void MainWindow::account_set(const std::string &failure) {
+  if (!failure.empty())
+    return account_page_.show_failure(failure);
+  has_account_ = true;
+  stack_.set_visible_child("spots");
+  enable_actions();
+  update();
+}
+
+void MainWindow::update() {
+  if (!snapshot_ || !has_account_ || std::exchange(updating_, true))
+    return;
+  enable_actions();
+  update_bar_.begin();
+  session_.update();
+}
+
+void MainWindow::update_ended(const UpdateOutcome &outcome) {
+  updating_ = false;
+  enable_actions();
+  update_bar_.show_outcome(outcome);
+}
+
+void MainWindow::open_posting(std::int32_t id) {
+  if (!snapshot_) {
+    wanted_posting_ = id;
+    return;
+  }
+  spots_.table().select(id);
+  show_posting(id);
+}
+
+void MainWindow::show_posting(std::int32_t id) {
+  if (posting_request_)
+    posting_request_->cancel();
+  posting_.begin(id);
+  posting_.set_watched(watched_.contains(id));
+  posting_.set_visible(true);
+  enable_actions();
+  heartbeat_.begin("posting");
+  if (!has_account_) {
+    posting_.show_reply({.failure = _("Without an account, the server tells nothing.")}, {});
+    return;
+  }
+  posting_request_ = session_.fetch_posting(id, snapshot_->table.find(id).has_value(),
+                                            [this](const PostingReply &reply) {
+                                              posting_.show_reply(reply, snapshot_->words);
+                                              heartbeat_.painted("posting", posting_);
+                                            });
+}
+
+void MainWindow::close_posting() {
+  if (posting_request_)
+    posting_request_->cancel();
+  posting_.set_visible(false);
+  spots_.table().focus_list();
+  enable_actions();
+}
+
+/** The posting that is open, else the one that is chosen in the list. */
+void MainWindow::toggle_watch() {
+  const std::optional<std::int32_t> id =
+      posting_.get_visible() ? std::optional(posting_.id()) : spots_.table().selected_id();
+  if (!id)
+    return;
+  const bool watched = !watched_.contains(*id);
+  set_watched(*id, watched);
+  notice_.show_text(watched ? _("Put on the watchlist") : _("Taken off the watchlist"),
+                    [this, id = *id, watched] { set_watched(id, !watched); });
+}
+
+void MainWindow::set_watched(std::int32_t id, bool watched) {
+  if (watched)
+    watched_.insert(id);
+  else
+    watched_.erase(id);
+  session_.set_watched(id, watched);
+  spots_.table().watch_changed(id);
+  if (posting_.id() == id)
+    posting_.set_watched(watched);
+}
+
+void MainWindow::give_kudos() {
+  if (!has_account_)
+    return;
+  session_.give_kudos(posting_.id(), [this](const std::string &failure) {
+    notice_.show_text(failure.empty() ? Glib::ustring(_("Kudos given")) : Glib::ustring(failure));
+  });
+}
+
+void MainWindow::send_reaction(std::int32_t id, const std::string &text) {
+  session_.send_reaction(id, text, [this, id](const std::string &failure) {
+    if (posting_.id() != id)
+      return;
+    posting_.reactions().show_sent(failure);
+    if (failure.empty())
+      show_posting(id);
+  });
+}
+
+void MainWindow::remember() {
+  get_default_size(remembered_.width, remembered_.height);
+  remembered_.maximized = is_maximized();
+  if (posting_.get_visible())
+    remembered_.list_height = split_.get_position();
+  spots_.remember(remembered_);
+  write_remembered(state_file_, remembered_);
+}
+
+bool MainWindow::on_close_request() {
+  get_application()->activate_action("quit");
+  return true;
+}
+
+void MainWindow::close_session(std::function<void()> closed) {
+  remember();
+  set_visible(false);
+  session_.close(std::move(closed));
+}
+
+}  // namespace velkor::app

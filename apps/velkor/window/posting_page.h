@@ -1,0 +1,62 @@
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
+/** The page of one posting: its texts and facts, and its reactions on a second tab. */
+#ifndef VELKOR_APP_WINDOW_POSTING_PAGE_H
+#define VELKOR_APP_WINDOW_POSTING_PAGE_H
+
+#include <string>
+
+#include <gtkmm.h>
+
+#include "library/session.h"
+#include "model/posting_details.h"
+#include "model/snapshot.h"
+#include "window/reactions_page.h"
+
+namespace velkor::app {
+
+class PostingPage : public Gtk::Box {
+public:
+  PostingPage();
+
+  /** From now on the page is that of posting `id`, of which nothing is known yet. */
+  void begin(std::int32_t id);
+  void show_reply(const PostingReply &reply, const Vocabulary &words);
+  void set_watched(bool watched);
+  void show_reactions();
+
+  [[nodiscard]] std::int32_t id() const noexcept { return details_.id; }
+  [[nodiscard]] const PostingDetails &details() const noexcept { return details_; }
+  ReactionsPage &reactions() { return reactions_; }
+
+private:
+  void build_header();
+  void show_details(const Vocabulary &words);
+  void add_fact(const Glib::ustring &name, const Glib::ustring &value);
+  void add_text(const Glib::ustring &name, const std::string &text);
+  void add_tracks();
+  [[nodiscard]] Glib::ustring newsgroup_names(const Vocabulary &words) const;
+
+  PostingDetails details_;
+  Gtk::Box header_{Gtk::Orientation::HORIZONTAL, 6};
+  Gtk::Label title_;
+  Gtk::StackSwitcher switcher_;
+  Gtk::Stack stack_;
+  Gtk::ToggleButton watch_;
+  Gtk::Button kudos_;
+  Gtk::Button link_;
+  Gtk::Button image_;
+  Gtk::Button close_;
+  Gtk::Spinner spinner_;
+  Gtk::Label failure_;
+  Gtk::ScrolledWindow scroller_;
+  Gtk::Box body_{Gtk::Orientation::VERTICAL, 12};
+  Gtk::Box columns_{Gtk::Orientation::HORIZONTAL, 30};
+  Gtk::Grid facts_;
+  int fact_count_ = 0;
+  Gtk::Box texts_{Gtk::Orientation::VERTICAL, 12};
+  ReactionsPage reactions_;
+};
+
+}  // namespace velkor::app
+
+#endif

@@ -1,0 +1,245 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
+"""Uses the desktop front end as a person does: by its keys and by what is on the screen.
+
+usage: velkor_test.py BUILD_DIRECTORY [TEST ...]
+"""
+import os
+import pathlib
+import signal
+import subprocess
+import sys
+import time
+import unittest
+
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(pathlib.Path(__file__).parent))
+from desktop import Desktop, PASSWORD, PATIENCE, Program, Service, use_bindings, wait_until  # noqa: E402
+
+BUILD = pathlib.Path()
+POSTINGS = 90  # more than the list shows at once
+
+
+def ids_of(items):
+    return [item["id"] for item in items]
+
+
+class FrontEnd(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = Desktop()
+        cls.addClassCleanup(cls.desktop.close)
+        use_bindings()
+
+    def setUp(self):
+        directory = self.desktop.home / self.id()
+        directory.mkdir()
+        self.desktop.environment["HOME"] = str(directory)
+
+    def service(self, **options):
+        service = Service(self.desktop, BUILD, POSTINGS, **options)
+        self.addCleanup(service.stop)
+        return service
+
+    def service_with_cache(self):
+        service = self.service()
+        service.velkorctl("update")
+        return service
+
+    def start(self, service, *words):
+        program = Program(service, *words)
+        self.addCleanup(program.kill)
+        program.wait_for("frame", "Velkor")
+        return program
+
+    def quit(self, program):
+        self.desktop.press("ctrl+q")
+        self.assertEqual(program.wait(), 0, program.printed())
+
+    def search(self, text):
+        self.desktop.press("ctrl+f")
+        self.desktop.type(text)
+
+    def test_the_list_shows_what_velkorctl_lists(self):
+        service = self.service_with_cache()
+        expected = ids_of(service.listed())
+        program = self.start(service)
+        program.wait_for_rows(expected)
+        program.wait_for_text(f"{len(expected)} spots")
+        self.quit(program)
+
+    def test_a_search_narrows_the_list(self):
+        service = self.service_with_cache()
+        expected = ids_of(service.listed("--title", "de v"))
+        self.assertTrue(0 < len(expected) < len(service.listed()))
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        self.search("de v")
+        program.wait_for_rows(expected)
+        self.desktop.press("Escape")
+        program.wait_for_rows(ids_of(service.listed()))
+        self.search("no title holds this")
+        program.wait_for_text("Nothing found")
+        self.quit(program)
+
+    def test_a_category_narrows_the_list(self):
+        service = self.service_with_cache()
+        expected = ids_of(service.listed("--category", "Geluid"))
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        self.desktop.press("alt+1")
+        for _ in range(20):
+            if program.rows() == expected:
+                break
+            self.desktop.press("Down", "space")
+            time.sleep(0.1)
+        program.wait_for_rows(expected)
+        self.quit(program)
+
+    def test_an_opened_posting_shows_what_the_server_tells(self):
+        service = self.service_with_cache()
+        posting = service.listed()[5]
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        self.search(posting["title"])
+        program.wait_for_rows([posting["id"]])
+        self.desktop.press("Return", "Return")
+        program.wait_for_text(service.shown(posting["id"])["description"])
+        self.desktop.press("Escape")
+        wait_until(lambda: not program.find("push button", "Close the spot"), "the posting is closed")
+        self.quit(program)
+
+    def test_an_update_brings_what_is_new(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        added = service.command("/posting?Title=Een+nieuwe+haven&Cat=0&SCat=0&Tags=|a0|&Poster=anna")
+        self.desktop.press("F5")
+        program.wait_for_text("1 spot received.")
+        wait_until(lambda: added["id"] in (program.rows() or []), "the new posting is listed")
+        self.quit(program)
+        self.assertIn(added["id"], ids_of(service.listed()))
+
+    def test_other_programs_open_postings_in_the_one_instance(self):
+        service = self.service_with_cache()
+        posting = ids_of(service.listed())[7]
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        service.velkorctl("open", str(posting))
+        program.wait_for_text(service.shown(posting)["description"])
+        second = Program(service)
+        self.addCleanup(second.kill)
+        self.assertEqual(second.wait(), 0)
+        self.quit(program)
+
+    def test_the_watchlist_changes_and_changes_back(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        posting = ids_of(service.listed())[3]
+        service.velkorctl("open", str(posting))
+        program.wait_for("push button", "Close the spot")
+        self.desktop.press("ctrl+d")
+        program.wait_for_text("Put on the watchlist")
+        wait_until(lambda: self.watched(service) == [posting], "the posting is watched")
+        self.desktop.press("ctrl+z")
+        wait_until(lambda: self.watched(service) == [], "the posting is no longer watched")
+        self.quit(program)
+
+    def watched(self, service):
+        """From the file, which the front end writes."""
+        settings = (pathlib.Path(self.desktop.environment["HOME"]) / ".velkor/velkor.conf").read_text()
+        return [int(line.partition("=")[2]) for line in settings.splitlines()
+                if line.startswith("watchlist=") and line.partition("=")[2]]
+
+    def test_a_reaction_is_sent(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        posting = ids_of(service.listed())[1]
+        service.velkorctl("open", str(posting))
+        program.wait_for_text(service.shown(posting)["description"])
+        self.desktop.press("alt+3")
+        self.desktop.type("Dank je wel")
+        self.desktop.press("ctrl+Return")
+        wait_until(lambda: "Dank je wel" in [reaction["body"] for reaction in
+                                             service.shown(posting)["reactions"]], "it is on the server")
+        self.quit(program)
+
+    def test_a_first_start_asks_for_the_account(self):
+        service = self.service(account=False)
+        program = self.start(service)
+        program.wait_for_text("Welcome to Velkor")
+        self.desktop.type("demo")
+        self.desktop.press("Tab")
+        self.desktop.type(PASSWORD)
+        self.desktop.press("Return")
+        program.wait_for_text(f"{POSTINGS} spots received.")
+        program.wait_for_rows(ids_of(service.listed()))
+        self.quit(program)
+
+    def test_it_ends_while_the_server_says_nothing(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        service.command("/fault?path=/3.7.3/xml.php&kind=stall")
+        self.desktop.press("F5")
+        program.wait_for_text("Asking the server what is new")
+        wait_until(lambda: service.asked_for("/3.7.3/xml.php"), "the server has been asked")
+        self.quit(program)
+
+    def test_a_signal_ends_it_properly(self):
+        program = self.start(self.service_with_cache())
+        program.process.send_signal(signal.SIGTERM)
+        self.assertEqual(program.wait(), 0, program.printed())
+
+    def test_the_sorting_is_remembered(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        self.quit(program)
+        state = self.desktop.environment["HOME"] + "/.config/velkor/window.ini"
+        text = pathlib.Path(state).read_text()
+        self.assertIn("sort=date", text)
+        pathlib.Path(state).write_text(text.replace("sort=date", "sort=rating"))
+        ratings = {item["id"]: item["rating"] for item in service.listed()}
+        again = self.start(service)
+        wait_until(lambda: self.is_sorted([ratings[row] for row in again.rows() or []]),
+                   "the best rated come first")
+        self.quit(again)
+
+    def is_sorted(self, ratings):
+        return len(ratings) > 1 and ratings == sorted(ratings, reverse=True)
+
+    def test_the_heartbeat_is_printed(self):
+        service = self.service_with_cache()
+        program = self.start(service, "--heartbeat")
+        program.wait_for_rows(ids_of(service.listed()))
+        self.quit(program)
+        self.assertRegex(program.printed(), r"(?m)^heartbeat: longest gap \d+ ms$")
+        self.assertRegex(program.printed(), r"(?m)^heartbeat: list painted after \d+ ms at most, 1 times$")
+
+
+class CommandLine(unittest.TestCase):
+    """Without a display."""
+
+    def run_velkor(self, *words):
+        environment = {"PATH": os.defpath, "LC_ALL": "C.UTF-8", "HOME": "/nonexistent"}
+        return subprocess.run([BUILD / "bin/velkor", *words], env=environment, capture_output=True,
+                              text=True, timeout=PATIENCE)
+
+    def test_help_and_version(self):
+        run = self.run_velkor("--help")
+        self.assertEqual(run.returncode, 0)
+        self.assertIn("--heartbeat", run.stdout)
+        self.assertRegex(self.run_velkor("--version").stdout, r"^velkor \d+\.\d+\.\d+\n$")
+
+    def test_an_unknown_option_is_an_error(self):
+        for words in (["--nothing"], ["42"]):
+            run = self.run_velkor(*words)
+            self.assertEqual(run.returncode, 2)
+            self.assertTrue(run.stderr.startswith("velkor: "))
+
+
+if __name__ == "__main__":
+    BUILD = pathlib.Path(sys.argv.pop(1)).resolve()
+    unittest.main(verbosity=2)
