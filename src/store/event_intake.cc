@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "store/event_intake.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -11,6 +12,7 @@
 #include "core/app_core.h"
 #include "store/event_table.h"
 #include "support/assertion.h"
+#include "support/rw_lock.h"
 
 namespace velkor {
 namespace {
@@ -37,17 +39,26 @@ void EventIntake::take(std::vector<OwnedEventObject> objects,
                        const std::vector<EventRemark> &remarks) noexcept {
   auto remark = remarks.cbegin();
   for (std::size_t number = 0; number < objects.size(); ++number) {
-    // No other thread sees the object before it is in its place: its lock is not needed.
-    const ZoxEvent &event = *objects[number]->event;
-    bool usable = true;
-    for (; remark != remarks.cend() && remark->posting == number; ++remark)
-      usable = tell(*remark, event) && usable;
-    if (!usable)
-      continue;
-    count(event);
-    if (is_deleted(event) || !has_bad_word(event))
-      put(std::move(objects[number]));
+    const auto first = remark;
+    remark = std::find_if(first, remarks.cend(),
+                          [number](const EventRemark &each) { return each.posting != number; });
+    if (const auto postId = accepted_id(*objects[number], {first, remark}))
+      put(*postId, std::move(objects[number]));
   }
+}
+
+/** Another thread may have the object: when a list is read again, it keeps its objects. */
+std::optional<gint32> EventIntake::accepted_id(ZOXEventObject &object,
+                                               std::span<const EventRemark> remarks) noexcept {
+  const ReadLock lock(object.lock);
+  const ZoxEvent &event = *object.event;
+  bool usable = true;
+  for (const EventRemark &remark : remarks)
+    usable = tell(remark, event) && usable;
+  if (!usable)
+    return std::nullopt;
+  count(event);
+  return is_deleted(event) || !has_bad_word(event) ? std::optional(event.postId) : std::nullopt;
 }
 
 /** Counts a new posting in the category list, which the first one of a document begins anew. */
@@ -66,9 +77,9 @@ bool EventIntake::has_bad_word(const ZoxEvent &event) noexcept {
   return false;
 }
 
-void EventIntake::put(OwnedEventObject object) const noexcept {
+void EventIntake::put(gint32 postId, OwnedEventObject object) const noexcept {
   if (table_ != nullptr)
-    put_object(table_, std::move(object));
+    put_object(table_, postId, std::move(object));
   else
     *list_ = g_slist_prepend(*list_, object.release());
 }

@@ -3,6 +3,8 @@
 #ifndef VELKOR_STORE_EVENT_INTAKE_H
 #define VELKOR_STORE_EVENT_INTAKE_H
 
+#include <optional>
+#include <span>
 #include <vector>
 
 #include "filter/bad_words.h"
@@ -21,9 +23,12 @@ public:
             const std::vector<EventRemark> &remarks) noexcept;
 
 private:
+  /** The id of the object's posting if it is taken. */
+  std::optional<gint32> accepted_id(ZOXEventObject &object,
+                                    std::span<const EventRemark> remarks) noexcept;
   void count(const ZoxEvent &event) noexcept;
   bool has_bad_word(const ZoxEvent &event) noexcept;
-  void put(OwnedEventObject object) const noexcept;
+  void put(gint32 postId, OwnedEventObject object) const noexcept;
 
   GHashTable *table_;
   GSList **list_;

@@ -4,6 +4,7 @@
 #define VELKOR_STORE_EVENT_TABLE_H
 
 #include <memory>
+#include <utility>
 
 #include <velkor/zox_event.h>
 
@@ -30,11 +31,15 @@ inline OwnedEventObject take_object(GHashTable *table, gint32 postId) noexcept {
 }
 
 /** Puts `object` under its post id; what stood there before is handed back with its reference. */
-inline OwnedEventObject put_object(GHashTable *table, OwnedEventObject object) noexcept {
-  const gint32 postId = object->event->postId;
+inline OwnedEventObject put_object(GHashTable *table, gint32 postId,
+                                   OwnedEventObject object) noexcept {
   OwnedEventObject earlier = take_object(table, postId);
   g_hash_table_insert(table, GINT_TO_POINTER(postId), object.release());
   return earlier;
+}
+inline OwnedEventObject put_object(GHashTable *table, OwnedEventObject object) noexcept {
+  const gint32 postId = object->event->postId;
+  return put_object(table, postId, std::move(object));
 }
 
 }  // namespace velkor
