@@ -108,7 +108,7 @@ void choose_proxy(Transfer &transfer, const ZoxConfig &config) noexcept {
 /** Those who follow a transfer: the front end's function, and the job that it is made for. */
 struct Observers {
   Callback<ZoxTransferCallback> front_end;
-  Job *job;
+  Job *job = nullptr;
 };
 
 /** Each of the two may stop the transfer. */
