@@ -18,10 +18,10 @@
 #include "operations/update_result.h"
 #include "posting/event_record.h"
 #include "support/owned.h"
+#include "support/owned_records.h"
 
 namespace velkor {
 
-using OwnedProfile = std::unique_ptr<ZoxProfile, ReleaseWith<zox_profile_free>>;
 using OwnedOverview = std::unique_ptr<GSList, ReleaseWith<zox_myzox_free>>;
 using OwnedContext = std::unique_ptr<GMainContext, ReleaseWith<g_main_context_unref>>;
 using OwnedSource = std::unique_ptr<GSource, ReleaseWith<g_source_unref>>;
