@@ -64,6 +64,16 @@ OwnedIds ids_of(std::string_view reply) noexcept {
   return OwnedIds(zox_splitted_list_split(std::string(reply).c_str()));
 }
 
+/** What the service keeps as the account's watchlist. */
+ZoxErrorCode fetch_ids(OwnedIds &ids, char **serverText) noexcept {
+  const ServiceReply reply = send_request(path, {{"mode", "load"}}, {.require_data = false});
+  hand_over(serverText, reply.notice());
+  if (reply.failed())
+    return reply.code;
+  ids = ids_of(reply.view());
+  return ZOX_RESULT_SUCCESS;
+}
+
 /** Brings postings that the event list does not know from the service, so many of them. */
 class Finder {
 public:
@@ -165,11 +175,9 @@ ZoxErrorCode send_watchlist(const ZoxString *data, char **serverText) noexcept {
 }
 
 ZoxErrorCode request_watchlist(std::vector<gint32> &postIds, char **serverText) noexcept {
-  const ServiceReply reply = send_request(path, {{"mode", "load"}}, {.require_data = false});
-  hand_over(serverText, reply.notice());
-  if (reply.failed())
-    return reply.code;
-  const OwnedIds ids = ids_of(reply.view());
+  OwnedIds ids;
+  if (const ZoxErrorCode code = fetch_ids(ids, serverText); code != ZOX_RESULT_SUCCESS)
+    return code;
   const OwnedObject<ZOXEventlist> list(zox_eventlist_get());
   Finder finder(list.get());
   for (const ZoxString *id : Items<ZoxString>(ids.get())) {
@@ -206,11 +214,9 @@ ZoxErrorCode zox_watchlist_upload(char **serverText) {
 ZoxErrorCode zox_watchlist_download(char **serverText) {
   ZOX_ASSERT(core);
   ZOX_ASSERT(core->config);
-  const ServiceReply reply = send_request(path, {{"mode", "load"}}, {.require_data = false});
-  hand_over(serverText, reply.notice());
-  if (reply.failed())
-    return reply.code;
-  const OwnedIds ids = ids_of(reply.view());
+  OwnedIds ids;
+  if (const ZoxErrorCode code = fetch_ids(ids, serverText); code != ZOX_RESULT_SUCCESS)
+    return code;
   const OwnedObject<ZOXEventlist> list(zox_eventlist_get());
   Restoration restoration(list.get());
   for (const ZoxString *id : Items<ZoxString>(ids.get()))
