@@ -8,7 +8,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <system_error>
 
 #include <glib.h>
 #include <libintl.h>
@@ -17,6 +16,7 @@
 #include "library/instance.h"
 #include "library/session.h"
 #include "support/owned.h"
+#include "support/program_files.h"
 #include "widgets/heartbeat.h"
 #include "window/application.h"
 
@@ -28,16 +28,6 @@ namespace fs = std::filesystem;
 using OwnedOptionContext = std::unique_ptr<GOptionContext, ReleaseWith<g_option_context_free>>;
 
 constexpr int usage_error = 2;
-
-/** The directory with that path from the program's own; nothing when there is none. */
-std::optional<std::string> directory_from_program(const fs::path &path) {
-  std::error_code error;
-  const fs::path program = fs::read_symlink("/proc/self/exe", error);
-  if (error)
-    return std::nullopt;
-  const fs::path directory = (program.parent_path() / path).lexically_normal();
-  return fs::is_directory(directory, error) ? std::optional(directory.string()) : std::nullopt;
-}
 
 /** The memory holds a password, which a core dump would show to whoever gets to read it. */
 void prepare_process() {
