@@ -24,6 +24,13 @@ void add_groups() {
   }
 }
 
+ZoxCoreOptions options_for(const std::string &cache_directory) {
+  ZoxCoreOptions options{};
+  options.cacheDir = cache_directory.c_str();
+  options.parts = ZOX_CORE_FILTERS | ZOX_CORE_TABLES;
+  return options;
+}
+
 }  // namespace
 
 void expect(bool condition, const char *text) {
@@ -31,20 +38,8 @@ void expect(bool condition, const char *text) {
     throw std::runtime_error(text);
 }
 
-Library::Library(const std::string &cache_directory) {
-  ZoxCoreOptions options{};
-  options.cacheDir = cache_directory.c_str();
-  options.parts = ZOX_CORE_FILTERS | ZOX_CORE_TABLES;
-  char *text = nullptr;
-  const ZoxCoreResult result = zox_app_core_open(&options, &text);
-  const OwnedText message(text);
-  if (result != ZOX_CORE_OPENED)
-    throw std::runtime_error(message.get());
+Library::Library(const std::string &cache_directory) : core_(options_for(cache_directory)) {
   add_groups();
-}
-
-Library::~Library() {
-  zox_app_core_close();
 }
 
 void load_list() {

@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "support/opened_core.h"
+
 namespace velkor::bench {
 
 /** @throws std::runtime_error with that text unless the condition holds */
@@ -14,9 +16,9 @@ void expect(bool condition, const char *text);
 class Library {
 public:
   explicit Library(const std::string &cache_directory);
-  ~Library();
-  Library(const Library &) = delete;
-  Library &operator=(const Library &) = delete;
+
+private:
+  OpenedCore core_;
 };
 
 /** Loads the event list from the cache; throws when that fails. */

@@ -16,6 +16,7 @@
 #include <velkor/velkor.h>
 
 #include "support/clock.h"
+#include "support/opened_core.h"
 #include "support/owned.h"
 #include "support/owned_records.h"
 
@@ -30,25 +31,6 @@ void require(ZoxErrorCode code, const char *server_text) {
   const OwnedText sentence(zox_error_msg(code, server_text));
   throw std::runtime_error(sentence.get());
 }
-
-class Core {
-public:
-  Core(const char *host, const char *cache, const char *plugins) {
-    ZoxCoreOptions options{};
-    options.cacheDir = cache;
-    options.libDir = plugins;
-    options.parts = ZOX_CORE_ALL & ~ZOX_CORE_BUS;
-    char *text = nullptr;
-    const ZoxCoreResult result = zox_app_core_open(&options, &text);
-    const OwnedText message(text);
-    if (result != ZOX_CORE_OPENED)
-      throw std::runtime_error(message.get());
-    zox_http_set_hosts(host, host);
-  }
-  ~Core() { zox_app_core_close(); }
-  Core(const Core &) = delete;
-  Core &operator=(const Core &) = delete;
-};
 
 void update() {
   char *text = nullptr;
@@ -90,7 +72,8 @@ long open_descriptors() {
 
 void run(const char *host, const char *cache, const char *plugins) {
   const ReplacedClock clock([] { return now; });
-  const Core core_of_run(host, cache, plugins);
+  zox_http_set_hosts(host, host);
+  const OpenedCore core_of_run(options_without_bus(cache, plugins));
   while (std::cin >> now) {
     update();
     look_around();

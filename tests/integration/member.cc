@@ -1,8 +1,6 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "tests/integration/member.h"
 
-#include <stdexcept>
-
 #include <velkor/velkor.h>
 
 #include "support/owned.h"
@@ -17,17 +15,13 @@ MemberTest::MemberTest() {
   options.libDir = ServerProcess::plugin_directory();
   options.parts = ZOX_CORE_SETTINGS | ZOX_CORE_FILTERS | ZOX_CORE_TABLES | ZOX_CORE_POSTINGS;
   std::filesystem::create_directories(directory);
-  char *place = nullptr;
-  const ZoxCoreResult result = zox_app_core_open(&options, &place);
-  const OwnedText message(place);
-  if (result != ZOX_CORE_OPENED)
-    throw std::runtime_error(message.get());
+  core_.emplace(options);
   set("username", ServerProcess::user);
   set("password", ServerProcess::password);
 }
 
 MemberTest::~MemberTest() {
-  zox_app_core_close();
+  core_.reset();
   zox_file_free_lib_dir();
   zox_http_set_hosts(nullptr, nullptr);
 }

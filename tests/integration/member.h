@@ -3,12 +3,14 @@
 #ifndef VELKOR_TESTS_INTEGRATION_MEMBER_H
 #define VELKOR_TESTS_INTEGRATION_MEMBER_H
 
+#include <optional>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include <velkor/zox_types.h>
 
+#include "support/opened_core.h"
 #include "tests/support/sandbox.h"
 
 namespace velkor::test {
@@ -43,6 +45,7 @@ private:
   EnvironmentVariable bus_{"DBUS_SESSION_BUS_ADDRESS",
                            "unix:path=" + (sandbox.home() / "absent").string()};
   EnvironmentVariable authorities_{"VELKOR_CA_FILE", std::nullopt};
+  std::optional<OpenedCore> core_;
 };
 
 }  // namespace velkor::test

@@ -18,6 +18,7 @@
 
 #include <velkor/velkor.h>
 
+#include "support/opened_core.h"
 #include "support/owned.h"
 #include "support/owned_records.h"
 #include "support/slist.h"
@@ -246,25 +247,6 @@ private:
   std::array<std::jthread, fetching_threads> threads_;
 };
 
-class Core {
-public:
-  Core(const char *host, const std::string &cache, const char *plugins) {
-    ZoxCoreOptions options{};
-    options.cacheDir = cache.c_str();
-    options.libDir = plugins;
-    options.parts = ZOX_CORE_ALL & ~ZOX_CORE_BUS;
-    char *text = nullptr;
-    const ZoxCoreResult result = zox_app_core_open(&options, &text);
-    const OwnedText message(text);
-    if (result != ZOX_CORE_OPENED)
-      throw std::runtime_error(message.get());
-    zox_http_set_hosts(host, host);
-  }
-  ~Core() { zox_app_core_close(); }
-  Core(const Core &) = delete;
-  Core &operator=(const Core &) = delete;
-};
-
 /** Fetches a few postings, most of which the list does not hold when it is empty. */
 void start_some(std::size_t number) {
   constexpr std::size_t some = 4;
@@ -286,12 +268,12 @@ void run_round(std::size_t round) {
   }
 }
 
-void run(const char *host, const std::string &cache, const char *plugins, std::size_t rounds) {
+void run(const std::string &cache, const char *plugins, std::size_t rounds) {
   for (std::size_t round = 0; round < rounds; ++round) {
     // What is fetched first is then found on the server, and counted.
     std::filesystem::remove(cache + "/velkor.posts.gz");
     {
-      const Core core_of_round(host, cache, plugins);
+      const OpenedCore core_of_round(options_without_bus(cache.c_str(), plugins));
       run_round(round);
       start_some(round);
       closing = true;
@@ -305,8 +287,8 @@ void run(const char *host, const std::string &cache, const char *plugins, std::s
 }
 
 /** Ends the program with the core open and fetches under way. */
-[[noreturn]] void end_at_work(const char *host, const std::string &cache, const char *plugins) {
-  new Core(host, cache, plugins);  // lives as long as the process
+[[noreturn]] void end_at_work(const std::string &cache, const char *plugins) {
+  new OpenedCore(options_without_bus(cache.c_str(), plugins));  // lives as long as the process
   start_some(0);
   std::exit(EXIT_SUCCESS);
 }
@@ -320,8 +302,9 @@ int main(int argc, char **words) {
     return EXIT_FAILURE;
   }
   try {
-    velkor::stress::run(words[1], words[2], words[3], std::stoul(words[4]));
-    velkor::stress::end_at_work(words[1], words[2], words[3]);
+    zox_http_set_hosts(words[1], words[1]);
+    velkor::stress::run(words[2], words[3], std::stoul(words[4]));
+    velkor::stress::end_at_work(words[2], words[3]);
   } catch (const std::exception &error) {
     std::cerr << "velkor-stress: " << error.what() << '\n';
     return EXIT_FAILURE;
