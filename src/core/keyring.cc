@@ -72,7 +72,7 @@ std::optional<std::string> look_up(const std::string &id, std::string &fault) no
       secret_password_lookup_sync(&schema(), nullptr, &place, "id", id.c_str(), nullptr));
   const OwnedError error(place);
   if (secret)
-    return secret.get();
+    return std::string(secret.get());
   fault = error ? error->message : "the keyring has no password for this account";
   return std::nullopt;
 }

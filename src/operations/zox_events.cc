@@ -50,8 +50,8 @@ public:
   /** Takes note of the names since the last call; whether one of them is new. */
   bool note_new() noexcept {
     bool any = false;
-    for (GSList *cell = last_noted_ == nullptr ? list_ : last_noted_->next; cell != nullptr;
-         cell = cell->next) {
+    const GSList *cell = last_noted_ == nullptr ? list_ : last_noted_->next;
+    for (; cell != nullptr; cell = cell->next) {
       any = noted_.insert(static_cast<const char *>(cell->data)).second || any;
       last_noted_ = cell;
     }
@@ -60,7 +60,7 @@ public:
 
 private:
   GSList *list_ = nullptr;
-  GSList *last_noted_ = nullptr;
+  const GSList *last_noted_ = nullptr;
   std::unordered_set<std::string_view> noted_;
 };
 
