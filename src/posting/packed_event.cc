@@ -30,6 +30,10 @@ Header *header_of(ZoxEvent *event) noexcept {
   return reinterpret_cast<Header *>(event) - 1;
 }
 
+const Header *header_of(const ZoxEvent *event) noexcept {
+  return reinterpret_cast<const Header *>(event) - 1;
+}
+
 /** The members that a record has for itself, with shared parts and without. */
 class OwnMembers {
 public:
@@ -185,7 +189,7 @@ PackedEvent pack(const ZoxEvent &source, SharedMemory &memory) noexcept {
 }
 
 PackedEvent without_details(const ZoxEvent &packed) noexcept {
-  return pack_into_block(bare(packed), header_of(const_cast<ZoxEvent *>(&packed))->memory);
+  return pack_into_block(bare(packed), header_of(&packed)->memory);
 }
 
 bool is_without_details(const ZoxEvent &event) noexcept {
