@@ -37,7 +37,9 @@ def expected_files():
     table = (SOURCE / "tests/install/files.txt").read_text().splitlines()
     named = {line.replace("LIBDIR", LIBDIR) for line in table if line and not line.startswith("#")}
     headers = {f"include/velkor/{path.name}" for path in (SOURCE / "include/velkor").iterdir()}
-    return named | headers
+    schemas = {f"share/doc/velkor/schemas/{path.name}"
+               for path in (SOURCE / "docs/schemas").iterdir()}
+    return named | headers | schemas
 
 
 class Server:
@@ -119,10 +121,12 @@ class Installation(unittest.TestCase):
         document = self.velkorctl(prefix, "--data-dir", "/elsewhere", "list", "--format", "xml")
         self.assertIn("file:///elsewhere/images", document)
 
-    def test_commands_of_the_readme_print_what_it_says(self):
+    def test_commands_of_the_pages_print_what_they_say(self):
         prefix = self.installed_elsewhere()
-        output_of(SOURCE / "tools/try", prefix, SOURCE / "tools/check_readme.py", SOURCE / "README.md",
-                  env=self.environment)
+        for page in ("README.md", "docs/guide.md"):
+            with self.subTest(page=page):
+                output_of(SOURCE / "tools/try", prefix, SOURCE / "tools/check_readme.py", SOURCE / page,
+                          env=self.environment)
 
     def test_the_shell_for_trying_ends_with_all_that_was_done_in_it(self):
         prefix = self.installed_elsewhere()
