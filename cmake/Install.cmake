@@ -57,6 +57,8 @@ set(VELKOR_INSTALL_DIRECTORIES
     ${CMAKE_INSTALL_MANDIR}/man1
     ${CMAKE_INSTALL_MANDIR}/man5
     ${CMAKE_INSTALL_DOCDIR}/examples
+    ${CMAKE_INSTALL_DOCDIR}/html
+    ${CMAKE_INSTALL_DOCDIR}/html/reference
     ${CMAKE_INSTALL_DOCDIR}/schemas)
 configure_file(cmake/RememberDirectories.cmake.in RememberDirectories.cmake @ONLY)
 install(SCRIPT ${PROJECT_BINARY_DIR}/RememberDirectories.cmake)
