@@ -59,6 +59,7 @@ set(VELKOR_INSTALL_DIRECTORIES
     ${CMAKE_INSTALL_DOCDIR}/examples
     ${CMAKE_INSTALL_DOCDIR}/html
     ${CMAKE_INSTALL_DOCDIR}/html/reference
+    ${CMAKE_INSTALL_DOCDIR}/pictures
     ${CMAKE_INSTALL_DOCDIR}/schemas)
 configure_file(cmake/RememberDirectories.cmake.in RememberDirectories.cmake @ONLY)
 install(SCRIPT ${PROJECT_BINARY_DIR}/RememberDirectories.cmake)
@@ -74,6 +75,6 @@ install(FILES ${PROJECT_BINARY_DIR}/VelkorConfig.cmake ${PROJECT_BINARY_DIR}/Vel
 install(FILES ${PROJECT_BINARY_DIR}/velkor.pc DESTINATION ${pkg_config_directory})
 install(FILES LICENSE CHANGELOG.md docs/guide.md docs/manual.md docs/server.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs/schemas DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs/pictures docs/schemas DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES tests/abi/manual_example.c docs/examples/postings.py
         DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
