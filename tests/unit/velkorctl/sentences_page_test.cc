@@ -8,9 +8,11 @@
 
 #include <gtest/gtest.h>
 
+#include <velkor/zox_app_core.h>
 #include <velkor/zox_codes.h>
 #include <velkor/zox_http_curl.h>
 
+#include "support/owned.h"
 #include "tests/support/sandbox.h"
 #include "velkorctl/failure.h"
 
@@ -41,16 +43,22 @@ std::string exit_words(ZoxErrorCode code) {
   return std::to_string(static_cast<int>(exit_of(code)));
 }
 
+/** The library's sentence, or that of the command where the library has none. */
+std::string sentence_for(ZoxErrorCode code) {
+  static const std::string none = OwnedText(zox_error_msg(ZOX_RESULT_NO_PROFILE + 1, "")).get();
+  const char *text = code == ZOX_RESULT_SERVER_NOTICE ? "TEXT" : nullptr;
+  std::string sentence = OwnedText(zox_error_msg(code, text)).get();
+  return sentence == none ? sentence_of(code, text) : sentence;
+}
+
 TEST(SentencesPage, HasEveryResultWithItsSentenceAndExitCode) {
   zox_http_set_hosts("HOST", "HOST");
   std::map<ZoxErrorCode, Row> expected;
-  const std::string unknown = sentence_of(ZOX_RESULT_NO_PROFILE + 1, nullptr);
-  for (ZoxErrorCode code = 0; sentence_of(code, "TEXT") != unknown; ++code) {
-    const char *text = code == ZOX_RESULT_SERVER_NOTICE ? "TEXT" : nullptr;
-    expected[code] = {sentence_of(code, text), exit_words(code)};
-  }
   const auto addressee = static_cast<ZoxErrorCode>(ZOX_RESULT_ADDRESSEE_UNKNOWN);
-  expected[addressee] = {sentence_of(addressee, nullptr), exit_words(addressee)};
+  expected[addressee] = {sentence_for(addressee), exit_words(addressee)};
+  const std::string none = sentence_for(ZOX_RESULT_NO_PROFILE + 1);
+  for (ZoxErrorCode code = 0; sentence_for(code) != none; ++code)
+    expected[code] = {sentence_for(code), exit_words(code)};
   EXPECT_GT(expected.size(), static_cast<std::size_t>(ZOX_RESULT_NO_PROFILE));
 
   const std::map<ZoxErrorCode, Row> found = rows_of_the_guide();
