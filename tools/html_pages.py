@@ -39,7 +39,7 @@ def target_of(link):
 
 
 def output_of(*command):
-    return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True).stdout
+    return subprocess.run(command, check=True, stdout=subprocess.PIPE, encoding="utf-8").stdout
 
 
 def of_markdown(path):
@@ -48,7 +48,7 @@ def of_markdown(path):
     body = output_of("markdown_py", *extensions, "--output_format", "html", path)
     body = re.sub(r'(<(?:a|img)\b[^>]* (?:href|src)=")([^"]*)"',
                   lambda match: f'{match[1]}{target_of(match[2])}"', body)
-    return re.search(r"^# (.*)$", path.read_text(), re.MULTILINE)[1], body
+    return re.search(r"^# (.*)$", path.read_text(encoding="utf-8"), re.MULTILINE)[1], body
 
 
 def of_man_page(path):
@@ -63,8 +63,9 @@ def of_man_page(path):
 def main(style, source, target):
     source = pathlib.Path(source)
     title, body = of_markdown(source) if source.suffix == ".md" else of_man_page(source)
-    page = PAGE.format(title=html.escape(title), style=pathlib.Path(style).read_text(), body=body)
-    pathlib.Path(target).write_text(page)
+    rules = pathlib.Path(style).read_text(encoding="utf-8")
+    page = PAGE.format(title=html.escape(title), style=rules, body=body)
+    pathlib.Path(target).write_text(page, encoding="utf-8")
 
 
 if __name__ == "__main__":
