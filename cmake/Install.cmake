@@ -56,7 +56,11 @@ set(VELKOR_INSTALL_DIRECTORIES
     ${CMAKE_INSTALL_LOCALEDIR}/nl/LC_MESSAGES
     ${CMAKE_INSTALL_MANDIR}/man1
     ${CMAKE_INSTALL_MANDIR}/man5
-    ${CMAKE_INSTALL_DOCDIR}/examples)
+    ${CMAKE_INSTALL_DOCDIR}/examples
+    ${CMAKE_INSTALL_DOCDIR}/html
+    ${CMAKE_INSTALL_DOCDIR}/html/reference
+    ${CMAKE_INSTALL_DOCDIR}/pictures
+    ${CMAKE_INSTALL_DOCDIR}/schemas)
 configure_file(cmake/RememberDirectories.cmake.in RememberDirectories.cmake @ONLY)
 install(SCRIPT ${PROJECT_BINARY_DIR}/RememberDirectories.cmake)
 add_custom_target(
@@ -69,6 +73,8 @@ install(EXPORT VelkorTargets NAMESPACE Velkor:: DESTINATION ${package_config_dir
 install(FILES ${PROJECT_BINARY_DIR}/VelkorConfig.cmake ${PROJECT_BINARY_DIR}/VelkorConfigVersion.cmake
         DESTINATION ${package_config_directory})
 install(FILES ${PROJECT_BINARY_DIR}/velkor.pc DESTINATION ${pkg_config_directory})
-install(FILES LICENSE CHANGELOG.md docs/manual.md docs/server.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES LICENSE CHANGELOG.md docs/guide.md docs/manual.md docs/server.md
+        DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs/pictures docs/schemas DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES tests/abi/manual_example.c docs/examples/postings.py
         DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)

@@ -19,9 +19,10 @@ class Debian(unittest.TestCase):
         for version in packaged.values():
             self.assertRegex(version, r"^\d+\.\d+\.\d+$")  # no revision, which would hinder backports
 
-    def test_every_library_is_there_for_building(self):
+    def test_what_is_built_with_is_there_for_building(self):
         used = {name for file in ("packages.txt", "packages-desktop.txt")
                 for name in lines_of(f"tools/{file}", "#") if name.endswith("-dev")}
+        used |= set(lines_of("tools/packages-docs.txt", "#"))
         field = re.search(r"^Build-Depends:\n((?: .*\n)+)", (ROOT / "debian/control").read_text(),
                           re.MULTILINE)[1]
         named = {line.split()[0].rstrip(",") for line in field.splitlines()}

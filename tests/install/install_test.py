@@ -37,7 +37,9 @@ def expected_files():
     table = (SOURCE / "tests/install/files.txt").read_text().splitlines()
     named = {line.replace("LIBDIR", LIBDIR) for line in table if line and not line.startswith("#")}
     headers = {f"include/velkor/{path.name}" for path in (SOURCE / "include/velkor").iterdir()}
-    return named | headers
+    schemas = {f"share/doc/velkor/schemas/{path.name}"
+               for path in (SOURCE / "docs/schemas").iterdir()}
+    return named | headers | schemas
 
 
 class Server:
@@ -98,7 +100,9 @@ class Installation(unittest.TestCase):
         # Named after the type of the build.
         targets = {name for name in found if "/VelkorTargets-" in name}
         self.assertEqual(len(targets), 1)
-        self.assertEqual(sorted(found - targets), sorted(expected_files()))
+        reference = {name for name in found if name.startswith("share/doc/velkor/html/reference/")}
+        self.assertIn("share/doc/velkor/html/reference/index.html", reference)
+        self.assertEqual(sorted(found - targets - reference), sorted(expected_files()))
 
     def test_programs_work_where_they_were_moved_to(self):
         prefix = self.installed_elsewhere()
@@ -119,10 +123,19 @@ class Installation(unittest.TestCase):
         document = self.velkorctl(prefix, "--data-dir", "/elsewhere", "list", "--format", "xml")
         self.assertIn("file:///elsewhere/images", document)
 
-    def test_commands_of_the_readme_print_what_it_says(self):
+    def test_commands_of_the_pages_print_what_they_say(self):
         prefix = self.installed_elsewhere()
-        output_of(SOURCE / "tools/try", prefix, SOURCE / "tools/check_readme.py", SOURCE / "README.md",
-                  env=self.environment)
+        for page in ("README.md", "docs/guide.md"):
+            with self.subTest(page=page):
+                output_of(SOURCE / "tools/try", prefix, SOURCE / "tools/check_readme.py", SOURCE / page,
+                          env=self.environment)
+
+    def test_links_of_the_pages_lead_somewhere(self):
+        prefix = self.installed_elsewhere()
+        documentation = prefix / "share/doc/velkor"
+        pages = [*documentation.glob("[a-z]*.md"), *documentation.glob("html/**/*.html")]
+        self.assertIn("guide.html", {page.name for page in pages})
+        output_of(SOURCE / "tools/check_links.py", *pages)
 
     def test_the_shell_for_trying_ends_with_all_that_was_done_in_it(self):
         prefix = self.installed_elsewhere()
