@@ -184,6 +184,14 @@ class OutputSchemas(unittest.TestCase):
         for line in lines:
             jsonschema.Draft202012Validator(record).validate(json.loads(line))
 
+    def test_what_a_command_is_handed(self):
+        self.run_command("watchers", "add", "e")
+        run = self.run_command("update", "--exec", "sh -c 'cat >hits'", "--format", "json")
+        self.assertEqual(run.returncode, 0, run.stderr)
+        document = json.loads((self.home / "hits").read_text(encoding="utf-8"))
+        self.check(document, schema_of("watchers.run"), ["update", "--exec"])
+        self.assertEqual({hit["watcher"] for hit in document["items"]}, {"e"})
+
     def test_errors(self):
         for status, words in [(2, ["list", "--nothing"]), (2, ["nothing"]), (7, ["show", "999999"]),
                               (7, ["profile", "nobody"]), (2, ["list", "--sort", "nothing"])]:

@@ -152,7 +152,7 @@ Exit run_resync(const Context &context) {
   require_ageing(context.arguments);
   UpdateRun update(UpdateRun::Extent::everything);
   update.run();
-  print_update(context, update, Exit::ok);
+  print_update(context, update.outcome(), Exit::ok);
   return Exit::ok;
 }
 
