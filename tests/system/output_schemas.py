@@ -75,7 +75,7 @@ RUNS = [
     ("cache verify", []),
     ("cache resync", []),
 ]
-# listen runs until it is interrupted; its test is in velkorctl_bus_test.cc.
+# listen has a test of its own, since it runs until it is interrupted.
 NOT_RUN = {"listen", "error", "warning", "notice", "trace"}
 
 
@@ -183,6 +183,23 @@ class OutputSchemas(unittest.TestCase):
         self.assertTrue(lines)
         for line in lines:
             jsonschema.Draft202012Validator(record).validate(json.loads(line))
+
+    def start(self, *words, **variables):
+        process = subprocess.Popen(words, env=os.environ | variables, stdout=subprocess.PIPE, text=True)
+        self.addCleanup(process.stdout.close)
+        self.addCleanup(process.wait, PATIENCE)
+        self.addCleanup(process.kill)
+        return process
+
+    def test_listen(self):
+        bus = self.start("dbus-daemon", "--session", "--nofork", "--print-address")
+        listen = self.start(BUILD / "bin/velkorctl", "listen", "--format", "json", HOME=str(self.home),
+                            DBUS_SESSION_BUS_ADDRESS=bus.stdout.readline().strip())
+        text = listen.stdout.readline()  # the first event is printed with it
+        listen.terminate()
+        text += listen.stdout.read()
+        self.assertEqual(listen.wait(PATIENCE), 0)
+        self.check(json.loads(text), schema_of("listen"), ["listen"])
 
     def test_what_a_command_is_handed(self):
         self.run_command("watchers", "add", "e")
