@@ -38,6 +38,8 @@ FILTERS = "<Filters><Filter><filterNaam>Spot</filterNaam><cat>0</cat></Filter></
 # posting or a message, an earlier one has made.
 PREPARE = ""
 RUNS = [
+    # before anything that logs in, since the server then takes no sign-up for a while
+    ("signup", ["newby", "newby@example.org", "--password-stdin"]),
     ("update", []),
     ("groups", ["--fetch"]),
     ("list", []),
@@ -55,12 +57,13 @@ RUNS = [
     ("post", ["spot"]),
     ("myzox", []),
     ("doctor", []),
-    (PREPARE, ["watch", "add", "3", "999999"]),
+    ("watch add", ["3", "999999"]),
     ("watch list", []),
     (PREPARE, ["watchers", "add", "e"]),
     ("watchers list", []),
     ("watchers run", []),
-    (PREPARE, ["badwords", "add", "no such word"]),
+    ("badwords add", ["no such word", "--dry-run"]),
+    ("badwords add", ["no such word"]),
     ("badwords list", []),
     ("badwords test", ["no such word here"]),
     ("mail send", ["demo", "greeting"]),
@@ -74,6 +77,8 @@ RUNS = [
     ("cache info", []),
     ("cache verify", []),
     ("cache resync", []),
+    ("cache backup", ["backup"]),
+    ("cache restore", ["backup"]),
 ]
 # listen has a test of its own, since it runs until it is interrupted.
 NOT_RUN = {"listen", "error", "warning", "notice", "trace"}
