@@ -235,9 +235,9 @@ std::string JsonDocument::tail() const {
 }
 
 std::string title_of(const FieldInfo &field) {
-  if (field.name == "id")
-    return "ID";
-  return field.title.empty() ? words_of_name(field.name) : field.title;
+  if (!field.title.empty())
+    return field.title;
+  return field.name == "id" ? "ID" : words_of_name(field.name);
 }
 
 std::unique_ptr<RecordWriter> record_writer(const Context &context, std::vector<FieldInfo> fields,
