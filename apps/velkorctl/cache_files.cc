@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <system_error>
 
 #include <unistd.h>
 #include <velkor/zox_app_core.h>
@@ -16,12 +17,19 @@
 #include "support/owned.h"
 #include "velkorctl/failure.h"
 #include "velkorctl/messages.h"
+#include "velkorctl/progress.h"
 
 namespace velkor::ctl {
 namespace {
 
 namespace fs = std::filesystem;
 using Kind = CacheFile::Kind;
+
+std::int64_t size_of(const fs::path &path) {
+  std::error_code error;
+  const auto size = fs::file_size(path, error);
+  return error ? 0 : static_cast<std::int64_t>(size);
+}
 
 /** A core for reading in the directory, without anything loaded. */
 class BareCore {
@@ -134,6 +142,20 @@ std::vector<CacheFile> files_in(const fs::path &directory) {
   if (files.empty())
     throw Failure(Exit::not_found, "there are no Velkor files in " + directory.string());
   return files;
+}
+
+Value file_values(const fs::path &directory, const std::vector<CacheFile> &files) {
+  Value::List values;
+  for (const CacheFile &file : files) {
+    const std::int64_t size = size_of(directory / file.name);
+    values.emplace_back(
+        Value::Object{file.name + " " + show_bytes(size), {{"name", file.name}, {"size", size}}});
+  }
+  return values;
+}
+
+Type files_type() {
+  return type::list_of(type::object({{"name", type::text()}, {"size", type::number()}}));
 }
 
 Inspection inspect(const fs::path &directory, const CacheFile &file) {

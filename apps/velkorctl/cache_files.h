@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "velkorctl/record.h"
+
 namespace velkor::ctl {
 
 struct CacheFile {
@@ -24,6 +26,10 @@ std::vector<CacheFile> present_files(const std::filesystem::path &directory);
 
 /** As present_files(), but throws a Failure when there are none. */
 std::vector<CacheFile> files_in(const std::filesystem::path &directory);
+
+/** The files with their sizes as a list of objects, and its type. */
+Value file_values(const std::filesystem::path &directory, const std::vector<CacheFile> &files);
+Type files_type();
 
 struct Inspection {
   /** Why the file cannot be used; empty when it is sound. */

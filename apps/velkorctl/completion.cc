@@ -18,13 +18,6 @@ void append(Candidates &candidates, const Candidates &more) {
   candidates.insert(candidates.end(), more.begin(), more.end());
 }
 
-Candidates words_only(const std::vector<std::string> &words) {
-  Candidates candidates;
-  for (const std::string &word : words)
-    candidates.push_back({word});
-  return candidates;
-}
-
 bool is_named(const Option &option, const std::string &name) {
   return name == option.long_name() || (option.names.find(',') != std::string::npos &&
                                         name == option.names.substr(0, option.names.find(',')));
@@ -39,6 +32,8 @@ public:
 
 private:
   void take(const std::string &word);
+  void take_option(const std::string &word);
+  void take_value(const Option &option, const std::string &value);
   void take_command(const std::string &word);
   [[nodiscard]] std::vector<Option> options() const;
   [[nodiscard]] std::optional<Option> option_named(const std::string &name) const;
@@ -53,6 +48,7 @@ private:
   const Command *command_ = nullptr;
   std::size_t arguments_ = 0;
   std::string category_;
+  std::string cache_directory_;
   /** The option whose value comes next. */
   std::optional<Option> pending_;
   bool only_arguments_ = false;
@@ -74,21 +70,35 @@ Line::Line(const std::vector<CommandGroup> &groups, const std::vector<std::strin
 }
 
 void Line::take(const std::string &word) {
-  if (pending_) {
-    if (pending_->long_name() == "--category")
-      category_ = word;
-    pending_.reset();
-  } else if (word == "--") {
+  if (pending_)
+    take_value(*std::exchange(pending_, std::nullopt), word);
+  else if (word == "--")
     only_arguments_ = true;
-  } else if (word.starts_with("-") && !only_arguments_) {
-    const std::optional<Option> option = option_named(word);
-    if (option && !option->value.empty())
-      pending_ = option;
-  } else if (command_ != nullptr) {
+  else if (word.starts_with("-") && !only_arguments_)
+    take_option(word);
+  else if (command_ != nullptr)
     ++arguments_;
-  } else {
+  else
     take_command(word);
-  }
+}
+
+/** An option alone, or with its value behind "=". */
+void Line::take_option(const std::string &word) {
+  const std::size_t mark = word.find('=');
+  const std::optional<Option> option = option_named(word.substr(0, mark));
+  if (!option || option->value.empty())
+    return;
+  if (mark == std::string::npos)
+    pending_ = option;
+  else
+    take_value(*option, word.substr(mark + 1));
+}
+
+void Line::take_value(const Option &option, const std::string &value) {
+  if (option.long_name() == "--category")
+    category_ = value;
+  else if (option.long_name() == "--cache-dir")
+    cache_directory_ = value;
 }
 
 void Line::take_command(const std::string &word) {
@@ -152,7 +162,7 @@ Candidates Line::argument_values(const KnownValues &known_values) const {
   if (arguments_ >= command_->arguments.size() && !takes_more)
     return {};
   const std::string name = group_ == nullptr ? command_->name : group_->name + " " + command_->name;
-  return known_values(name + " " + argument.name);
+  return known_values(name + " " + argument.name, cache_directory_);
 }
 
 /** What can follow the last comma of a list. */
@@ -172,9 +182,9 @@ Candidates Line::option_values(const Option &option, const KnownValues &known_va
   if (name == "--fields" && command != nullptr && command->record)
     append(values, list_items(current_, command->record->fields));
   else if (name == "--sub-category" && !category_.empty())
-    append(values, known_values(name + " " + category_));
+    append(values, known_values(name + " " + category_, cache_directory_));
   else
-    append(values, known_values(name));
+    append(values, known_values(name, cache_directory_));
   return values;
 }
 
@@ -200,6 +210,14 @@ Candidates Line::candidates(const KnownValues &known_values) const {
 }
 
 }  // namespace
+
+std::vector<Candidate> words_only(const std::vector<std::string> &words) {
+  Candidates candidates;
+  candidates.reserve(words.size());
+  for (const std::string &word : words)
+    candidates.push_back({word});
+  return candidates;
+}
 
 std::vector<Candidate> candidates_for(const std::vector<CommandGroup> &groups,
                                       const std::vector<std::string> &words,

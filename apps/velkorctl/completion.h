@@ -19,8 +19,15 @@ struct Candidate {
   bool operator==(const Candidate &other) const = default;
 };
 
-/** What the user has, such as saved filters, by the name of the argument or option for it. */
-using KnownValues = std::function<std::vector<Candidate>(const std::string &name)>;
+/** Candidates without any words about them. */
+std::vector<Candidate> words_only(const std::vector<std::string> &words);
+
+/**
+ * What the user has, such as saved filters, by the name of the argument or option for it.
+ * `cache_directory`: what the line has behind --cache-dir; empty when it has none.
+ */
+using KnownValues = std::function<std::vector<Candidate>(const std::string &name,
+                                                         const std::string &cache_directory)>;
 
 /**
  * What the last one of `words` may become. `words` is what follows the program's name; shells that

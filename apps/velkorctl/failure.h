@@ -25,6 +25,7 @@ enum class Exit : int {
   nothing_new = 5,
   files = 6,
   not_found = 7,
+  command_failed = 8,
   interrupted = 130,
   broken_pipe = 141,
 };

@@ -194,47 +194,50 @@ private:
 class JsonWriter : public RecordWriter {
 public:
   JsonWriter(const Context &context, std::vector<FieldInfo> fields, const Result &result)
-      : out_(context.out), fields_(std::move(fields)),
-        list_(context.command.record->shape == RecordInfo::Shape::list) {
-    Json json;
-    json.begin_object()
-        .member("schema", "velkorctl." + context.name)
-        .member("version", format_version);
-    json.member("code", static_cast<int>(result.code)).member("message", result.message);
-    for (const auto &[name, value] : result.facts)
-      add_to(json, name.c_str(), value);
-    std::string head = json.end_object().compact();
-    head.pop_back();
-    out_.write(head + (list_ ? ",\"items\":[" : ",\"item\":"));
+      : out_(context.out), document_(std::move(fields), context.command.record->shape) {
+    out_.write(document_.head(context.name, result));
   }
 
-  void add(const std::vector<Cell> &record) override {
-    if (list_)
-      out_.write(empty_ ? "\n" : ",\n");
-    out_.write(object_of(fields_, record));
-    empty_ = false;
-  }
-
-  void finish() override {
-    if (list_)
-      out_.write(empty_ ? "]}\n" : "\n]}\n");
-    else
-      out_.write("}\n");
-  }
+  void add(const std::vector<Cell> &record) override { out_.write(document_.record(record)); }
+  void finish() override { out_.write(document_.tail()); }
 
 private:
   Output &out_;
-  std::vector<FieldInfo> fields_;
-  bool list_;
-  bool empty_ = true;
+  JsonDocument document_;
 };
 
 }  // namespace
 
+JsonDocument::JsonDocument(std::vector<FieldInfo> fields, RecordInfo::Shape shape)
+    : fields_(std::move(fields)), list_(shape != RecordInfo::Shape::one) {}
+
+std::string JsonDocument::head(const std::string &name, const Result &result) const {
+  Json json;
+  json.begin_object().member("schema", "velkorctl." + name).member("version", format_version);
+  json.member("code", static_cast<int>(result.code)).member("message", result.message);
+  for (const auto &[fact, value] : result.facts)
+    add_to(json, fact.c_str(), value);
+  std::string head = json.end_object().compact();
+  head.pop_back();
+  return head + (list_ ? ",\"items\":[" : ",\"item\":");
+}
+
+std::string JsonDocument::record(const std::vector<Cell> &record) {
+  const char *before = list_ ? (empty_ ? "\n" : ",\n") : "";
+  empty_ = false;
+  return before + object_of(fields_, record);
+}
+
+std::string JsonDocument::tail() const {
+  if (!list_)
+    return "}\n";
+  return empty_ ? "]}\n" : "\n]}\n";
+}
+
 std::string title_of(const FieldInfo &field) {
-  if (field.name == "id")
-    return "ID";
-  return field.title.empty() ? words_of_name(field.name) : field.title;
+  if (!field.title.empty())
+    return field.title;
+  return field.name == "id" ? "ID" : words_of_name(field.name);
 }
 
 std::unique_ptr<RecordWriter> record_writer(const Context &context, std::vector<FieldInfo> fields,

@@ -41,6 +41,42 @@ public:
   virtual void finish() {}
 };
 
+/** A JSON document in the pieces that are printed one after the other. */
+class JsonDocument {
+public:
+  JsonDocument(std::vector<FieldInfo> fields, RecordInfo::Shape shape);
+
+  /** `name`: the whole name of the command with dots. */
+  [[nodiscard]] std::string head(const std::string &name, const Result &result) const;
+  std::string record(const std::vector<Cell> &record);
+  [[nodiscard]] std::string tail() const;
+
+private:
+  std::vector<FieldInfo> fields_;
+  bool list_;
+  bool empty_ = true;
+};
+
+template <typename Item>
+std::vector<Cell> cells_of(const Fields<Item> &fields, const Item &item) {
+  std::vector<Cell> record;
+  record.reserve(fields.size());
+  for (const Field<Item> &field : fields)
+    record.push_back({field.value(item), field.link ? field.link(item) : std::string()});
+  return record;
+}
+
+/** The whole document that the command `name` prints about a list with --format json. */
+template <typename Item>
+std::string json_list(const std::string &name, const Fields<Item> &fields,
+                      const std::vector<Item> &items) {
+  JsonDocument document(infos_of(fields), RecordInfo::Shape::list);
+  std::string text = document.head(name, {});
+  for (const Item &item : items)
+    text += document.record(cells_of(fields, item));
+  return text + document.tail();
+}
+
 /** A writer for the format of the options. There must be a record in the context. */
 std::unique_ptr<RecordWriter> record_writer(const Context &context, std::vector<FieldInfo> fields,
                                             const Result &result);
@@ -57,13 +93,7 @@ public:
       : fields_(chosen(fields, context)),
         writer_(record_writer(context, infos_of(fields_), result)) {}
 
-  void add(const Item &item) {
-    std::vector<Cell> record;
-    record.reserve(fields_.size());
-    for (const Field<Item> &field : fields_)
-      record.push_back({field.value(item), field.link ? field.link(item) : std::string()});
-    writer_->add(record);
-  }
+  void add(const Item &item) { writer_->add(cells_of(fields_, item)); }
   void finish() { writer_->finish(); }
 
 private:

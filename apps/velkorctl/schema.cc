@@ -124,15 +124,11 @@ void add_document(Json &json, const std::string &name, const RecordInfo &record)
 }
 
 std::string schema_of_command(const std::string &name, const RecordInfo &record) {
-  const bool events = record.shape == RecordInfo::Shape::events;
   std::string words = name;
   if (const std::size_t dot = words.find('.'); dot != std::string::npos)
     words[dot] = ' ';
-  Json json = begin_schema("velkorctl " + words + " --format " + (events ? "ndjson" : "json"));
-  if (events)
-    json.member("$ref", "#/$defs/record");
-  else
-    add_document(json, name, record);
+  Json json = begin_schema("velkorctl " + words + " --format json");
+  add_document(json, name, record);
   json.begin_object("$defs");
   add_type(json, "record", type_of(record.fields), Presence::always);
   return json.end_object().end_object().pretty();

@@ -186,8 +186,7 @@ RecordInfo update_record() {
   return one_record(outcome_fields());
 }
 
-void print_update(const Context &context, const UpdateRun &update, Exit exit) {
-  const Outcome &outcome = update.outcome();
+void print_update(const Context &context, const Outcome &outcome, Exit exit) {
   if (wants_records(context.arguments))
     print_record(context, outcome_fields(), outcome,
                  {.code = exit, .message = outcome.nothing_new});

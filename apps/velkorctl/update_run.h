@@ -84,7 +84,7 @@ private:
 RecordInfo update_record();
 
 /** Prints what came of the update when the options ask for it. */
-void print_update(const Context &context, const UpdateRun &update, Exit exit);
+void print_update(const Context &context, const UpdateRun::Outcome &outcome, Exit exit);
 
 }  // namespace velkor::ctl
 

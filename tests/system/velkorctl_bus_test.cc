@@ -63,6 +63,18 @@ TEST_F(VelkorctlBus, ListenPrintsJson) {
   EXPECT_EQ(listener.read_line(), R"({"event":"open_posting","id":7})");
 }
 
+TEST_F(VelkorctlBus, ListenPrintsAJsonDocumentThatEndsWithIt) {
+  ChildProcess listener(command({"listen", "--format", "json"}));
+  listener.wait_for(R"({"event":"listening","id":null})");
+  EXPECT_EQ(output({"open", "7"}), "");
+  listener.wait_for(R"({"event":"open_posting","id":7})");
+  listener.send_signal(SIGTERM);
+  const ProcessResult outcome = listener.finish();
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.out, HasSubstr(R"({"schema":"velkorctl.listen","version":1,"code":0,)"));
+  EXPECT_EQ(count_objects(outcome.out), 2U);
+}
+
 TEST_F(VelkorctlBus, OtherCommandsMayWriteDuringListen) {
   ChildProcess listener(command({"listen"}));
   EXPECT_EQ(listener.read_line(), "listening");

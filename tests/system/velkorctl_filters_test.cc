@@ -55,6 +55,22 @@ TEST_F(VelkorctlFilters, AddsOneWithItsConditions) {
                                  "    <tag><![CDATA[d1]]></tag>\n"));
 }
 
+TEST_F(VelkorctlFilters, AreOfferedFromTheDirectoryInTheLine) {
+  const std::filesystem::path other = sandbox.home() / "other";
+  std::filesystem::create_directory(other);
+  write_file(other / "velkor.filters", document({one("Elders", 2)}));
+  const auto offered = [this](const Words &line) {
+    Words words{"completion", "--candidates", "--"};
+    words.insert(words.end(), line.begin(), line.end());
+    return lines_of(output(words));
+  };
+  EXPECT_THAT(offered({"list", "--filter", ""}), ElementsAre("Films\tBeeld", "Muziek\tGeluid"));
+  for (const std::string &directory : {other.string(), std::string("~/other")})
+    EXPECT_THAT(offered({"--cache-dir", directory, "list", "--filter", ""}),
+                ElementsAre("Elders\tSpelletjes"))
+        << directory;
+}
+
 TEST_F(VelkorctlFilters, ANewOneCanBeUsedAtOnce) {
   EXPECT_EQ(output({"filters", "add", "DivX", "--category", "0", "--sub-category", "0"}), "");
   EXPECT_EQ(lines_of(output({"list", "--filter", "divx", "--no-header"})).size(), 2U);

@@ -9,6 +9,7 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/messages.h"
+#include "velkorctl/record_printer.h"
 #include "velkorctl/settings.h"
 #include "velkorctl/terminal.h"
 
@@ -46,6 +47,21 @@ Exit run_set(const Context &context) {
   return Exit::ok;
 }
 
+/** The account that a sign-up makes. */
+struct Account {
+  std::string user;
+  std::string email;
+  bool in_use = false;
+};
+
+Fields<Account> account_fields() {
+  using A = const Account &;
+  return {
+      {{.name = "name", .type = type::text()}, [](A account) -> Value { return account.user; }},
+      {{.name = "email", .type = type::text()}, [](A account) -> Value { return account.email; }},
+      {{.name = "inUse", .type = type::flag()}, [](A account) -> Value { return account.in_use; }}};
+}
+
 Exit run_signup(const Context &context) {
   const bool use = context.arguments.has("--use");
   const std::string user = context.arguments.required("USER");
@@ -56,6 +72,8 @@ Exit run_signup(const Context &context) {
   say("the account " + user + " has been created");
   if (use)
     use_account(session, user, password);
+  if (wants_records(context.arguments))
+    print_record(context, account_fields(), {user, email, use});
   return Exit::ok;
 }
 
@@ -89,11 +107,13 @@ std::vector<Command> account_commands() {
 }
 
 Command signup_command() {
-  return {"signup",
-          "Create a new account on the service",
-          {{"USER", "The name of the account"}, {"EMAIL", "Your e-mail address"}},
-          {password_option(), {"--use", "", "Use the account from now on, as account set does"}},
-          run_signup};
+  return with_output(
+      {"signup",
+       "Create a new account on the service",
+       {{"USER", "The name of the account"}, {"EMAIL", "Your e-mail address"}},
+       {password_option(), {"--use", "", "Use the account from now on, as account set does"}},
+       run_signup},
+      one_record(account_fields()));
 }
 
 }  // namespace velkor::ctl

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <utility>
 
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_codes.h>
@@ -13,6 +14,7 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/consent.h"
 #include "velkorctl/core_session.h"
+#include "velkorctl/record_printer.h"
 #include "velkorctl/setting_lists.h"
 
 namespace velkor::ctl {
@@ -65,6 +67,32 @@ std::string consequence(std::int64_t postings) {
                         : " cached postings have such a word in their title and would be dropped");
 }
 
+/** What becomes of adding words. */
+struct Addition {
+  std::vector<std::string> texts;
+  std::int64_t postings = 0;
+  bool dry_run = false;
+};
+
+Fields<Addition> addition_fields() {
+  using A = const Addition &;
+  return {{{.name = "texts", .type = type::list_of(type::text())},
+           [](A addition) -> Value {
+             return Value::List(addition.texts.begin(), addition.texts.end());
+           }},
+          {{.name = "dropped", .type = type::number()},
+           [](A addition) -> Value { return addition.postings; }},
+          {{.name = "dryRun", .type = type::flag()},
+           [](A addition) -> Value { return addition.dry_run; }}};
+}
+
+void print_addition(const Context &context, const Addition &addition) {
+  if (wants_records(context.arguments))
+    print_record(context, addition_fields(), addition);
+  else if (addition.dry_run)
+    context.out.write(consequence(addition.postings) + "\n");
+}
+
 Exit run_add(const Context &context) {
   using Access = CoreSession::Access;
   const std::vector<std::string> words = context.arguments.values("TEXT");
@@ -72,14 +100,13 @@ Exit run_add(const Context &context) {
   CoreSession session(context.options, dry_run ? Access::read : Access::write,
                       Load::postings_if_readable);
   const std::int64_t postings = postings_with(words);
-  if (dry_run) {
-    context.out.write(consequence(postings) + "\n");
-    return Exit::ok;
+  if (!dry_run) {
+    if (postings > 0)
+      require_consent(context.arguments, consequence(postings));
+    add_texts(bad_words(), words);
+    session.save_settings();
   }
-  if (postings > 0)
-    require_consent(context.arguments, consequence(postings));
-  add_texts(bad_words(), words);
-  session.save_settings();
+  print_addition(context, {words, postings, dry_run});
   return Exit::ok;
 }
 
@@ -102,6 +129,7 @@ std::vector<Command> badwords_commands() {
   add.options = {{"--dry-run", "", "Print how many cached postings would be dropped"},
                  yes_option()};
   add.run = run_add;
+  add = with_output(std::move(add), one_record(addition_fields()));
   commands.push_back(with_output(
       {"test", "Print the bad words that a title contains", {{"TITLE", "The title"}}, {}, run_test},
       text_records()));

@@ -13,7 +13,6 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/consent.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/progress.h"
 #include "velkorctl/record_printer.h"
 #include "velkorctl/update_run.h"
 
@@ -43,12 +42,6 @@ Contents count_postings() {
   return contents;
 }
 
-std::int64_t size_of(const fs::path &path) {
-  std::error_code error;
-  const auto size = fs::file_size(path, error);
-  return error ? 0 : static_cast<std::int64_t>(size);
-}
-
 /** What cache info tells. */
 struct Info {
   fs::path directory;
@@ -56,13 +49,7 @@ struct Info {
 };
 
 Value files_of(const Info &info) {
-  Value::List files;
-  for (const CacheFile &file : present_files(info.directory)) {
-    const std::int64_t size = size_of(info.directory / file.name);
-    files.emplace_back(
-        Value::Object{file.name + " " + show_bytes(size), {{"name", file.name}, {"size", size}}});
-  }
-  return files;
+  return file_values(info.directory, present_files(info.directory));
 }
 
 Value states_of(const Info &info) {
@@ -78,9 +65,7 @@ Fields<Info> info_fields() {
   return {
       {{.name = "directory", .type = type::text()},
        [](I info) -> Value { return info.directory.string(); }},
-      {{.name = "files",
-        .type = type::list_of(type::object({{"name", type::text()}, {"size", type::number()}}))},
-       files_of},
+      {{.name = "files", .type = files_type()}, files_of},
       {{.name = "lastUpdate", .type = type::moment()},
        [](I /*info*/) { return moment_or_nothing(core->config->lastCheck); }},
       {{.name = "updateBefore", .type = type::moment()},
@@ -152,7 +137,7 @@ Exit run_resync(const Context &context) {
   require_ageing(context.arguments);
   UpdateRun update(UpdateRun::Extent::everything);
   update.run();
-  print_update(context, update, Exit::ok);
+  print_update(context, update.outcome(), Exit::ok);
   return Exit::ok;
 }
 

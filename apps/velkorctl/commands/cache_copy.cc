@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -15,6 +16,7 @@
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
 #include "velkorctl/messages.h"
+#include "velkorctl/record_printer.h"
 
 namespace velkor::ctl {
 namespace {
@@ -50,6 +52,29 @@ void make_private_directory(const fs::path &directory) {
     throw file_failure("cannot create", directory, system_error(errno));
 }
 
+/** What a backup or a restoration has copied. */
+struct Copied {
+  /** Where the files are now. */
+  fs::path directory;
+  std::vector<CacheFile> files;
+  /** Where those that they replace are kept. */
+  fs::path replaced{};
+};
+
+Fields<Copied> backup_fields() {
+  using C = const Copied &;
+  return {{{.name = "directory", .type = type::text()},
+           [](C copied) -> Value { return copied.directory.string(); }},
+          {{.name = "files", .type = files_type()},
+           [](C copied) { return file_values(copied.directory, copied.files); }}};
+}
+
+Fields<Copied> restoration_fields() {
+  return together(backup_fields(),
+                  {{{.name = "replacedFiles", .type = type::text()},
+                    [](const Copied &copied) -> Value { return copied.replaced.string(); }}});
+}
+
 /** Files in the cache are replaced, never changed, so each copy is whole without a lock. */
 Exit run_backup(const Context &context) {
   const fs::path cache = cache_directory(context.options);
@@ -59,6 +84,8 @@ Exit run_backup(const Context &context) {
   for (const CacheFile &file : files)
     copy_durably(cache / file.name, target / file.name);
   say(std::to_string(files.size()) + " files copied to " + target.string());
+  if (wants_records(context.arguments))
+    print_record(context, backup_fields(), {target, files});
   return Exit::ok;
 }
 
@@ -114,25 +141,30 @@ Exit run_restore(const Context &context) {
   remove_other_form(cache, "velkor.groups", files);
   say(std::to_string(files.size()) + " files restored; the files replaced are in " +
       saved.string());
+  if (wants_records(context.arguments))
+    print_record(context, restoration_fields(), {cache, files, saved});
   return Exit::ok;
 }
 
 }  // namespace
 
 Command cache_backup_command() {
-  return {"backup",
-          "Copy the settings and the cache to a new directory",
-          {{"DIR", "The directory to create"}},
-          {},
-          run_backup};
+  return with_output({"backup",
+                      "Copy the settings and the cache to a new directory",
+                      {{"DIR", "The directory to create"}},
+                      {},
+                      run_backup},
+                     one_record(backup_fields()));
 }
 
 Command cache_restore_command() {
-  return {"restore",
-          "Replace the settings and the cache with a backup; the files replaced are kept",
-          {{"DIR", "The directory of the backup"}},
-          {},
-          run_restore};
+  return with_output(
+      {"restore",
+       "Replace the settings and the cache with a backup; the files replaced are kept",
+       {{"DIR", "The directory of the backup"}},
+       {},
+       run_restore},
+      one_record(restoration_fields()));
 }
 
 }  // namespace velkor::ctl

@@ -76,14 +76,6 @@ complete -c velkorctl -f -a '(__velkorctl_candidates)'
 )sh"},
 };
 
-Candidates words_only(const std::vector<std::string> &words) {
-  Candidates candidates;
-  candidates.reserve(words.size());
-  for (const std::string &word : words)
-    candidates.push_back({word});
-  return candidates;
-}
-
 Candidates shell_names() {
   Candidates names;
   for (const Shell &shell : shells)
@@ -174,10 +166,20 @@ Candidates values_of(const std::string &name, const GlobalOptions &options) {
   return source->values();
 }
 
+/** A line that is being typed has "~" where the shell will put the home directory. */
+std::string with_home(const std::string &directory) {
+  const bool at_home = directory == "~" || directory.starts_with("~/");
+  return at_home ? g_get_home_dir() + directory.substr(1) : directory;
+}
+
 Exit print_candidates(const Context &context) {
-  const auto known_values = [&context](const std::string &name) -> Candidates {
+  const auto known_values = [&context](const std::string &name,
+                                       const std::string &cache_directory) -> Candidates {
     try {
-      return values_of(name, context.options);
+      GlobalOptions options = context.options;
+      if (!cache_directory.empty())
+        options.cache_dir = with_home(cache_directory);
+      return values_of(name, options);
     } catch (const Failure &) {  // nobody waits for a message in the middle of a line
       return {};
     }

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <exception>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <glib-unix.h>
@@ -51,6 +52,8 @@ public:
 
 private:
   static void claim_name();
+  void watch_mail();
+  void listen();
   void print(const char *event, gint32 id = 0);
   void check_mail();
 
@@ -66,6 +69,8 @@ private:
   CoreSession session_;
   std::unique_ptr<GMainLoop, ReleaseWith<g_main_loop_unref>> loop_;
   std::exception_ptr failure_;
+  /** Only where the options ask for records. */
+  std::optional<RecordPrinter<Event>> records_;
   bool mail_waits_ = false;
 };
 
@@ -98,27 +103,39 @@ void Listener::claim_name() {
     throw Failure(Exit::failed, message ? message.get() : "Velkor is already running");
 }
 
-Exit Listener::run() {
+void Listener::watch_mail() {
   const auto minutes = context_.arguments.value("--mail");
-  if (minutes) {
-    session_.require_account();
-    constexpr std::int64_t minutes_per_day = std::chrono::minutes(std::chrono::days(1)).count();
-    const std::chrono::minutes pause(number_in_range(*minutes, 1, minutes_per_day, "--mail"));
-    g_timeout_add_seconds(static_cast<guint>(std::chrono::seconds(pause).count()), on_mail_time,
-                          this);
-    guarded([this] { check_mail(); });
-  }
+  if (!minutes)
+    return;
+  session_.require_account();
+  constexpr std::int64_t minutes_per_day = std::chrono::minutes(std::chrono::days(1)).count();
+  const std::chrono::minutes pause(number_in_range(*minutes, 1, minutes_per_day, "--mail"));
+  g_timeout_add_seconds(static_cast<guint>(std::chrono::seconds(pause).count()), on_mail_time,
+                        this);
+  check_mail();
+}
+
+void Listener::listen() {
   guarded([this] { print("listening"); });
   if (!failure_)
     g_main_loop_run(loop_.get());
   if (failure_)
     std::rethrow_exception(failure_);
+}
+
+Exit Listener::run() {
+  if (wants_records(context_.arguments))
+    records_.emplace(context_, event_fields());
+  watch_mail();
+  listen();
+  if (records_)
+    records_->finish();
   return Exit::ok;
 }
 
 void Listener::print(const char *event, gint32 id) {
-  if (wants_records(context_.arguments))
-    print_record(context_, event_fields(), {event, id});
+  if (records_)
+    records_->add({event, id});
   else
     context_.out.write(event + (id == 0 ? "" : " " + std::to_string(id)) + "\n");
   context_.out.flush();
@@ -177,13 +194,19 @@ Command open_command() {
 }
 
 Command listen_command() {
-  return {"listen",
-          "Take the place of the desktop front end and print what it is asked to show",
-          {},
-          {{"--mail", "MINUTES", "Check for new messages every MINUTES minutes"},
-           {"--format", "FORMAT", "Output format: ndjson, an object per line", false, {"ndjson"}}},
-          run_listen,
-          events_of(event_fields())};
+  return {
+      "listen",
+      "Take the place of the desktop front end and print what it is asked to show",
+      {},
+      {{"--mail", "MINUTES", "Check for new messages every MINUTES minutes"},
+       {"--format",
+        "FORMAT",
+        "Output format: json, one document that ends when listen does, or ndjson, an object per "
+        "line",
+        false,
+        {"json", "ndjson"}}},
+      run_listen,
+      events_of(event_fields())};
 }
 
 }  // namespace velkor::ctl

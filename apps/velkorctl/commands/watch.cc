@@ -26,17 +26,47 @@ std::vector<gint32> ids_of(const Arguments &arguments) {
   return ids;
 }
 
+/** A posting that is put on the watchlist. */
+struct Watched {
+  gint32 id = 0;
+  /** Whether it was not there yet. */
+  bool added = false;
+  bool cached = false;
+};
+
+Fields<Watched> watched_fields() {
+  using W = const Watched &;
+  return {{{.name = "id", .type = type::number(), .rank = 1},
+           [](W watched) -> Value { return watched.id; }},
+          {{.name = "added", .type = type::flag(), .rank = 1},
+           [](W watched) -> Value { return watched.added; }},
+          {{.name = "cached", .type = type::flag(), .rank = 1, .title = "In the cache"},
+           [](W watched) -> Value { return watched.cached; }}};
+}
+
+Watched watch(gint32 id) {
+  const bool added = zox_watchlist_add(id) != 0;
+  return {id, added, find_posting(id) != nullptr};
+}
+
+void tell(const Watched &watched) {
+  const std::string posting = "posting " + std::to_string(watched.id);
+  if (!watched.added)
+    say(posting + " is already on the watchlist");
+  else if (!watched.cached)
+    say(posting + " is on the watchlist now, but not in the cache");
+}
+
 Exit run_add(const Context &context) {
   const std::vector<gint32> ids = ids_of(context.arguments);
   CoreSession session(context.options, Access::write, Load::postings_if_readable);
-  for (const gint32 id : ids) {
-    const std::string posting = "posting " + std::to_string(id);
-    if (zox_watchlist_add(id) == 0)
-      say(posting + " is already on the watchlist");
-    else if (!find_posting(id))
-      say(posting + " is on the watchlist now, but not in the cache");
-  }
+  std::vector<Watched> all;
+  all.reserve(ids.size());
+  for (const gint32 id : ids)
+    tell(all.emplace_back(watch(id)));
   session.save_settings();
+  if (wants_records(context.arguments))
+    print_records(context, watched_fields(), all);
   return Exit::ok;
 }
 
@@ -93,7 +123,8 @@ Exit run_download(const Context &context) {
 
 std::vector<Command> watch_commands() {
   return {
-      {"add", "Add postings to the watchlist", {postings_argument()}, {}, run_add},
+      with_output({"add", "Add postings to the watchlist", {postings_argument()}, {}, run_add},
+                  list_of_records(watched_fields(), "posting", "postings")),
       {"remove", "Remove postings from the watchlist", {postings_argument()}, {}, run_remove},
       with_output({"list", "Print the watchlist", {}, {}, run_list}, posting_records()),
       {"clear", "Remove all postings from the watchlist", {}, {yes_option()}, run_clear},

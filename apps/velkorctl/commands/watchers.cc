@@ -7,8 +7,8 @@
 
 #include "velkorctl/commands.h"
 #include "velkorctl/core_session.h"
-#include "velkorctl/postings.h"
 #include "velkorctl/setting_lists.h"
+#include "velkorctl/watcher_hits.h"
 
 namespace velkor::ctl {
 namespace {
@@ -44,30 +44,17 @@ std::vector<Match> matches_of(const std::vector<std::string> &watchers) {
   return all;
 }
 
-/** A match with its posting. */
-struct Hit {
-  std::string watcher;
-  OwnedEvent posting;
-};
-
-Fields<Hit> fields() {
-  const Fields<Hit> watcher{{{.name = "watcher", .type = type::text(), .rank = 2, .flexible = true},
-                             [](const Hit &hit) -> Value { return hit.watcher; }}};
-  return together(watcher, fields_of_part<Hit, ZoxEvent>(
-                               posting_fields(), [](const Hit &hit) { return hit.posting.get(); }));
-}
-
-Hit hit_of(const Match &match) {
+WatcherHit hit_of(const Match &match) {
   return {match.text, cached_posting(match.id)};
 }
 
 void print_matches(std::vector<Match> matches, const Context &context) {
-  const Fields<Hit> all = fields();
+  const Fields<WatcherHit> all = hit_fields();
   const Order order = order_of(context.arguments);
   arrange_by(matches, order, [&](const Match &match) {
     return field_named(all, *order.sort).value(hit_of(match));
   });
-  RecordPrinter<Hit> printer(context, all);
+  RecordPrinter<WatcherHit> printer(context, all);
   for (const Match &match : matches)
     printer.add(hit_of(match));
   printer.finish();
@@ -92,7 +79,7 @@ std::vector<Command> watchers_commands() {
                    {{"TEXT", "Use these texts instead of the watchers", Argument::Count::any}},
                    {},
                    run_run},
-                  list_of_records(fields(), "match", "matches")));
+                  list_of_records(hit_fields(), "match", "matches")));
   return commands;
 }
 

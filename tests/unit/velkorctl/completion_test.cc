@@ -20,8 +20,8 @@ using ::testing::StartsWith;
 using Words = std::vector<std::string>;
 
 /** What the command would be asked for. */
-std::vector<Candidate> asked(const std::string &name) {
-  return {{"<" + name + ">"}};
+std::vector<Candidate> asked(const std::string &name, const std::string &cache_directory) {
+  return {{"<" + name + ">" + (cache_directory.empty() ? "" : " in " + cache_directory)}};
 }
 
 /** The words that the last one of a line may become. */
@@ -72,6 +72,19 @@ TEST(Completion, AValueMayStandBehindAnEqualsSign) {
   EXPECT_THAT(offered({"list", "--sort", "=", "t"}), ElementsAre("tags", "title"));
   EXPECT_THAT(offered({"list", "--color", "="}), Contains("never"));
   EXPECT_THAT(offered({"list", "--sort=title", "--tit"}), ElementsAre("--title"));
+}
+
+TEST(Completion, TheCacheDirectoryOfTheLineCounts) {
+  EXPECT_THAT(offered({"--cache-dir", "/a", "list", "--filter", ""}),
+              ElementsAre("<--filter> in /a"));
+  EXPECT_THAT(offered({"list", "--cache-dir=/a", "--filter", ""}), ElementsAre("<--filter> in /a"));
+  EXPECT_THAT(offered({"watch", "--cache-dir", "=", "/a", "remove", ""}),
+              ElementsAre("<watch remove ID> in /a"));
+}
+
+TEST(Completion, TheCategoryOfTheLineCounts) {
+  EXPECT_THAT(offered({"list", "--category=Beeld", "-s", ""}),
+              ElementsAre("<--sub-category Beeld>"));
 }
 
 TEST(Completion, OffersTheFieldsOfTheCommand) {

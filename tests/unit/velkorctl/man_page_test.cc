@@ -60,7 +60,7 @@ TEST(ManPage, NamesEveryExitCode) {
   const std::string page = man_page();
   for (const Exit exit :
        {Exit::ok, Exit::failed, Exit::usage, Exit::account, Exit::busy, Exit::nothing_new,
-        Exit::files, Exit::not_found, Exit::interrupted, Exit::broken_pipe})
+        Exit::files, Exit::not_found, Exit::command_failed, Exit::interrupted, Exit::broken_pipe})
     EXPECT_THAT(page, HasSubstr("\n.B " + std::to_string(static_cast<int>(exit)) + "\n"));
 }
 
