@@ -109,21 +109,10 @@ private:
   Snapshot snapshot_;
 };
 
-void note_hit(const ZoxEvent *posting, gpointer hits) noexcept {
-  if (posting->watcherHit != 0)
-    static_cast<std::unordered_set<std::int32_t> *>(hits)->insert(posting->postId);
-}
-
 }  // namespace
 
 SharedSnapshot read_snapshot(const std::unordered_set<std::int32_t> &hits) {
   return Reader(hits).read();
-}
-
-std::unordered_set<std::int32_t> read_hits() {
-  std::unordered_set<std::int32_t> hits;
-  zox_eventlist_visit(core->eventlist, 0, note_hit, &hits);
-  return hits;
 }
 
 }  // namespace velkor::app

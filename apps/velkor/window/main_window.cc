@@ -6,6 +6,7 @@
 
 #include "desktop/browser.h"
 #include "widgets/accessible_name.h"
+#include "widgets/answer_text.h"
 #include "widgets/translation.h"
 #include "window/shortcuts.h"
 
@@ -201,11 +202,10 @@ void MainWindow::show_posting(std::int32_t id) {
     posting_.show_reply({.failure = _("Without an account, the server tells nothing.")}, {});
     return;
   }
-  posting_request_ = session_.fetch_posting(id, snapshot_->table.find(id).has_value(),
-                                            [this](const PostingReply &reply) {
-                                              posting_.show_reply(reply, snapshot_->words);
-                                              heartbeat_.painted("posting", posting_);
-                                            });
+  posting_request_ = session_.fetch_posting(id, [this](const PostingReply &reply) {
+    posting_.show_reply(reply, snapshot_->words);
+    heartbeat_.painted("posting", posting_);
+  });
 }
 
 void MainWindow::close_posting() {
@@ -242,17 +242,18 @@ void MainWindow::set_watched(std::int32_t id, bool watched) {
 void MainWindow::give_kudos() {
   if (!has_account_)
     return;
-  session_.give_kudos(posting_.id(), [this](const std::string &failure) {
-    notice_.show_text(failure.empty() ? Glib::ustring(_("Kudos given")) : Glib::ustring(failure));
+  session_.give_kudos(posting_.id(), [this](const ActionOutcome &outcome) {
+    notice_.show_text(outcome.taken() ? Glib::ustring(_("Kudos given"))
+                                      : words_for_refusal(outcome));
   });
 }
 
 void MainWindow::send_reaction(std::int32_t id, const std::string &text) {
-  session_.send_reaction(id, text, [this, id](const std::string &failure) {
+  session_.send_reaction(id, text, [this, id](const ActionOutcome &outcome) {
     if (posting_.id() != id)
       return;
-    posting_.reactions().show_sent(failure);
-    if (failure.empty())
+    posting_.reactions().show_sent(words_for_refusal(outcome));
+    if (outcome.taken())
       show_posting(id);
   });
 }

@@ -187,6 +187,31 @@ class FrontEnd(unittest.TestCase):
         wait_until(lambda: service.asked_for("/3.7.3/xml.php"), "the server has been asked")
         self.quit(program)
 
+    def test_an_update_that_is_stopped_changes_nothing(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        service.command("/fault?path=/3.7.3/xml.php&kind=stall&times=1")
+        self.desktop.press("F5")
+        wait_until(lambda: service.asked_for("/3.7.3/xml.php"), "the server has been asked")
+        self.desktop.press("ctrl+period")
+        program.wait_for_text("The update was stopped.")
+        self.assertEqual(ids_of(service.listed()), program.rows())
+        service.command("/posting?Title=Een+nieuwe+haven&Cat=0&SCat=0&Tags=|a0|&Poster=anna")
+        self.desktop.press("F5")
+        program.wait_for_text("1 spot received.")
+        self.quit(program)
+
+    def test_it_ends_while_a_posting_is_waited_for(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        path = "/3.7.3/xml-posts.php"
+        service.command(f"/fault?path={path}&kind=stall")
+        service.velkorctl("open", str(ids_of(service.listed())[2]))
+        wait_until(lambda: service.asked_for(path), "the server has been asked")
+        self.quit(program)
+
     def test_a_signal_ends_it_properly(self):
         program = self.start(self.service_with_cache())
         program.process.send_signal(signal.SIGTERM)
