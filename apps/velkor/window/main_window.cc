@@ -71,6 +71,11 @@ void MainWindow::build_header() {
   header_.pack_start(update_button_);
   header_.set_title_widget(search_);
   header_.pack_end(menu_);
+  filter_button_.set_icon_name("view-more-horizontal-symbolic");
+  filter_button_.set_tooltip_text(_("Narrow the list (Ctrl+Shift+F)"));
+  filter_button_.set_action_name("win.filter");
+  set_accessible_name(filter_button_, _("Narrow the list"));
+  header_.pack_end(filter_button_);
   set_titlebar(header_);
 }
 
@@ -99,6 +104,7 @@ void MainWindow::connect_pages() {
   spots_.table().signal_open().connect([this](std::int32_t id) { show_posting(id); });
   spots_.table().signal_selected().connect([this] { enable_actions(); });
   spots_.signal_update_wanted().connect([this] { update(); });
+  spots_.signal_shown().connect([this] { posting_.show_hidden(spots_.why_hidden(posting_.id())); });
   update_bar_.signal_stop().connect([this] { session_.stop_update(); });
   account_page_.signal_account().connect(
       [this](const std::string &name, const std::string &password) {
@@ -115,6 +121,7 @@ void MainWindow::add_actions() {
   add_action("undo", [this] { notice_.undo(); });
   add_action("close", [this] { close(); });
   add_action("search", [this] { search_.grab_focus(); });
+  add_action("filter", [this] { spots_.toggle_filter_bar(); });
   add_action("focus-categories", [this] { spots_.categories().focus_list(); });
   add_action("focus-list", [this] { spots_.table().focus_list(); });
 }
@@ -125,6 +132,7 @@ void MainWindow::add_posting_actions() {
   add_action("kudos", [this] { give_kudos(); });
   add_action("open-link", [this] { open_in_browser(*this, posting_.details().link); });
   add_action("open-image", [this] { open_in_browser(*this, posting_.details().image); });
+  add_action("show-in-list", [this] { show_in_list(); });
   add_action("reactions", [this] { posting_.show_reactions(); });
 }
 
@@ -195,6 +203,7 @@ void MainWindow::show_posting(std::int32_t id) {
     posting_request_->cancel();
   posting_.begin(id);
   posting_.set_watched(watched_.contains(id));
+  posting_.show_hidden(spots_.why_hidden(id));
   posting_.set_visible(true);
   enable_actions();
   heartbeat_.begin("posting");
@@ -216,6 +225,12 @@ void MainWindow::close_posting() {
   enable_actions();
 }
 
+void MainWindow::show_in_list() {
+  search_.set_text("");
+  spots_.show_everything();
+  spots_.table().select(posting_.id());
+}
+
 /** The posting that is open, else the one that is chosen in the list. */
 void MainWindow::toggle_watch() {
   const std::optional<std::int32_t> id =
@@ -234,7 +249,7 @@ void MainWindow::set_watched(std::int32_t id, bool watched) {
   else
     watched_.erase(id);
   session_.set_watched(id, watched);
-  spots_.table().watch_changed(id);
+  spots_.watch_changed(id);
   if (posting_.id() == id)
     posting_.set_watched(watched);
 }

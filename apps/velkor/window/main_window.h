@@ -51,6 +51,7 @@ private:
   void account_set(const std::string &failure);
   void show_posting(std::int32_t id);
   void close_posting();
+  void show_in_list();
   void toggle_watch();
   void set_watched(std::int32_t id, bool watched);
   void give_kudos();
@@ -72,6 +73,7 @@ private:
   Gtk::Button update_button_;
   Gtk::SearchEntry search_;
   Gtk::MenuButton menu_;
+  Gtk::Button filter_button_;
   Gtk::Overlay overlay_;
   Gtk::Box content_{Gtk::Orientation::VERTICAL};
   UpdateBar update_bar_;

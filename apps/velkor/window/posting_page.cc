@@ -41,7 +41,8 @@ Glib::ustring joined(const Texts &texts) {
 
 PostingPage::PostingPage()
     : Gtk::Box(Gtk::Orientation::VERTICAL), kudos_(_("Give _kudos"), true),
-      link_(_("Open _link"), true), image_(_("Open _image"), true) {
+      link_(_("Open _link"), true), image_(_("Open _image"), true),
+      hidden_button_(_("Show it in the list")) {
   build_header();
   facts_.set_column_spacing(18);
   facts_.set_row_spacing(4);
@@ -52,8 +53,15 @@ PostingPage::PostingPage()
   failure_.add_css_class("error");
   failure_.set_wrap(true);
   failure_.set_xalign(0);
+  hidden_text_.set_wrap(true);
+  hidden_text_.set_xalign(0);
+  hidden_text_.add_css_class("dim-label");
+  hidden_button_.set_action_name("win.show-in-list");
+  hidden_.append(hidden_text_);
+  hidden_.append(hidden_button_);
   body_.add_css_class("posting");
-  for (Gtk::Widget *part : std::initializer_list<Gtk::Widget *>{&title_, &failure_, &columns_})
+  for (Gtk::Widget *part :
+       std::initializer_list<Gtk::Widget *>{&title_, &hidden_, &failure_, &columns_})
     body_.append(*part);
   scroller_.set_child(body_);
   scroller_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
@@ -197,6 +205,11 @@ Glib::ustring PostingPage::newsgroup_names(const Vocabulary &words) const {
 void PostingPage::show_reactions() {
   stack_.set_visible_child("reactions");
   reactions_.focus_editor();
+}
+
+void PostingPage::show_hidden(const Glib::ustring &reason) {
+  hidden_text_.set_text(reason);
+  hidden_.set_visible(!reason.empty());
 }
 
 void PostingPage::set_watched(bool watched) {

@@ -23,6 +23,8 @@ public:
   void show_reply(const PostingReply &reply, const Vocabulary &words);
   void set_watched(bool watched);
   void show_reactions();
+  /** Why the list does not show the posting; empty when it does. */
+  void show_hidden(const Glib::ustring &reason);
 
   [[nodiscard]] std::int32_t id() const noexcept { return details_.id; }
   [[nodiscard]] const PostingDetails &details() const noexcept { return details_; }
@@ -47,6 +49,9 @@ private:
   Gtk::Button image_;
   Gtk::Button close_;
   Gtk::Spinner spinner_;
+  Gtk::Box hidden_{Gtk::Orientation::HORIZONTAL, 12};
+  Gtk::Label hidden_text_;
+  Gtk::Button hidden_button_;
   Gtk::Label failure_;
   Gtk::ScrolledWindow scroller_;
   Gtk::Box body_{Gtk::Orientation::VERTICAL, 12};

@@ -31,6 +31,7 @@ const std::array<Group, 3> groups{
         {}}}},
      {N_("Spots"),
       {{{"win.search", "<Control>f", N_("Search in the titles")},
+        {"win.filter", "<Control><Shift>f", N_("Narrow the list by period, state and names")},
         {"win.focus-categories", "<Alt>1", N_("Go to the categories")},
         {"win.focus-list", "<Alt>2", N_("Go to the list")},
         {nullptr, "Return", N_("Open the chosen spot")},

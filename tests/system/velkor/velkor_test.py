@@ -95,6 +95,43 @@ class FrontEnd(unittest.TestCase):
         program.wait_for_rows(expected)
         self.quit(program)
 
+    def test_conditions_narrow_the_list(self):
+        service = self.service_with_cache()
+        items = service.listed()
+        poster = items[0]["poster"]
+        expected = [item["id"] for item in items if poster.lower() in item["poster"].lower()]
+        self.assertTrue(0 < len(expected) < len(items))
+        program = self.start(service)
+        program.wait_for_rows(ids_of(items))
+        self.desktop.press("ctrl+shift+f", "Tab", "Tab")
+        self.desktop.type(poster)
+        program.wait_for_rows(expected)
+        hidden = next(item["id"] for item in items if item["id"] not in expected)
+        service.velkorctl("open", str(hidden))
+        program.wait_for_text("Not in the list: it is not by the chosen poster.")
+        program.press_button("Show it in the list")
+        program.wait_for_rows(ids_of(items))
+        self.quit(program)
+
+    def test_only_the_watchlist_is_listed(self):
+        service = self.service_with_cache()
+        items = service.listed()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(items))
+        service.velkorctl("open", str(items[3]["id"]))
+        program.wait_for("push button", "Close the spot")
+        self.desktop.press("ctrl+d")
+        program.wait_for_text("Put on the watchlist")
+        self.desktop.press("ctrl+shift+f", "Tab", "space")
+        program.wait_for_text("Found by a watcher")
+        self.desktop.press("Down", "Down", "Return")
+        program.wait_for_rows([items[3]["id"]])
+        self.desktop.press("ctrl+d")
+        program.wait_for_text("Nothing found")
+        self.desktop.press("ctrl+shift+f")
+        program.wait_for_rows(ids_of(items))
+        self.quit(program)
+
     def test_an_opened_posting_shows_what_the_server_tells(self):
         service = self.service_with_cache()
         posting = service.listed()[5]
