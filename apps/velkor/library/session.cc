@@ -6,6 +6,7 @@
 
 #include <malloc.h>
 #include <velkor/zox_app_core.h>
+#include <velkor/zox_codes.h>
 #include <velkor/zox_config.h>
 #include <velkor/zox_file.h>
 #include <velkor/zox_http_curl.h>
@@ -96,14 +97,20 @@ ServerAnswer answer_of(const ZoxRequest &request) {
   }
 }
 
+ActionOutcome action_outcome_of(const ZoxRequest &request) {
+  const ZoxErrorCode code = zox_request_code(&request);
+  if (code == ZOX_RESULT_POSTING_WARNED)  // the library has no sentence for it
+    return {ServerAnswer::duplicate, {}};
+  const CallResult result = result_of(request);
+  return result.failed() ? ActionOutcome{ServerAnswer::failed, result.message}
+                         : ActionOutcome{answer_of(request), {}};
+}
+
 /** Gives the server something and tells how it took it. */
 void start_action(GMainContext *context, const SharedCancellation &wanted,
                   const RequestStart &start, const Session::AnswerFunction &done) {
   const auto end = [wanted, done](const ZoxRequest &request) {
-    const CallResult result = result_of(request);
-    deliver(wanted, done,
-            result.failed() ? ActionOutcome{ServerAnswer::failed, result.message}
-                            : ActionOutcome{answer_of(request), {}});
+    deliver(wanted, done, action_outcome_of(request));
   };
   start_request(context, *wanted, start, {.done = end});
 }
@@ -218,6 +225,16 @@ SharedCancellation Session::give_kudos(std::int32_t id, AnswerFunction done) {
   return when_open([this, id, done = std::move(done)](const SharedCancellation &wanted) {
     const auto start = [&](const ZoxRequestOptions *options) {
       return zox_request_kudos_give(id, 1, options);
+    };
+    start_action(core_.context(), wanted, start, done);
+  });
+}
+
+SharedCancellation Session::warn(std::int32_t id, std::string reason, AnswerFunction done) {
+  return when_open([this, id, reason = std::move(reason),
+                    done = std::move(done)](const SharedCancellation &wanted) {
+    const auto start = [&](const ZoxRequestOptions *options) {
+      return zox_request_warning(id, 0, reason.c_str(), options);
     };
     start_action(core_.context(), wanted, start, done);
   });

@@ -76,6 +76,8 @@ public:
 
   SharedCancellation send_reaction(std::int32_t id, std::string text, AnswerFunction done);
   SharedCancellation give_kudos(std::int32_t id, AnswerFunction done);
+  /** Warns the moderators about a posting. */
+  SharedCancellation warn(std::int32_t id, std::string reason, AnswerFunction done);
   void set_watched(std::int32_t id, bool watched);
   void set_account(std::string name, std::string password, DoneFunction done);
 

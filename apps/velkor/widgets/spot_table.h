@@ -28,6 +28,8 @@ public:
   /** Shows other rows. Selection and place are kept if the query is the one before. */
   void set_view(SharedView view);
 
+  /** What is shown; null before the first view. */
+  [[nodiscard]] const SharedView &view() const noexcept { return rows_->view(); }
   [[nodiscard]] Sorting sorting() const;
   [[nodiscard]] std::optional<std::int32_t> selected_id() const;
   void select(std::int32_t id);

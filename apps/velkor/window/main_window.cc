@@ -16,6 +16,7 @@ MainWindow::MainWindow(SessionOptions options, std::filesystem::path state_file,
                        Heartbeat &heartbeat)
     : heartbeat_(heartbeat), state_file_(std::move(state_file)),
       remembered_(read_remembered(state_file_)), spots_(remembered_, watched_, heartbeat),
+      saver_(*this, [this](const Glib::ustring &text) { notice_.show_text(text); }),
       session_(std::move(options),
                {.snapshot = [this](SharedSnapshot snapshot) { take_snapshot(std::move(snapshot)); },
                 .unusable = [this](const std::string &message) { show_unusable(message); },
@@ -82,6 +83,7 @@ void MainWindow::build_header() {
 void MainWindow::build_menu() {
   const auto menu = Gio::Menu::create();
   menu->append(_("_Update"), "win.update");
+  menu->append(_("_Save the list…"), "win.save-list");
   menu->append(_("_Keys"), "win.show-help-overlay");
   menu->append(_("_About Velkor"), "app.about");
   menu->append(_("_Quit"), "app.quit");
@@ -111,6 +113,7 @@ void MainWindow::connect_pages() {
         session_.set_account(name, password,
                              [this](const std::string &failure) { account_set(failure); });
       });
+  posting_.warning().signal_send().connect([this](const std::string &reason) { warn(reason); });
   posting_.reactions().signal_send().connect(
       [this](std::int32_t id, const std::string &text) { send_reaction(id, text); });
 }
@@ -122,6 +125,7 @@ void MainWindow::add_actions() {
   add_action("close", [this] { close(); });
   add_action("search", [this] { search_.grab_focus(); });
   add_action("filter", [this] { spots_.toggle_filter_bar(); });
+  add_action("save-list", [this] { save_list(); });
   add_action("focus-categories", [this] { spots_.categories().focus_list(); });
   add_action("focus-list", [this] { spots_.table().focus_list(); });
 }
@@ -130,6 +134,7 @@ void MainWindow::add_posting_actions() {
   add_action("close-posting", [this] { close_posting(); });
   add_action("watch", [this] { toggle_watch(); });
   add_action("kudos", [this] { give_kudos(); });
+  add_action("warn", [this] { posting_.begin_warning(); });
   add_action("open-link", [this] { open_in_browser(*this, posting_.details().link); });
   add_action("open-image", [this] { open_in_browser(*this, posting_.details().image); });
   add_action("show-in-list", [this] { show_in_list(); });
@@ -144,7 +149,8 @@ void MainWindow::enable_actions() {
   enable("update", snapshot_ && has_account_ && !updating_);
   enable("stop-update", updating_);
   enable("watch", is_open || spots_.table().selected_id());
-  for (const char *name : {"close-posting", "kudos", "reactions", "open-link", "open-image"})
+  for (const char *name :
+       {"close-posting", "kudos", "warn", "reactions", "open-link", "open-image"})
     enable(name, is_open);
 }
 
@@ -257,10 +263,28 @@ void MainWindow::set_watched(std::int32_t id, bool watched) {
 void MainWindow::give_kudos() {
   if (!has_account_)
     return;
-  session_.give_kudos(posting_.id(), [this](const ActionOutcome &outcome) {
-    notice_.show_text(outcome.taken() ? Glib::ustring(_("Kudos given"))
-                                      : words_for_refusal(outcome));
+  const std::int32_t id = posting_.id();
+  session_.give_kudos(id, [this, id](const ActionOutcome &outcome) {
+    if (outcome.taken())
+      notice_.show_text(_("Kudos given"));
+    if (posting_.id() == id)
+      posting_.show_refusal(words_for_refusal(outcome));
   });
+}
+
+void MainWindow::warn(const std::string &reason) {
+  const std::int32_t id = posting_.id();
+  session_.warn(id, reason, [this, id](const ActionOutcome &outcome) {
+    if (posting_.id() == id)
+      posting_.warning().show_sent(words_for_refusal(outcome));
+    if (outcome.taken())
+      notice_.show_text(_("The moderators have been warned"));
+  });
+}
+
+void MainWindow::save_list() {
+  if (const SharedView view = spots_.table().view())
+    saver_.ask(view);
 }
 
 void MainWindow::send_reaction(std::int32_t id, const std::string &text) {

@@ -17,6 +17,7 @@
 #include "widgets/notice.h"
 #include "widgets/update_bar.h"
 #include "window/account_page.h"
+#include "window/list_saver.h"
 #include "window/posting_page.h"
 #include "window/spots_page.h"
 
@@ -52,9 +53,11 @@ private:
   void show_posting(std::int32_t id);
   void close_posting();
   void show_in_list();
+  void save_list();
   void toggle_watch();
   void set_watched(std::int32_t id, bool watched);
   void give_kudos();
+  void warn(const std::string &reason);
   void send_reaction(std::int32_t id, const std::string &text);
   void enable_actions();
   void remember();
@@ -83,6 +86,7 @@ private:
   Gtk::Paned split_{Gtk::Orientation::VERTICAL};
   SpotsPage spots_;
   PostingPage posting_;
+  ListSaver saver_;
   Session session_;  // the last member: what it tells about reaches all others
 };
 

@@ -3,6 +3,7 @@
 
 usage: velkor_test.py BUILD_DIRECTORY [TEST ...]
 """
+import json
 import os
 import pathlib
 import signal
@@ -104,6 +105,7 @@ class FrontEnd(unittest.TestCase):
         program = self.start(service)
         program.wait_for_rows(ids_of(items))
         self.desktop.press("ctrl+shift+f", "Tab", "Tab")
+        program.wait_for_focus("text", "Poster")
         self.desktop.type(poster)
         program.wait_for_rows(expected)
         hidden = next(item["id"] for item in items if item["id"] not in expected)
@@ -200,6 +202,64 @@ class FrontEnd(unittest.TestCase):
         self.desktop.press("ctrl+Return")
         wait_until(lambda: "Dank je wel" in [reaction["body"] for reaction in
                                              service.shown(posting)["reactions"]], "it is on the server")
+        self.quit(program)
+
+    def open_posting(self, service, program, posting):
+        service.velkorctl("open", str(posting))
+        program.wait_for_text(service.shown(posting)["description"])
+
+    def test_kudos_are_given_once_and_refused_the_second_time(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        posting = ids_of(service.listed())[4]
+        self.open_posting(service, program, posting)
+        self.desktop.press("ctrl+k")
+        program.wait_for_text("Kudos given")
+        self.assertEqual(self.parameters(service, "/3.7.3/xml-kudos.php", "mode", "id", "kudos"),
+                         [("give", str(posting), "1")])
+        self.desktop.press("ctrl+k")
+        program.wait_for_text("The server already has this from you.")
+        self.assertEqual(len(service.requests("/3.7.3/xml-kudos.php")), 2)
+        self.quit(program)
+
+    def test_the_moderators_are_warned(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        posting = ids_of(service.listed())[4]
+        self.open_posting(service, program, posting)
+        for told in ("The moderators have been warned", "The server already has this from you."):
+            self.desktop.press("ctrl+m")
+            program.wait_for_focus("text", "What is wrong with this spot?")
+            self.desktop.type("dubbel")
+            self.desktop.press("Return")
+            program.wait_for_text(told)
+            self.assertEqual(self.parameters(service, "/3.7.3/xml-warn.php", "id", "forumid", "reason")[-1],
+                             (str(posting), "0", "dubbel"))
+        self.assertEqual(len(service.requests("/3.7.3/xml-warn.php")), 2)
+        self.quit(program)
+
+    def parameters(self, service, path, *names):
+        """Of the requests for that path, the parameters of these names."""
+        return [tuple(parameter["value"] for name in names for parameter in request["parameters"]
+                      if parameter["name"] == name) for request in service.requests(path)]
+
+    def test_the_list_is_saved(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        expected = ids_of(service.listed("--title", "de v"))
+        program.wait_for_rows(ids_of(service.listed()))
+        self.search("de v")
+        program.wait_for_rows(expected)
+        file = pathlib.Path(self.desktop.environment["HOME"]) / "spots.json"
+        self.desktop.press("ctrl+s")
+        program.wait_for_focus("text", "Name:")
+        self.desktop.press("ctrl+a")
+        self.desktop.type(str(file))
+        self.desktop.press("Return")
+        program.wait_for_text("Saved: ")
+        self.assertEqual(ids_of(json.loads(file.read_text())["items"]), expected)
         self.quit(program)
 
     def test_a_first_start_asks_for_the_account(self):
