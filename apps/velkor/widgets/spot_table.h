@@ -64,8 +64,8 @@ private:
   sigc::signal<void()> selected_;
   /** A cell with what it shows. */
   struct Cell {
-    Glib::RefPtr<RowItem> item;
-    TextOf text_of;  // null for the marks
+    Glib::RefPtr<RowItem> item{};
+    TextOf text_of = nullptr;  // null for the marks
   };
   std::unordered_map<Gtk::Inscription *, Cell> cells_;  // those that there are widgets for
   const std::unordered_set<std::int32_t> &watched_;
