@@ -5,6 +5,7 @@
 #include <velkor/zox_http_curl.h>
 
 #include "model/shown_text.h"
+#include "support/owned.h"
 
 namespace velkor::app {
 namespace {

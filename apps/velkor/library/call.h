@@ -4,11 +4,8 @@
 #define VELKOR_APP_LIBRARY_CALL_H
 
 #include <string>
-#include <utility>
 
 #include <velkor/zox_types.h>
-
-#include "support/owned.h"
 
 namespace velkor::app {
 
@@ -21,15 +18,6 @@ struct CallResult {
 
 /** The sentence for `code`, with why the latest request of this thread failed. */
 CallResult call_result(ZoxErrorCode code, const char *server_text);
-
-/** Calls one of the library's functions whose last argument receives the server's notice. */
-template <typename Function, typename... Arguments>
-CallResult call(Function function, Arguments... arguments) {
-  char *place = nullptr;
-  const ZoxErrorCode code = function(arguments..., &place);
-  const OwnedText text(place);
-  return call_result(code, text.get());
-}
 
 }  // namespace velkor::app
 

@@ -89,6 +89,8 @@ std::vector<Reaction> reactions_of(const ZoxForum *forum) {
   return threaded(std::move(reactions));
 }
 
+}  // namespace
+
 PostingDetails details_of(const ZoxEvent &posting) {
   return {.id = posting.postId,
           .title = line_of(posting.title),
@@ -115,8 +117,6 @@ PostingDetails details_of(const ZoxEvent &posting) {
           .closed = posting.locked != 0,
           .reactions = reactions_of(posting.forum)};
 }
-
-}  // namespace
 
 std::optional<PostingDetails> read_details(std::int32_t id) {
   const OwnedEvent posting(zox_eventlist_lookup_id(core->eventlist, id));

@@ -3,41 +3,27 @@
 
 #include <utility>
 
+#include "library/main_loop.h"
+
 namespace velkor::app {
 
-JobThread::JobThread() : thread_([this] { run(); }) {}
+JobThread::JobThread()
+    : context_(g_main_context_new()), loop_(g_main_loop_new(context_.get(), FALSE)),
+      thread_([this] { run(); }) {}
 
 JobThread::~JobThread() {
-  {
-    const std::lock_guard guard(lock_);
-    ending_ = true;
-  }
-  changed_.notify_one();
+  post([this] { g_main_loop_quit(loop_.get()); });
   thread_.join();
 }
 
 void JobThread::post(Job job) {
-  {
-    const std::lock_guard guard(lock_);
-    jobs_.push_back(std::move(job));
-  }
-  changed_.notify_one();
+  run_on_context(context_.get(), std::move(job));
 }
 
 void JobThread::run() {
-  std::unique_lock guard(lock_);
-  for (;;) {
-    changed_.wait(guard, [this] { return ending_ || !jobs_.empty(); });
-    if (jobs_.empty())
-      return;
-    {
-      const Job job = std::move(jobs_.front());
-      jobs_.pop_front();
-      guard.unlock();
-      job();
-    }
-    guard.lock();
-  }
+  g_main_context_push_thread_default(context_.get());
+  g_main_loop_run(loop_.get());
+  g_main_context_pop_thread_default(context_.get());
 }
 
 }  // namespace velkor::app

@@ -4,12 +4,13 @@
 #include <memory>
 #include <utility>
 
-#include <glib.h>
+#include "support/owned.h"
 
 namespace velkor::app {
 namespace {
 
 using Action = std::function<void()>;
+using OwnedSource = std::unique_ptr<GSource, ReleaseWith<g_source_unref>>;
 
 gboolean run(gpointer data) noexcept {
   (*static_cast<Action *>(data))();
@@ -22,9 +23,16 @@ void release(gpointer data) noexcept {
 
 }  // namespace
 
-void run_on_main_loop(std::function<void()> action) {
+void run_on_context(GMainContext *context, std::function<void()> action) {
   auto owned = std::make_unique<Action>(std::move(action));
-  g_idle_add_full(G_PRIORITY_DEFAULT, run, owned.release(), release);
+  const OwnedSource source(g_idle_source_new());
+  g_source_set_priority(source.get(), G_PRIORITY_DEFAULT);
+  g_source_set_callback(source.get(), run, owned.release(), release);
+  g_source_attach(source.get(), context);
+}
+
+void run_on_main_loop(std::function<void()> action) {
+  run_on_context(nullptr, std::move(action));
 }
 
 }  // namespace velkor::app

@@ -1,25 +1,23 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "library/session.h"
 
-#include <mutex>
+#include <memory>
 #include <utility>
 
 #include <malloc.h>
 #include <velkor/zox_app_core.h>
+#include <velkor/zox_codes.h>
 #include <velkor/zox_config.h>
-#include <velkor/zox_eventinfo.h>
-#include <velkor/zox_events_forum.h>
 #include <velkor/zox_file.h>
 #include <velkor/zox_http_curl.h>
-#include <velkor/zox_kudos.h>
 #include <velkor/zox_settings.h>
 #include <velkor/zox_watchlist.h>
 
-#include "library/call.h"
 #include "library/details_reader.h"
 #include "library/main_loop.h"
+#include "library/request.h"
 #include "library/snapshot_reader.h"
-#include "library/update_run.h"
+#include "library/update_request.h"
 #include "model/shown_text.h"
 
 namespace velkor::app {
@@ -28,36 +26,6 @@ namespace {
 const char *chars_of(const std::optional<std::string> &text) noexcept {
   return text ? text->c_str() : nullptr;
 }
-
-/** Reports that come faster than the main loop runs are joined: the latest counts. */
-class ProgressReports : public std::enable_shared_from_this<ProgressReports> {
-public:
-  explicit ProgressReports(std::function<void(UpdateProgress)> report)
-      : report_(std::move(report)) {}
-
-  void add(const UpdateProgress &progress) {
-    const std::lock_guard guard(lock_);
-    latest_ = progress;
-    if (!std::exchange(waiting_, true))
-      run_on_main_loop([self = shared_from_this()] { self->deliver(); });
-  }
-
-private:
-  void deliver() {
-    UpdateProgress progress;
-    {
-      const std::lock_guard guard(lock_);
-      waiting_ = false;
-      progress = latest_;
-    }
-    report_(progress);
-  }
-
-  std::function<void(UpdateProgress)> report_;
-  std::mutex lock_;
-  UpdateProgress latest_;
-  bool waiting_ = false;
-};
 
 /** Delivers to a function that is called only while the request is wanted. */
 template <typename Function, typename Reply>
@@ -68,35 +36,83 @@ void deliver(const SharedCancellation &wanted, const Function &function, Reply r
   });
 }
 
-/** Asks the server; the stages of a posting beyond what the cache has of it. */
-PostingReply details_from_server(std::int32_t id) {
-  const CallResult result = call(zox_eventinfo_fetch, id);
-  if (result.failed())
-    return {.failure = result.message};
-  return {PostingReply::Stage::details, read_details(id).value_or(PostingDetails{}), {}};
-}
+/** One posting on its way from the server to the window, step by step. */
+class PostingFetch : public std::enable_shared_from_this<PostingFetch> {
+public:
+  PostingFetch(GMainContext *context, std::int32_t id, SharedCancellation wanted,
+               Session::PostingFunction function)
+      : context_(context), id_(id), wanted_(std::move(wanted)), function_(std::move(function)) {}
 
-PostingReply forum_from_server(std::int32_t id) {
-  const CallResult result = call(zox_events_forum_fetch, id, 0);
-  if (result.failed())
-    return {.failure = result.message};
-  return {PostingReply::Stage::complete, read_details(id).value_or(PostingDetails{}), {}};
-}
-
-void fetch(std::int32_t id, const SharedCancellation &wanted,
-           const Session::PostingFunction &function) {
-  if (wanted->cancelled())
-    return;
-  const WatchedTransfers transfers(*wanted);
-  if (auto cached = read_details(id))
-    deliver(wanted, function, PostingReply{PostingReply::Stage::cached, std::move(*cached), {}});
-  for (const auto &step : {details_from_server, forum_from_server}) {
-    PostingReply reply = step(id);
-    const bool failed = reply.stage == PostingReply::Stage::failed;
-    deliver(wanted, function, std::move(reply));
-    if (failed || wanted->cancelled())
-      return;
+  void start() {
+    if (auto cached = read_details(id_))
+      tell({PostingReply::Stage::cached, std::move(*cached), {}});
+    ask([id = id_](const ZoxRequestOptions *options) { return zox_request_details(id, options); },
+        PostingReply::Stage::details);
   }
+
+private:
+  void ask(const RequestStart &start, PostingReply::Stage stage) {
+    if (!wanted_->cancelled())
+      start_request(context_, *wanted_, start,
+                    {.done = [self = shared_from_this(), stage](const ZoxRequest &request) {
+                      self->end(request, stage);
+                    }});
+  }
+
+  void end(const ZoxRequest &request, PostingReply::Stage stage) {
+    if (zox_request_state(&request) == ZOX_REQUEST_CANCELLED)
+      return;
+    const ZoxEvent *posting = zox_request_event(&request);
+    if (posting == nullptr)
+      return tell({.failure = result_of(request).message});
+    tell({stage, details_of(*posting), {}});
+    if (stage == PostingReply::Stage::details)
+      ask([id =
+               id_](const ZoxRequestOptions *options) { return zox_request_forum(id, 0, options); },
+          PostingReply::Stage::complete);
+  }
+
+  void tell(PostingReply reply) { deliver(wanted_, function_, std::move(reply)); }
+
+  GMainContext *context_;
+  std::int32_t id_;
+  SharedCancellation wanted_;
+  Session::PostingFunction function_;
+};
+
+ServerAnswer answer_of(const ZoxRequest &request) {
+  switch (zox_request_answer(&request)) {
+  case ZOX_ANSWER_DUPLICATE:
+    return ServerAnswer::duplicate;
+  case ZOX_ANSWER_LOCKED:
+    return ServerAnswer::locked;
+  case ZOX_ANSWER_NOT_FOUND:
+    return ServerAnswer::not_found;
+  case ZOX_ANSWER_REFUSED:
+    return ServerAnswer::refused;
+  case ZOX_ANSWER_UNKNOWN:
+    return ServerAnswer::unknown;
+  default:  // a request that succeeds and has no answers to tell apart was taken
+    return ServerAnswer::taken;
+  }
+}
+
+ActionOutcome action_outcome_of(const ZoxRequest &request) {
+  const ZoxErrorCode code = zox_request_code(&request);
+  if (code == ZOX_RESULT_POSTING_WARNED)  // the library has no sentence for it
+    return {ServerAnswer::duplicate, {}};
+  const CallResult result = result_of(request);
+  return result.failed() ? ActionOutcome{ServerAnswer::failed, result.message}
+                         : ActionOutcome{answer_of(request), {}};
+}
+
+/** Gives the server something and tells how it took it. */
+void start_action(GMainContext *context, const SharedCancellation &wanted,
+                  const RequestStart &start, const Session::AnswerFunction &done) {
+  const auto end = [wanted, done](const ZoxRequest &request) {
+    deliver(wanted, done, action_outcome_of(request));
+  };
+  start_request(context, *wanted, start, {.done = end});
 }
 
 std::string set_account_settings(const std::string &name, const std::string &password) {
@@ -140,7 +156,6 @@ void Session::open() {
     zox_http_set_hosts(chars_of(options_.server), chars_of(options_.static_server));
   if (options_.ca_file)
     zox_http_set_ca_file(chars_of(options_.ca_file));
-  install_transfer_callback();
   publish_snapshot();
 }
 
@@ -150,10 +165,18 @@ void Session::publish_snapshot() {
 }
 
 void Session::update() {
-  update_ = new_cancellation();
-  core_.post([this, cancellation = update_] {
-    if (is_open_ && !cancellation->cancelled())
-      run_update(*cancellation);
+  update_ = std::make_shared<Cancellation>();
+  core_.post([this, wanted = update_] {
+    if (!is_open_)
+      return;
+    start_request(core_.context(), *wanted, zox_request_update,
+                  {.progress =
+                       [this](const ZoxRequestProgress &progress) {
+                         run_on_main_loop([this, progress = progress_of(progress)] {
+                           events_.update_progress(progress);
+                         });
+                       },
+                   .done = [this](const ZoxRequest &request) { end_update(request); }});
   });
 }
 
@@ -162,46 +185,59 @@ void Session::stop_update() {
     update_->cancel();
 }
 
-void Session::run_update(const Cancellation &cancellation) {
-  const auto reports = std::make_shared<ProgressReports>(events_.update_progress);
-  UpdateRun run(cancellation, [&](const UpdateProgress &progress) { reports->add(progress); });
-  UpdateOutcome outcome = run.run();
+void Session::end_update(const ZoxRequest &request) {
+  if (!is_open_)
+    return;
+  const UpdateOutcome outcome = outcome_of(request);
   if (outcome.kind == UpdateOutcome::Kind::changed)
-    hits_ = run.hits();
+    hits_ = hits_of(request);
   if (outcome.kind == UpdateOutcome::Kind::changed || outcome.aged_out > 0)
     publish_snapshot();
-  run_on_main_loop([this, outcome = std::move(outcome)] { events_.update_ended(outcome); });
+  run_on_main_loop([this, outcome] { events_.update_ended(outcome); });
 }
 
-SharedCancellation Session::fetch_posting(std::int32_t id, bool known, PostingFunction function) {
-  SharedCancellation wanted = new_cancellation();
-  // What the list does not know is counted in the categories, which are the core's.
-  JobThread &thread = known ? server_ : core_;
-  thread.post([id, wanted, function = std::move(function)] { fetch(id, wanted, function); });
-  return wanted;
-}
-
-SharedCancellation Session::request(std::function<std::string()> ask, DoneFunction done) {
-  SharedCancellation wanted = new_cancellation();
-  server_.post([wanted, ask = std::move(ask), done = std::move(done)] {
-    if (wanted->cancelled())
-      return;
-    const WatchedTransfers transfers(*wanted);
-    deliver(wanted, done, ask());
+SharedCancellation Session::when_open(std::function<void(const SharedCancellation &)> job) {
+  auto wanted = std::make_shared<Cancellation>();
+  core_.post([this, wanted, job = std::move(job)] {
+    if (is_open_ && !wanted->cancelled())
+      job(wanted);
   });
   return wanted;
 }
 
-SharedCancellation Session::send_reaction(std::int32_t id, std::string text, DoneFunction done) {
-  return request(
-      [id, text = std::move(text)] {
-        return call(zox_events_forum_post, text.c_str(), id, 0).message;
-      },
-      std::move(done));
+SharedCancellation Session::fetch_posting(std::int32_t id, PostingFunction function) {
+  return when_open([this, id, function = std::move(function)](const SharedCancellation &wanted) {
+    std::make_shared<PostingFetch>(core_.context(), id, wanted, function)->start();
+  });
 }
 
-SharedCancellation Session::give_kudos(std::int32_t id, DoneFunction done) {
-  return request([id] { return call(zox_kudos_give, id, 1).message; }, std::move(done));
+SharedCancellation Session::send_reaction(std::int32_t id, std::string text, AnswerFunction done) {
+  return when_open(
+      [this, id, text = std::move(text), done = std::move(done)](const SharedCancellation &wanted) {
+        const auto start = [&](const ZoxRequestOptions *options) {
+          return zox_request_reaction(id, 0, text.c_str(), options);
+        };
+        start_action(core_.context(), wanted, start, done);
+      });
+}
+
+SharedCancellation Session::give_kudos(std::int32_t id, AnswerFunction done) {
+  return when_open([this, id, done = std::move(done)](const SharedCancellation &wanted) {
+    const auto start = [&](const ZoxRequestOptions *options) {
+      return zox_request_kudos_give(id, 1, options);
+    };
+    start_action(core_.context(), wanted, start, done);
+  });
+}
+
+SharedCancellation Session::warn(std::int32_t id, std::string reason, AnswerFunction done) {
+  return when_open([this, id, reason = std::move(reason),
+                    done = std::move(done)](const SharedCancellation &wanted) {
+    const auto start = [&](const ZoxRequestOptions *options) {
+      return zox_request_warning(id, 0, reason.c_str(), options);
+    };
+    start_action(core_.context(), wanted, start, done);
+  });
 }
 
 void Session::set_watched(std::int32_t id, bool watched) {
@@ -225,26 +261,13 @@ void Session::set_account(std::string name, std::string password, DoneFunction d
       });
 }
 
-SharedCancellation Session::new_cancellation() {
-  std::erase_if(requests_, [](const auto &request) { return request.expired(); });
-  auto cancellation = std::make_shared<Cancellation>();
-  requests_.push_back(cancellation);
-  return cancellation;
-}
-
-/** The threads end one after the other: the core may only go when no request uses it. */
+/** What runs stops first: the core goes when no request uses it any more. */
 void Session::close(std::function<void()> closed) {
-  for (const auto &request : requests_)
-    if (const SharedCancellation cancellation = request.lock())
-      cancellation->cancel();
-  server_.post([this, closed = std::move(closed)] {
-    core_.post([this, closed] {
-      if (std::exchange(is_open_, false)) {
-        remove_transfer_callback();
-        zox_app_core_close();
-      }
-      run_on_main_loop(closed);
-    });
+  zox_requests_cancel_all();
+  core_.post([this, closed = std::move(closed)] {
+    if (std::exchange(is_open_, false))
+      zox_app_core_close();
+    run_on_main_loop(closed);
   });
 }
 

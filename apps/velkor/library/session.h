@@ -1,9 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 /**
- * The library as the window uses it. Every call of the library is made on one of two threads: the
- * core's, and another for what is asked about one posting, so that a posting can be opened while an
- * update runs. Functions of this class are called on the main thread and return at once; what they
- * bring comes through the main loop.
+ * The library as the window uses it. Every call of the library is made on one thread, the core's,
+ * which never waits for the server: what is asked of that are requests, which end there. Functions
+ * of this class are called on the main thread and return at once; what they bring comes through the
+ * main loop.
  */
 #ifndef VELKOR_APP_LIBRARY_SESSION_H
 #define VELKOR_APP_LIBRARY_SESSION_H
@@ -14,13 +14,15 @@
 #include <optional>
 #include <string>
 #include <unordered_set>
-#include <vector>
 
+#include "library/cancellation.h"
 #include "library/job_thread.h"
-#include "library/transfers.h"
 #include "model/posting_details.h"
+#include "model/server_answer.h"
 #include "model/snapshot.h"
 #include "model/update_state.h"
+
+struct ZoxRequest;
 
 namespace velkor::app {
 
@@ -56,6 +58,7 @@ public:
   using PostingFunction = std::function<void(PostingReply)>;
   /** Receives an empty text on success, else why not. */
   using DoneFunction = std::function<void(std::string failure)>;
+  using AnswerFunction = std::function<void(ActionOutcome)>;
 
   Session(SessionOptions options, Events events);
   ~Session();
@@ -69,10 +72,12 @@ public:
    * Tells all about a posting, in steps, until it is complete or failed.
    * @return cancels what is left; nothing is told after that
    */
-  SharedCancellation fetch_posting(std::int32_t id, bool known, PostingFunction function);
+  SharedCancellation fetch_posting(std::int32_t id, PostingFunction function);
 
-  SharedCancellation send_reaction(std::int32_t id, std::string text, DoneFunction done);
-  SharedCancellation give_kudos(std::int32_t id, DoneFunction done);
+  SharedCancellation send_reaction(std::int32_t id, std::string text, AnswerFunction done);
+  SharedCancellation give_kudos(std::int32_t id, AnswerFunction done);
+  /** Warns the moderators about a posting. */
+  SharedCancellation warn(std::int32_t id, std::string reason, AnswerFunction done);
   void set_watched(std::int32_t id, bool watched);
   void set_account(std::string name, std::string password, DoneFunction done);
 
@@ -82,19 +87,17 @@ public:
 private:
   void open();
   void publish_snapshot();
-  void run_update(const Cancellation &cancellation);
-  SharedCancellation request(std::function<std::string()> ask, DoneFunction done);
-  SharedCancellation new_cancellation();
+  void end_update(const ZoxRequest &request);
+  /** Lets the core's thread do the job, if it is still wanted by then. */
+  SharedCancellation when_open(std::function<void(const SharedCancellation &)> job);
 
   SessionOptions options_;
   Events events_;
   SharedCancellation update_;
-  std::vector<std::weak_ptr<Cancellation>> requests_;
-  /** Of the core's thread: the watchers' hits of the latest update. */
+  /** Of the core's thread: the watchers' hits of the latest update that changed the list. */
   std::unordered_set<std::int32_t> hits_;
   bool is_open_ = false;  // likewise
-  JobThread core_;
-  JobThread server_;  // behind the core's, which its jobs use: it ends first
+  JobThread core_;        // the last member: its jobs use all others
 };
 
 }  // namespace velkor::app

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -13,6 +14,7 @@
 #include <velkor/zox_filter.h>
 #include <velkor/zox_groups.h>
 #include <velkor/zox_string.h>
+#include <velkor/zox_tags.h>
 #include <velkor/zox_watchlist.h>
 
 #include "model/shown_text.h"
@@ -51,13 +53,13 @@ public:
   }
 
   SharedSnapshot read() {
-    zox_eventlist_visit(core->eventlist, 0, on_posting, this);
-    snapshot_.table.complete();
     for (const ZoxGroup *group : Items<ZoxGroup>(zox_groups_get()))
       if (group->groupName != nullptr)
         snapshot_.words.newsgroups.try_emplace(
             std::to_string(group->id),
             OwnedText(zox_string_strip_newsgroup(group->groupName)).get());
+    zox_eventlist_visit(core->eventlist, 0, on_posting, this);
+    snapshot_.table.complete();
     for (const GString *id : Items<GString>(zox_watchlist_get()))
       snapshot_.watched.insert(static_cast<std::int32_t>(leading_number(id->str)));
     snapshot_.has_account = is_set(core->config->username) && is_set(core->config->password);
@@ -89,9 +91,44 @@ private:
          .marks = static_cast<std::uint8_t>((is_new ? mark_new : 0) |
                                             (hits_.contains(posting.postId) ? mark_hit : 0))});
     note_words(posting);
+    note_labels(posting);
     for (std::size_t place = 0; place < filters_.size(); ++place)
       if (zox_filter_accepts(filters_[place], &posting, 0) != FALSE)
         snapshot_.tree[place].insert(row, is_new);
+  }
+
+  void note_labels(const ZoxEvent &posting) {
+    snapshot_.tags.begin_row();
+    for (const GString *code : Items<GString>(posting.tags)) {
+      key_.assign(1, static_cast<char>(posting.cat)).append(code->str, code->len);
+      add_label(snapshot_.tags, tag_numbers_, [&] { return tag_name(code, posting.cat); });
+    }
+    snapshot_.newsgroups.begin_row();
+    for (const GString *number : Items<GString>(posting.groups)) {
+      key_.assign(number->str, number->len);
+      add_label(snapshot_.newsgroups, newsgroup_numbers_, [this] { return newsgroup_name(); });
+    }
+  }
+
+  using Numbers = std::unordered_map<std::string, Labels::Number>;
+
+  /** Adds the label of the key to the row; its name is only looked up when it is a new one. */
+  template <typename NameOf>
+  void add_label(Labels &labels, Numbers &numbers, const NameOf &name_of) {
+    auto place = numbers.find(key_);
+    if (place == numbers.end())
+      place = numbers.emplace(key_, labels.add_name(name_of())).first;
+    labels.add(place->second);
+  }
+
+  static std::string tag_name(const GString *code, std::int32_t category) {
+    const ZoxTag *tag = zox_tag_find(code, category);
+    return shown_line(view_of(tag == nullptr ? code : tag->name));
+  }
+
+  [[nodiscard]] std::string newsgroup_name() const {
+    const auto place = snapshot_.words.newsgroups.find(key_);
+    return place == snapshot_.words.newsgroups.end() ? key_ : place->second;
   }
 
   /** The words for numbers that have not occurred before. */
@@ -107,23 +144,15 @@ private:
   OwnedFilter everything_;
   std::vector<const ZoxFilter *> filters_;  // of the entries of the tree
   Snapshot snapshot_;
+  std::string key_;  // of the label that is looked for
+  Numbers tag_numbers_;
+  Numbers newsgroup_numbers_;
 };
-
-void note_hit(const ZoxEvent *posting, gpointer hits) noexcept {
-  if (posting->watcherHit != 0)
-    static_cast<std::unordered_set<std::int32_t> *>(hits)->insert(posting->postId);
-}
 
 }  // namespace
 
 SharedSnapshot read_snapshot(const std::unordered_set<std::int32_t> &hits) {
   return Reader(hits).read();
-}
-
-std::unordered_set<std::int32_t> read_hits() {
-  std::unordered_set<std::int32_t> hits;
-  zox_eventlist_visit(core->eventlist, 0, note_hit, &hits);
-  return hits;
 }
 
 }  // namespace velkor::app

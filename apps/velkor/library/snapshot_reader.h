@@ -13,9 +13,6 @@ namespace velkor::app {
 /** @param hits  the ids of the postings that a watcher matched in the latest update */
 SharedSnapshot read_snapshot(const std::unordered_set<std::int32_t> &hits);
 
-/** The ids of the postings that a watcher has matched since the list was loaded. */
-std::unordered_set<std::int32_t> read_hits();
-
 }  // namespace velkor::app
 
 #endif

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "model/bitmap.h"
+#include "model/labels.h"
 #include "model/posting_table.h"
 
 namespace velkor::app {
@@ -47,6 +48,8 @@ struct Snapshot {
   PostingTable table{};
   /** The first entry holds everything; each main category stands before its filters. */
   std::vector<TreeEntry> tree{};
+  Labels tags{};        // by the names of the tags
+  Labels newsgroups{};  // by the names of the newsgroups
   Vocabulary words{};
   std::unordered_set<std::int32_t> watched{};  // the watchlist, by id
   bool has_account = false;

@@ -79,6 +79,11 @@ std::size_t CategoryList::selected() const {
   return row == nullptr ? 0 : static_cast<std::size_t>(std::max(row->get_index(), 0));
 }
 
+void CategoryList::select_first() {
+  if (Gtk::ListBoxRow *row = list_.get_row_at_index(0))
+    list_.select_row(*row);
+}
+
 void CategoryList::focus_list() {
   if (Gtk::ListBoxRow *row = list_.get_selected_row())
     row->grab_focus();

@@ -19,6 +19,8 @@ public:
   /** Shows the entries of another snapshot and selects `entry`, without telling. */
   void set_tree(const std::vector<TreeEntry> &tree, std::size_t entry);
   [[nodiscard]] std::size_t selected() const;
+  /** Selects the entry that holds everything. */
+  void select_first();
   void focus_list();
 
   sigc::signal<void(std::size_t entry)> &signal_selected() { return selected_; }

@@ -10,6 +10,8 @@ namespace {
 /** What fills a screen. */
 constexpr guint first_rows = 40;
 constexpr guint slice_rows = 12;
+/** More items than this one are looked through for those that no widget shows any more. */
+constexpr std::size_t many_items = 1000;
 /** Up to this one, rows from the top on have widgets. */
 constexpr guint widget_rows = 264;
 /** Longer than between two keys. */
@@ -26,6 +28,11 @@ Glib::RefPtr<RowItem> RowItem::create(SharedSnapshot snapshot, Row row) {
   return Glib::make_refptr_for_instance(new RowItem(std::move(snapshot), row));
 }
 
+void RowItem::show(SharedSnapshot snapshot, Row row) {
+  snapshot_ = std::move(snapshot);
+  row_ = row;
+}
+
 RowList::RowList() : Glib::ObjectBase("VelkorRowList") {}
 
 Glib::RefPtr<RowList> RowList::create() {
@@ -37,16 +44,20 @@ RowList::~RowList() {
 }
 
 /**
- * As a removal and an addition: told that rows were replaced, a list asks for each of them. It
- * makes widgets for the first two hundred rows at once, which takes longer than a person who types
- * should wait: at first it gets what fills a screen, and the rest in slices when there is time.
+ * A list throws away the widgets of rows that go and makes new ones for those that come, which
+ * takes longer than a person who types should wait. So the items stay in their places and show
+ * other rows; only the end of the list comes and goes. Where there are no widgets yet, it gets at
+ * first what fills a screen, and the rest in slices when there is time.
  */
 void RowList::set_view(SharedView view, Pace pace) {
   growth_.disconnect();
-  set_size(0);
   view_ = std::move(view);
-  set_size(std::min(wanted_size(), first_rows));
-  if (size_ == wanted_size())
+  const guint wanted = wanted_size();
+  if (size_ > wanted)
+    set_size(wanted);
+  show_rows();
+  set_size(size_ >= widget_rows ? wanted : std::max(size_, std::min(wanted, first_rows)));
+  if (size_ == wanted)
     complete_.emit();
   else if (pace == Pace::at_once)
     grow_soon();
@@ -57,6 +68,19 @@ void RowList::set_view(SharedView view, Pace pace) {
           return false;
         },
         pause_ms);
+}
+
+/** Has the items that are left show what stands in their places now. */
+void RowList::show_rows() {
+  forget_unused();
+  for (const auto &[place, item] : items_)
+    if (place < view_->rows.size())
+      item->show(view_->snapshot, view_->rows[place]);
+  shown_.emit();
+}
+
+void RowList::forget_unused() {
+  std::erase_if(items_, [](const auto &entry) { return entry.second->gobj()->ref_count == 1; });
 }
 
 void RowList::grow_soon() {
@@ -96,7 +120,13 @@ guint RowList::get_n_items_vfunc() {
 gpointer RowList::get_item_vfunc(guint position) {
   if (position >= size_)
     return nullptr;
-  const Glib::RefPtr<RowItem> item = RowItem::create(view_->snapshot, view_->rows[position]);
+  if (items_.size() > many_items)
+    forget_unused();
+  Glib::RefPtr<RowItem> &item = items_[position];
+  if (item)
+    item->show(view_->snapshot, view_->rows[position]);  // an item that was out of the list is late
+  else
+    item = RowItem::create(view_->snapshot, view_->rows[position]);
   item->reference();  // the caller's
   return item->gobj();
 }

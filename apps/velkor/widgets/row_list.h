@@ -3,13 +3,15 @@
 #ifndef VELKOR_APP_WIDGETS_ROW_LIST_H
 #define VELKOR_APP_WIDGETS_ROW_LIST_H
 
+#include <unordered_map>
+
 #include <gtkmm.h>
 
 #include "model/view_maker.h"
 
 namespace velkor::app {
 
-/** One row while a widget shows it. */
+/** What stands at one place of the list while a widget shows it. */
 class RowItem : public Glib::Object {
 public:
   static Glib::RefPtr<RowItem> create(SharedSnapshot snapshot, Row row);
@@ -17,6 +19,9 @@ public:
   [[nodiscard]] const Snapshot &snapshot() const noexcept { return *snapshot_; }
   [[nodiscard]] Row row() const noexcept { return row_; }
   [[nodiscard]] std::int32_t id() const noexcept { return snapshot_->table.id(row_); }
+
+  /** Another row stands there from now on. */
+  void show(SharedSnapshot snapshot, Row row);
 
 private:
   RowItem(SharedSnapshot snapshot, Row row);
@@ -34,13 +39,14 @@ public:
   enum class Pace { at_once, after_a_pause };
 
   /**
-   * Shows other rows from now on: what fills a screen, then the others; signal_complete() tells
-   * when all are there.
+   * Shows other rows from now on: those for which there are widgets at once, signal_shown() tells
+   * of that; then the others, signal_complete() tells when all are there.
    * @param pace  whether the others wait for a moment, since the next view may be on its way
    */
   void set_view(SharedView view, Pace pace);
   [[nodiscard]] const SharedView &view() const noexcept { return view_; }
 
+  sigc::signal<void()> &signal_shown() { return shown_; }
   sigc::signal<void()> &signal_complete() { return complete_; }
 
 protected:
@@ -51,14 +57,19 @@ protected:
   gpointer get_item_vfunc(guint position) override;
 
 private:
+  void show_rows();
+  void forget_unused();
   void set_size(guint size);
   void grow_soon();
   bool grow();
   [[nodiscard]] guint wanted_size() const noexcept;
 
   SharedView view_;
+  /** The items that have been asked for since they were last looked through, by their places. */
+  std::unordered_map<guint, Glib::RefPtr<RowItem>> items_;
   guint size_ = 0;  // how many rows have been told of
   sigc::connection growth_;
+  sigc::signal<void()> shown_;
   sigc::signal<void()> complete_;
 };
 

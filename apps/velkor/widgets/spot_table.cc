@@ -94,6 +94,7 @@ SpotTable::ColumnSorter::Question *SpotTable::ColumnSorter::question = nullptr;
 
 SpotTable::SpotTable(const Remembered &remembered, const std::unordered_set<std::int32_t> &watched)
     : watched_(watched), selection_(Gtk::SingleSelection::create(rows_)) {
+  connections_.push_back(rows_->signal_shown().connect([this] { show_cells(); }));
   connections_.push_back(rows_->signal_complete().connect([this] { restore(); }));
   selection_->set_autoselect(false);
   selection_->set_can_unselect(true);
@@ -140,11 +141,10 @@ void SpotTable::add_mark_column() {
   factory->signal_bind().connect([this](const auto &place) {
     Gtk::Inscription &cell = cell_of(place);
     const Glib::RefPtr<RowItem> item = item_of(place);
-    mark_cells_[&cell] = item;
+    cells_[&cell] = {item, nullptr};
     bind_mark(cell, *item);
   });
-  factory->signal_unbind().connect(
-      [this](const auto &place) { mark_cells_.erase(&cell_of(place)); });
+  factory->signal_unbind().connect([this](const auto &place) { cells_.erase(&cell_of(place)); });
   const auto column = Gtk::ColumnViewColumn::create("", factory);
   column->set_fixed_width(40);
   list_.append_column(column);
@@ -154,8 +154,13 @@ void SpotTable::add_column(Column column, const Glib::ustring &title, int width,
   const bool is_number = column == Column::rating;
   const auto factory = Gtk::SignalListItemFactory::create();
   factory->signal_setup().connect([is_number](const auto &place) { put_cell(place, is_number); });
-  factory->signal_bind().connect(
-      [text_of](const auto &place) { cell_of(place).set_text(text_of(*item_of(place))); });
+  factory->signal_bind().connect([this, text_of](const auto &place) {
+    Gtk::Inscription &cell = cell_of(place);
+    const Glib::RefPtr<RowItem> item = item_of(place);
+    cells_[&cell] = {item, text_of};
+    cell.set_text(text_of(*item));
+  });
+  factory->signal_unbind().connect([this](const auto &place) { cells_.erase(&cell_of(place)); });
   auto &view_column = columns_[static_cast<std::size_t>(column)];
   view_column = Gtk::ColumnViewColumn::create(title, factory);
   view_column->set_resizable(true);
@@ -165,6 +170,15 @@ void SpotTable::add_column(Column column, const Glib::ustring &title, int width,
     view_column->set_expand(true);
   view_column->set_sorter(Glib::make_refptr_for_instance(new ColumnSorter(column)));
   list_.append_column(view_column);
+}
+
+/** The items show other rows. */
+void SpotTable::show_cells() {
+  for (const auto &[widget, cell] : cells_)
+    if (cell.text_of == nullptr)
+      bind_mark(*widget, *cell.item);
+    else
+      widget->set_text(cell.text_of(*cell.item));
 }
 
 void SpotTable::bind_mark(Gtk::Inscription &cell, const RowItem &item) {
@@ -229,6 +243,7 @@ void SpotTable::set_view(SharedView view) {
     kept_top_.reset();
   else if (const auto top = top_id())
     kept_top_ = top;
+  selection_->set_selected(GTK_INVALID_LIST_POSITION);
   const bool may_change_again = earlier && !same;
   rows_->set_view(std::move(view),
                   may_change_again ? RowList::Pace::after_a_pause : RowList::Pace::at_once);
@@ -269,9 +284,9 @@ void SpotTable::focus_list() {
 }
 
 void SpotTable::watch_changed(std::int32_t id) {
-  for (const auto &[cell, item] : mark_cells_)
-    if (item->id() == id)
-      bind_mark(*cell, *item);
+  for (const auto &[widget, cell] : cells_)
+    if (cell.text_of == nullptr && cell.item->id() == id)
+      bind_mark(*widget, *cell.item);
 }
 
 void SpotTable::remember_widths(Remembered &remembered) const {

@@ -28,6 +28,8 @@ public:
   /** Shows other rows. Selection and place are kept if the query is the one before. */
   void set_view(SharedView view);
 
+  /** What is shown; null before the first view. */
+  [[nodiscard]] const SharedView &view() const noexcept { return rows_->view(); }
   [[nodiscard]] Sorting sorting() const;
   [[nodiscard]] std::optional<std::int32_t> selected_id() const;
   void select(std::int32_t id);
@@ -46,6 +48,7 @@ private:
 
   void add_mark_column();
   void add_column(Column column, const Glib::ustring &title, int width, TextOf text_of);
+  void show_cells();
   void bind_mark(Gtk::Inscription &cell, const RowItem &item);
   void name_row(Gtk::Widget &cell, const RowItem &item) const;
   [[nodiscard]] Glib::ustring marks_of(const RowItem &item) const;
@@ -59,8 +62,12 @@ private:
   sigc::signal<void(std::int32_t)> open_;
   sigc::signal<void()> sorted_;
   sigc::signal<void()> selected_;
-  /** The mark cells that are on the screen, with the postings they show. */
-  std::unordered_map<Gtk::Inscription *, Glib::RefPtr<RowItem>> mark_cells_;
+  /** A cell with what it shows. */
+  struct Cell {
+    Glib::RefPtr<RowItem> item{};
+    TextOf text_of = nullptr;  // null for the marks
+  };
+  std::unordered_map<Gtk::Inscription *, Cell> cells_;  // those that there are widgets for
   const std::unordered_set<std::int32_t> &watched_;
   std::vector<sigc::connection> connections_;  // to objects that may outlive the table
   // Until all rows of a new view are there.

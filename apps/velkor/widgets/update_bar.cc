@@ -95,7 +95,6 @@ void UpdateBar::begin() {
 
 void UpdateBar::show_progress(const UpdateProgress &progress) {
   bar_.set_fraction(progress.fraction());
-  stop_button_.set_sensitive(!progress.saving);
   show_text(words_for_progress(progress));
 }
 

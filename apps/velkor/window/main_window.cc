@@ -6,6 +6,7 @@
 
 #include "desktop/browser.h"
 #include "widgets/accessible_name.h"
+#include "widgets/answer_text.h"
 #include "widgets/translation.h"
 #include "window/shortcuts.h"
 
@@ -15,6 +16,7 @@ MainWindow::MainWindow(SessionOptions options, std::filesystem::path state_file,
                        Heartbeat &heartbeat)
     : heartbeat_(heartbeat), state_file_(std::move(state_file)),
       remembered_(read_remembered(state_file_)), spots_(remembered_, watched_, heartbeat),
+      saver_(*this, [this](const Glib::ustring &text) { notice_.show_text(text); }),
       session_(std::move(options),
                {.snapshot = [this](SharedSnapshot snapshot) { take_snapshot(std::move(snapshot)); },
                 .unusable = [this](const std::string &message) { show_unusable(message); },
@@ -70,12 +72,18 @@ void MainWindow::build_header() {
   header_.pack_start(update_button_);
   header_.set_title_widget(search_);
   header_.pack_end(menu_);
+  filter_button_.set_icon_name("view-more-horizontal-symbolic");
+  filter_button_.set_tooltip_text(_("Narrow the list (Ctrl+Shift+F)"));
+  filter_button_.set_action_name("win.filter");
+  set_accessible_name(filter_button_, _("Narrow the list"));
+  header_.pack_end(filter_button_);
   set_titlebar(header_);
 }
 
 void MainWindow::build_menu() {
   const auto menu = Gio::Menu::create();
   menu->append(_("_Update"), "win.update");
+  menu->append(_("_Save the list…"), "win.save-list");
   menu->append(_("_Keys"), "win.show-help-overlay");
   menu->append(_("_About Velkor"), "app.about");
   menu->append(_("_Quit"), "app.quit");
@@ -98,12 +106,14 @@ void MainWindow::connect_pages() {
   spots_.table().signal_open().connect([this](std::int32_t id) { show_posting(id); });
   spots_.table().signal_selected().connect([this] { enable_actions(); });
   spots_.signal_update_wanted().connect([this] { update(); });
+  spots_.signal_shown().connect([this] { posting_.show_hidden(spots_.why_hidden(posting_.id())); });
   update_bar_.signal_stop().connect([this] { session_.stop_update(); });
   account_page_.signal_account().connect(
       [this](const std::string &name, const std::string &password) {
         session_.set_account(name, password,
                              [this](const std::string &failure) { account_set(failure); });
       });
+  posting_.warning().signal_send().connect([this](const std::string &reason) { warn(reason); });
   posting_.reactions().signal_send().connect(
       [this](std::int32_t id, const std::string &text) { send_reaction(id, text); });
 }
@@ -114,6 +124,8 @@ void MainWindow::add_actions() {
   add_action("undo", [this] { notice_.undo(); });
   add_action("close", [this] { close(); });
   add_action("search", [this] { search_.grab_focus(); });
+  add_action("filter", [this] { spots_.toggle_filter_bar(); });
+  add_action("save-list", [this] { save_list(); });
   add_action("focus-categories", [this] { spots_.categories().focus_list(); });
   add_action("focus-list", [this] { spots_.table().focus_list(); });
 }
@@ -122,8 +134,10 @@ void MainWindow::add_posting_actions() {
   add_action("close-posting", [this] { close_posting(); });
   add_action("watch", [this] { toggle_watch(); });
   add_action("kudos", [this] { give_kudos(); });
+  add_action("warn", [this] { posting_.begin_warning(); });
   add_action("open-link", [this] { open_in_browser(*this, posting_.details().link); });
   add_action("open-image", [this] { open_in_browser(*this, posting_.details().image); });
+  add_action("show-in-list", [this] { show_in_list(); });
   add_action("reactions", [this] { posting_.show_reactions(); });
 }
 
@@ -135,7 +149,8 @@ void MainWindow::enable_actions() {
   enable("update", snapshot_ && has_account_ && !updating_);
   enable("stop-update", updating_);
   enable("watch", is_open || spots_.table().selected_id());
-  for (const char *name : {"close-posting", "kudos", "reactions", "open-link", "open-image"})
+  for (const char *name :
+       {"close-posting", "kudos", "warn", "reactions", "open-link", "open-image"})
     enable(name, is_open);
 }
 
@@ -194,6 +209,7 @@ void MainWindow::show_posting(std::int32_t id) {
     posting_request_->cancel();
   posting_.begin(id);
   posting_.set_watched(watched_.contains(id));
+  posting_.show_hidden(spots_.why_hidden(id));
   posting_.set_visible(true);
   enable_actions();
   heartbeat_.begin("posting");
@@ -201,11 +217,10 @@ void MainWindow::show_posting(std::int32_t id) {
     posting_.show_reply({.failure = _("Without an account, the server tells nothing.")}, {});
     return;
   }
-  posting_request_ = session_.fetch_posting(id, snapshot_->table.find(id).has_value(),
-                                            [this](const PostingReply &reply) {
-                                              posting_.show_reply(reply, snapshot_->words);
-                                              heartbeat_.painted("posting", posting_);
-                                            });
+  posting_request_ = session_.fetch_posting(id, [this](const PostingReply &reply) {
+    posting_.show_reply(reply, snapshot_->words);
+    heartbeat_.painted("posting", posting_);
+  });
 }
 
 void MainWindow::close_posting() {
@@ -214,6 +229,12 @@ void MainWindow::close_posting() {
   posting_.set_visible(false);
   spots_.table().focus_list();
   enable_actions();
+}
+
+void MainWindow::show_in_list() {
+  search_.set_text("");
+  spots_.show_everything();
+  spots_.table().select(posting_.id());
 }
 
 /** The posting that is open, else the one that is chosen in the list. */
@@ -234,7 +255,7 @@ void MainWindow::set_watched(std::int32_t id, bool watched) {
   else
     watched_.erase(id);
   session_.set_watched(id, watched);
-  spots_.table().watch_changed(id);
+  spots_.watch_changed(id);
   if (posting_.id() == id)
     posting_.set_watched(watched);
 }
@@ -242,17 +263,36 @@ void MainWindow::set_watched(std::int32_t id, bool watched) {
 void MainWindow::give_kudos() {
   if (!has_account_)
     return;
-  session_.give_kudos(posting_.id(), [this](const std::string &failure) {
-    notice_.show_text(failure.empty() ? Glib::ustring(_("Kudos given")) : Glib::ustring(failure));
+  const std::int32_t id = posting_.id();
+  session_.give_kudos(id, [this, id](const ActionOutcome &outcome) {
+    if (outcome.taken())
+      notice_.show_text(_("Kudos given"));
+    if (posting_.id() == id)
+      posting_.show_refusal(words_for_refusal(outcome));
   });
 }
 
+void MainWindow::warn(const std::string &reason) {
+  const std::int32_t id = posting_.id();
+  session_.warn(id, reason, [this, id](const ActionOutcome &outcome) {
+    if (posting_.id() == id)
+      posting_.warning().show_sent(words_for_refusal(outcome));
+    if (outcome.taken())
+      notice_.show_text(_("The moderators have been warned"));
+  });
+}
+
+void MainWindow::save_list() {
+  if (const SharedView view = spots_.table().view())
+    saver_.ask(view);
+}
+
 void MainWindow::send_reaction(std::int32_t id, const std::string &text) {
-  session_.send_reaction(id, text, [this, id](const std::string &failure) {
+  session_.send_reaction(id, text, [this, id](const ActionOutcome &outcome) {
     if (posting_.id() != id)
       return;
-    posting_.reactions().show_sent(failure);
-    if (failure.empty())
+    posting_.reactions().show_sent(words_for_refusal(outcome));
+    if (outcome.taken())
       show_posting(id);
   });
 }

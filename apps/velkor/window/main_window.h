@@ -17,6 +17,7 @@
 #include "widgets/notice.h"
 #include "widgets/update_bar.h"
 #include "window/account_page.h"
+#include "window/list_saver.h"
 #include "window/posting_page.h"
 #include "window/spots_page.h"
 
@@ -51,9 +52,12 @@ private:
   void account_set(const std::string &failure);
   void show_posting(std::int32_t id);
   void close_posting();
+  void show_in_list();
+  void save_list();
   void toggle_watch();
   void set_watched(std::int32_t id, bool watched);
   void give_kudos();
+  void warn(const std::string &reason);
   void send_reaction(std::int32_t id, const std::string &text);
   void enable_actions();
   void remember();
@@ -72,6 +76,7 @@ private:
   Gtk::Button update_button_;
   Gtk::SearchEntry search_;
   Gtk::MenuButton menu_;
+  Gtk::Button filter_button_;
   Gtk::Overlay overlay_;
   Gtk::Box content_{Gtk::Orientation::VERTICAL};
   UpdateBar update_bar_;
@@ -81,6 +86,7 @@ private:
   Gtk::Paned split_{Gtk::Orientation::VERTICAL};
   SpotsPage spots_;
   PostingPage posting_;
+  ListSaver saver_;
   Session session_;  // the last member: what it tells about reaches all others
 };
 

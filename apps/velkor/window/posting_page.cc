@@ -41,7 +41,8 @@ Glib::ustring joined(const Texts &texts) {
 
 PostingPage::PostingPage()
     : Gtk::Box(Gtk::Orientation::VERTICAL), kudos_(_("Give _kudos"), true),
-      link_(_("Open _link"), true), image_(_("Open _image"), true) {
+      warn_(_("Wa_rn…"), true), link_(_("Open _link"), true), image_(_("Open _image"), true),
+      hidden_button_(_("Show it in the list")) {
   build_header();
   facts_.set_column_spacing(18);
   facts_.set_row_spacing(4);
@@ -52,8 +53,18 @@ PostingPage::PostingPage()
   failure_.add_css_class("error");
   failure_.set_wrap(true);
   failure_.set_xalign(0);
+  refusal_.add_css_class("error");
+  refusal_.set_wrap(true);
+  refusal_.set_xalign(0);
+  hidden_text_.set_wrap(true);
+  hidden_text_.set_xalign(0);
+  hidden_text_.add_css_class("dim-label");
+  hidden_button_.set_action_name("win.show-in-list");
+  hidden_.append(hidden_text_);
+  hidden_.append(hidden_button_);
   body_.add_css_class("posting");
-  for (Gtk::Widget *part : std::initializer_list<Gtk::Widget *>{&title_, &failure_, &columns_})
+  for (Gtk::Widget *part : std::initializer_list<Gtk::Widget *>{&title_, &hidden_, &refusal_,
+                                                                &warning_, &failure_, &columns_})
     body_.append(*part);
   scroller_.set_child(body_);
   scroller_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
@@ -78,6 +89,8 @@ void PostingPage::build_header() {
   watch_.set_tooltip_text(_("Keep this spot on the watchlist (Ctrl+D)"));
   watch_.set_action_name("win.watch");
   kudos_.set_action_name("win.kudos");
+  warn_.set_action_name("win.warn");
+  warn_.set_tooltip_text(_("Tell the moderators what is wrong with this spot"));
   link_.set_action_name("win.open-link");
   image_.set_action_name("win.open-image");
   close_.set_icon_name("window-close-symbolic");
@@ -88,8 +101,8 @@ void PostingPage::build_header() {
   auto *gap = Gtk::make_managed<Gtk::Box>();
   gap->set_hexpand(true);
   header_.add_css_class("posting-header");
-  for (Gtk::Widget *part : std::initializer_list<Gtk::Widget *>{&switcher_, &spinner_, gap, &watch_,
-                                                                &kudos_, &link_, &image_, &close_})
+  for (Gtk::Widget *part : std::initializer_list<Gtk::Widget *>{
+           &switcher_, &spinner_, gap, &watch_, &kudos_, &warn_, &link_, &image_, &close_})
     header_.append(*part);
 }
 
@@ -97,6 +110,8 @@ void PostingPage::begin(std::int32_t id) {
   details_ = {.id = id};
   title_.set_text(Glib::ustring::compose(_("Posting %1"), id));
   failure_.set_visible(false);
+  show_refusal("");
+  warning_.set_visible(false);
   link_.set_visible(false);
   image_.set_visible(false);
   remove_children(facts_);
@@ -197,6 +212,22 @@ Glib::ustring PostingPage::newsgroup_names(const Vocabulary &words) const {
 void PostingPage::show_reactions() {
   stack_.set_visible_child("reactions");
   reactions_.focus_editor();
+}
+
+void PostingPage::show_hidden(const Glib::ustring &reason) {
+  hidden_text_.set_text(reason);
+  hidden_.set_visible(!reason.empty());
+}
+
+void PostingPage::show_refusal(const Glib::ustring &refusal) {
+  refusal_.set_text(refusal);
+  refusal_.set_visible(!refusal.empty());
+}
+
+void PostingPage::begin_warning() {
+  stack_.set_visible_child("posting");
+  scroller_.get_vadjustment()->set_value(0);
+  warning_.begin();
 }
 
 void PostingPage::set_watched(bool watched) {

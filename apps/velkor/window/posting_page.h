@@ -11,6 +11,7 @@
 #include "model/posting_details.h"
 #include "model/snapshot.h"
 #include "window/reactions_page.h"
+#include "window/warning_form.h"
 
 namespace velkor::app {
 
@@ -23,9 +24,16 @@ public:
   void show_reply(const PostingReply &reply, const Vocabulary &words);
   void set_watched(bool watched);
   void show_reactions();
+  /** Why the list does not show the posting; empty when it does. */
+  void show_hidden(const Glib::ustring &reason);
 
   [[nodiscard]] std::int32_t id() const noexcept { return details_.id; }
   [[nodiscard]] const PostingDetails &details() const noexcept { return details_; }
+  WarningForm &warning() { return warning_; }
+  /** Why the server did not take what it was given; empty for nothing to tell. */
+  void show_refusal(const Glib::ustring &refusal);
+  /** Shows the form for a warning. */
+  void begin_warning();
   ReactionsPage &reactions() { return reactions_; }
 
 private:
@@ -43,10 +51,16 @@ private:
   Gtk::Stack stack_;
   Gtk::ToggleButton watch_;
   Gtk::Button kudos_;
+  Gtk::Button warn_;
   Gtk::Button link_;
   Gtk::Button image_;
   Gtk::Button close_;
   Gtk::Spinner spinner_;
+  Gtk::Box hidden_{Gtk::Orientation::HORIZONTAL, 12};
+  Gtk::Label hidden_text_;
+  Gtk::Button hidden_button_;
+  Gtk::Label refusal_;
+  WarningForm warning_;
   Gtk::Label failure_;
   Gtk::ScrolledWindow scroller_;
   Gtk::Box body_{Gtk::Orientation::VERTICAL, 12};

@@ -17,7 +17,7 @@ struct Shortcut {
 
 struct Group {
   const char *title;
-  std::array<Shortcut, 7> shortcuts;
+  std::array<Shortcut, 8> shortcuts;
 };
 
 const std::array<Group, 3> groups{
@@ -31,6 +31,8 @@ const std::array<Group, 3> groups{
         {}}}},
      {N_("Spots"),
       {{{"win.search", "<Control>f", N_("Search in the titles")},
+        {"win.filter", "<Control><Shift>f", N_("Narrow the list by period, state and names")},
+        {"win.save-list", "<Control>s", N_("Save the list in a file")},
         {"win.focus-categories", "<Alt>1", N_("Go to the categories")},
         {"win.focus-list", "<Alt>2", N_("Go to the list")},
         {nullptr, "Return", N_("Open the chosen spot")},
@@ -39,6 +41,7 @@ const std::array<Group, 3> groups{
       {{{"win.close-posting", "Escape", N_("Close the spot")},
         {"win.watch", "<Control>d", N_("Put the spot on the watchlist, or take it off")},
         {"win.kudos", "<Control>k", N_("Give kudos")},
+        {"win.warn", "<Control>m", N_("Warn the moderators")},
         {"win.open-link", "<Control>l", N_("Open the link in the browser")},
         {"win.open-image", "<Control>i", N_("Open the image in the browser")},
         {"win.reactions", "<Alt>3", N_("Go to the reactions")},

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "library/main_loop.h"
+#include "widgets/hidden_text.h"
 #include "widgets/translation.h"
 
 namespace velkor::app {
@@ -15,8 +16,8 @@ struct SpotsPage::Inbox {
 
 SpotsPage::SpotsPage(const Remembered &remembered, const std::unordered_set<std::int32_t> &watched,
                      Heartbeat &heartbeat)
-    : heartbeat_(heartbeat), table_(remembered, watched), hint_button_(_("_Update now"), true),
-      inbox_(std::make_shared<Inbox>(Inbox{this})),
+    : heartbeat_(heartbeat), table_(remembered, watched), filter_bar_(watched),
+      hint_button_(_("_Update now"), true), inbox_(std::make_shared<Inbox>(Inbox{this})),
       maker_(std::make_unique<ViewMaker>([inbox = inbox_](const SharedView &view) {
         run_on_main_loop([inbox, view] {
           if (inbox->page != nullptr)
@@ -35,6 +36,7 @@ SpotsPage::SpotsPage(const Remembered &remembered, const std::unordered_set<std:
     heartbeat_.begin("sort");
     want_view();
   });
+  filter_bar_.signal_changed().connect([this] { narrow(); });
   hint_button_.signal_clicked().connect([this] { update_wanted_.emit(); });
 }
 
@@ -70,7 +72,10 @@ void SpotsPage::build() {
   side_.append(count_);
   side_.add_css_class("side");
   set_start_child(side_);
-  set_end_child(stack_);
+  filter_bar_.set_visible(false);
+  main_.append(filter_bar_);
+  main_.append(stack_);
+  set_end_child(main_);
   set_resize_start_child(false);
   set_shrink_start_child(false);
   set_shrink_end_child(false);
@@ -81,7 +86,38 @@ void SpotsPage::set_snapshot(SharedSnapshot snapshot) {
     query_.entry = matching_entry(snapshot->tree, snapshot_->tree[query_.entry]);
   snapshot_ = std::move(snapshot);
   categories_.set_tree(snapshot_->tree, query_.entry);
+  filter_bar_.set_states(snapshot_->words.states);
+  filter_bar_.apply_to(query_);
   want_view();
+}
+
+void SpotsPage::toggle_filter_bar() {
+  const bool show = !filter_bar_.get_visible();
+  filter_bar_.set_visible(show);
+  if (show)
+    filter_bar_.focus_first();
+  else
+    filter_bar_.clear();
+}
+
+void SpotsPage::narrow() {
+  filter_bar_.apply_to(query_);
+  want_view();
+}
+
+void SpotsPage::watch_changed(std::int32_t id) {
+  table_.watch_changed(id);
+  if (query_.conditions.ids)
+    narrow();
+}
+
+void SpotsPage::show_everything() {
+  filter_bar_.clear();
+  categories_.select_first();
+}
+
+Glib::ustring SpotsPage::why_hidden(std::int32_t id) const {
+  return snapshot_ ? words_for_hidden(*snapshot_, query_, id) : Glib::ustring();
 }
 
 void SpotsPage::set_search(const std::string &text) {
@@ -102,6 +138,7 @@ void SpotsPage::take_view(const SharedView &view) {
     return;  // the next one is on its way
   table_.set_view(view);
   show_state(*view);
+  shown_.emit();
   for (const char *what : {"list", "search", "sort"})
     heartbeat_.painted(what, *this);
 }
@@ -118,6 +155,8 @@ void SpotsPage::show_state(const SpotView &view) {
         _("Nothing found"),
         _("No title here holds this text. Try fewer letters, or choose All spots on the left."),
         false);
+  else if (view.query.marks != 0 || view.query.conditions != SpotConditions{})
+    show_hint(_("Nothing found"), _("No spot here meets the conditions above the list."), false);
   else
     show_hint(_("Nothing here"), _("No spot belongs to this category."), false);
 }

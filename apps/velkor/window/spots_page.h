@@ -15,6 +15,7 @@
 #include "model/remembered.h"
 #include "model/view_maker.h"
 #include "widgets/category_list.h"
+#include "widgets/filter_bar.h"
 #include "widgets/heartbeat.h"
 #include "widgets/spot_table.h"
 
@@ -35,11 +36,23 @@ public:
   CategoryList &categories() { return categories_; }
   SpotTable &table() { return table_; }
 
+  /** Shows the conditions that narrow the list; hiding them shows everything again. */
+  void toggle_filter_bar();
+  /** Has the list narrowed anew after a change of the watchlist. */
+  void watch_changed(std::int32_t id);
+  /** Shows everything in the list. */
+  void show_everything();
+  /** Why the list does not show that posting; empty when it does. */
+  [[nodiscard]] Glib::ustring why_hidden(std::int32_t id) const;
+
   sigc::signal<void()> &signal_update_wanted() { return update_wanted_; }
+  /** The list shows other rows. */
+  sigc::signal<void()> &signal_shown() { return shown_; }
 
 private:
   struct Inbox;
 
+  void narrow();
   void want_view();
   void take_view(const SharedView &view);
   void show_state(const SpotView &view);
@@ -52,6 +65,8 @@ private:
   std::uint64_t latest_request_ = 0;
   CategoryList categories_;
   SpotTable table_;
+  Gtk::Box main_{Gtk::Orientation::VERTICAL};
+  FilterBar filter_bar_;
   Gtk::Box side_{Gtk::Orientation::VERTICAL};
   Gtk::Stack stack_;
   Gtk::Box hint_{Gtk::Orientation::VERTICAL, 12};
@@ -61,6 +76,7 @@ private:
   Gtk::Spinner spinner_;
   Gtk::Label count_;
   sigc::signal<void()> update_wanted_;
+  sigc::signal<void()> shown_;
   /** Outlives the page as long as views are on their way to it. */
   std::shared_ptr<Inbox> inbox_;
   std::unique_ptr<ViewMaker> maker_;  // the last member: it uses the inbox

@@ -134,6 +134,11 @@ class Service:
         with urllib.request.urlopen(self.control + "/requests", timeout=PATIENCE) as reply:
             return any(request["path"] == path and request["fault"] for request in json.load(reply))
 
+    def requests(self, path):
+        """What the server has been asked for under that path."""
+        with urllib.request.urlopen(self.control + "/requests", timeout=PATIENCE) as reply:
+            return [request for request in json.load(reply) if request["path"] == path]
+
     def command(self, path):
         with urllib.request.urlopen(self.control + path, data=b"", timeout=PATIENCE) as reply:
             return json.load(reply)
@@ -219,6 +224,15 @@ class Program:
 
     def wait_for(self, role, name):
         return wait_until(lambda: self.find(role, name), f"{role} {name}")
+
+    def wait_for_focus(self, role, name):
+        """Until the keys go to that part."""
+        from gi.repository import Atspi
+
+        def has_focus():
+            part = self.find(role, name)
+            return part and part.get_state_set().contains(Atspi.StateType.FOCUSED)
+        wait_until(has_focus, f"{role} {name} has the focus")
 
     def wait_for_text(self, text):
         wait_until(lambda: self.shows(text), f"the text {text}")

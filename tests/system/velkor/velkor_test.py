@@ -3,6 +3,7 @@
 
 usage: velkor_test.py BUILD_DIRECTORY [TEST ...]
 """
+import json
 import os
 import pathlib
 import signal
@@ -95,6 +96,44 @@ class FrontEnd(unittest.TestCase):
         program.wait_for_rows(expected)
         self.quit(program)
 
+    def test_conditions_narrow_the_list(self):
+        service = self.service_with_cache()
+        items = service.listed()
+        poster = items[0]["poster"]
+        expected = [item["id"] for item in items if poster.lower() in item["poster"].lower()]
+        self.assertTrue(0 < len(expected) < len(items))
+        program = self.start(service)
+        program.wait_for_rows(ids_of(items))
+        self.desktop.press("ctrl+shift+f", "Tab", "Tab")
+        program.wait_for_focus("text", "Poster")
+        self.desktop.type(poster)
+        program.wait_for_rows(expected)
+        hidden = next(item["id"] for item in items if item["id"] not in expected)
+        service.velkorctl("open", str(hidden))
+        program.wait_for_text("Not in the list: it is not by the chosen poster.")
+        program.press_button("Show it in the list")
+        program.wait_for_rows(ids_of(items))
+        self.quit(program)
+
+    def test_only_the_watchlist_is_listed(self):
+        service = self.service_with_cache()
+        items = service.listed()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(items))
+        service.velkorctl("open", str(items[3]["id"]))
+        program.wait_for("push button", "Close the spot")
+        self.desktop.press("ctrl+d")
+        program.wait_for_text("Put on the watchlist")
+        self.desktop.press("ctrl+shift+f", "Tab", "space")
+        program.wait_for_text("Found by a watcher")
+        self.desktop.press("Down", "Down", "Return")
+        program.wait_for_rows([items[3]["id"]])
+        self.desktop.press("ctrl+d")
+        program.wait_for_text("Nothing found")
+        self.desktop.press("ctrl+shift+f")
+        program.wait_for_rows(ids_of(items))
+        self.quit(program)
+
     def test_an_opened_posting_shows_what_the_server_tells(self):
         service = self.service_with_cache()
         posting = service.listed()[5]
@@ -165,6 +204,64 @@ class FrontEnd(unittest.TestCase):
                                              service.shown(posting)["reactions"]], "it is on the server")
         self.quit(program)
 
+    def open_posting(self, service, program, posting):
+        service.velkorctl("open", str(posting))
+        program.wait_for_text(service.shown(posting)["description"])
+
+    def test_kudos_are_given_once_and_refused_the_second_time(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        posting = ids_of(service.listed())[4]
+        self.open_posting(service, program, posting)
+        self.desktop.press("ctrl+k")
+        program.wait_for_text("Kudos given")
+        self.assertEqual(self.parameters(service, "/3.7.3/xml-kudos.php", "mode", "id", "kudos"),
+                         [("give", str(posting), "1")])
+        self.desktop.press("ctrl+k")
+        program.wait_for_text("The server already has this from you.")
+        self.assertEqual(len(service.requests("/3.7.3/xml-kudos.php")), 2)
+        self.quit(program)
+
+    def test_the_moderators_are_warned(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        posting = ids_of(service.listed())[4]
+        self.open_posting(service, program, posting)
+        for told in ("The moderators have been warned", "The server already has this from you."):
+            self.desktop.press("ctrl+m")
+            program.wait_for_focus("text", "What is wrong with this spot?")
+            self.desktop.type("dubbel")
+            self.desktop.press("Return")
+            program.wait_for_text(told)
+            self.assertEqual(self.parameters(service, "/3.7.3/xml-warn.php", "id", "forumid", "reason")[-1],
+                             (str(posting), "0", "dubbel"))
+        self.assertEqual(len(service.requests("/3.7.3/xml-warn.php")), 2)
+        self.quit(program)
+
+    def parameters(self, service, path, *names):
+        """Of the requests for that path, the parameters of these names."""
+        return [tuple(parameter["value"] for name in names for parameter in request["parameters"]
+                      if parameter["name"] == name) for request in service.requests(path)]
+
+    def test_the_list_is_saved(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        expected = ids_of(service.listed("--title", "de v"))
+        program.wait_for_rows(ids_of(service.listed()))
+        self.search("de v")
+        program.wait_for_rows(expected)
+        file = pathlib.Path(self.desktop.environment["HOME"]) / "spots.json"
+        self.desktop.press("ctrl+s")
+        program.wait_for_focus("text", "Name:")
+        self.desktop.press("ctrl+a")
+        self.desktop.type(str(file))
+        self.desktop.press("Return")
+        program.wait_for_text("Saved: ")
+        self.assertEqual(ids_of(json.loads(file.read_text())["items"]), expected)
+        self.quit(program)
+
     def test_a_first_start_asks_for_the_account(self):
         service = self.service(account=False)
         program = self.start(service)
@@ -185,6 +282,31 @@ class FrontEnd(unittest.TestCase):
         self.desktop.press("F5")
         program.wait_for_text("Asking the server what is new")
         wait_until(lambda: service.asked_for("/3.7.3/xml.php"), "the server has been asked")
+        self.quit(program)
+
+    def test_an_update_that_is_stopped_changes_nothing(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        service.command("/fault?path=/3.7.3/xml.php&kind=stall&times=1")
+        self.desktop.press("F5")
+        wait_until(lambda: service.asked_for("/3.7.3/xml.php"), "the server has been asked")
+        self.desktop.press("ctrl+period")
+        program.wait_for_text("The update was stopped.")
+        self.assertEqual(ids_of(service.listed()), program.rows())
+        service.command("/posting?Title=Een+nieuwe+haven&Cat=0&SCat=0&Tags=|a0|&Poster=anna")
+        self.desktop.press("F5")
+        program.wait_for_text("1 spot received.")
+        self.quit(program)
+
+    def test_it_ends_while_a_posting_is_waited_for(self):
+        service = self.service_with_cache()
+        program = self.start(service)
+        program.wait_for_rows(ids_of(service.listed()))
+        path = "/3.7.3/xml-posts.php"
+        service.command(f"/fault?path={path}&kind=stall")
+        service.velkorctl("open", str(ids_of(service.listed())[2]))
+        wait_until(lambda: service.asked_for(path), "the server has been asked")
         self.quit(program)
 
     def test_a_signal_ends_it_properly(self):

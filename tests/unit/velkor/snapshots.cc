@@ -11,7 +11,15 @@ SharedSnapshot snapshot_of(const std::vector<PostingFields> &postings) {
   snapshot.tree = {{.kind = TreeEntry::Kind::everything},
                    {.kind = TreeEntry::Kind::category, .name = "Beeld", .category = 0},
                    {.kind = TreeEntry::Kind::filter, .name = "Nieuw", .category = 0}};
+  const Labels::Number drama = snapshot.tags.add_name("Drama");
+  const Labels::Number newsgroup = snapshot.newsgroups.add_name("binaries.beeld");
   for (const PostingFields &posting : postings) {
+    snapshot.tags.begin_row();
+    if (posting.id == 1 || posting.id == 4)
+      snapshot.tags.add(drama);
+    snapshot.newsgroups.begin_row();
+    if (posting.id == 2)
+      snapshot.newsgroups.add(newsgroup);
     const Row row = snapshot.table.add(posting);
     const bool is_new = (posting.marks & mark_new) != 0;
     snapshot.tree[0].insert(row, is_new);

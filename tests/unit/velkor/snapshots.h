@@ -12,7 +12,8 @@ namespace velkor::app {
 
 /**
  * All postings are in the first entry of the tree, those of category 0 in the second, the new ones
- * of them in the third, a filter. The categories and states have words.
+ * of them in the third, a filter. The categories and states have words. The postings 1 and 4 have
+ * the tag "Drama", the posting 2 is in the newsgroup "binaries.beeld".
  */
 SharedSnapshot snapshot_of(const std::vector<PostingFields> &postings);
 

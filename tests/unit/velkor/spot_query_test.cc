@@ -1,6 +1,9 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "model/spot_query.h"
 
+#include <cstdint>
+#include <set>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -18,11 +21,11 @@ protected:
     return ids_of(*snapshot_, select_rows(*snapshot_, orders_, query));
   }
 
-  SharedSnapshot snapshot_ =
-      snapshot_of({{.id = 1, .title = "De Haven", .stamp = 10},
-                   {.id = 2, .title = "Haven 2", .stamp = 30, .category = 1},
-                   {.id = 3, .title = "De Knoop", .stamp = 20, .marks = mark_new},
-                   {.id = 4, .title = "DE HAVEN 3", .stamp = 40, .marks = mark_hit}});
+  SharedSnapshot snapshot_ = snapshot_of(
+      {{.id = 1, .title = "De Haven", .poster = "anna", .stamp = 10},
+       {.id = 2, .title = "Haven 2", .poster = "Hanna", .stamp = 30, .status = 1, .category = 1},
+       {.id = 3, .title = "De Knoop", .stamp = 20, .marks = mark_new},
+       {.id = 4, .title = "DE HAVEN 3", .stamp = 40, .marks = mark_hit}});
   Orders orders_{snapshot_};
 };
 
@@ -45,6 +48,38 @@ TEST_F(SpotQueryTest, ByATextInTheTitleRegardlessOfCase) {
 TEST_F(SpotQueryTest, ByMarks) {
   EXPECT_THAT(select({.marks = mark_new}), ElementsAre(3));
   EXPECT_THAT(select({.marks = mark_new | mark_hit}), ElementsAre(4, 3));
+}
+
+TEST_F(SpotQueryTest, ByWhatBelongsToThePosting) {
+  EXPECT_THAT(select({.conditions = {.since = 20}}), ElementsAre(4, 2, 3));
+  EXPECT_THAT(select({.conditions = {.status = 1}}), ElementsAre(2));
+  EXPECT_THAT(select({.conditions = {.ids = {{1, 3, 99}}}}), ElementsAre(3, 1));
+  EXPECT_THAT(select({.conditions = {.ids = std::set<std::int32_t>{}}}), IsEmpty());
+  EXPECT_THAT(select({.conditions = {.poster = "ANN"}}), ElementsAre(2, 1));
+  EXPECT_THAT(select({.text = "2", .conditions = {.poster = "ann"}}), ElementsAre(2));
+}
+
+TEST_F(SpotQueryTest, ByTheNamesOfTagsAndNewsgroups) {
+  EXPECT_THAT(select({.conditions = {.tag = "dram"}}), ElementsAre(4, 1));
+  EXPECT_THAT(select({.conditions = {.newsgroup = "binaries.b"}}), ElementsAre(2));
+  EXPECT_THAT(select({.conditions = {.tag = "western"}}), IsEmpty());
+}
+
+TEST_F(SpotQueryTest, TellsWhichConditionKeepsAPostingOut) {
+  const auto unmet = [this](std::int32_t id, const SpotQuery &query) {
+    return unmet_condition(*snapshot_, query, *snapshot_->table.find(id));
+  };
+  EXPECT_EQ(unmet(1, {}), Condition::none);
+  EXPECT_EQ(unmet(2, {.entry = 1}), Condition::entry);
+  EXPECT_EQ(unmet(2, {.entry = 9}), Condition::entry);
+  EXPECT_EQ(unmet(1, {.text = "zee"}), Condition::search);
+  EXPECT_EQ(unmet(1, {.marks = mark_new}), Condition::marks);
+  EXPECT_EQ(unmet(1, {.conditions = {.since = 11}}), Condition::period);
+  EXPECT_EQ(unmet(1, {.conditions = {.status = 1}}), Condition::status);
+  EXPECT_EQ(unmet(1, {.conditions = {.ids = {{2}}}}), Condition::ids);
+  EXPECT_EQ(unmet(3, {.conditions = {.poster = "anna"}}), Condition::poster);
+  EXPECT_EQ(unmet(2, {.conditions = {.tag = "drama"}}), Condition::tag);
+  EXPECT_EQ(unmet(1, {.conditions = {.newsgroup = "binaries"}}), Condition::newsgroup);
 }
 
 TEST_F(SpotQueryTest, InEitherDirection) {
