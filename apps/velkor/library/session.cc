@@ -6,13 +6,10 @@
 
 #include <malloc.h>
 #include <velkor/zox_app_core.h>
-#include <velkor/zox_config.h>
 #include <velkor/zox_eventinfo.h>
 #include <velkor/zox_events_forum.h>
-#include <velkor/zox_file.h>
 #include <velkor/zox_http_curl.h>
 #include <velkor/zox_kudos.h>
-#include <velkor/zox_settings.h>
 #include <velkor/zox_watchlist.h>
 
 #include "library/call.h"
@@ -97,19 +94,6 @@ void fetch(std::int32_t id, const SharedCancellation &wanted,
     if (failed || wanted->cancelled())
       return;
   }
-}
-
-std::string set_account_settings(const std::string &name, const std::string &password) {
-  for (const auto &[key, value] : {std::pair("username", name), std::pair("password", password)}) {
-    char *place = nullptr;
-    const ZoxSettingResult result = zox_settings_set(key, value.c_str(), &place);
-    const OwnedText message(place);
-    if (result != ZOX_SETTING_DONE)
-      return shown_line(message.get());
-  }
-  zox_config_save();
-  const ZoxFileError *outcome = zox_file_last_error();
-  return outcome->status == ZOX_FILE_FINE ? "" : shown_line(outcome->message);
 }
 
 }  // namespace
@@ -215,14 +199,16 @@ void Session::set_watched(std::int32_t id, bool watched) {
   });
 }
 
-void Session::set_account(std::string name, std::string password, DoneFunction done) {
-  core_.post(
-      [this, name = std::move(name), password = std::move(password), done = std::move(done)] {
-        if (!is_open_)
-          return;
-        std::string failure = set_account_settings(name, password);
-        run_on_main_loop([done, failure = std::move(failure)] { done(failure); });
-      });
+SharedCancellation Session::run(Thread thread, Job job) {
+  SharedCancellation wanted = new_cancellation();
+  JobThread &worker = thread == Thread::core ? core_ : server_;
+  worker.post([this, wanted, job = std::move(job)] {
+    if (!is_open_ || wanted->cancelled())
+      return;
+    const WatchedTransfers transfers(*wanted);
+    job(wanted);
+  });
+  return wanted;
 }
 
 SharedCancellation Session::new_cancellation() {
@@ -239,7 +225,7 @@ void Session::close(std::function<void()> closed) {
       cancellation->cancel();
   server_.post([this, closed = std::move(closed)] {
     core_.post([this, closed] {
-      if (std::exchange(is_open_, false)) {
+      if (is_open_.exchange(false)) {
         remove_transfer_callback();
         zox_app_core_close();
       }

@@ -8,6 +8,7 @@
 #ifndef VELKOR_APP_LIBRARY_SESSION_H
 #define VELKOR_APP_LIBRARY_SESSION_H
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -74,7 +75,16 @@ public:
   SharedCancellation send_reaction(std::int32_t id, std::string text, DoneFunction done);
   SharedCancellation give_kudos(std::int32_t id, DoneFunction done);
   void set_watched(std::int32_t id, bool watched);
-  void set_account(std::string name, std::string password, DoneFunction done);
+
+  /** The threads that call the library. */
+  enum class Thread { core, server };
+  using Job = std::function<void(const SharedCancellation &wanted)>;
+  /**
+   * Lets a job run on that thread, behind those that were asked for before; its transfers belong to
+   * it. Without a core, or when it is cancelled before it begins, it does not run.
+   * @return cancels the job
+   */
+  SharedCancellation run(Thread thread, Job job);
 
   /** Stops what runs and lets go of the cache; nothing else may be asked for from then on. */
   void close(std::function<void()> closed);
@@ -92,7 +102,7 @@ private:
   std::vector<std::weak_ptr<Cancellation>> requests_;
   /** Of the core's thread: the watchers' hits of the latest update. */
   std::unordered_set<std::int32_t> hits_;
-  bool is_open_ = false;  // likewise
+  std::atomic<bool> is_open_ = false;
   JobThread core_;
   JobThread server_;  // behind the core's, which its jobs use: it ends first
 };

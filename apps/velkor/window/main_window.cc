@@ -11,10 +11,10 @@
 
 namespace velkor::app {
 
-MainWindow::MainWindow(SessionOptions options, std::filesystem::path state_file,
-                       Heartbeat &heartbeat)
-    : heartbeat_(heartbeat), state_file_(std::move(state_file)),
-      remembered_(read_remembered(state_file_)), spots_(remembered_, watched_, heartbeat),
+MainWindow::MainWindow(SessionOptions options, OwnFiles files, Heartbeat &heartbeat)
+    : heartbeat_(heartbeat), files_(std::move(files)), remembered_(read_remembered(files_.window)),
+      account_page_(session_, files_.servers), spots_(remembered_, watched_, heartbeat),
+      pages_({*this, stack_, session_, notice_, files_}),
       session_(std::move(options),
                {.snapshot = [this](SharedSnapshot snapshot) { take_snapshot(std::move(snapshot)); },
                 .unusable = [this](const std::string &message) { show_unusable(message); },
@@ -76,6 +76,7 @@ void MainWindow::build_header() {
 void MainWindow::build_menu() {
   const auto menu = Gio::Menu::create();
   menu->append(_("_Update"), "win.update");
+  menu->append_section(Pages::menu());
   menu->append(_("_Keys"), "win.show-help-overlay");
   menu->append(_("_About Velkor"), "app.about");
   menu->append(_("_Quit"), "app.quit");
@@ -99,11 +100,12 @@ void MainWindow::connect_pages() {
   spots_.table().signal_selected().connect([this] { enable_actions(); });
   spots_.signal_update_wanted().connect([this] { update(); });
   update_bar_.signal_stop().connect([this] { session_.stop_update(); });
-  account_page_.signal_account().connect(
-      [this](const std::string &name, const std::string &password) {
-        session_.set_account(name, password,
-                             [this](const std::string &failure) { account_set(failure); });
-      });
+  account_page_.signal_done().connect([this] { account_set(); });
+  pages_.signal_account().connect([this](bool has_account) {
+    has_account_ = has_account;
+    enable_actions();
+  });
+  pages_.signal_changed().connect([this] { enable_actions(); });
   posting_.reactions().signal_send().connect(
       [this](std::int32_t id, const std::string &text) { send_reaction(id, text); });
 }
@@ -113,7 +115,10 @@ void MainWindow::add_actions() {
   add_action("stop-update", [this] { session_.stop_update(); });
   add_action("undo", [this] { notice_.undo(); });
   add_action("close", [this] { close(); });
-  add_action("search", [this] { search_.grab_focus(); });
+  add_action("search", [this] {
+    pages_.back();
+    search_.grab_focus();
+  });
   add_action("focus-categories", [this] { spots_.categories().focus_list(); });
   add_action("focus-list", [this] { spots_.table().focus_list(); });
 }
@@ -131,10 +136,10 @@ void MainWindow::enable_actions() {
   const auto enable = [this](const char *name, bool enabled) {
     std::dynamic_pointer_cast<Gio::SimpleAction>(lookup_action(name))->set_enabled(enabled);
   };
-  const bool is_open = posting_.get_visible();
+  const bool is_open = posting_.get_visible() && !pages_.is_open();
   enable("update", snapshot_ && has_account_ && !updating_);
   enable("stop-update", updating_);
-  enable("watch", is_open || spots_.table().selected_id());
+  enable("watch", is_open || (spots_.table().selected_id() && !pages_.is_open()));
   for (const char *name : {"close-posting", "kudos", "reactions", "open-link", "open-image"})
     enable(name, is_open);
 }
@@ -144,9 +149,10 @@ void MainWindow::take_snapshot(SharedSnapshot snapshot) {
   watched_ = snapshot_->watched;
   has_account_ = has_account_ || snapshot_->has_account;
   spots_.set_snapshot(snapshot_);
+  pages_.set_snapshot(snapshot_);
   if (!has_account_ && snapshot_->table.size() == 0) {
     stack_.set_visible_child("account");
-    account_page_.focus_name();
+    account_page_.begin();
   }
   enable_actions();
   if (const auto id = std::exchange(wanted_posting_, std::nullopt))
@@ -157,9 +163,7 @@ void MainWindow::show_unusable(const std::string &message) {
   spots_.show_unusable(message);
 }
 
-void MainWindow::account_set(const std::string &failure) {
-  if (!failure.empty())
-    return account_page_.show_failure(failure);
+void MainWindow::account_set() {
   has_account_ = true;
   stack_.set_visible_child("spots");
   enable_actions();
@@ -190,6 +194,7 @@ void MainWindow::open_posting(std::int32_t id) {
 }
 
 void MainWindow::show_posting(std::int32_t id) {
+  pages_.back();
   if (posting_request_)
     posting_request_->cancel();
   posting_.begin(id);
@@ -263,7 +268,7 @@ void MainWindow::remember() {
   if (posting_.get_visible())
     remembered_.list_height = split_.get_position();
   spots_.remember(remembered_);
-  write_remembered(state_file_, remembered_);
+  write_remembered(files_.window, remembered_);
 }
 
 bool MainWindow::on_close_request() {

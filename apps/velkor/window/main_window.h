@@ -4,7 +4,6 @@
 #define VELKOR_APP_WINDOW_MAIN_WINDOW_H
 
 #include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <optional>
 #include <unordered_set>
@@ -12,11 +11,13 @@
 #include <gtkmm.h>
 
 #include "library/session.h"
+#include "model/own_files.h"
 #include "model/remembered.h"
 #include "widgets/heartbeat.h"
 #include "widgets/notice.h"
 #include "widgets/update_bar.h"
 #include "window/account_page.h"
+#include "window/pages.h"
 #include "window/posting_page.h"
 #include "window/spots_page.h"
 
@@ -24,8 +25,7 @@ namespace velkor::app {
 
 class MainWindow : public Gtk::ApplicationWindow {
 public:
-  /** @param state_file  where the window's looks are kept */
-  MainWindow(SessionOptions options, std::filesystem::path state_file, Heartbeat &heartbeat);
+  MainWindow(SessionOptions options, OwnFiles files, Heartbeat &heartbeat);
 
   /** Shows the posting, as soon as the cache has been read. */
   void open_posting(std::int32_t id);
@@ -48,7 +48,7 @@ private:
   void show_unusable(const std::string &message);
   void update();
   void update_ended(const UpdateOutcome &outcome);
-  void account_set(const std::string &failure);
+  void account_set();
   void show_posting(std::int32_t id);
   void close_posting();
   void toggle_watch();
@@ -59,7 +59,7 @@ private:
   void remember();
 
   Heartbeat &heartbeat_;
-  std::filesystem::path state_file_;
+  OwnFiles files_;
   Remembered remembered_;
   std::unordered_set<std::int32_t> watched_;
   SharedSnapshot snapshot_;
@@ -81,6 +81,7 @@ private:
   Gtk::Paned split_{Gtk::Orientation::VERTICAL};
   SpotsPage spots_;
   PostingPage posting_;
+  Pages pages_;
   Session session_;  // the last member: what it tells about reaches all others
 };
 

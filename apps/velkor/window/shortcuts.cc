@@ -20,7 +20,7 @@ struct Group {
   std::array<Shortcut, 7> shortcuts;
 };
 
-const std::array<Group, 3> groups{
+const std::array<Group, 4> groups{
     {{N_("General"),
       {{{"win.update", "F5 <Control>r", N_("Fetch what is new")},
         {"win.stop-update", "<Control>period", N_("Stop the update")},
@@ -42,7 +42,14 @@ const std::array<Group, 3> groups{
         {"win.open-link", "<Control>l", N_("Open the link in the browser")},
         {"win.open-image", "<Control>i", N_("Open the image in the browser")},
         {"win.reactions", "<Alt>3", N_("Go to the reactions")},
-        {nullptr, "<Control>Return", N_("Send the reaction")}}}}}};
+        {nullptr, "<Control>Return", N_("Send the reaction")}}}},
+     {N_("Pages"),
+      {{{"win.messages", "<Control>m", N_("Open the messages")},
+        {nullptr, "<Control>n", N_("Write a message")},
+        {"win.settings", "<Control>comma", N_("Open the settings")},
+        {nullptr, "<Control>s", N_("Save the settings")},
+        {nullptr, "Escape", N_("Go back to the spots")},
+        {}}}}}};
 
 std::vector<Glib::ustring> words_of(const std::string &text) {
   std::vector<Glib::ustring> words;
