@@ -199,6 +199,13 @@ void Session::set_watched(std::int32_t id, bool watched) {
   });
 }
 
+void Session::refresh() {
+  core_.post([this] {
+    if (is_open_)
+      publish_snapshot();
+  });
+}
+
 SharedCancellation Session::run(Thread thread, Job job) {
   SharedCancellation wanted = new_cancellation();
   JobThread &worker = thread == Thread::core ? core_ : server_;

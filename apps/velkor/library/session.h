@@ -76,6 +76,9 @@ public:
   SharedCancellation give_kudos(std::int32_t id, DoneFunction done);
   void set_watched(std::int32_t id, bool watched);
 
+  /** Reads the cache anew, for what was changed in it. */
+  void refresh();
+
   /** The threads that call the library. */
   enum class Thread { core, server };
   using Job = std::function<void(const SharedCancellation &wanted)>;

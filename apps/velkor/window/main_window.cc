@@ -14,7 +14,7 @@ namespace velkor::app {
 MainWindow::MainWindow(SessionOptions options, OwnFiles files, Heartbeat &heartbeat)
     : heartbeat_(heartbeat), files_(std::move(files)), remembered_(read_remembered(files_.window)),
       account_page_(session_, files_.servers), spots_(remembered_, watched_, heartbeat),
-      pages_({*this, stack_, session_, notice_, files_}),
+      pages_({*this, stack_, session_, notice_, files_, watched_}),
       session_(std::move(options),
                {.snapshot = [this](SharedSnapshot snapshot) { take_snapshot(std::move(snapshot)); },
                 .unusable = [this](const std::string &message) { show_unusable(message); },
@@ -105,6 +105,8 @@ void MainWindow::connect_pages() {
     has_account_ = has_account;
     enable_actions();
   });
+  pages_.signal_watch().connect([this](std::int32_t id, bool watched) { watch(id, watched); });
+  pages_.signal_open().connect([this](std::int32_t id) { open_posting(id); });
   pages_.signal_changed().connect([this] { enable_actions(); });
   posting_.reactions().signal_send().connect(
       [this](std::int32_t id, const std::string &text) { send_reaction(id, text); });
@@ -227,10 +229,13 @@ void MainWindow::toggle_watch() {
       posting_.get_visible() ? std::optional(posting_.id()) : spots_.table().selected_id();
   if (!id)
     return;
-  const bool watched = !watched_.contains(*id);
-  set_watched(*id, watched);
+  watch(*id, !watched_.contains(*id));
+}
+
+void MainWindow::watch(std::int32_t id, bool watched) {
+  set_watched(id, watched);
   notice_.show_text(watched ? _("Put on the watchlist") : _("Taken off the watchlist"),
-                    [this, id = *id, watched] { set_watched(id, !watched); });
+                    [this, id, watched] { set_watched(id, !watched); });
 }
 
 void MainWindow::set_watched(std::int32_t id, bool watched) {
@@ -240,6 +245,7 @@ void MainWindow::set_watched(std::int32_t id, bool watched) {
     watched_.erase(id);
   session_.set_watched(id, watched);
   spots_.table().watch_changed(id);
+  pages_.show_watched();
   if (posting_.id() == id)
     posting_.set_watched(watched);
 }

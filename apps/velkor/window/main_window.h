@@ -52,6 +52,8 @@ private:
   void show_posting(std::int32_t id);
   void close_posting();
   void toggle_watch();
+  /** As the user wants it, who can undo that. */
+  void watch(std::int32_t id, bool watched);
   void set_watched(std::int32_t id, bool watched);
   void give_kudos();
   void send_reaction(std::int32_t id, const std::string &text);

@@ -12,6 +12,7 @@ Pages::Pages(Surroundings surroundings) : around_(std::move(surroundings)) {
       around_.stack.property_visible_child().signal_changed().connect([this] { changed_.emit(); });
   around_.window.add_action("back", [this] { back(); });
   add("messages", [this]() -> Page & { return messages(); });
+  add("watchlist", [this]() -> Page & { return watchlist(); });
   add("settings", [this]() -> Page & { return settings(); });
 }
 
@@ -28,6 +29,7 @@ void Pages::add(const char *action, std::function<Page &()> page) {
 Glib::RefPtr<Gio::Menu> Pages::menu() {
   auto menu = Gio::Menu::create();
   menu->append(_("_Messages"), "win.messages");
+  menu->append(_("_Watchlist"), "win.watchlist");
   menu->append(_("_Settings"), "win.settings");
   return menu;
 }
@@ -38,6 +40,13 @@ void Pages::set_snapshot(SharedSnapshot snapshot) {
     action->set_enabled(true);
   if (settings_ != nullptr)
     settings_->set_snapshot(snapshot_);
+  if (watchlist_ != nullptr)
+    watchlist_->set_snapshot(snapshot_);
+}
+
+void Pages::show_watched() {
+  if (watchlist_ != nullptr)
+    watchlist_->show_watched();
 }
 
 bool Pages::is_open() const {
@@ -73,6 +82,17 @@ Page &Pages::messages() {
     messages_ =
         Gtk::make_managed<MessagesPage>(around_.session, around_.notice, around_.files.read_marks);
   return *messages_;
+}
+
+Page &Pages::watchlist() {
+  if (watchlist_ == nullptr) {
+    watchlist_ = Gtk::make_managed<WatchlistPage>(around_.session, around_.watched);
+    watchlist_->set_snapshot(snapshot_);
+    watchlist_->signal_watch().connect(
+        [this](std::int32_t id, bool watched) { watch_.emit(id, watched); });
+    watchlist_->signal_open().connect([this](std::int32_t id) { open_.emit(id); });
+  }
+  return *watchlist_;
 }
 
 }  // namespace velkor::app

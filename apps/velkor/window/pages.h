@@ -6,7 +6,9 @@
 #ifndef VELKOR_APP_WINDOW_PAGES_H
 #define VELKOR_APP_WINDOW_PAGES_H
 
+#include <cstdint>
 #include <functional>
+#include <unordered_set>
 #include <vector>
 
 #include <gtkmm.h>
@@ -17,6 +19,7 @@
 #include "widgets/page.h"
 #include "window/messages_page.h"
 #include "window/settings_page.h"
+#include "window/watchlist_page.h"
 
 namespace velkor::app {
 
@@ -29,6 +32,7 @@ public:
     Session &session;
     Notice &notice;
     const OwnFiles &files;
+    const std::unordered_set<std::int32_t> &watched;  // the watchlist
   };
 
   explicit Pages(Surroundings surroundings);
@@ -38,6 +42,8 @@ public:
 
   /** From the first one on, the pages can be opened. */
   void set_snapshot(SharedSnapshot snapshot);
+  /** The watchlist is another. */
+  void show_watched();
   [[nodiscard]] bool is_open() const;
   /** Shows again what was shown before the first page. */
   void back();
@@ -49,12 +55,16 @@ public:
   sigc::signal<void()> &signal_changed() { return changed_; }
   /** Settings were saved; tells whether there is an account now. */
   sigc::signal<void(bool)> &signal_account() { return account_; }
+  /** The user puts a spot on the watchlist or takes it off, or opens one. */
+  sigc::signal<void(std::int32_t id, bool watched)> &signal_watch() { return watch_; }
+  sigc::signal<void(std::int32_t id)> &signal_open() { return open_; }
 
 private:
   void add(const char *action, std::function<Page &()> page);
   void show(Page &page);
   Page &settings();
   Page &messages();
+  Page &watchlist();
 
   Surroundings around_;
   SharedSnapshot snapshot_;
@@ -63,9 +73,12 @@ private:
   // Widgets of the stack; null until the user first comes to them.
   SettingsPage *settings_ = nullptr;
   MessagesPage *messages_ = nullptr;
+  WatchlistPage *watchlist_ = nullptr;
   sigc::connection shown_;  // to the stack, which outlives the pages
   sigc::signal<void()> changed_;
   sigc::signal<void(bool)> account_;
+  sigc::signal<void(std::int32_t, bool)> watch_;
+  sigc::signal<void(std::int32_t)> open_;
 };
 
 }  // namespace velkor::app

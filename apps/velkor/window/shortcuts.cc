@@ -46,6 +46,7 @@ const std::array<Group, 4> groups{
      {N_("Pages"),
       {{{"win.messages", "<Control>m", N_("Open the messages")},
         {nullptr, "<Control>n", N_("Write a message")},
+        {"win.watchlist", "<Control><Shift>d", N_("Open the watchlist")},
         {"win.settings", "<Control>comma", N_("Open the settings")},
         {nullptr, "<Control>s", N_("Save the settings")},
         {nullptr, "Escape", N_("Go back to the spots")},

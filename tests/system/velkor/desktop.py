@@ -259,6 +259,20 @@ class Program:
         except GLib.Error:  # it has just gone
             return None
 
+    def name_of(self, role, beginning):
+        """The name of the first part of that role whose name begins so."""
+        from gi.repository import GLib
+
+        def find():
+            for part in self.parts():
+                try:
+                    if part.get_role_name() == role and part.get_name().startswith(beginning):
+                        return part.get_name()
+                except GLib.Error:  # it has just gone
+                    continue
+            return None
+        return wait_until(find, f"{role} {beginning}")
+
     def text_of(self, role, name):
         """What stands in a field."""
         from gi.repository import Atspi

@@ -133,6 +133,52 @@ class MessagesPage(PagesCase):
         self.quit(program)
 
 
+class WatchlistPage(PagesCase):
+    def open_watchlist(self, program):
+        self.desktop.press("ctrl+shift+d")
+        program.wait_for("push button", "Get from the server")
+
+    def watched(self):
+        return [line for line in self.setting_lines("watchlist") if line]
+
+    def test_the_watchlist_is_stored_on_the_server_and_got_back(self):
+        service = self.service_with_cache()
+        posting = service.listed()[3]
+        program = self.start_with_list(service)
+        self.open_watchlist(program)
+        program.wait_for_text("No spots on the watchlist.")
+        program.enter("text", "Number of a spot", "no number")
+        program.press_button("Add")
+        program.wait_for_text("This is not the number of a spot.")
+        program.enter("text", "Number of a spot", str(posting["id"]))
+        program.press_button("Add")
+        program.name_of("list item", posting["title"])
+        wait_until(lambda: self.watched() == [str(posting["id"])], "it is watched")
+        program.press_button("Store on the server")
+        program.wait_for_text("The server keeps this watchlist now.")
+        self.desktop.press("Escape", "ctrl+shift+d", "Home", "Delete")
+        program.wait_for_text("Taken off the watchlist")
+        wait_until(lambda: self.watched() == [], "it is no longer watched")
+        program.press_button("Get from the server")
+        program.wait_for_text("1 spot added.")
+        program.name_of("list item", posting["title"])
+        self.assertEqual(self.watched(), [str(posting["id"])])
+        self.quit(program)
+
+    def test_a_failure_leaves_the_watchlist(self):
+        service = self.service_with_cache()
+        posting = service.listed()[3]
+        service.velkorctl("watch", "add", str(posting["id"]))
+        program = self.start_with_list(service)
+        self.open_watchlist(program)
+        program.name_of("list item", posting["title"])
+        service.command("/fault?path=*&kind=database")
+        program.press_button("Get from the server")
+        program.wait_for_text("Database-storing")
+        self.assertEqual(self.watched(), [str(posting["id"])])
+        self.quit(program)
+
+
 if __name__ == "__main__":
     FrontEndCase.build = pathlib.Path(sys.argv.pop(1)).resolve()
     unittest.main(verbosity=2)
