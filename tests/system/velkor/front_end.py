@@ -14,12 +14,16 @@ def ids_of(items):
 
 class FrontEndCase(unittest.TestCase):
     build = pathlib.Path()  # the build directory, given on the command line
+    postings = POSTINGS
+
+    desktop = None  # one for all tests: the bindings stay with the bus that they first saw
 
     @classmethod
     def setUpClass(cls):
-        cls.desktop = Desktop()
-        cls.addClassCleanup(cls.desktop.close)
-        use_bindings()
+        if FrontEndCase.desktop is None:
+            FrontEndCase.desktop = Desktop()
+            unittest.addModuleCleanup(FrontEndCase.desktop.close)
+            use_bindings()
 
     def setUp(self):
         directory = self.desktop.home / self.id()
@@ -30,7 +34,7 @@ class FrontEndCase(unittest.TestCase):
         return pathlib.Path(self.desktop.environment["HOME"])
 
     def service(self, **options):
-        service = Service(self.desktop, FrontEndCase.build, POSTINGS, **options)
+        service = Service(self.desktop, FrontEndCase.build, self.postings, **options)
         self.addCleanup(service.stop)
         return service
 
