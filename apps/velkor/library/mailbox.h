@@ -31,12 +31,12 @@ MailResult send_message(const Draft &draft);
 
 /** A message as the file holds it, taken out of the list. */
 struct DeletedMessage {
-  std::string from;
-  std::string subject;
-  std::string body;
-  std::int64_t stamp;
-  std::uint32_t code;
-  std::int32_t place;
+  std::string from{};
+  std::string subject{};
+  std::string body{};
+  std::int64_t stamp = 0;
+  std::uint32_t code = 0;
+  std::int32_t place = 0;
 };
 
 struct Deletion {

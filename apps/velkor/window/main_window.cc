@@ -131,6 +131,7 @@ void MainWindow::add_posting_actions() {
   add_action("kudos", [this] { give_kudos(); });
   add_action("open-link", [this] { open_in_browser(*this, posting_.details().link); });
   add_action("open-image", [this] { open_in_browser(*this, posting_.details().image); });
+  add_action("profile", [this] { show_profile(); });
   add_action("reactions", [this] { posting_.show_reactions(); });
 }
 
@@ -142,7 +143,8 @@ void MainWindow::enable_actions() {
   enable("update", snapshot_ && has_account_ && !updating_);
   enable("stop-update", updating_);
   enable("watch", is_open || (spots_.table().selected_id() && !pages_.is_open()));
-  for (const char *name : {"close-posting", "kudos", "reactions", "open-link", "open-image"})
+  for (const char *name :
+       {"close-posting", "kudos", "profile", "reactions", "open-link", "open-image"})
     enable(name, is_open);
 }
 
@@ -256,6 +258,12 @@ void MainWindow::give_kudos() {
   session_.give_kudos(posting_.id(), [this](const std::string &failure) {
     notice_.show_text(failure.empty() ? Glib::ustring(_("Kudos given")) : Glib::ustring(failure));
   });
+}
+
+/** Until the posting has been read, nobody is known. */
+void MainWindow::show_profile() {
+  if (has_account_ && !posting_.details().poster.empty())
+    pages_.show_profile(posting_.details().poster);
 }
 
 void MainWindow::send_reaction(std::int32_t id, const std::string &text) {

@@ -56,6 +56,7 @@ private:
   void watch(std::int32_t id, bool watched);
   void set_watched(std::int32_t id, bool watched);
   void give_kudos();
+  void show_profile();
   void send_reaction(std::int32_t id, const std::string &text);
   void enable_actions();
   void remember();

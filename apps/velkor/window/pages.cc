@@ -77,7 +77,7 @@ Page &Pages::settings() {
   return *settings_;
 }
 
-Page &Pages::messages() {
+MessagesPage &Pages::messages() {
   if (messages_ == nullptr)
     messages_ =
         Gtk::make_managed<MessagesPage>(around_.session, around_.notice, around_.files.read_marks);
@@ -93,6 +93,18 @@ Page &Pages::watchlist() {
     watchlist_->signal_open().connect([this](std::int32_t id) { open_.emit(id); });
   }
   return *watchlist_;
+}
+
+void Pages::show_profile(const std::string &user) {
+  if (profile_ == nullptr) {
+    profile_ = Gtk::make_managed<ProfilePage>(around_.session);
+    profile_->signal_write().connect([this](const std::string &name) {
+      show(messages());
+      messages().write_to(name);
+    });
+  }
+  profile_->set_user(user);
+  show(*profile_);
 }
 
 }  // namespace velkor::app

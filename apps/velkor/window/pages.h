@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <unordered_set>
 #include <vector>
 
@@ -18,6 +19,7 @@
 #include "widgets/notice.h"
 #include "widgets/page.h"
 #include "window/messages_page.h"
+#include "window/profile_page.h"
 #include "window/settings_page.h"
 #include "window/watchlist_page.h"
 
@@ -48,6 +50,8 @@ public:
   /** Shows again what was shown before the first page. */
   void back();
 
+  void show_profile(const std::string &user);
+
   /** For the menu of the window. */
   [[nodiscard]] static Glib::RefPtr<Gio::Menu> menu();
 
@@ -63,7 +67,7 @@ private:
   void add(const char *action, std::function<Page &()> page);
   void show(Page &page);
   Page &settings();
-  Page &messages();
+  MessagesPage &messages();
   Page &watchlist();
 
   Surroundings around_;
@@ -74,6 +78,7 @@ private:
   SettingsPage *settings_ = nullptr;
   MessagesPage *messages_ = nullptr;
   WatchlistPage *watchlist_ = nullptr;
+  ProfilePage *profile_ = nullptr;
   sigc::connection shown_;  // to the stack, which outlives the pages
   sigc::signal<void()> changed_;
   sigc::signal<void(bool)> account_;

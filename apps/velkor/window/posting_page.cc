@@ -41,7 +41,7 @@ Glib::ustring joined(const Texts &texts) {
 
 PostingPage::PostingPage()
     : Gtk::Box(Gtk::Orientation::VERTICAL), kudos_(_("Give _kudos"), true),
-      link_(_("Open _link"), true), image_(_("Open _image"), true) {
+      profile_(_("P_rofile"), true), link_(_("Open _link"), true), image_(_("Open _image"), true) {
   build_header();
   facts_.set_column_spacing(18);
   facts_.set_row_spacing(4);
@@ -78,6 +78,8 @@ void PostingPage::build_header() {
   watch_.set_tooltip_text(_("Keep this spot on the watchlist (Ctrl+D)"));
   watch_.set_action_name("win.watch");
   kudos_.set_action_name("win.kudos");
+  profile_.set_action_name("win.profile");
+  profile_.set_tooltip_text(_("Show the profile of the poster (Ctrl+P)"));
   link_.set_action_name("win.open-link");
   image_.set_action_name("win.open-image");
   close_.set_icon_name("window-close-symbolic");
@@ -88,8 +90,8 @@ void PostingPage::build_header() {
   auto *gap = Gtk::make_managed<Gtk::Box>();
   gap->set_hexpand(true);
   header_.add_css_class("posting-header");
-  for (Gtk::Widget *part : std::initializer_list<Gtk::Widget *>{&switcher_, &spinner_, gap, &watch_,
-                                                                &kudos_, &link_, &image_, &close_})
+  for (Gtk::Widget *part : std::initializer_list<Gtk::Widget *>{
+           &switcher_, &spinner_, gap, &watch_, &kudos_, &profile_, &link_, &image_, &close_})
     header_.append(*part);
 }
 

@@ -43,6 +43,7 @@ private:
   Gtk::Stack stack_;
   Gtk::ToggleButton watch_;
   Gtk::Button kudos_;
+  Gtk::Button profile_;
   Gtk::Button link_;
   Gtk::Button image_;
   Gtk::Button close_;

@@ -17,7 +17,7 @@ struct Shortcut {
 
 struct Group {
   const char *title;
-  std::array<Shortcut, 7> shortcuts;
+  std::array<Shortcut, 8> shortcuts;
 };
 
 const std::array<Group, 4> groups{
@@ -39,6 +39,7 @@ const std::array<Group, 4> groups{
       {{{"win.close-posting", "Escape", N_("Close the spot")},
         {"win.watch", "<Control>d", N_("Put the spot on the watchlist, or take it off")},
         {"win.kudos", "<Control>k", N_("Give kudos")},
+        {"win.profile", "<Control>p", N_("Show the profile of the poster")},
         {"win.open-link", "<Control>l", N_("Open the link in the browser")},
         {"win.open-image", "<Control>i", N_("Open the image in the browser")},
         {"win.reactions", "<Alt>3", N_("Go to the reactions")},

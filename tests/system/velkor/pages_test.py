@@ -11,10 +11,12 @@ import unittest
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).parent))
 from desktop import PASSWORD, wait_until  # noqa: E402
-from front_end import FrontEndCase, POSTINGS, ids_of  # noqa: E402
+from front_end import FrontEndCase, ids_of  # noqa: E402
 
 
 class PagesCase(FrontEndCase):
+    postings = 15  # every part of the list takes time to look at
+
     def setting_lines(self, key):
         """The values of a setting in the file, which the front end writes."""
         lines = (self.home() / ".velkor/velkor.conf").read_text().splitlines()
@@ -45,18 +47,18 @@ class SettingsPage(PagesCase):
 
     def test_bad_words_tell_what_they_drop_before_they_do(self):
         service = self.service_with_cache()
-        doomed = [item for item in service.listed() if "verlegen" in item["title"].lower()]
-        self.assertTrue(doomed)
+        word = service.listed()[0]["title"].split()[0].lower()
+        doomed = [item for item in service.listed() if word in item["title"].lower()]
         program = self.start_with_list(service)
         self.open_settings(program)
-        program.enter("text", "Bad words", "verlegen")
+        program.enter("text", "Bad words", word)
         program.wait_for_text(f"{len(doomed)} spot")
         self.assertEqual(self.setting_lines("badword"), [])
         self.desktop.press("ctrl+s")
-        wait_until(lambda: self.setting_lines("badword") == ["verlegen"], "the word is saved")
+        wait_until(lambda: self.setting_lines("badword") == [word], "the word is saved")
         self.quit(program)
         kept = ids_of(service.listed())
-        self.assertEqual(len(kept), POSTINGS - len(doomed))
+        self.assertEqual(len(kept), self.postings - len(doomed))
         self.assertFalse(set(kept) & {item["id"] for item in doomed})
 
     def test_the_age_limit_says_that_it_deletes(self):
@@ -81,7 +83,7 @@ class SettingsPage(PagesCase):
         program.wait_for_text("This is not a server")
         program.enter("text", "Server", host)
         program.press_button("Continue")
-        program.wait_for_text(f"{POSTINGS} spots received.")
+        program.wait_for_text(f"{self.postings} spots received.")
         self.assertIn(f"main={host}\n", (self.home() / ".config/velkor/servers.ini").read_text())
         self.quit(program)
 
@@ -176,6 +178,33 @@ class WatchlistPage(PagesCase):
         program.press_button("Get from the server")
         program.wait_for_text("Database-storing")
         self.assertEqual(self.watched(), [str(posting["id"])])
+        self.quit(program)
+
+
+class ProfilePage(PagesCase):
+    def test_the_profile_of_a_poster_is_that_of_the_server(self):
+        service = self.service_with_cache()
+        posting = service.listed()[3]
+        profile = json.loads(service.velkorctl("profile", posting["poster"], "--format", "json"))["item"]
+        program = self.start_with_list(service)
+        service.velkorctl("open", str(posting["id"]))
+        program.wait_for_text(service.shown(posting["id"])["description"])
+        self.desktop.press("ctrl+p")
+        program.wait_for("label", profile["name"])
+        program.wait_for("label", f"{profile['spots']:n}")
+        program.press_button("Write a message")
+        wait_until(lambda: program.text_of("text", "To") == profile["name"], "a message is begun")
+        self.quit(program)
+
+    def test_a_failure_is_said_in_place_of_the_profile(self):
+        service = self.service_with_cache()
+        posting = service.listed()[3]
+        program = self.start_with_list(service)
+        service.velkorctl("open", str(posting["id"]))
+        program.wait_for_text(service.shown(posting["id"])["description"])
+        service.command("/fault?path=*&kind=database")
+        self.desktop.press("ctrl+p")
+        program.wait_for_text("Database-storing")
         self.quit(program)
 
 
