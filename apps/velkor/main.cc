@@ -15,6 +15,8 @@
 
 #include "library/instance.h"
 #include "library/session.h"
+#include "model/own_files.h"
+#include "model/servers.h"
 #include "support/owned.h"
 #include "support/program_files.h"
 #include "widgets/heartbeat.h"
@@ -104,8 +106,15 @@ Options parse(int count, char **arguments) {
           words.version != FALSE};
 }
 
-fs::path state_file() {
-  return fs::path(g_get_user_config_dir()) / "velkor" / "window.ini";
+/** The words of the command line come first, then the environment, then what the user chose. */
+void choose_servers(SessionOptions &session, const Servers &chosen) {
+  const auto choose = [](std::optional<std::string> &place, const char *variable,
+                         const std::string &server) {
+    if (!place && g_getenv(variable) == nullptr && !server.empty())
+      place = server;
+  };
+  choose(session.server, "VELKOR_MAIN_HOST", chosen.main);
+  choose(session.static_server, "VELKOR_STATIC_HOST", chosen.dumps);
 }
 
 int run(const Options &options, Heartbeat::Clock::time_point started) {
@@ -117,9 +126,11 @@ int run(const Options &options, Heartbeat::Clock::time_point started) {
     session.lib_dir = directory_from_program(VELKOR_PLUGINS_FROM_PROGRAMS);
   if (!session.data_dir)
     session.data_dir = directory_from_program(VELKOR_DATA_FROM_PROGRAMS);
+  const OwnFiles files(fs::path(g_get_user_config_dir()) / "velkor");
+  choose_servers(session, read_servers(files.servers));
   Heartbeat heartbeat(started);
   const auto application = Glib::make_refptr_for_instance(
-      new Application(std::move(session), state_file(), instance, heartbeat));
+      new Application(std::move(session), files, instance, heartbeat));
   const int status = application->run();
   if (options.heartbeat)
     heartbeat.print();

@@ -31,6 +31,13 @@ void start_request(GMainContext *context, Cancellation &wanted, const RequestSta
   wanted.set_stop([request] { zox_request_cancel(request.get()); });
 }
 
+RequestEnd unless_cancelled(RequestEnd end) {
+  return [end = std::move(end)](const ZoxRequest &request) {
+    if (zox_request_state(&request) != ZOX_REQUEST_CANCELLED)
+      end(request);
+  };
+}
+
 CallResult result_of(const ZoxRequest &request) {
   if (zox_request_state(&request) == ZOX_REQUEST_DONE)
     return {};

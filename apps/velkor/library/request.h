@@ -12,10 +12,12 @@
 
 namespace velkor::app {
 
+using RequestEnd = std::function<void(const ZoxRequest &)>;
+
 /** What is called in the course of a request, on its context. */
 struct RequestFunctions {
   std::function<void(const ZoxRequestProgress &)> progress{};
-  std::function<void(const ZoxRequest &)> done{};
+  RequestEnd done{};
 };
 
 /** Starts a request with options; one of the functions of zox_request.h with its arguments. */
@@ -27,6 +29,9 @@ using RequestStart = std::function<ZoxRequest *(const ZoxRequestOptions *)>;
  */
 void start_request(GMainContext *context, Cancellation &wanted, const RequestStart &start,
                    RequestFunctions functions);
+
+/** Calls `end` only for a request that was not cancelled. */
+RequestEnd unless_cancelled(RequestEnd end);
 
 /** How a request ended that was not cancelled; to be called in its `done`. */
 CallResult result_of(const ZoxRequest &request);

@@ -7,12 +7,10 @@
 #include <malloc.h>
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_codes.h>
-#include <velkor/zox_config.h>
-#include <velkor/zox_file.h>
 #include <velkor/zox_http_curl.h>
-#include <velkor/zox_settings.h>
 #include <velkor/zox_watchlist.h>
 
+#include "library/deliver.h"
 #include "library/details_reader.h"
 #include "library/main_loop.h"
 #include "library/request.h"
@@ -25,15 +23,6 @@ namespace {
 
 const char *chars_of(const std::optional<std::string> &text) noexcept {
   return text ? text->c_str() : nullptr;
-}
-
-/** Delivers to a function that is called only while the request is wanted. */
-template <typename Function, typename Reply>
-void deliver(const SharedCancellation &wanted, const Function &function, Reply reply) {
-  run_on_main_loop([wanted, function, reply = std::move(reply)]() mutable {
-    if (!wanted->cancelled())
-      function(std::move(reply));
-  });
 }
 
 /** One posting on its way from the server to the window, step by step. */
@@ -115,19 +104,6 @@ void start_action(GMainContext *context, const SharedCancellation &wanted,
   start_request(context, *wanted, start, {.done = end});
 }
 
-std::string set_account_settings(const std::string &name, const std::string &password) {
-  for (const auto &[key, value] : {std::pair("username", name), std::pair("password", password)}) {
-    char *place = nullptr;
-    const ZoxSettingResult result = zox_settings_set(key, value.c_str(), &place);
-    const OwnedText message(place);
-    if (result != ZOX_SETTING_DONE)
-      return shown_line(message.get());
-  }
-  zox_config_save();
-  const ZoxFileError *outcome = zox_file_last_error();
-  return outcome->status == ZOX_FILE_FINE ? "" : shown_line(outcome->message);
-}
-
 }  // namespace
 
 Session::Session(SessionOptions options, Events events)
@@ -196,47 +172,48 @@ void Session::end_update(const ZoxRequest &request) {
   run_on_main_loop([this, outcome] { events_.update_ended(outcome); });
 }
 
-SharedCancellation Session::when_open(std::function<void(const SharedCancellation &)> job) {
+SharedCancellation Session::run(Job job) {
   auto wanted = std::make_shared<Cancellation>();
   core_.post([this, wanted, job = std::move(job)] {
     if (is_open_ && !wanted->cancelled())
-      job(wanted);
+      job(core_.context(), wanted);
   });
   return wanted;
 }
 
 SharedCancellation Session::fetch_posting(std::int32_t id, PostingFunction function) {
-  return when_open([this, id, function = std::move(function)](const SharedCancellation &wanted) {
-    std::make_shared<PostingFetch>(core_.context(), id, wanted, function)->start();
+  return run([id, function = std::move(function)](GMainContext *context,
+                                                  const SharedCancellation &wanted) {
+    std::make_shared<PostingFetch>(context, id, wanted, function)->start();
   });
 }
 
 SharedCancellation Session::send_reaction(std::int32_t id, std::string text, AnswerFunction done) {
-  return when_open(
-      [this, id, text = std::move(text), done = std::move(done)](const SharedCancellation &wanted) {
-        const auto start = [&](const ZoxRequestOptions *options) {
-          return zox_request_reaction(id, 0, text.c_str(), options);
-        };
-        start_action(core_.context(), wanted, start, done);
-      });
+  return run([id, text = std::move(text),
+              done = std::move(done)](GMainContext *context, const SharedCancellation &wanted) {
+    const auto start = [&](const ZoxRequestOptions *options) {
+      return zox_request_reaction(id, 0, text.c_str(), options);
+    };
+    start_action(context, wanted, start, done);
+  });
 }
 
 SharedCancellation Session::give_kudos(std::int32_t id, AnswerFunction done) {
-  return when_open([this, id, done = std::move(done)](const SharedCancellation &wanted) {
+  return run([id, done = std::move(done)](GMainContext *context, const SharedCancellation &wanted) {
     const auto start = [&](const ZoxRequestOptions *options) {
       return zox_request_kudos_give(id, 1, options);
     };
-    start_action(core_.context(), wanted, start, done);
+    start_action(context, wanted, start, done);
   });
 }
 
 SharedCancellation Session::warn(std::int32_t id, std::string reason, AnswerFunction done) {
-  return when_open([this, id, reason = std::move(reason),
-                    done = std::move(done)](const SharedCancellation &wanted) {
+  return run([id, reason = std::move(reason),
+              done = std::move(done)](GMainContext *context, const SharedCancellation &wanted) {
     const auto start = [&](const ZoxRequestOptions *options) {
       return zox_request_warning(id, 0, reason.c_str(), options);
     };
-    start_action(core_.context(), wanted, start, done);
+    start_action(context, wanted, start, done);
   });
 }
 
@@ -251,14 +228,11 @@ void Session::set_watched(std::int32_t id, bool watched) {
   });
 }
 
-void Session::set_account(std::string name, std::string password, DoneFunction done) {
-  core_.post(
-      [this, name = std::move(name), password = std::move(password), done = std::move(done)] {
-        if (!is_open_)
-          return;
-        std::string failure = set_account_settings(name, password);
-        run_on_main_loop([done, failure = std::move(failure)] { done(failure); });
-      });
+void Session::refresh() {
+  core_.post([this] {
+    if (is_open_)
+      publish_snapshot();
+  });
 }
 
 /** What runs stops first: the core goes when no request uses it any more. */

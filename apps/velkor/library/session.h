@@ -56,8 +56,6 @@ public:
     std::function<void(UpdateOutcome)> update_ended;
   };
   using PostingFunction = std::function<void(PostingReply)>;
-  /** Receives an empty text on success, else why not. */
-  using DoneFunction = std::function<void(std::string failure)>;
   using AnswerFunction = std::function<void(ActionOutcome)>;
 
   Session(SessionOptions options, Events events);
@@ -79,7 +77,18 @@ public:
   /** Warns the moderators about a posting. */
   SharedCancellation warn(std::int32_t id, std::string reason, AnswerFunction done);
   void set_watched(std::int32_t id, bool watched);
-  void set_account(std::string name, std::string password, DoneFunction done);
+
+  /** Reads the cache anew, for what was changed in it. */
+  void refresh();
+
+  using Job = std::function<void(GMainContext *context, const SharedCancellation &wanted)>;
+  /**
+   * Lets a job run on the core's thread, behind those that were asked for before. It must not wait
+   * for the server: it starts a request that ends on `context`. Without a core, or when it is
+   * cancelled before it begins, it does not run.
+   * @return cancels the job
+   */
+  SharedCancellation run(Job job);
 
   /** Stops what runs and lets go of the cache; nothing else may be asked for from then on. */
   void close(std::function<void()> closed);
@@ -88,8 +97,6 @@ private:
   void open();
   void publish_snapshot();
   void end_update(const ZoxRequest &request);
-  /** Lets the core's thread do the job, if it is still wanted by then. */
-  SharedCancellation when_open(std::function<void(const SharedCancellation &)> job);
 
   SessionOptions options_;
   Events events_;

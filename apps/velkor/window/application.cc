@@ -25,10 +25,10 @@ gboolean on_signal(gpointer application) noexcept {
 }  // namespace
 
 /** The library's own service keeps the program to one instance, not that of GTK. */
-Application::Application(SessionOptions options, std::filesystem::path state_file,
-                         Instance &instance, Heartbeat &heartbeat)
+Application::Application(SessionOptions options, OwnFiles files, Instance &instance,
+                         Heartbeat &heartbeat)
     : Gtk::Application("org.Velkor.Velkor", Gio::Application::Flags::NON_UNIQUE),
-      options_(std::move(options)), state_file_(std::move(state_file)), instance_(instance),
+      options_(std::move(options)), files_(std::move(files)), instance_(instance),
       heartbeat_(heartbeat) {}
 
 void Application::on_startup() {
@@ -42,7 +42,7 @@ void Application::on_startup() {
 }
 
 void Application::on_activate() {
-  window_ = std::make_unique<MainWindow>(options_, state_file_, heartbeat_);
+  window_ = std::make_unique<MainWindow>(options_, files_, heartbeat_);
   add_window(*window_);
   answer_others();
   window_->present();

@@ -3,13 +3,13 @@
 #ifndef VELKOR_APP_WINDOW_APPLICATION_H
 #define VELKOR_APP_WINDOW_APPLICATION_H
 
-#include <filesystem>
 #include <memory>
 
 #include <gtkmm.h>
 
 #include "library/instance.h"
 #include "library/session.h"
+#include "model/own_files.h"
 #include "widgets/heartbeat.h"
 #include "window/main_window.h"
 
@@ -17,8 +17,7 @@ namespace velkor::app {
 
 class Application : public Gtk::Application {
 public:
-  Application(SessionOptions options, std::filesystem::path state_file, Instance &instance,
-              Heartbeat &heartbeat);
+  Application(SessionOptions options, OwnFiles files, Instance &instance, Heartbeat &heartbeat);
 
 protected:
   void on_startup() override;
@@ -30,7 +29,7 @@ private:
   void answer_others();
 
   SessionOptions options_;
-  std::filesystem::path state_file_;
+  OwnFiles files_;
   Instance &instance_;
   Heartbeat &heartbeat_;
   std::unique_ptr<MainWindow> window_;

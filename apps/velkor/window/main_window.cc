@@ -12,11 +12,11 @@
 
 namespace velkor::app {
 
-MainWindow::MainWindow(SessionOptions options, std::filesystem::path state_file,
-                       Heartbeat &heartbeat)
-    : heartbeat_(heartbeat), state_file_(std::move(state_file)),
-      remembered_(read_remembered(state_file_)), spots_(remembered_, watched_, heartbeat),
+MainWindow::MainWindow(SessionOptions options, OwnFiles files, Heartbeat &heartbeat)
+    : heartbeat_(heartbeat), files_(std::move(files)), remembered_(read_remembered(files_.window)),
+      account_page_(session_, files_.servers), spots_(remembered_, watched_, heartbeat),
       saver_(*this, [this](const Glib::ustring &text) { notice_.show_text(text); }),
+      pages_({*this, stack_, session_, notice_, files_, watched_}),
       session_(std::move(options),
                {.snapshot = [this](SharedSnapshot snapshot) { take_snapshot(std::move(snapshot)); },
                 .unusable = [this](const std::string &message) { show_unusable(message); },
@@ -84,6 +84,7 @@ void MainWindow::build_menu() {
   const auto menu = Gio::Menu::create();
   menu->append(_("_Update"), "win.update");
   menu->append(_("_Save the list…"), "win.save-list");
+  menu->append_section(Pages::menu());
   menu->append(_("_Keys"), "win.show-help-overlay");
   menu->append(_("_About Velkor"), "app.about");
   menu->append(_("_Quit"), "app.quit");
@@ -108,11 +109,14 @@ void MainWindow::connect_pages() {
   spots_.signal_update_wanted().connect([this] { update(); });
   spots_.signal_shown().connect([this] { posting_.show_hidden(spots_.why_hidden(posting_.id())); });
   update_bar_.signal_stop().connect([this] { session_.stop_update(); });
-  account_page_.signal_account().connect(
-      [this](const std::string &name, const std::string &password) {
-        session_.set_account(name, password,
-                             [this](const std::string &failure) { account_set(failure); });
-      });
+  account_page_.signal_done().connect([this] { account_set(); });
+  pages_.signal_account().connect([this](bool has_account) {
+    has_account_ = has_account;
+    enable_actions();
+  });
+  pages_.signal_watch().connect([this](std::int32_t id, bool watched) { watch(id, watched); });
+  pages_.signal_open().connect([this](std::int32_t id) { open_posting(id); });
+  pages_.signal_changed().connect([this] { enable_actions(); });
   posting_.warning().signal_send().connect([this](const std::string &reason) { warn(reason); });
   posting_.reactions().signal_send().connect(
       [this](std::int32_t id, const std::string &text) { send_reaction(id, text); });
@@ -123,7 +127,10 @@ void MainWindow::add_actions() {
   add_action("stop-update", [this] { session_.stop_update(); });
   add_action("undo", [this] { notice_.undo(); });
   add_action("close", [this] { close(); });
-  add_action("search", [this] { search_.grab_focus(); });
+  add_action("search", [this] {
+    pages_.back();
+    search_.grab_focus();
+  });
   add_action("filter", [this] { spots_.toggle_filter_bar(); });
   add_action("save-list", [this] { save_list(); });
   add_action("focus-categories", [this] { spots_.categories().focus_list(); });
@@ -138,6 +145,7 @@ void MainWindow::add_posting_actions() {
   add_action("open-link", [this] { open_in_browser(*this, posting_.details().link); });
   add_action("open-image", [this] { open_in_browser(*this, posting_.details().image); });
   add_action("show-in-list", [this] { show_in_list(); });
+  add_action("profile", [this] { show_profile(); });
   add_action("reactions", [this] { posting_.show_reactions(); });
 }
 
@@ -145,12 +153,14 @@ void MainWindow::enable_actions() {
   const auto enable = [this](const char *name, bool enabled) {
     std::dynamic_pointer_cast<Gio::SimpleAction>(lookup_action(name))->set_enabled(enabled);
   };
-  const bool is_open = posting_.get_visible();
+  const bool is_open = posting_.get_visible() && !pages_.is_open();
   enable("update", snapshot_ && has_account_ && !updating_);
   enable("stop-update", updating_);
-  enable("watch", is_open || spots_.table().selected_id());
+  for (const char *name : {"filter", "save-list"})
+    enable(name, !pages_.is_open());
+  enable("watch", is_open || (spots_.table().selected_id() && !pages_.is_open()));
   for (const char *name :
-       {"close-posting", "kudos", "warn", "reactions", "open-link", "open-image"})
+       {"close-posting", "kudos", "warn", "profile", "reactions", "open-link", "open-image"})
     enable(name, is_open);
 }
 
@@ -159,9 +169,10 @@ void MainWindow::take_snapshot(SharedSnapshot snapshot) {
   watched_ = snapshot_->watched;
   has_account_ = has_account_ || snapshot_->has_account;
   spots_.set_snapshot(snapshot_);
+  pages_.set_snapshot(snapshot_);
   if (!has_account_ && snapshot_->table.size() == 0) {
     stack_.set_visible_child("account");
-    account_page_.focus_name();
+    account_page_.begin();
   }
   enable_actions();
   if (const auto id = std::exchange(wanted_posting_, std::nullopt))
@@ -172,9 +183,7 @@ void MainWindow::show_unusable(const std::string &message) {
   spots_.show_unusable(message);
 }
 
-void MainWindow::account_set(const std::string &failure) {
-  if (!failure.empty())
-    return account_page_.show_failure(failure);
+void MainWindow::account_set() {
   has_account_ = true;
   stack_.set_visible_child("spots");
   enable_actions();
@@ -205,6 +214,7 @@ void MainWindow::open_posting(std::int32_t id) {
 }
 
 void MainWindow::show_posting(std::int32_t id) {
+  pages_.back();
   if (posting_request_)
     posting_request_->cancel();
   posting_.begin(id);
@@ -243,10 +253,13 @@ void MainWindow::toggle_watch() {
       posting_.get_visible() ? std::optional(posting_.id()) : spots_.table().selected_id();
   if (!id)
     return;
-  const bool watched = !watched_.contains(*id);
-  set_watched(*id, watched);
+  watch(*id, !watched_.contains(*id));
+}
+
+void MainWindow::watch(std::int32_t id, bool watched) {
+  set_watched(id, watched);
   notice_.show_text(watched ? _("Put on the watchlist") : _("Taken off the watchlist"),
-                    [this, id = *id, watched] { set_watched(id, !watched); });
+                    [this, id, watched] { set_watched(id, !watched); });
 }
 
 void MainWindow::set_watched(std::int32_t id, bool watched) {
@@ -256,6 +269,7 @@ void MainWindow::set_watched(std::int32_t id, bool watched) {
     watched_.erase(id);
   session_.set_watched(id, watched);
   spots_.watch_changed(id);
+  pages_.show_watched();
   if (posting_.id() == id)
     posting_.set_watched(watched);
 }
@@ -287,6 +301,12 @@ void MainWindow::save_list() {
     saver_.ask(view);
 }
 
+/** Until the posting has been read, nobody is known. */
+void MainWindow::show_profile() {
+  if (has_account_ && !posting_.details().poster.empty())
+    pages_.show_profile(posting_.details().poster);
+}
+
 void MainWindow::send_reaction(std::int32_t id, const std::string &text) {
   session_.send_reaction(id, text, [this, id](const ActionOutcome &outcome) {
     if (posting_.id() != id)
@@ -303,7 +323,7 @@ void MainWindow::remember() {
   if (posting_.get_visible())
     remembered_.list_height = split_.get_position();
   spots_.remember(remembered_);
-  write_remembered(state_file_, remembered_);
+  write_remembered(files_.window, remembered_);
 }
 
 bool MainWindow::on_close_request() {

@@ -4,7 +4,6 @@
 #define VELKOR_APP_WINDOW_MAIN_WINDOW_H
 
 #include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <optional>
 #include <unordered_set>
@@ -12,12 +11,14 @@
 #include <gtkmm.h>
 
 #include "library/session.h"
+#include "model/own_files.h"
 #include "model/remembered.h"
 #include "widgets/heartbeat.h"
 #include "widgets/notice.h"
 #include "widgets/update_bar.h"
 #include "window/account_page.h"
 #include "window/list_saver.h"
+#include "window/pages.h"
 #include "window/posting_page.h"
 #include "window/spots_page.h"
 
@@ -25,8 +26,7 @@ namespace velkor::app {
 
 class MainWindow : public Gtk::ApplicationWindow {
 public:
-  /** @param state_file  where the window's looks are kept */
-  MainWindow(SessionOptions options, std::filesystem::path state_file, Heartbeat &heartbeat);
+  MainWindow(SessionOptions options, OwnFiles files, Heartbeat &heartbeat);
 
   /** Shows the posting, as soon as the cache has been read. */
   void open_posting(std::int32_t id);
@@ -49,21 +49,24 @@ private:
   void show_unusable(const std::string &message);
   void update();
   void update_ended(const UpdateOutcome &outcome);
-  void account_set(const std::string &failure);
+  void account_set();
   void show_posting(std::int32_t id);
   void close_posting();
   void show_in_list();
   void save_list();
   void toggle_watch();
+  /** As the user wants it, who can undo that. */
+  void watch(std::int32_t id, bool watched);
   void set_watched(std::int32_t id, bool watched);
   void give_kudos();
   void warn(const std::string &reason);
+  void show_profile();
   void send_reaction(std::int32_t id, const std::string &text);
   void enable_actions();
   void remember();
 
   Heartbeat &heartbeat_;
-  std::filesystem::path state_file_;
+  OwnFiles files_;
   Remembered remembered_;
   std::unordered_set<std::int32_t> watched_;
   SharedSnapshot snapshot_;
@@ -87,6 +90,7 @@ private:
   SpotsPage spots_;
   PostingPage posting_;
   ListSaver saver_;
+  Pages pages_;
   Session session_;  // the last member: what it tells about reaches all others
 };
 

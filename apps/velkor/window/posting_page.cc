@@ -41,8 +41,8 @@ Glib::ustring joined(const Texts &texts) {
 
 PostingPage::PostingPage()
     : Gtk::Box(Gtk::Orientation::VERTICAL), kudos_(_("Give _kudos"), true),
-      warn_(_("Wa_rn…"), true), link_(_("Open _link"), true), image_(_("Open _image"), true),
-      hidden_button_(_("Show it in the list")) {
+      warn_(_("Wa_rn…"), true), profile_(_("P_rofile"), true), link_(_("Open _link"), true),
+      image_(_("Open _image"), true), hidden_button_(_("Show it in the list")) {
   build_header();
   facts_.set_column_spacing(18);
   facts_.set_row_spacing(4);
@@ -91,6 +91,8 @@ void PostingPage::build_header() {
   kudos_.set_action_name("win.kudos");
   warn_.set_action_name("win.warn");
   warn_.set_tooltip_text(_("Tell the moderators what is wrong with this spot"));
+  profile_.set_action_name("win.profile");
+  profile_.set_tooltip_text(_("Show the profile of the poster (Ctrl+P)"));
   link_.set_action_name("win.open-link");
   image_.set_action_name("win.open-image");
   close_.set_icon_name("window-close-symbolic");
@@ -101,8 +103,9 @@ void PostingPage::build_header() {
   auto *gap = Gtk::make_managed<Gtk::Box>();
   gap->set_hexpand(true);
   header_.add_css_class("posting-header");
-  for (Gtk::Widget *part : std::initializer_list<Gtk::Widget *>{
-           &switcher_, &spinner_, gap, &watch_, &kudos_, &warn_, &link_, &image_, &close_})
+  for (Gtk::Widget *part :
+       std::initializer_list<Gtk::Widget *>{&switcher_, &spinner_, gap, &watch_, &kudos_, &warn_,
+                                            &profile_, &link_, &image_, &close_})
     header_.append(*part);
 }
 

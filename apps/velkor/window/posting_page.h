@@ -52,6 +52,7 @@ private:
   Gtk::ToggleButton watch_;
   Gtk::Button kudos_;
   Gtk::Button warn_;
+  Gtk::Button profile_;
   Gtk::Button link_;
   Gtk::Button image_;
   Gtk::Button close_;

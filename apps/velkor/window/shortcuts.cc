@@ -17,10 +17,10 @@ struct Shortcut {
 
 struct Group {
   const char *title;
-  std::array<Shortcut, 8> shortcuts;
+  std::array<Shortcut, 9> shortcuts;
 };
 
-const std::array<Group, 3> groups{
+const std::array<Group, 4> groups{
     {{N_("General"),
       {{{"win.update", "F5 <Control>r", N_("Fetch what is new")},
         {"win.stop-update", "<Control>period", N_("Stop the update")},
@@ -41,11 +41,20 @@ const std::array<Group, 3> groups{
       {{{"win.close-posting", "Escape", N_("Close the spot")},
         {"win.watch", "<Control>d", N_("Put the spot on the watchlist, or take it off")},
         {"win.kudos", "<Control>k", N_("Give kudos")},
-        {"win.warn", "<Control>m", N_("Warn the moderators")},
+        {"win.warn", "<Control><Shift>m", N_("Warn the moderators")},
+        {"win.profile", "<Control>p", N_("Show the profile of the poster")},
         {"win.open-link", "<Control>l", N_("Open the link in the browser")},
         {"win.open-image", "<Control>i", N_("Open the image in the browser")},
         {"win.reactions", "<Alt>3", N_("Go to the reactions")},
-        {nullptr, "<Control>Return", N_("Send the reaction")}}}}}};
+        {nullptr, "<Control>Return", N_("Send the reaction")}}}},
+     {N_("Pages"),
+      {{{"win.messages", "<Control>m", N_("Open the messages")},
+        {nullptr, "<Control>n", N_("Write a message")},
+        {"win.watchlist", "<Control><Shift>d", N_("Open the watchlist")},
+        {"win.settings", "<Control>comma", N_("Open the settings")},
+        {nullptr, "<Control>s", N_("Save the settings")},
+        {nullptr, "Escape", N_("Go back to the spots")},
+        {}}}}}};
 
 std::vector<Glib::ustring> words_of(const std::string &text) {
   std::vector<Glib::ustring> words;

@@ -105,6 +105,7 @@ class Service:
         wait_until(lambda: ready.exists() and ready.read_text(), "the server is ready")
         addresses = json.loads(ready.read_text())
         host = addresses["main"].removeprefix("http://").rstrip("/")
+        self.host = host
         self.control = addresses["control"].rstrip("/")
         self.options = ["--server", host, "--static-server", host, "--lib-dir", build / "lib"]
         if account:
@@ -256,8 +257,47 @@ class Program:
             raise AssertionError(f"the list shows {self.rows()}, not {ids}") from None
 
     def press_button(self, name):
+        self.do("push button", name)
+
+    def do(self, role, name):
+        """What a part of that role and name does when it is clicked."""
         from gi.repository import Atspi
-        Atspi.Action.do_action(self.wait_for("push button", name), 0)
+        Atspi.Action.do_action(self.wait_for(role, name), 0)
+
+    def showing(self, role, name):
+        """The part of that role and name if it is on the page that is shown."""
+        from gi.repository import Atspi, GLib
+        try:
+            part = self.find(role, name)
+            return part if part and part.get_state_set().contains(Atspi.StateType.SHOWING) else None
+        except GLib.Error:  # it has just gone
+            return None
+
+    def name_of(self, role, beginning):
+        """The name of the first part of that role whose name begins so."""
+        from gi.repository import GLib
+
+        def find():
+            for part in self.parts():
+                try:
+                    if part.get_role_name() == role and part.get_name().startswith(beginning):
+                        return part.get_name()
+                except GLib.Error:  # it has just gone
+                    continue
+            return None
+        return wait_until(find, f"{role} {beginning}")
+
+    def text_of(self, role, name):
+        """What stands in a field."""
+        from gi.repository import Atspi
+        field = self.wait_for(role, name)
+        return Atspi.Text.get_text(field, 0, Atspi.Text.get_character_count(field))
+
+    def enter(self, role, name, text):
+        """Puts the text in place of what is in a field."""
+        from gi.repository import Atspi
+        Atspi.EditableText.set_text_contents(self.wait_for(role, name), text)
+        wait_until(lambda: self.text_of(role, name) == text, f"{name} holds {text}")
 
 
 def use_bindings():

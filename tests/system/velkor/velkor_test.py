@@ -14,52 +14,11 @@ import unittest
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).parent))
-from desktop import Desktop, PASSWORD, PATIENCE, Program, Service, use_bindings, wait_until  # noqa: E402
-
-BUILD = pathlib.Path()
-POSTINGS = 90  # more than the list shows at once
+from desktop import PASSWORD, PATIENCE, Program, wait_until  # noqa: E402
+from front_end import FrontEndCase, POSTINGS, ids_of  # noqa: E402
 
 
-def ids_of(items):
-    return [item["id"] for item in items]
-
-
-class FrontEnd(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.desktop = Desktop()
-        cls.addClassCleanup(cls.desktop.close)
-        use_bindings()
-
-    def setUp(self):
-        directory = self.desktop.home / self.id()
-        directory.mkdir()
-        self.desktop.environment["HOME"] = str(directory)
-
-    def service(self, **options):
-        service = Service(self.desktop, BUILD, POSTINGS, **options)
-        self.addCleanup(service.stop)
-        return service
-
-    def service_with_cache(self):
-        service = self.service()
-        service.velkorctl("update")
-        return service
-
-    def start(self, service, *words):
-        program = Program(service, *words)
-        self.addCleanup(program.kill)
-        program.wait_for("frame", "Velkor")
-        return program
-
-    def quit(self, program):
-        self.desktop.press("ctrl+q")
-        self.assertEqual(program.wait(), 0, program.printed())
-
-    def search(self, text):
-        self.desktop.press("ctrl+f")
-        self.desktop.type(text)
-
+class FrontEnd(FrontEndCase):
     def test_the_list_shows_what_velkorctl_lists(self):
         service = self.service_with_cache()
         expected = ids_of(service.listed())
@@ -230,7 +189,7 @@ class FrontEnd(unittest.TestCase):
         posting = ids_of(service.listed())[4]
         self.open_posting(service, program, posting)
         for told in ("The moderators have been warned", "The server already has this from you."):
-            self.desktop.press("ctrl+m")
+            self.desktop.press("ctrl+shift+m")
             program.wait_for_focus("text", "What is wrong with this spot?")
             self.desktop.type("dubbel")
             self.desktop.press("Return")
@@ -346,7 +305,7 @@ class CommandLine(unittest.TestCase):
 
     def run_velkor(self, *words):
         environment = {"PATH": os.defpath, "LC_ALL": "C.UTF-8", "HOME": "/nonexistent"}
-        return subprocess.run([BUILD / "bin/velkor", *words], env=environment, capture_output=True,
+        return subprocess.run([FrontEndCase.build / "bin/velkor", *words], env=environment, capture_output=True,
                               text=True, timeout=PATIENCE)
 
     def test_help_and_version(self):
@@ -363,5 +322,5 @@ class CommandLine(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    BUILD = pathlib.Path(sys.argv.pop(1)).resolve()
+    FrontEndCase.build = pathlib.Path(sys.argv.pop(1)).resolve()
     unittest.main(verbosity=2)

@@ -1,0 +1,213 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
+"""Uses the pages beside the spots as a person does, and looks at what that changed.
+
+usage: pages_test.py BUILD_DIRECTORY [TEST ...]
+"""
+import json
+import pathlib
+import sys
+import unittest
+
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(pathlib.Path(__file__).parent))
+from desktop import PASSWORD, wait_until  # noqa: E402
+from front_end import FrontEndCase, ids_of  # noqa: E402
+
+
+class PagesCase(FrontEndCase):
+    postings = 15  # every part of the list takes time to look at
+
+    def setting_lines(self, key):
+        """The values of a setting in the file, which the front end writes."""
+        lines = (self.home() / ".velkor/velkor.conf").read_text().splitlines()
+        return [line.partition("=")[2] for line in lines if line.startswith(key + "=")]
+
+
+class SettingsPage(PagesCase):
+    def open_settings(self, program):
+        self.desktop.press("ctrl+comma")
+        program.wait_for("text", "Port of the proxy")
+
+    def test_a_refused_value_is_said_at_its_field_and_a_good_one_saved(self):
+        program = self.start_with_list(self.service_with_cache())
+        self.open_settings(program)
+        program.enter("text", "Port of the proxy", "70000")
+        self.desktop.press("ctrl+s")
+        program.wait_for_text("Not taken: a number from 1 to 65535 is needed.")
+        self.assertEqual(self.setting_lines("proxyPort"), [])
+        program.enter("text", "Port of the proxy", "8118")
+        self.desktop.press("ctrl+s")
+        wait_until(lambda: self.setting_lines("proxyPort") == ["8118"], "the port is saved")
+        wait_until(lambda: not program.shows("Not taken"), "the refusal is gone")
+        self.desktop.press("ctrl+z")
+        wait_until(lambda: self.setting_lines("proxyPort") == [], "the port is gone again")
+        self.desktop.press("Escape")
+        wait_until(lambda: not program.showing("text", "Port of the proxy"), "the page is left")
+        self.quit(program)
+
+    def test_bad_words_tell_what_they_drop_before_they_do(self):
+        service = self.service_with_cache()
+        word = service.listed()[0]["title"].split()[0].lower()
+        doomed = [item for item in service.listed() if word in item["title"].lower()]
+        program = self.start_with_list(service)
+        self.open_settings(program)
+        program.enter("text", "Bad words", word)
+        program.wait_for_text(f"{len(doomed)} spot")
+        self.assertEqual(self.setting_lines("badword"), [])
+        self.desktop.press("ctrl+s")
+        wait_until(lambda: self.setting_lines("badword") == [word], "the word is saved")
+        self.quit(program)
+        kept = ids_of(service.listed())
+        self.assertEqual(len(kept), self.postings - len(doomed))
+        self.assertFalse(set(kept) & {item["id"] for item in doomed})
+
+    def test_the_age_limit_says_that_it_deletes(self):
+        program = self.start_with_list(self.service_with_cache())
+        self.open_settings(program)
+        program.wait_for_text("An update deletes older spots from the cache: ")
+        self.quit(program)
+
+    def test_a_first_start_takes_the_server(self):
+        service = self.service(account=False)
+        service.options = service.options[4:]  # without those that name the servers
+        host = service.host
+        program = self.start(service)
+        program.wait_for_text("Welcome to Velkor")
+        self.desktop.type("demo")
+        self.desktop.press("Tab")
+        self.desktop.type(PASSWORD)
+        self.desktop.press("alt+s")
+        program.enter("text", "Server", "no server")
+        program.enter("text", "Server of the downloads", host)
+        program.press_button("Continue")
+        program.wait_for_text("This is not a server")
+        program.enter("text", "Server", host)
+        program.press_button("Continue")
+        program.wait_for_text(f"{self.postings} spots received.")
+        self.assertIn(f"main={host}\n", (self.home() / ".config/velkor/servers.ini").read_text())
+        self.quit(program)
+
+
+class MessagesPage(PagesCase):
+    def open_messages(self, program):
+        self.desktop.press("ctrl+m")
+        program.wait_for("push button", "New message")
+
+    def messages_in_the_file(self, service):
+        return json.loads(service.velkorctl("mail", "list", "--format", "json"))["items"]
+
+    def test_a_message_is_written_fetched_read_deleted_and_put_back(self):
+        service = self.service_with_cache()
+        program = self.start_with_list(service)
+        self.open_messages(program)
+        program.wait_for_text("No messages yet.")
+        self.desktop.press("ctrl+n")
+        program.enter("text", "To", "demo")
+        program.enter("text", "Subject", "Haven")
+        program.enter("text", "Text of the message", "Tot morgen")
+        self.desktop.press("ctrl+Return")
+        program.wait_for_text("The message has been sent.")
+        program.press_button("Fetch")
+        program.wait_for_text("1 new message.")
+        program.wait_for_text("Unread: Haven, From demo")
+        self.desktop.press("Home", "space")
+        wait_until(lambda: program.shows("Haven, From demo"), "the message has been read")
+        self.assertEqual(len((self.home() / ".config/velkor/read-messages").read_text().split()), 1)
+        self.desktop.press("Delete")
+        program.wait_for_text("The message is deleted")
+        wait_until(lambda: not program.shows("Haven, From demo"), "the message is gone")
+        self.desktop.press("ctrl+z")
+        program.wait_for_text("Haven, From demo")
+        self.quit(program)
+        kept = self.messages_in_the_file(service)
+        self.assertEqual([(one["direction"], one["body"]) for one in kept],
+                         [("sent", "Tot morgen"), ("received", "Tot morgen")])
+
+    def test_what_cannot_be_sent_is_kept(self):
+        program = self.start_with_list(self.service_with_cache())
+        self.open_messages(program)
+        self.desktop.press("ctrl+n")
+        program.enter("text", "To", "nobody-of-this-name")
+        program.enter("text", "Text of the message", "Tot morgen")
+        self.desktop.press("ctrl+Return")
+        program.wait_for_text("The server knows no user of this name.")
+        self.assertEqual(program.text_of("text", "Text of the message"), "Tot morgen")
+        self.quit(program)
+
+
+class WatchlistPage(PagesCase):
+    def open_watchlist(self, program):
+        self.desktop.press("ctrl+shift+d")
+        program.wait_for("push button", "Get from the server")
+
+    def watched(self):
+        return [line for line in self.setting_lines("watchlist") if line]
+
+    def test_the_watchlist_is_stored_on_the_server_and_got_back(self):
+        service = self.service_with_cache()
+        posting = service.listed()[3]
+        program = self.start_with_list(service)
+        self.open_watchlist(program)
+        program.wait_for_text("No spots on the watchlist.")
+        program.enter("text", "Number of a spot", "no number")
+        program.press_button("Add")
+        program.wait_for_text("This is not the number of a spot.")
+        program.enter("text", "Number of a spot", str(posting["id"]))
+        program.press_button("Add")
+        program.name_of("list item", posting["title"])
+        wait_until(lambda: self.watched() == [str(posting["id"])], "it is watched")
+        program.press_button("Store on the server")
+        program.wait_for_text("The server keeps this watchlist now.")
+        self.desktop.press("Escape", "ctrl+shift+d", "Home", "Delete")
+        program.wait_for_text("Taken off the watchlist")
+        wait_until(lambda: self.watched() == [], "it is no longer watched")
+        program.press_button("Get from the server")
+        program.wait_for_text("1 spot added.")
+        program.name_of("list item", posting["title"])
+        self.assertEqual(self.watched(), [str(posting["id"])])
+        self.quit(program)
+
+    def test_a_failure_leaves_the_watchlist(self):
+        service = self.service_with_cache()
+        posting = service.listed()[3]
+        service.velkorctl("watch", "add", str(posting["id"]))
+        program = self.start_with_list(service)
+        self.open_watchlist(program)
+        program.name_of("list item", posting["title"])
+        service.command("/fault?path=*&kind=database")
+        program.press_button("Get from the server")
+        program.wait_for_text("Database-storing")
+        self.assertEqual(self.watched(), [str(posting["id"])])
+        self.quit(program)
+
+
+class ProfilePage(PagesCase):
+    def test_the_profile_of_a_poster_is_that_of_the_server(self):
+        service = self.service_with_cache()
+        posting = service.listed()[3]
+        profile = json.loads(service.velkorctl("profile", posting["poster"], "--format", "json"))["item"]
+        program = self.start_with_list(service)
+        service.velkorctl("open", str(posting["id"]))
+        program.wait_for_text(service.shown(posting["id"])["description"])
+        self.desktop.press("ctrl+p")
+        program.wait_for("label", profile["name"])
+        program.wait_for("label", f"{profile['spots']:n}")
+        program.press_button("Write a message")
+        wait_until(lambda: program.text_of("text", "To") == profile["name"], "a message is begun")
+        self.quit(program)
+
+    def test_a_failure_is_said_in_place_of_the_profile(self):
+        service = self.service_with_cache()
+        posting = service.listed()[3]
+        program = self.start_with_list(service)
+        service.velkorctl("open", str(posting["id"]))
+        program.wait_for_text(service.shown(posting["id"])["description"])
+        service.command("/fault?path=*&kind=database")
+        self.desktop.press("ctrl+p")
+        program.wait_for_text("Database-storing")
+        self.quit(program)
+
+
+if __name__ == "__main__":
+    FrontEndCase.build = pathlib.Path(sys.argv.pop(1)).resolve()
+    unittest.main(verbosity=2)
