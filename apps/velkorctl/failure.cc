@@ -8,6 +8,7 @@
 
 #include <velkor/zox_app_core.h>
 
+#include "velkorctl/english.h"
 #include "velkorctl/interruption.h"
 
 namespace velkor::ctl {
@@ -77,7 +78,7 @@ bool LibraryResult::failed() const noexcept {
 
 std::string LibraryResult::message() const {
   const std::string sentence = code == ZOX_RESULT_SUCCESS ? "the server reports an error"
-                                                          : sentence_of(code, server_text.get());
+                                                          : explained(code, server_text.get());
   const std::string where = request ? request->words() : "";
   return sentence + " (" + operation + (where.empty() ? "" : ", ") + where + ")";
 }

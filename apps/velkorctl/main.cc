@@ -14,6 +14,7 @@
 
 #include "velkorctl/command_line.h"
 #include "velkorctl/commands.h"
+#include "velkorctl/english.h"
 #include "velkorctl/formats.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/safe_text.h"
@@ -90,7 +91,9 @@ bool asks_for_json(const std::vector<std::string> &words) {
 }
 
 Exit run_and_report(const std::vector<std::string> &words, Output::Stream stream) {
-  set_json_messages(asks_for_json(words));
+  const bool json = asks_for_json(words);
+  set_json_messages(json);
+  set_english_added(!json && !session_is_dutch());
   try {
     return run(words, stream);
   } catch (const Failure &failure) {

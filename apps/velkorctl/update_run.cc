@@ -13,6 +13,7 @@
 #include <velkor/zox_http_curl.h>
 
 #include "velkorctl/ageing.h"
+#include "velkorctl/english.h"
 #include "velkorctl/failure.h"
 #include "velkorctl/messages.h"
 #include "velkorctl/record_printer.h"
@@ -90,7 +91,7 @@ bool UpdateRun::run() {
   if (result.code == ZOX_RESULT_NOTHING_NEW && !(result.request && result.request->refused())) {
     outcome_.nothing_new = sentence_of(result.code, nullptr);
     outcome_.cached = zox_eventlist_get_count(core->eventlist, 0);
-    say(outcome_.nothing_new);
+    say(explained(result.code, nullptr));
     return false;
   }
   require_success(result);

@@ -211,7 +211,8 @@ TEST_F(VelkorctlPost, AFailureIsReported) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err, "velkorctl: sending the posting\n"
-                         "velkorctl: Database-storing op de ZOX server (sending the posting, " +
+                         "velkorctl: Database-storing op de ZOX server [the database of the server "
+                         "has failed] (sending the posting, " +
                              server.host() + ")\n");
 }
 
@@ -233,7 +234,8 @@ TEST_F(VelkorctlPost, AFailureAfterPostingNamesThePosting) {
   const ProcessResult outcome = run_program(words);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.err,
-              HasSubstr("Database-storing op de ZOX server (sending the posting, " +
+              HasSubstr("Database-storing op de ZOX server [the database of the server has failed] "
+                        "(sending the posting, " +
                         failing.host() + "); posting 501 is on the server without the rest\n"));
 }
 
@@ -252,7 +254,7 @@ TEST_F(VelkorctlSignup, CreatesAnAccountAndUsesIt) {
       run_with_input({"signup", "newby", "newby@example.org", "--password-stdin"}, "geheim\n");
   EXPECT_EQ(again.status, 1);
   EXPECT_EQ(again.err, "velkorctl: Er is reeds iemand geregistreerd met de opgegeven "
-                       "gebruikersnaam (creating the account)\n");
+                       "gebruikersnaam [the user name is taken] (creating the account)\n");
 }
 
 TEST_F(VelkorctlSignup, ThePasswordIsNeverAnArgument) {

@@ -32,8 +32,21 @@ TEST_F(VelkorctlFailure, AClosedConnectionIsNamed) {
   server.reply(kudos, StubReply{.close_at_once = true});
   const ProcessResult outcome = run({"kudos", "7"});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.err, "velkorctl: Onbekende fout opgetreden (asking for the kudos, " +
-                             server.host() + ": Empty reply from server)\n");
+  EXPECT_EQ(outcome.err,
+            "velkorctl: Onbekende fout opgetreden [an unknown error] (asking for the kudos, " +
+                server.host() + ": Empty reply from server)\n");
+}
+
+TEST_F(VelkorctlFailure, TheEnglishSentenceIsNeitherForDutchSessionsNorForScripts) {
+  server.reply(kudos, StubReply{.close_at_once = true});
+  const std::string end = " (asking for the kudos, " + server.host() + ": Empty reply from server)";
+  for (const char *language : {"nl_NL.UTF-8", "nl", "nl_BE@euro"})
+    EXPECT_EQ(run({"kudos", "7"}, {.environment = {{"LC_ALL", language}}}).err,
+              "velkorctl: Onbekende fout opgetreden" + end + "\n");
+  EXPECT_THAT(run({"kudos", "7"}, {.environment = {{"LC_ALL", "nlx"}}}).err,
+              HasSubstr("[an unknown error]"));
+  EXPECT_THAT(run({"kudos", "7", "--format", "json"}).err,
+              HasSubstr("\"message\":\"Onbekende fout opgetreden" + end + "\""));
 }
 
 TEST_F(VelkorctlFailure, AShortBodyIsNamedWithTheDump) {
@@ -167,7 +180,8 @@ TEST_F(VelkorctlHttps, TheDoctorFindsAServerThatCannotBeTrusted) {
   const ProcessResult outcome = run({"doctor"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.out,
-              AllOf(HasSubstr("main server: Onbekende fout opgetreden (asking the main server, " +
+              AllOf(HasSubstr("main server: Onbekende fout opgetreden [an unknown error] (asking "
+                              "the main server, " +
                               server.host() + ": SSL certificate problem: "),
                     HasSubstr("-> check --server, --static-server, --ca-file and the clock")));
   EXPECT_THAT(run({"--ca-file", authority.certificate(), "doctor"}).out,

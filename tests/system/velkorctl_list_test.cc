@@ -254,7 +254,8 @@ TEST_F(VelkorctlGroups, AFailedFetchKeepsTheOldOnes) {
   server.fault("/3.7.3/xml-groups.php", "database", 1);
   const ProcessResult outcome = run({"groups", "--fetch"});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.err, "velkorctl: Database-storing op de ZOX server (fetching the newsgroups, " +
+  EXPECT_EQ(outcome.err, "velkorctl: Database-storing op de ZOX server [the database of the server "
+                         "has failed] (fetching the newsgroups, " +
                              server.host() + ")\n");
   EXPECT_EQ(output({"groups"}), before);
 }

@@ -112,7 +112,8 @@ TEST_F(VelkorctlShow, ReportsAPostingThatNoLongerExists) {
   const ProcessResult outcome = run({"show", "9"});
   EXPECT_EQ(outcome.status, 7);
   EXPECT_EQ(outcome.err, "velkorctl: Gegevens van de opgevraagde ZOX posting zijn niet meer "
-                         "beschikbaar op de ZOX server (asking for the details, " +
+                         "beschikbaar op de ZOX server [the server does not have the posting any "
+                         "more] (asking for the details, " +
                              server.host() + ")\n");
 }
 

@@ -58,7 +58,9 @@ TEST_F(VelkorctlUpdate, NothingNewIsAFailureOnlyOnRequest) {
   ASSERT_EQ(run({"update"}).status, 0);
   const ProcessResult quiet = run({"update"});
   EXPECT_EQ(quiet.status, 0);
-  EXPECT_EQ(quiet.err, "velkorctl: Geen nieuwe ZOX postings sinds laatste update\n");
+  EXPECT_EQ(quiet.err,
+            "velkorctl: Geen nieuwe ZOX postings sinds laatste update [nothing new since "
+            "the last update]\n");
   EXPECT_EQ(run({"update", "--exit-code"}).status, 5);
 }
 
@@ -76,18 +78,18 @@ TEST_F(VelkorctlUpdate, AWrongPasswordIsReportedInTheServicesWords) {
   settings("username=demo\npassword=wrong\n");
   const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 3);
-  EXPECT_EQ(outcome.err,
-            "velkorctl: Ongeldige username/wachtwoord opgegeven (asking what is new, " +
-                server.host() + ")\n");
+  EXPECT_EQ(outcome.err, "velkorctl: Ongeldige username/wachtwoord opgegeven [the user name or the "
+                         "password is wrong] (asking what is new, " +
+                             server.host() + ")\n");
 }
 
 TEST_F(VelkorctlUpdate, AServerNoticeCannotControlTheTerminal) {
   server.fault(question, "message", 1, "Onder\033[2Jhoud");
   const ProcessResult outcome = run({"update"});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.err,
-            "velkorctl: Servermededeling ontvangen: Onder\uFFFD[2Jhoud (asking what is new, " +
-                server.host() + ")\n");
+  EXPECT_EQ(outcome.err, "velkorctl: Servermededeling ontvangen: Onder\uFFFD[2Jhoud [a notice of "
+                         "the server] (asking what is new, " +
+                             server.host() + ")\n");
 }
 
 TEST_F(VelkorctlUpdate, AnUnreachableServerIsAFailure) {

@@ -5,6 +5,7 @@
 
 #include "support/owned.h"
 #include "velkorctl/doctor/examination.h"
+#include "velkorctl/english.h"
 
 namespace velkor::ctl::doctor {
 
@@ -21,7 +22,7 @@ Findings check_plugin() {
   if (code == ZOX_RESULT_UNAUTHORIZED)
     return {{"plug-in", name + " exists; it is not tried without a password"}};
   if (code != ZOX_RESULT_SUCCESS)
-    return {{"plug-in", name + ": " + sentence_of(code, nullptr),
+    return {{"plug-in", name + ": " + explained(code, nullptr),
              "install a plug-in that is made for this computer and this version"}};
   return {{"plug-in", name + " works"}};
 }
