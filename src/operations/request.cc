@@ -118,7 +118,10 @@ gboolean ZoxRequest::end_on_context(gpointer data) noexcept {
 void ZoxRequest::publish() noexcept {
   if (published_.exchange(true) || !work_.publish || final_state_ != ZOX_REQUEST_DONE)
     return;
+  begin_file_operation();
   work_.publish(outcome_);
+  if (file_outcome().status > file_outcome_.status)
+    file_outcome_ = file_outcome();
   final_state_ = judge();
 }
 

@@ -2,7 +2,10 @@
 /** Requests about the community: what they send and what they bring. */
 #include <velkor/zox_request.h>
 
+#include <filesystem>
+
 #include <velkor/zox_config.h>
+#include <velkor/zox_file.h>
 #include <velkor/zox_groups.h>
 #include <velkor/zox_mail.h>
 #include <velkor/zox_myzox.h>
@@ -92,6 +95,17 @@ TEST_F(CommunityRequest, FetchedMailJoinsTheBoxOnTheMainLoop) {
   EXPECT_EQ(count, 2U);
   EXPECT_EQ(zox_request_number(told), 2);
   EXPECT_THAT(shown(core->mail), ElementsAre("1 anna/s/b", "1 bert/s/b"));
+}
+
+TEST_F(CommunityRequest, FetchedMailThatCannotBeSavedIsTold) {
+  ASSERT_TRUE(std::filesystem::create_directories(sandbox.cache() / "velkor.mail" / "in-the-way"));
+  server.reply("/3.7.3/xml-mail.php", "<Mail>" + received("anna") + "</Mail>");
+  ZoxFileStatus status = ZOX_FILE_FINE;
+  told.on_done = [&status] { status = zox_file_last_error()->status; };
+  run(zox_request_mail_fetch);
+  EXPECT_THAT(told.events, ElementsAreArray(done));
+  EXPECT_EQ(status, static_cast<ZoxFileStatus>(ZOX_FILE_NOT_WRITTEN));
+  EXPECT_THAT(shown(core->mail), ElementsAre("1 anna/s/b"));
 }
 
 TEST_F(CommunityRequest, SentMailJoinsTheBox) {
