@@ -74,8 +74,8 @@ void CategoryList::add_row(const TreeEntry &entry) {
   list_.append(*row);
 }
 
-std::size_t CategoryList::selected() const {
-  const Gtk::ListBoxRow *row = const_cast<Gtk::ListBox &>(list_).get_selected_row();
+std::size_t CategoryList::selected() {
+  const Gtk::ListBoxRow *row = list_.get_selected_row();
   return row == nullptr ? 0 : static_cast<std::size_t>(std::max(row->get_index(), 0));
 }
 

@@ -18,7 +18,7 @@ public:
 
   /** Shows the entries of another snapshot and selects `entry`, without telling. */
   void set_tree(const std::vector<TreeEntry> &tree, std::size_t entry);
-  [[nodiscard]] std::size_t selected() const;
+  [[nodiscard]] std::size_t selected();
   /** Selects the entry that holds everything. */
   void select_first();
   void focus_list();

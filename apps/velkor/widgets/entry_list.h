@@ -24,6 +24,8 @@ public:
   /** @param name  what a screen reader calls the list */
   explicit EntryList(const Glib::ustring &name);
   ~EntryList() override;
+  EntryList(const EntryList &) = delete;
+  EntryList &operator=(const EntryList &) = delete;
 
   /** Shows other entries. The one that was chosen stays so, if it is among them. */
   void set_entries(const std::vector<ListEntry> &entries);

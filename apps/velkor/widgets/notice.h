@@ -13,6 +13,8 @@ class Notice : public Gtk::Revealer {
 public:
   Notice();
   ~Notice() override;
+  Notice(const Notice &) = delete;
+  Notice &operator=(const Notice &) = delete;
 
   /** Shows the text for a while, in place of an earlier one. */
   void show_text(const Glib::ustring &text, std::function<void()> undo = {});

@@ -35,6 +35,8 @@ public:
   static Glib::RefPtr<RowList> create();
 
   ~RowList() override;
+  RowList(const RowList &) = delete;
+  RowList &operator=(const RowList &) = delete;
 
   enum class Pace { at_once, after_a_pause };
 

@@ -16,6 +16,8 @@ class SettingRow : public Gtk::Box {
 public:
   SettingRow(const SettingField &field, const Glib::ustring &name);
   ~SettingRow() override;
+  SettingRow(const SettingRow &) = delete;
+  SettingRow &operator=(const SettingRow &) = delete;
 
   [[nodiscard]] const std::string &key() const noexcept { return key_; }
   /** The values in the editor, in the form of the file. */

@@ -24,6 +24,8 @@ public:
   /** @param watched  the watchlist, which outlives the table */
   SpotTable(const Remembered &remembered, const std::unordered_set<std::int32_t> &watched);
   ~SpotTable() override;
+  SpotTable(const SpotTable &) = delete;
+  SpotTable &operator=(const SpotTable &) = delete;
 
   /** Shows other rows. Selection and place are kept if the query is the one before. */
   void set_view(SharedView view);

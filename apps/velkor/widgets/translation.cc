@@ -1,10 +1,11 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "widgets/translation.h"
 
-#include <clocale>
 #include <cstddef>
 #include <memory>
 #include <string>
+
+#include <langinfo.h>
 
 #include "support/owned.h"
 
@@ -17,7 +18,7 @@ using OwnedDateTime = std::unique_ptr<GDateTime, ReleaseWith<g_date_time_unref>>
 
 Glib::ustring number_text(std::int64_t number) {
   constexpr std::size_t digits = 3;
-  const std::string separator = std::localeconv()->thousands_sep;
+  const std::string separator = nl_langinfo(THOUSEP);
   std::string text = std::to_string(number);
   const std::size_t sign = number < 0 ? 1 : 0;
   for (std::size_t place = text.size(); place > sign + digits;)

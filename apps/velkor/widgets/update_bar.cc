@@ -17,7 +17,7 @@ Glib::ustring words_for_progress(const UpdateProgress &progress) {
     return _("Saving the spots…");
   if (progress.dump < 1)
     return _("Asking the server what is new…");
-  const Glib::ustring dump =
+  Glib::ustring dump =
       Glib::ustring::compose(_("Download %1 of %2"), progress.dump, progress.dumps);
   if (progress.received == 0)
     return dump;

@@ -22,6 +22,8 @@ public:
   /** @param servers_file  where the choice of servers is kept */
   AccountPage(Session &session, std::filesystem::path servers_file);
   ~AccountPage() override;
+  AccountPage(const AccountPage &) = delete;
+  AccountPage &operator=(const AccountPage &) = delete;
 
   /** The page comes into view. */
   void begin();

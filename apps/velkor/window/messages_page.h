@@ -25,6 +25,8 @@ public:
   /** @param marks_file  where it is kept which messages have been read */
   MessagesPage(Session &session, Notice &notice, const std::filesystem::path &marks_file);
   ~MessagesPage() override;
+  MessagesPage(const MessagesPage &) = delete;
+  MessagesPage &operator=(const MessagesPage &) = delete;
 
   void begin() override;
   /** Begins a message to that user. */

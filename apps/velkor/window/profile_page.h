@@ -18,6 +18,8 @@ class ProfilePage : public Page {
 public:
   explicit ProfilePage(Session &session);
   ~ProfilePage() override;
+  ProfilePage(const ProfilePage &) = delete;
+  ProfilePage &operator=(const ProfilePage &) = delete;
 
   void begin() override;
   /** From now on the page is that of this user. */

@@ -26,6 +26,8 @@ public:
   /** @param servers_file  where the choice of servers is kept */
   SettingsPage(Session &session, Notice &notice, std::filesystem::path servers_file);
   ~SettingsPage() override;
+  SettingsPage(const SettingsPage &) = delete;
+  SettingsPage &operator=(const SettingsPage &) = delete;
 
   void begin() override;
   /** What the consequences of settings are counted in. */

@@ -26,6 +26,8 @@ public:
   SpotsPage(const Remembered &remembered, const std::unordered_set<std::int32_t> &watched,
             Heartbeat &heartbeat);
   ~SpotsPage() override;
+  SpotsPage(const SpotsPage &) = delete;
+  SpotsPage &operator=(const SpotsPage &) = delete;
 
   void set_snapshot(SharedSnapshot snapshot);
   void set_search(const std::string &text);

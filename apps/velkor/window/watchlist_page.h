@@ -23,6 +23,8 @@ public:
   /** @param watched  the watchlist, which outlives the page */
   WatchlistPage(Session &session, const std::unordered_set<std::int32_t> &watched);
   ~WatchlistPage() override;
+  WatchlistPage(const WatchlistPage &) = delete;
+  WatchlistPage &operator=(const WatchlistPage &) = delete;
 
   void begin() override;
   void set_snapshot(SharedSnapshot snapshot);
