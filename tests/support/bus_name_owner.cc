@@ -71,19 +71,19 @@ GDBusMessage *BusNameOwner::take(GDBusConnection *bus, GDBusMessage *message, gb
     owner->calls_.push_back(g_dbus_message_get_member(message) + arguments_of(message));
   }
   GDBusMessage *reply = g_dbus_message_new_method_reply(message);
-  if (GVariant *body = owner->reply_to(g_dbus_message_get_member(message)))
-    g_dbus_message_set_body(reply, body);
+  if (const OwnedVariant body = owner->reply_to(g_dbus_message_get_member(message)))
+    g_dbus_message_set_body(reply, body.get());
   g_dbus_connection_send_message(bus, reply, G_DBUS_SEND_MESSAGE_FLAGS_NONE, nullptr, nullptr);
   g_object_unref(reply);
   g_object_unref(message);
   return nullptr;
 }
 
-GVariant *BusNameOwner::reply_to(const char *method) const {
+BusNameOwner::OwnedVariant BusNameOwner::reply_to(const char *method) const {
   const auto found = replies_.find(method);
-  return found == replies_.end()
-             ? nullptr
-             : g_variant_parse(nullptr, found->second.c_str(), nullptr, nullptr, nullptr);
+  return OwnedVariant(found == replies_.end() ? nullptr
+                                              : g_variant_parse(nullptr, found->second.c_str(),
+                                                                nullptr, nullptr, nullptr));
 }
 
 std::vector<std::string> BusNameOwner::calls() const {

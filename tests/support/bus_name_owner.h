@@ -5,11 +5,14 @@
 #define VELKOR_TESTS_SUPPORT_BUS_NAME_OWNER_H
 
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
 
 #include <gio/gio.h>
+
+#include "support/owned.h"
 
 namespace velkor::test {
 
@@ -31,7 +34,8 @@ private:
   static GDBusMessage *take(GDBusConnection *bus, GDBusMessage *message, gboolean incoming,
                             gpointer self) noexcept;
 
-  [[nodiscard]] GVariant *reply_to(const char *method) const;
+  using OwnedVariant = std::unique_ptr<GVariant, ReleaseWith<g_variant_unref>>;
+  [[nodiscard]] OwnedVariant reply_to(const char *method) const;
 
   std::string name_;
   Replies replies_;
