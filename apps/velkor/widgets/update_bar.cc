@@ -10,6 +10,7 @@
 
 #include "support/owned.h"
 #include "widgets/accessible_name.h"
+#include "widgets/page.h"
 #include "widgets/translation.h"
 
 namespace velkor::app {
@@ -92,6 +93,17 @@ std::vector<Glib::ustring> lines_for_watchers(const std::vector<WatcherGroup> &g
   return lines;
 }
 
+Glib::ustring words_for_question(std::size_t spots, std::int32_t age_limit) {
+  const char *form = ngettext(
+      "The update would remove the %1 spot that is not on the watchlist: it is older than %2, "
+      "the age limit in the settings. Is the clock of this computer right?",
+      "The update would remove all %1 spots that are not on the watchlist: they are older than "
+      "%2, the age limit in the settings. Is the clock of this computer right?",
+      spots);
+  return Glib::ustring::compose(form, number_text(static_cast<std::int64_t>(spots)),
+                                counted("%1 day", "%1 days", age_limit));
+}
+
 /** Its text may fill several lines. */
 void prepare(Gtk::Label &label) {
   label.set_xalign(0);
@@ -126,33 +138,41 @@ Glib::ustring words_for(const UpdateOutcome &outcome) {
   return words;
 }
 
-UpdateBar::UpdateBar() : stop_button_(_("_Stop"), true) {
+UpdateBar::UpdateBar()
+    : stop_button_(_("_Stop"), true), update_button_(_("_Update anyway"), true),
+      settings_button_(_("_Settings"), true), not_now_button_(_("_Not now"), true) {
   line_.add_css_class("update-bar");
   prepare(text_);
   texts_.append(text_);
   texts_.append(watchers_);
   texts_.set_hexpand(true);
-  texts_.set_valign(Gtk::Align::CENTER);
-  bar_.set_valign(Gtk::Align::CENTER);
   bar_.set_size_request(200, -1);
   stop_button_.signal_clicked().connect([this] { stop_.emit(); });
+  update_button_.signal_clicked().connect([this] { update_anyway_.emit(); });
+  settings_button_.set_action_name("win.settings");
+  not_now_button_.signal_clicked().connect([this] {
+    show_only({});
+    set_reveal_child(false);
+  });
+  for (Gtk::Button *button : {&update_button_, &settings_button_, &not_now_button_})
+    name_by_label_alone(*button);
   close_button_.set_icon_name("window-close-symbolic");
   close_button_.set_tooltip_text(_("Close"));
   set_accessible_name(close_button_, _("Close"));
   close_button_.add_css_class("flat");
   close_button_.signal_clicked().connect([this] { set_reveal_child(false); });
   for (Gtk::Widget *part :
-       std::initializer_list<Gtk::Widget *>{&texts_, &bar_, &stop_button_, &close_button_})
+       std::initializer_list<Gtk::Widget *>{&texts_, &bar_, &stop_button_, &update_button_,
+                                            &settings_button_, &not_now_button_, &close_button_}) {
+    part->set_valign(Gtk::Align::CENTER);
     line_.append(*part);
+  }
   set_child(line_);
 }
 
 void UpdateBar::begin() {
   bar_.set_fraction(0);
-  bar_.set_visible(true);
-  stop_button_.set_visible(true);
-  stop_button_.set_sensitive(true);
-  close_button_.set_visible(false);
+  show_only({&bar_, &stop_button_});
   show_watchers({});
   show_progress({});
   set_reveal_child(true);
@@ -164,9 +184,7 @@ void UpdateBar::show_progress(const UpdateProgress &progress) {
 }
 
 void UpdateBar::show_outcome(const UpdateOutcome &outcome) {
-  bar_.set_visible(false);
-  stop_button_.set_visible(false);
-  close_button_.set_visible(true);
+  show_only({&close_button_});
   show_text(words_for(outcome));
   show_watchers(lines_for_watchers(outcome.watchers));
 }
@@ -179,6 +197,21 @@ void UpdateBar::show_watchers(const std::vector<Glib::ustring> &lines) {
     prepare(*label);
     watchers_.append(*label);
   }
+}
+
+void UpdateBar::show_question(std::size_t spots, std::int32_t age_limit) {
+  // Not with the button that has an icon: its baseline is another, which GTK measures wrongly.
+  show_only({&update_button_, &settings_button_, &not_now_button_});
+  show_text(words_for_question(spots, age_limit));
+  show_watchers({});
+  set_reveal_child(true);
+}
+
+void UpdateBar::show_only(std::initializer_list<const Gtk::Widget *> shown) {
+  for (Gtk::Widget *part = bar_.get_next_sibling(); part != nullptr;
+       part = part->get_next_sibling())
+    part->set_visible(std::ranges::find(shown, part) != shown.end());
+  bar_.set_visible(std::ranges::find(shown, &bar_) != shown.end());
 }
 
 /** Progress comes often and mostly reads the same. */

@@ -152,6 +152,32 @@ class FrontEnd(FrontEndCase):
         self.assertNotIn("deleted", told)
         self.quit(program)
 
+    def test_an_update_that_would_empty_the_list_asks_first(self):
+        service = self.service(now=int(time.time()) - 100 * 86400)
+        service.velkorctl("update")
+        before = ids_of(service.listed())
+        program = self.start_with_list(service)
+        added = service.command("/posting?Title=Een+nieuwe+haven&Cat=0&SCat=0&Tags=|a0|&Poster=anna")
+        asked = len(service.requests("/3.7.3/xml.php"))
+        self.desktop.press("F5")
+        program.wait_for("label", f"The update would remove all {len(before)} spots that are not on the watchlist: "
+                         "they are older than 14 days, the age limit in the settings. "
+                         "Is the clock of this computer right?")
+        self.desktop.press("alt+s")
+        program.wait_for("text", "Port of the proxy")
+        self.desktop.press("Escape")
+        program.wait_for_rows(before)
+        self.assertEqual(len(service.requests("/3.7.3/xml.php")), asked)
+        self.desktop.press("alt+n")
+        wait_until(lambda: not program.find("push button", "Not now"), "the question is gone")
+        self.desktop.press("F5")
+        program.wait_for("push button", "Update anyway")
+        self.desktop.press("alt+u")
+        program.wait_for_text("1 spot received.")
+        program.wait_for_rows([added["id"]])
+        self.assertIsNone(program.find("push button", "Update anyway"))
+        self.quit(program)
+
     def test_other_programs_open_postings_in_the_one_instance(self):
         service = self.service_with_cache()
         posting = ids_of(service.listed())[7]
