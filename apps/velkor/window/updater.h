@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <unordered_set>
+#include <utility>
 
 #include <gtkmm.h>
 
