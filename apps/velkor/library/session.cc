@@ -10,6 +10,7 @@
 #include <velkor/zox_http_curl.h>
 #include <velkor/zox_watchlist.h>
 
+#include "library/age_limit.h"
 #include "library/deliver.h"
 #include "library/details_reader.h"
 #include "library/main_loop.h"
@@ -135,9 +136,11 @@ void Session::open() {
   publish_snapshot();
 }
 
-void Session::publish_snapshot() {
-  run_on_main_loop([this, snapshot = read_snapshot(hits_)] { events_.snapshot(snapshot); });
+SharedSnapshot Session::publish_snapshot() {
+  SharedSnapshot snapshot = read_snapshot(hits_);
+  run_on_main_loop([this, snapshot] { events_.snapshot(snapshot); });
   malloc_trim(0);  // much was needed for a moment only, while the list was read
+  return snapshot;
 }
 
 void Session::update() {
@@ -145,14 +148,15 @@ void Session::update() {
   core_.post([this, wanted = update_] {
     if (!is_open_)
       return;
-    start_request(core_.context(), *wanted, zox_request_update,
-                  {.progress =
-                       [this](const ZoxRequestProgress &progress) {
-                         run_on_main_loop([this, progress = progress_of(progress)] {
-                           events_.update_progress(progress);
-                         });
-                       },
-                   .done = [this](const ZoxRequest &request) { end_update(request); }});
+    start_request(
+        core_.context(), *wanted, zox_request_update,
+        {.progress =
+             [this](const ZoxRequestProgress &progress) {
+               run_on_main_loop(
+                   [this, progress = progress_of(progress)] { events_.update_progress(progress); });
+             },
+         .done = [this, age_limit = age_limit_days()](
+                     const ZoxRequest &request) { end_update(request, age_limit.value_or(0)); }});
   });
 }
 
@@ -161,15 +165,25 @@ void Session::stop_update() {
     update_->cancel();
 }
 
-void Session::end_update(const ZoxRequest &request) {
+void Session::end_update(const ZoxRequest &request, std::int32_t age_limit) {
   if (!is_open_)
     return;
-  const UpdateOutcome outcome = outcome_of(request);
+  UpdateOutcome outcome = outcome_of(request);
+  outcome.age_limit = age_limit;
   if (outcome.kind == UpdateOutcome::Kind::changed)
-    hits_ = hits_of(request);
-  if (outcome.kind == UpdateOutcome::Kind::changed || outcome.aged_out > 0)
+    outcome.watchers = take_hits(request);
+  else if (outcome.aged_out > 0)
     publish_snapshot();
   run_on_main_loop([this, outcome] { events_.update_ended(outcome); });
+}
+
+/** The list has other marks, and other postings, from then on. */
+std::vector<WatcherGroup> Session::take_hits(const ZoxRequest &request) {
+  const std::vector<WatcherHit> hits = hits_of(request);
+  hits_.clear();
+  for (const WatcherHit &hit : hits)
+    hits_.insert(hit.id);
+  return group_by_watcher(*publish_snapshot(), hits);
 }
 
 SharedCancellation Session::run(Job job) {

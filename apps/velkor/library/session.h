@@ -14,6 +14,7 @@
 #include <optional>
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 #include "library/cancellation.h"
 #include "library/job_thread.h"
@@ -21,6 +22,7 @@
 #include "model/server_answer.h"
 #include "model/snapshot.h"
 #include "model/update_state.h"
+#include "model/watcher_hits.h"
 
 struct ZoxRequest;
 
@@ -95,8 +97,9 @@ public:
 
 private:
   void open();
-  void publish_snapshot();
-  void end_update(const ZoxRequest &request);
+  SharedSnapshot publish_snapshot();
+  void end_update(const ZoxRequest &request, std::int32_t age_limit);
+  std::vector<WatcherGroup> take_hits(const ZoxRequest &request);
 
   SessionOptions options_;
   Events events_;

@@ -66,17 +66,21 @@ UpdateOutcome outcome_of(const ZoxRequest &request) {
   const UpdateOutcome::Kind kind = kind_of(request);
   return {.kind = kind,
           .message = message_for(kind, request),
-          .received = count_of(request, ZOX_UPDATE_NEW) + count_of(request, ZOX_UPDATE_CHANGED) +
-                      count_of(request, ZOX_UPDATE_REMOVED),
-          .hits = count_of(request, ZOX_UPDATE_WATCHER_HIT),
+          .fresh = count_of(request, ZOX_UPDATE_NEW),
+          .changed = count_of(request, ZOX_UPDATE_CHANGED),
+          .deleted = count_of(request, ZOX_UPDATE_REMOVED),
           .aged_out = count_of(request, ZOX_UPDATE_AGED_OUT),
           .watchlist_changed = count_of(request, ZOX_UPDATE_WATCHED) > 0,
           .not_saved = kind == UpdateOutcome::Kind::changed ? why_not_saved() : ""};
 }
 
-std::unordered_set<std::int32_t> hits_of(const ZoxRequest &request) {
-  const auto ids = ids_of(request, ZOX_UPDATE_WATCHER_HIT);
-  return {ids.begin(), ids.end()};
+std::vector<WatcherHit> hits_of(const ZoxRequest &request) {
+  const ZoxUpdateResult *result = zox_request_update_result(&request);
+  std::vector<WatcherHit> hits;
+  std::uint32_t index = 0;
+  for (const std::int32_t id : ids_of(request, ZOX_UPDATE_WATCHER_HIT))
+    hits.push_back({id, shown_line(zox_update_result_watcher(result, index++))});
+  return hits;
 }
 
 }  // namespace velkor::app

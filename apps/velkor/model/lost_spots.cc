@@ -46,4 +46,21 @@ std::size_t spots_older_than(const Snapshot &snapshot, std::int32_t days, std::i
   return count;
 }
 
+std::size_t spots_of_an_emptied_list(const Snapshot &snapshot,
+                                     const std::unordered_set<std::int32_t> &watched,
+                                     std::int32_t days, std::int64_t now) {
+  constexpr std::size_t a_few = 10;
+  const PostingTable &table = snapshot.table;
+  const std::int64_t limit = now - days * seconds_a_day;
+  std::size_t count = 0;
+  for (Row row = 0; row < table.size(); ++row) {
+    if (watched.contains(table.id(row)))
+      continue;
+    if (table.stamp(row) >= limit)
+      return 0;
+    ++count;
+  }
+  return count > a_few ? count : 0;
+}
+
 }  // namespace velkor::app

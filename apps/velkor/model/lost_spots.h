@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "model/snapshot.h"
@@ -27,6 +28,14 @@ LostSpots spots_with_words(const Snapshot &snapshot, const std::vector<std::stri
 
 /** How many spots are older than that and not on the watchlist. `now` in seconds since 1970. */
 std::size_t spots_older_than(const Snapshot &snapshot, std::int32_t days, std::int64_t now);
+
+/**
+ * How many spots an update removes for being older than that if it leaves none but those that are
+ * watched; 0 when it leaves others, and for a list of a few spots.
+ */
+std::size_t spots_of_an_emptied_list(const Snapshot &snapshot,
+                                     const std::unordered_set<std::int32_t> &watched,
+                                     std::int32_t days, std::int64_t now);
 
 }  // namespace velkor::app
 

@@ -5,6 +5,9 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
+
+#include "model/watcher_hits.h"
 
 namespace velkor::app {
 
@@ -23,12 +26,17 @@ struct UpdateOutcome {
   enum class Kind { changed, nothing_new, failed, stopped };
 
   Kind kind = Kind::failed;
-  std::string message{};  // the library's sentence; empty for changed and stopped
-  std::uint32_t received = 0;
-  std::uint32_t hits = 0;      // of them, what a watcher matched
-  std::uint32_t aged_out = 0;  // postings that were too old and are gone
+  std::string message{};                 // the library's sentence; empty for changed and stopped
+  std::uint32_t fresh = 0;               // postings that the list did not have
+  std::uint32_t changed = 0;             // postings that it had
+  std::uint32_t deleted = 0;             // postings that came as deleted
+  std::vector<WatcherGroup> watchers{};  // what they matched of the fresh and changed ones
+  std::uint32_t aged_out = 0;            // postings that were too old and are gone
+  std::int32_t age_limit = 0;            // the age in days that decided so; 0 while unknown
   bool watchlist_changed = false;
   std::string not_saved{};  // why the postings could not be saved; empty when they could
+
+  [[nodiscard]] std::uint32_t received() const noexcept { return fresh + changed + deleted; }
 };
 
 }  // namespace velkor::app

@@ -14,18 +14,16 @@ namespace velkor::app {
 
 MainWindow::MainWindow(SessionOptions options, OwnFiles files, Heartbeat &heartbeat)
     : heartbeat_(heartbeat), files_(std::move(files)), remembered_(read_remembered(files_.window)),
-      account_page_(session_, files_.servers), spots_(remembered_, watched_, heartbeat),
+      updater_(session_, update_bar_, watched_), account_page_(session_, files_.servers),
+      spots_(remembered_, watched_, heartbeat),
       saver_(*this, [this](const Glib::ustring &text) { notice_.show_text(text); }),
       pages_({*this, stack_, session_, notice_, files_, watched_}),
       session_(std::move(options),
                {.snapshot = [this](SharedSnapshot snapshot) { take_snapshot(std::move(snapshot)); },
                 .unusable = [this](const std::string &message) { show_unusable(message); },
                 .update_progress =
-                    [this](const UpdateProgress &progress) {
-                      if (updating_)
-                        update_bar_.show_progress(progress);
-                    },
-                .update_ended = [this](const UpdateOutcome &outcome) { update_ended(outcome); }}) {
+                    [this](const UpdateProgress &progress) { updater_.show_progress(progress); },
+                .update_ended = [this](const UpdateOutcome &outcome) { updater_.end(outcome); }}) {
   build(remembered_);
   add_actions();
   add_posting_actions();
@@ -108,7 +106,7 @@ void MainWindow::connect_pages() {
   spots_.table().signal_selected().connect([this] { enable_actions(); });
   spots_.signal_update_wanted().connect([this] { update(); });
   spots_.signal_shown().connect([this] { posting_.show_hidden(spots_.why_hidden(posting_.id())); });
-  update_bar_.signal_stop().connect([this] { session_.stop_update(); });
+  updater_.signal_changed().connect([this] { enable_actions(); });
   account_page_.signal_done().connect([this] { account_set(); });
   pages_.signal_account().connect([this](bool has_account) {
     has_account_ = has_account;
@@ -124,7 +122,7 @@ void MainWindow::connect_pages() {
 
 void MainWindow::add_actions() {
   add_action("update", [this] { update(); });
-  add_action("stop-update", [this] { session_.stop_update(); });
+  add_action("stop-update", [this] { updater_.stop(); });
   add_action("undo", [this] { notice_.undo(); });
   add_action("close", [this] { close(); });
   add_action("search", [this] {
@@ -154,8 +152,8 @@ void MainWindow::enable_actions() {
     std::dynamic_pointer_cast<Gio::SimpleAction>(lookup_action(name))->set_enabled(enabled);
   };
   const bool is_open = posting_.get_visible() && !pages_.is_open();
-  enable("update", snapshot_ && has_account_ && !updating_);
-  enable("stop-update", updating_);
+  enable("update", snapshot_ && has_account_ && !updater_.runs());
+  enable("stop-update", updater_.runs());
   for (const char *name : {"filter", "save-list"})
     enable(name, !pages_.is_open());
   enable("watch", is_open || (spots_.table().selected_id() && !pages_.is_open()));
@@ -170,6 +168,7 @@ void MainWindow::take_snapshot(SharedSnapshot snapshot) {
   has_account_ = has_account_ || snapshot_->has_account;
   spots_.set_snapshot(snapshot_);
   pages_.set_snapshot(snapshot_);
+  updater_.set_snapshot(snapshot_);
   if (!has_account_ && snapshot_->table.size() == 0) {
     stack_.set_visible_child("account");
     account_page_.begin();
@@ -191,17 +190,8 @@ void MainWindow::account_set() {
 }
 
 void MainWindow::update() {
-  if (!snapshot_ || !has_account_ || std::exchange(updating_, true))
-    return;
-  enable_actions();
-  update_bar_.begin();
-  session_.update();
-}
-
-void MainWindow::update_ended(const UpdateOutcome &outcome) {
-  updating_ = false;
-  enable_actions();
-  update_bar_.show_outcome(outcome);
+  if (has_account_)
+    updater_.start();
 }
 
 void MainWindow::open_posting(std::int32_t id) {

@@ -21,6 +21,7 @@
 #include "window/pages.h"
 #include "window/posting_page.h"
 #include "window/spots_page.h"
+#include "window/updater.h"
 
 namespace velkor::app {
 
@@ -48,7 +49,6 @@ private:
   void take_snapshot(SharedSnapshot snapshot);
   void show_unusable(const std::string &message);
   void update();
-  void update_ended(const UpdateOutcome &outcome);
   void account_set();
   void show_posting(std::int32_t id);
   void close_posting();
@@ -71,7 +71,6 @@ private:
   std::unordered_set<std::int32_t> watched_;
   SharedSnapshot snapshot_;
   bool has_account_ = false;
-  bool updating_ = false;
   std::optional<std::int32_t> wanted_posting_;  // until the cache has been read
   SharedCancellation posting_request_;
 
@@ -85,6 +84,7 @@ private:
   UpdateBar update_bar_;
   Notice notice_;
   Gtk::Stack stack_;
+  Updater updater_;
   AccountPage account_page_;
   Gtk::Paned split_{Gtk::Orientation::VERTICAL};
   SpotsPage spots_;

@@ -94,14 +94,15 @@ class Desktop:
 class Service:
     """A stand-in server, and velkorctl beside it."""
 
-    def __init__(self, desktop, build, postings, account=True):
+    def __init__(self, desktop, build, postings, account=True, now=None):
         self.desktop = desktop
         self.build = build
         ready = desktop.directory / "ready.json"
         desktop.environment["ZOX_SERVER_PASSWORD"] = PASSWORD
         ready.unlink(missing_ok=True)
         self.server = desktop.start([build / "bin/zox-server", "--port", "0", "--control", "0", "--seed", "1",
-                                     "--postings", str(postings), "--ready-file", ready], stdout=subprocess.DEVNULL)
+                                     "--postings", str(postings), "--ready-file", ready,
+                                     *(["--now", str(now)] if now else [])], stdout=subprocess.DEVNULL)
         wait_until(lambda: ready.exists() and ready.read_text(), "the server is ready")
         addresses = json.loads(ready.read_text())
         host = addresses["main"].removeprefix("http://").rstrip("/")

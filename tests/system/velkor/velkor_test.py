@@ -117,6 +117,67 @@ class FrontEnd(FrontEndCase):
         self.quit(program)
         self.assertIn(added["id"], ids_of(service.listed()))
 
+    def text_of_the_update(self, program, beginning):
+        """All that the bar of the update says, once it begins so."""
+        program.wait_for_text(beginning)
+        return program.name_of("label", beginning)
+
+    def test_an_update_tells_what_is_new_and_what_watchers_matched(self):
+        service = self.service_with_cache()
+        service.velkorctl("watchers", "add", "walrus")
+        service.velkorctl("watchers", "add", "zeemeeuw")
+        program = self.start_with_list(service)
+        for title in ("Een+nieuwe+walrus", "De+oude+zeemeeuw", "De+walrus+bij+nacht"):
+            service.command(f"/posting?Title={title}&Cat=0&SCat=0&Tags=|a0|&Poster=anna")
+        service.command("/advance?seconds=1&updated=1&deleted=1")
+        self.desktop.press("F5")
+        told = self.text_of_the_update(program, "5 spots received. ")
+        self.assertTrue(told.startswith("5 spots received. 3 are new, 1 has changed, 1 has been deleted."), told)
+        program.wait_for("label", "“walrus” matches 2 spots: De walrus bij nacht; Een nieuwe walrus")
+        program.wait_for("label", "“zeemeeuw” matches 1 spot: De oude zeemeeuw")
+        self.quit(program)
+
+    def test_an_update_tells_what_aged_out_and_which_setting_decided(self):
+        service = self.service_with_cache()
+        service.velkorctl("config", "set", "verwijderPostsNaXDagen", "0")  # 7 days
+        before = set(ids_of(service.listed()))
+        program = self.start_with_list(service)
+        service.command("/posting?Title=Een+nieuwe+haven&Cat=0&SCat=0&Tags=|a0|&Poster=anna")
+        self.desktop.press("F5")
+        told = self.text_of_the_update(program, "1 spot received. 1 is new.")
+        old = before - set(ids_of(service.listed()))
+        self.assertTrue(1 < len(old) < len(before))
+        self.assertIn(f"{len(old)} spots have been removed, as they were older than 7 days "
+                      "(the age limit in the settings).", told)
+        self.assertNotIn("deleted", told)
+        self.quit(program)
+
+    def test_an_update_that_would_empty_the_list_asks_first(self):
+        service = self.service(now=int(time.time()) - 100 * 86400)
+        service.velkorctl("update")
+        before = ids_of(service.listed())
+        program = self.start_with_list(service)
+        added = service.command("/posting?Title=Een+nieuwe+haven&Cat=0&SCat=0&Tags=|a0|&Poster=anna")
+        asked = len(service.requests("/3.7.3/xml.php"))
+        self.desktop.press("F5")
+        program.wait_for("label", f"The update would remove all {len(before)} spots that are not on the watchlist: "
+                         "they are older than 14 days, the age limit in the settings. "
+                         "Is the clock of this computer right?")
+        self.desktop.press("alt+s")
+        program.wait_for("text", "Port of the proxy")
+        self.desktop.press("Escape")
+        program.wait_for_rows(before)
+        self.assertEqual(len(service.requests("/3.7.3/xml.php")), asked)
+        self.desktop.press("alt+n")
+        wait_until(lambda: not program.find("push button", "Not now"), "the question is gone")
+        self.desktop.press("F5")
+        program.wait_for("push button", "Update anyway")
+        self.desktop.press("alt+u")
+        program.wait_for_text("1 spot received.")
+        program.wait_for_rows([added["id"]])
+        self.assertIsNone(program.find("push button", "Update anyway"))
+        self.quit(program)
+
     def test_other_programs_open_postings_in_the_one_instance(self):
         service = self.service_with_cache()
         posting = ids_of(service.listed())[7]

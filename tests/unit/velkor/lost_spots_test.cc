@@ -52,5 +52,30 @@ TEST(LostSpots, AreOlderThanTheLimitAndNotWatched) {
   EXPECT_EQ(spots_older_than(snapshot, 21, now), 0U);
 }
 
+Snapshot snapshot_of_old_spots(std::int32_t count) {
+  std::vector<PostingFields> postings;
+  for (std::int32_t id = 1; id <= count; ++id)
+    postings.push_back({.id = id, .stamp = now - 7 * day - id});
+  return snapshot_of(postings);
+}
+
+TEST(LostSpots, AreAllWhenNoneIsYoungEnough) {
+  const Snapshot snapshot = snapshot_of_old_spots(20);
+  EXPECT_EQ(spots_of_an_emptied_list(snapshot, {}, 7, now), 20U);
+  EXPECT_EQ(spots_of_an_emptied_list(snapshot, {}, 7, now - 1), 0U);  // the youngest is kept
+  EXPECT_EQ(spots_of_an_emptied_list(snapshot, {}, 14, now), 0U);
+}
+
+TEST(LostSpots, AreAllWhenOnlyTheWatchlistRemains) {
+  const Snapshot snapshot = snapshot_of_old_spots(20);
+  EXPECT_EQ(spots_of_an_emptied_list(snapshot, {1, 20}, 7, now), 18U);
+  EXPECT_EQ(spots_of_an_emptied_list(snapshot, {1}, 7, now - 1), 19U);  // it is the youngest
+}
+
+TEST(LostSpots, OfAListOfAFewAreNotAskedAbout) {
+  EXPECT_EQ(spots_of_an_emptied_list(snapshot_of_old_spots(10), {}, 7, now), 0U);
+  EXPECT_EQ(spots_of_an_emptied_list(snapshot_of_old_spots(11), {}, 7, now), 11U);
+}
+
 }  // namespace
 }  // namespace velkor::app

@@ -22,5 +22,9 @@ TEST(UpdateState, TheFractionStaysInItsBounds) {
   EXPECT_EQ((UpdateProgress{.dump = 1, .dumps = 2, .received = 50}.fraction()), 0);
 }
 
+TEST(UpdateState, EverythingThatCameIsReceived) {
+  EXPECT_EQ((UpdateOutcome{.fresh = 3, .changed = 4, .deleted = 5, .aged_out = 9}.received()), 12U);
+}
+
 }  // namespace
 }  // namespace velkor::app
