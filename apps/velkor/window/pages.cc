@@ -13,6 +13,7 @@ Pages::Pages(Surroundings surroundings) : around_(std::move(surroundings)) {
   around_.window.add_action("back", [this] { back(); });
   add("messages", [this]() -> Page & { return messages(); });
   add("watchlist", [this]() -> Page & { return watchlist(); });
+  add("own-spots", [this]() -> Page & { return own_spots(); });
   add("settings", [this]() -> Page & { return settings(); });
 }
 
@@ -30,6 +31,7 @@ Glib::RefPtr<Gio::Menu> Pages::menu() {
   auto menu = Gio::Menu::create();
   menu->append(_("_Messages"), "win.messages");
   menu->append(_("_Watchlist"), "win.watchlist");
+  menu->append(_("My s_pots"), "win.own-spots");
   menu->append(_("_Settings"), "win.settings");
   return menu;
 }
@@ -93,6 +95,14 @@ Page &Pages::watchlist() {
     watchlist_->signal_open().connect([this](std::int32_t id) { open_.emit(id); });
   }
   return *watchlist_;
+}
+
+Page &Pages::own_spots() {
+  if (own_spots_ == nullptr) {
+    own_spots_ = Gtk::make_managed<OwnSpotsPage>(around_.session);
+    own_spots_->signal_open().connect([this](std::int32_t id) { open_.emit(id); });
+  }
+  return *own_spots_;
 }
 
 void Pages::show_profile(const std::string &user) {

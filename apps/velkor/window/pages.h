@@ -19,6 +19,7 @@
 #include "widgets/notice.h"
 #include "widgets/page.h"
 #include "window/messages_page.h"
+#include "window/own_spots_page.h"
 #include "window/profile_page.h"
 #include "window/settings_page.h"
 #include "window/watchlist_page.h"
@@ -69,6 +70,7 @@ private:
   Page &settings();
   MessagesPage &messages();
   Page &watchlist();
+  Page &own_spots();
 
   Surroundings around_;
   SharedSnapshot snapshot_;
@@ -78,6 +80,7 @@ private:
   SettingsPage *settings_ = nullptr;
   MessagesPage *messages_ = nullptr;
   WatchlistPage *watchlist_ = nullptr;
+  OwnSpotsPage *own_spots_ = nullptr;
   ProfilePage *profile_ = nullptr;
   sigc::connection shown_;  // to the stack, which outlives the pages
   sigc::signal<void()> changed_;
