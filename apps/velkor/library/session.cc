@@ -119,7 +119,7 @@ void Session::open() {
   opening.dataDir = chars_of(options_.data_dir);
   opening.cacheDir = chars_of(options_.cache_dir);
   opening.libDir = chars_of(options_.lib_dir);
-  opening.parts = ZOX_CORE_ALL & ~static_cast<guint32>(ZOX_CORE_BUS);
+  opening.parts = ZOX_CORE_SETTINGS;
   char *place = nullptr;
   const ZoxCoreResult result = zox_app_core_open(&opening, &place);
   const OwnedText message(place);
@@ -128,11 +128,13 @@ void Session::open() {
     return;
   }
   is_open_ = true;
+  health_.load_parts();
   if (options_.server || options_.static_server)
     zox_http_set_hosts(chars_of(options_.server), chars_of(options_.static_server));
   if (options_.ca_file)
     zox_http_set_ca_file(chars_of(options_.ca_file));
   publish_snapshot();
+  publish_files();
 }
 
 void Session::publish_snapshot() {
@@ -140,11 +142,24 @@ void Session::publish_snapshot() {
   malloc_trim(0);  // much was needed for a moment only, while the list was read
 }
 
-void Session::update() {
+void Session::publish_files() {
+  run_on_main_loop([this, files = health_.files()] { events_.files(files); });
+}
+
+void Session::look_at_files() {
+  core_.post([this] {
+    if (is_open_)
+      publish_files();
+  });
+}
+
+void Session::update(Extent extent) {
   update_ = std::make_shared<Cancellation>();
-  core_.post([this, wanted = update_] {
+  core_.post([this, extent, wanted = update_] {
     if (!is_open_)
       return;
+    const auto full =
+        extent == Extent::everything ? std::optional<FullUpdate>(std::in_place) : std::nullopt;
     start_request(core_.context(), *wanted, zox_request_update,
                   {.progress =
                        [this](const ZoxRequestProgress &progress) {
@@ -152,7 +167,7 @@ void Session::update() {
                            events_.update_progress(progress);
                          });
                        },
-                   .done = [this](const ZoxRequest &request) { end_update(request); }});
+                   .done = [this, full](const ZoxRequest &request) { end_update(request, full); }});
   });
 }
 
@@ -161,14 +176,18 @@ void Session::stop_update() {
     update_->cancel();
 }
 
-void Session::end_update(const ZoxRequest &request) {
+void Session::end_update(const ZoxRequest &request, const std::optional<FullUpdate> &full) {
+  const UpdateOutcome outcome = outcome_of(request);
+  health_.note();
+  if (full)
+    full->end();
   if (!is_open_)
     return;
-  const UpdateOutcome outcome = outcome_of(request);
   if (outcome.kind == UpdateOutcome::Kind::changed)
     hits_ = hits_of(request);
   if (outcome.kind == UpdateOutcome::Kind::changed || outcome.aged_out > 0)
     publish_snapshot();
+  publish_files();
   run_on_main_loop([this, outcome] { events_.update_ended(outcome); });
 }
 

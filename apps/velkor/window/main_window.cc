@@ -25,7 +25,8 @@ MainWindow::MainWindow(SessionOptions options, OwnFiles files, Heartbeat &heartb
                       if (updating_)
                         update_bar_.show_progress(progress);
                     },
-                .update_ended = [this](const UpdateOutcome &outcome) { update_ended(outcome); }}) {
+                .update_ended = [this](const UpdateOutcome &outcome) { update_ended(outcome); },
+                .files = [this](const std::vector<CachedFile> &cached) { show_files(cached); }}) {
   build(remembered_);
   add_actions();
   add_posting_actions();
@@ -51,6 +52,7 @@ void MainWindow::build(const Remembered &remembered) {
   stack_.add(account_page_, "account");
   stack_.set_expand(true);
   content_.append(update_bar_);
+  content_.append(care_bar_);
   content_.append(stack_);
   overlay_.set_child(content_);
   overlay_.add_overlay(notice_);
@@ -124,6 +126,7 @@ void MainWindow::connect_pages() {
 
 void MainWindow::add_actions() {
   add_action("update", [this] { update(); });
+  add_action("fetch-everything", [this] { update(Session::Extent::everything); });
   add_action("stop-update", [this] { session_.stop_update(); });
   add_action("undo", [this] { notice_.undo(); });
   add_action("close", [this] { close(); });
@@ -154,7 +157,8 @@ void MainWindow::enable_actions() {
     std::dynamic_pointer_cast<Gio::SimpleAction>(lookup_action(name))->set_enabled(enabled);
   };
   const bool is_open = posting_.get_visible() && !pages_.is_open();
-  enable("update", snapshot_ && has_account_ && !updating_);
+  for (const char *name : {"update", "fetch-everything"})
+    enable(name, snapshot_ && has_account_ && !updating_);
   enable("stop-update", updating_);
   for (const char *name : {"filter", "save-list"})
     enable(name, !pages_.is_open());
@@ -183,6 +187,11 @@ void MainWindow::show_unusable(const std::string &message) {
   spots_.show_unusable(message);
 }
 
+void MainWindow::show_files(const std::vector<CachedFile> &files) {
+  care_bar_.set_files(files);
+  pages_.show_files(files);
+}
+
 void MainWindow::account_set() {
   has_account_ = true;
   stack_.set_visible_child("spots");
@@ -190,12 +199,12 @@ void MainWindow::account_set() {
   update();
 }
 
-void MainWindow::update() {
+void MainWindow::update(Session::Extent extent) {
   if (!snapshot_ || !has_account_ || std::exchange(updating_, true))
     return;
   enable_actions();
   update_bar_.begin();
-  session_.update();
+  session_.update(extent);
 }
 
 void MainWindow::update_ended(const UpdateOutcome &outcome) {

@@ -14,6 +14,7 @@ Pages::Pages(Surroundings surroundings) : around_(std::move(surroundings)) {
   add("messages", [this]() -> Page & { return messages(); });
   add("watchlist", [this]() -> Page & { return watchlist(); });
   add("own-spots", [this]() -> Page & { return own_spots(); });
+  add("cache", [this]() -> Page & { return cache(); });
   add("settings", [this]() -> Page & { return settings(); });
 }
 
@@ -32,6 +33,7 @@ Glib::RefPtr<Gio::Menu> Pages::menu() {
   menu->append(_("_Messages"), "win.messages");
   menu->append(_("_Watchlist"), "win.watchlist");
   menu->append(_("My s_pots"), "win.own-spots");
+  menu->append(_("_Cache files"), "win.cache");
   menu->append(_("_Settings"), "win.settings");
   return menu;
 }
@@ -49,6 +51,11 @@ void Pages::set_snapshot(SharedSnapshot snapshot) {
 void Pages::show_watched() {
   if (watchlist_ != nullptr)
     watchlist_->show_watched();
+}
+
+void Pages::show_files(const std::vector<CachedFile> &files) {
+  if (cache_ != nullptr)
+    cache_->set_files(files);
 }
 
 bool Pages::is_open() const {
@@ -103,6 +110,12 @@ Page &Pages::own_spots() {
     own_spots_->signal_open().connect([this](std::int32_t id) { open_.emit(id); });
   }
   return *own_spots_;
+}
+
+Page &Pages::cache() {
+  if (cache_ == nullptr)
+    cache_ = Gtk::make_managed<CachePage>(around_.session);
+  return *cache_;
 }
 
 void Pages::show_profile(const std::string &user) {

@@ -240,6 +240,43 @@ class OwnSpotsPage(PagesCase):
         self.quit(program)
 
 
+class CachePage(PagesCase):
+    UPDATE = "/3.7.3/xml.php"
+
+    def kept(self, file):
+        """The content of the files that were put aside."""
+        return [path.read_text() for path in (self.home() / ".velkor").glob(f"{file}.onleesbaar-*")]
+
+    def test_a_damaged_list_is_said_and_fetched_again(self):
+        service = self.service_with_cache()
+        (self.home() / ".velkor/velkor.posts.gz").write_text("no list")
+        program = self.start(service)
+        program.wait_for_text("The spots in the cache could not be read.")
+        program.press_button("Cache files")
+        program.name_of("list item", "Damaged: Spots — velkor.posts.gz, 7 bytes — ")
+        program.press_button("Fetch everything again")
+        program.wait_for_text(f"{self.postings} spots received.")
+        program.name_of("list item", "Spots — velkor.posts.gz.onleesbaar-")
+        self.assertEqual(self.kept("velkor.posts.gz"), ["no list"])
+        asked = [{parameter["name"]: parameter["value"] for parameter in request["parameters"]}
+                 for request in service.requests(self.UPDATE)]
+        self.assertIn("0", [request["lc"] for request in asked[1:]])  # the first one filled the cache
+        self.desktop.press("Escape")
+        program.wait_for_rows(ids_of(service.listed()))
+        self.quit(program)
+        self.assertEqual(len(service.listed()), self.postings)
+        self.assertEqual(self.setting_lines("recursiveUpdate"), ["0"])
+        self.assertNotEqual(self.setting_lines("lastCheck"), ["0"])
+
+    def test_files_that_can_be_read_are_in_order(self):
+        program = self.start_with_list(self.service_with_cache())
+        self.desktop.press("ctrl+shift+c")
+        program.wait_for_text("Every file could be read.")
+        self.assertTrue(program.name_of("list item", "Spots — velkor.posts.gz, ").endswith(" — in order"))
+        self.assertFalse(program.shows("The spots in the cache could not be read."))
+        self.quit(program)
+
+
 class ProfilePage(PagesCase):
     def test_the_profile_of_a_poster_is_that_of_the_server(self):
         service = self.service_with_cache()
