@@ -117,16 +117,6 @@ void require_readable(const fs::path &directory) {
 
 }  // namespace
 
-const std::vector<CacheFile> &cache_files() {
-  static const std::vector<CacheFile> files{
-      {"velkor.conf", Kind::settings},        {"velkor.filters", Kind::filters},
-      {"velkor.groups.gz", Kind::newsgroups}, {"velkor.mail", Kind::mail},
-      {"velkor.posts", Kind::postings},       {"velkor.posts.gz", Kind::postings},
-      {"velkor.groups", Kind::newsgroups},
-  };
-  return files;
-}
-
 std::vector<CacheFile> present_files(const fs::path &directory) {
   require_readable(directory);
   std::vector<CacheFile> present;

@@ -8,18 +8,13 @@
 #include <string>
 #include <vector>
 
+#include "support/cache_files.h"
 #include "velkorctl/record.h"
 
 namespace velkor::ctl {
 
-struct CacheFile {
-  /** The name in the directory, with ".gz" when it is compressed. */
-  std::string name;
-  enum class Kind { settings, filters, newsgroups, mail, postings } kind;
-};
-
-/** All files that a cache can have, the settings first, then in the order of writing. */
-const std::vector<CacheFile> &cache_files();
+using velkor::cache_files;
+using velkor::CacheFile;
 
 /** Those that exist in `directory`; throws a Failure when it is there but cannot be read. */
 std::vector<CacheFile> present_files(const std::filesystem::path &directory);

@@ -120,7 +120,7 @@ void Session::open() {
   opening.dataDir = chars_of(options_.data_dir);
   opening.cacheDir = chars_of(options_.cache_dir);
   opening.libDir = chars_of(options_.lib_dir);
-  opening.parts = ZOX_CORE_ALL & ~static_cast<guint32>(ZOX_CORE_BUS);
+  opening.parts = ZOX_CORE_SETTINGS;
   char *place = nullptr;
   const ZoxCoreResult result = zox_app_core_open(&opening, &place);
   const OwnedText message(place);
@@ -129,11 +129,13 @@ void Session::open() {
     return;
   }
   is_open_ = true;
+  health_.load_parts();
   if (options_.server || options_.static_server)
     zox_http_set_hosts(chars_of(options_.server), chars_of(options_.static_server));
   if (options_.ca_file)
     zox_http_set_ca_file(chars_of(options_.ca_file));
   publish_snapshot();
+  publish_files();
 }
 
 SharedSnapshot Session::publish_snapshot() {
@@ -143,20 +145,35 @@ SharedSnapshot Session::publish_snapshot() {
   return snapshot;
 }
 
-void Session::update() {
+void Session::publish_files() {
+  run_on_main_loop([this, files = health_.files()] { events_.files(files); });
+}
+
+void Session::look_at_files() {
+  core_.post([this] {
+    if (is_open_)
+      publish_files();
+  });
+}
+
+void Session::update(Extent extent) {
   update_ = std::make_shared<Cancellation>();
-  core_.post([this, wanted = update_] {
+  core_.post([this, extent, wanted = update_] {
     if (!is_open_)
       return;
-    start_request(
-        core_.context(), *wanted, zox_request_update,
-        {.progress =
-             [this](const ZoxRequestProgress &progress) {
-               run_on_main_loop(
-                   [this, progress = progress_of(progress)] { events_.update_progress(progress); });
-             },
-         .done = [this, age_limit = age_limit_days()](
-                     const ZoxRequest &request) { end_update(request, age_limit.value_or(0)); }});
+    const auto full =
+        extent == Extent::everything ? std::optional<FullUpdate>(std::in_place) : std::nullopt;
+    start_request(core_.context(), *wanted, zox_request_update,
+                  {.progress =
+                       [this](const ZoxRequestProgress &progress) {
+                         run_on_main_loop([this, progress = progress_of(progress)] {
+                           events_.update_progress(progress);
+                         });
+                       },
+                   .done =
+                       [this, full, age_limit = age_limit_days()](const ZoxRequest &request) {
+                         end_update(request, full, age_limit.value_or(0));
+                       }});
   });
 }
 
@@ -165,15 +182,20 @@ void Session::stop_update() {
     update_->cancel();
 }
 
-void Session::end_update(const ZoxRequest &request, std::int32_t age_limit) {
-  if (!is_open_)
-    return;
+void Session::end_update(const ZoxRequest &request, const std::optional<FullUpdate> &full,
+                         std::int32_t age_limit) {
   UpdateOutcome outcome = outcome_of(request);
   outcome.age_limit = age_limit;
+  health_.note();
+  if (full)
+    full->end();
+  if (!is_open_)
+    return;
   if (outcome.kind == UpdateOutcome::Kind::changed)
     outcome.watchers = take_hits(request);
   else if (outcome.aged_out > 0)
     publish_snapshot();
+  publish_files();
   run_on_main_loop([this, outcome] { events_.update_ended(outcome); });
 }
 

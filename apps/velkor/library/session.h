@@ -17,6 +17,8 @@
 #include <vector>
 
 #include "library/cancellation.h"
+#include "library/file_health.h"
+#include "library/full_update.h"
 #include "library/job_thread.h"
 #include "model/posting_details.h"
 #include "model/server_answer.h"
@@ -56,6 +58,8 @@ public:
     std::function<void(std::string message)> unusable;
     std::function<void(UpdateProgress)> update_progress;
     std::function<void(UpdateOutcome)> update_ended;
+    /** The files of the cache are others, or were looked at. */
+    std::function<void(std::vector<CachedFile>)> files;
   };
   using PostingFunction = std::function<void(PostingReply)>;
   using AnswerFunction = std::function<void(ActionOutcome)>;
@@ -65,7 +69,8 @@ public:
   Session(const Session &) = delete;
   Session &operator=(const Session &) = delete;
 
-  void update();
+  enum class Extent { what_is_new, everything };
+  void update(Extent extent);
   void stop_update();
 
   /**
@@ -83,6 +88,9 @@ public:
   /** Reads the cache anew, for what was changed in it. */
   void refresh();
 
+  /** Tells of the files of the cache as they are now. */
+  void look_at_files();
+
   using Job = std::function<void(GMainContext *context, const SharedCancellation &wanted)>;
   /**
    * Lets a job run on the core's thread, behind those that were asked for before. It must not wait
@@ -98,7 +106,9 @@ public:
 private:
   void open();
   SharedSnapshot publish_snapshot();
-  void end_update(const ZoxRequest &request, std::int32_t age_limit);
+  void publish_files();
+  void end_update(const ZoxRequest &request, const std::optional<FullUpdate> &full,
+                  std::int32_t age_limit);
   std::vector<WatcherGroup> take_hits(const ZoxRequest &request);
 
   SessionOptions options_;
@@ -106,6 +116,7 @@ private:
   SharedCancellation update_;
   /** Of the core's thread: the watchers' hits of the latest update that changed the list. */
   std::unordered_set<std::int32_t> hits_;
+  FileHealth health_;     // likewise
   bool is_open_ = false;  // likewise
   JobThread core_;        // the last member: its jobs use all others
 };

@@ -17,6 +17,7 @@
 #include <velkor/zox_tags.h>
 #include <velkor/zox_watchlist.h>
 
+#include "library/category_words.h"
 #include "model/shown_text.h"
 #include "support/numbers.h"
 #include "support/owned.h"
@@ -30,13 +31,6 @@ using OwnedFilter = std::unique_ptr<ZoxFilter, ReleaseWith<zox_filter_free_filte
 
 bool is_set(const GString *text) noexcept {
   return text != nullptr && text->len > 0;
-}
-
-std::string category_words(const ZoxEvent &posting) {
-  std::string words = zox_string_category(posting.cat);
-  const std::string sub =
-      zox_category_get_scat_name(posting.cat, static_cast<guint32>(posting.sCat));
-  return sub.empty() ? words : words + "/" + sub;
 }
 
 class Reader {
@@ -135,7 +129,8 @@ private:
   void note_words(const ZoxEvent &posting) {
     const std::pair category(posting.cat, posting.sCat);
     if (!snapshot_.words.categories.contains(category))
-      snapshot_.words.categories.emplace(category, category_words(posting));
+      snapshot_.words.categories.emplace(
+          category, category_words(posting.cat, static_cast<std::uint32_t>(posting.sCat)));
     if (!snapshot_.words.states.contains(posting.status))
       snapshot_.words.states.emplace(posting.status, zox_string_status(posting.status));
   }

@@ -87,7 +87,10 @@ void EntryList::build(const Glib::ustring &name) {
       [this](const auto &place) { rows_.erase(dynamic_cast<Row *>(place->get_child())); });
   list_.set_model(selection_);
   list_.set_factory(factory);
-  list_.signal_activate().connect([this](guint /*place*/) { opened_.emit(); });
+  list_.signal_activate().connect([this](guint place) {
+    selection_->set_selected(place);
+    opened_.emit();
+  });
   set_accessible_name(list_, name);
   set_child(list_);
   set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
@@ -136,7 +139,12 @@ void EntryList::choose(guint place) {
     selection_->set_selected(std::min(place, count - 1));
 }
 
+/** After an exchange of the entries, the list itself would take the focus to the first one. */
 void EntryList::focus_list() {
+  const std::optional<std::uint64_t> id = chosen();
+  for (Row *row : rows_)
+    if (id == row->id() && row->get_parent()->grab_focus())
+      return;
   list_.grab_focus();
 }
 

@@ -23,7 +23,8 @@ MainWindow::MainWindow(SessionOptions options, OwnFiles files, Heartbeat &heartb
                 .unusable = [this](const std::string &message) { show_unusable(message); },
                 .update_progress =
                     [this](const UpdateProgress &progress) { updater_.show_progress(progress); },
-                .update_ended = [this](const UpdateOutcome &outcome) { updater_.end(outcome); }}) {
+                .update_ended = [this](const UpdateOutcome &outcome) { updater_.end(outcome); },
+                .files = [this](const std::vector<CachedFile> &cached) { show_files(cached); }}) {
   build(remembered_);
   add_actions();
   add_posting_actions();
@@ -49,6 +50,7 @@ void MainWindow::build(const Remembered &remembered) {
   stack_.add(account_page_, "account");
   stack_.set_expand(true);
   content_.append(update_bar_);
+  content_.append(care_bar_);
   content_.append(stack_);
   overlay_.set_child(content_);
   overlay_.add_overlay(notice_);
@@ -122,6 +124,7 @@ void MainWindow::connect_pages() {
 
 void MainWindow::add_actions() {
   add_action("update", [this] { update(); });
+  add_action("fetch-everything", [this] { update(Session::Extent::everything); });
   add_action("stop-update", [this] { updater_.stop(); });
   add_action("undo", [this] { notice_.undo(); });
   add_action("close", [this] { close(); });
@@ -152,7 +155,8 @@ void MainWindow::enable_actions() {
     std::dynamic_pointer_cast<Gio::SimpleAction>(lookup_action(name))->set_enabled(enabled);
   };
   const bool is_open = posting_.get_visible() && !pages_.is_open();
-  enable("update", snapshot_ && has_account_ && !updater_.runs());
+  for (const char *name : {"update", "fetch-everything"})
+    enable(name, snapshot_ && has_account_ && !updater_.runs());
   enable("stop-update", updater_.runs());
   for (const char *name : {"filter", "save-list"})
     enable(name, !pages_.is_open());
@@ -182,6 +186,11 @@ void MainWindow::show_unusable(const std::string &message) {
   spots_.show_unusable(message);
 }
 
+void MainWindow::show_files(const std::vector<CachedFile> &files) {
+  care_bar_.set_files(files);
+  pages_.show_files(files);
+}
+
 void MainWindow::account_set() {
   has_account_ = true;
   stack_.set_visible_child("spots");
@@ -189,9 +198,9 @@ void MainWindow::account_set() {
   update();
 }
 
-void MainWindow::update() {
+void MainWindow::update(Session::Extent extent) {
   if (has_account_)
-    updater_.start();
+    updater_.start(extent);
 }
 
 void MainWindow::open_posting(std::int32_t id) {

@@ -7,12 +7,14 @@
 #include <functional>
 #include <optional>
 #include <unordered_set>
+#include <vector>
 
 #include <gtkmm.h>
 
 #include "library/session.h"
 #include "model/own_files.h"
 #include "model/remembered.h"
+#include "widgets/care_bar.h"
 #include "widgets/heartbeat.h"
 #include "widgets/notice.h"
 #include "widgets/update_bar.h"
@@ -48,7 +50,8 @@ private:
 
   void take_snapshot(SharedSnapshot snapshot);
   void show_unusable(const std::string &message);
-  void update();
+  void update(Session::Extent extent = Session::Extent::what_is_new);
+  void show_files(const std::vector<CachedFile> &files);
   void account_set();
   void show_posting(std::int32_t id);
   void close_posting();
@@ -82,6 +85,7 @@ private:
   Gtk::Overlay overlay_;
   Gtk::Box content_{Gtk::Orientation::VERTICAL};
   UpdateBar update_bar_;
+  CareBar care_bar_;
   Notice notice_;
   Gtk::Stack stack_;
   Updater updater_;

@@ -42,10 +42,6 @@ MessagesPage::MessagesPage(Session &session, Notice &notice,
   list_.signal_chosen().connect([this] { show_chosen(); });
   editor_.signal_send().connect([this](const Draft &draft) { send(draft); });
   editor_.signal_discard().connect([this] { discard(); });
-  status_.set_xalign(0);
-  status_.set_wrap(true);
-  status_.add_css_class("status-line");
-  status_.set_visible(false);
   split_.set_start_child(list_);
   split_.set_end_child(stack_);
   split_.set_resize_start_child(false);
@@ -104,9 +100,8 @@ MailFunction MessagesPage::taking(MailFunction done) {
     take(result.messages);
     done(result);
     if (!result.not_saved.empty())
-      show_status(Glib::ustring::compose(_("The messages could not be saved: %1"),
-                                         Glib::ustring(result.not_saved)),
-                  true);
+      status_.tell_failure(Glib::ustring::compose(_("The messages could not be saved: %1"),
+                                                  Glib::ustring(result.not_saved)));
   };
 }
 
@@ -149,20 +144,20 @@ const Message *MessagesPage::chosen() const {
 
 void MessagesPage::fetch() {
   fetch_.set_sensitive(false);
-  show_status(_("Asking the server…"), false);
+  status_.tell(_("Asking the server…"));
   keep(fetch_messages(session_, taking([this](const MailResult &result) {
                         fetch_.set_sensitive(true);
                         if (!result.failure.empty())
-                          show_status(failure_of(result), true);
+                          status_.tell_failure(failure_of(result));
                         else if (result.received == 0)
-                          show_status(_("No new messages."), false);
+                          status_.tell(_("No new messages."));
                         else
                           show_received(result.received);
                       })));
 }
 
 void MessagesPage::show_received(std::uint32_t count) {
-  show_status(counted("%1 new message.", "%1 new messages.", count), false);
+  status_.tell(counted("%1 new message.", "%1 new messages.", count));
   if (!writing_)
     list_.focus_list();
 }
@@ -178,7 +173,7 @@ void MessagesPage::write(const Draft &draft) {
   if (!editor_.has_text())
     editor_.begin(draft);
   else if (draft != Draft{})
-    show_status(_("You have begun another message: send or discard it first."), false);
+    status_.tell(_("You have begun another message: send or discard it first."));
 }
 
 void MessagesPage::answer() {
@@ -193,7 +188,7 @@ void MessagesPage::send(const Draft &draft) {
     if (!failure.empty())
       return;
     writing_ = false;
-    show_status(_("The message has been sent."), false);
+    status_.tell(_("The message has been sent."));
     show_state();
     list_.focus_list();
   };
@@ -222,7 +217,7 @@ void MessagesPage::remove() {
       [this, place, deleted](const MailResult &result) {
         list_.choose(place);
         if (!result.failure.empty())
-          return show_status(result.failure, true);
+          return status_.tell_failure(result.failure);
         if (*deleted)
           notice_.show_text(_("The message is deleted"),
                             [this, message = **deleted] { restore(message); });
@@ -238,7 +233,7 @@ void MessagesPage::show_chosen() {
   const Message *message = chosen();
   if (message) {
     if (const std::string failure = marks_.add(*message); !failure.empty())
-      show_status(failure, true);
+      status_.tell_failure(failure);
     list_.unmark(message->id);
     subject_.set_text(subject_of(*message));
     facts_.set_text(facts_of(*message));
@@ -263,15 +258,6 @@ void MessagesPage::show_state() {
     hint_->set_text(_("No messages yet. Fetch asks the server for those that wait; New message "
                       "writes one."));
   stack_.set_visible_child("hint");
-}
-
-void MessagesPage::show_status(const Glib::ustring &text, bool is_failure) {
-  if (is_failure)
-    status_.add_css_class("error");
-  else
-    status_.remove_css_class("error");
-  status_.set_text(text);
-  status_.set_visible(true);
 }
 
 }  // namespace velkor::app

@@ -17,6 +17,7 @@
 #include "widgets/message_editor.h"
 #include "widgets/notice.h"
 #include "widgets/page.h"
+#include "widgets/status_line.h"
 
 namespace velkor::app {
 
@@ -54,7 +55,6 @@ private:
   [[nodiscard]] const Message *chosen() const;
   void show_chosen();
   void show_state();
-  void show_status(const Glib::ustring &text, bool is_failure);
 
   Session &session_;
   Notice &notice_;
@@ -67,7 +67,7 @@ private:
   Gtk::Button write_;
   Gtk::Button answer_;
   Gtk::Button delete_;
-  Gtk::Label status_;
+  StatusLine status_;
   Gtk::Paned split_{Gtk::Orientation::HORIZONTAL};
   EntryList list_;
   Gtk::Stack stack_;

@@ -13,6 +13,8 @@ Pages::Pages(Surroundings surroundings) : around_(std::move(surroundings)) {
   around_.window.add_action("back", [this] { back(); });
   add("messages", [this]() -> Page & { return messages(); });
   add("watchlist", [this]() -> Page & { return watchlist(); });
+  add("own-spots", [this]() -> Page & { return own_spots(); });
+  add("cache", [this]() -> Page & { return cache(); });
   add("settings", [this]() -> Page & { return settings(); });
 }
 
@@ -30,6 +32,8 @@ Glib::RefPtr<Gio::Menu> Pages::menu() {
   auto menu = Gio::Menu::create();
   menu->append(_("_Messages"), "win.messages");
   menu->append(_("_Watchlist"), "win.watchlist");
+  menu->append(_("My s_pots"), "win.own-spots");
+  menu->append(_("_Cache files"), "win.cache");
   menu->append(_("_Settings"), "win.settings");
   return menu;
 }
@@ -47,6 +51,11 @@ void Pages::set_snapshot(SharedSnapshot snapshot) {
 void Pages::show_watched() {
   if (watchlist_ != nullptr)
     watchlist_->show_watched();
+}
+
+void Pages::show_files(const std::vector<CachedFile> &files) {
+  if (cache_ != nullptr)
+    cache_->set_files(files);
 }
 
 bool Pages::is_open() const {
@@ -93,6 +102,20 @@ Page &Pages::watchlist() {
     watchlist_->signal_open().connect([this](std::int32_t id) { open_.emit(id); });
   }
   return *watchlist_;
+}
+
+Page &Pages::own_spots() {
+  if (own_spots_ == nullptr) {
+    own_spots_ = Gtk::make_managed<OwnSpotsPage>(around_.session);
+    own_spots_->signal_open().connect([this](std::int32_t id) { open_.emit(id); });
+  }
+  return *own_spots_;
+}
+
+Page &Pages::cache() {
+  if (cache_ == nullptr)
+    cache_ = Gtk::make_managed<CachePage>(around_.session);
+  return *cache_;
 }
 
 void Pages::show_profile(const std::string &user) {

@@ -18,7 +18,9 @@
 #include "model/own_files.h"
 #include "widgets/notice.h"
 #include "widgets/page.h"
+#include "window/cache_page.h"
 #include "window/messages_page.h"
+#include "window/own_spots_page.h"
 #include "window/profile_page.h"
 #include "window/settings_page.h"
 #include "window/watchlist_page.h"
@@ -46,6 +48,8 @@ public:
   void set_snapshot(SharedSnapshot snapshot);
   /** The watchlist is another. */
   void show_watched();
+  /** The files of the cache are others, or were looked at. */
+  void show_files(const std::vector<CachedFile> &files);
   [[nodiscard]] bool is_open() const;
   /** Shows again what was shown before the first page. */
   void back();
@@ -69,6 +73,8 @@ private:
   Page &settings();
   MessagesPage &messages();
   Page &watchlist();
+  Page &own_spots();
+  Page &cache();
 
   Surroundings around_;
   SharedSnapshot snapshot_;
@@ -78,6 +84,8 @@ private:
   SettingsPage *settings_ = nullptr;
   MessagesPage *messages_ = nullptr;
   WatchlistPage *watchlist_ = nullptr;
+  OwnSpotsPage *own_spots_ = nullptr;
+  CachePage *cache_ = nullptr;
   ProfilePage *profile_ = nullptr;
   sigc::connection shown_;  // to the stack, which outlives the pages
   sigc::signal<void()> changed_;

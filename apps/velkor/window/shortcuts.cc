@@ -51,6 +51,8 @@ const std::array<Group, 4> groups{
       {{{"win.messages", "<Control>m", N_("Open the messages")},
         {nullptr, "<Control>n", N_("Write a message")},
         {"win.watchlist", "<Control><Shift>d", N_("Open the watchlist")},
+        {"win.own-spots", "<Control><Shift>p", N_("Open your own spots")},
+        {"win.cache", "<Control><Shift>c", N_("Open the files of the cache")},
         {"win.settings", "<Control>comma", N_("Open the settings")},
         {nullptr, "<Control>s", N_("Save the settings")},
         {nullptr, "Escape", N_("Go back to the spots")},

@@ -21,9 +21,10 @@ Updater::~Updater() {
     check_->cancel();
 }
 
-void Updater::start() {
+void Updater::start(Session::Extent extent) {
   if (!snapshot_ || runs_)
     return;
+  extent_ = extent;
   if (check_)
     check_->cancel();
   check_ = ask(session_, age_limit_days,
@@ -47,7 +48,7 @@ void Updater::begin() {
     return;
   changed_.emit();
   bar_.begin();
-  session_.update();
+  session_.update(extent_);
 }
 
 void Updater::stop() {

@@ -27,7 +27,7 @@ public:
   void set_snapshot(SharedSnapshot snapshot) { snapshot_ = std::move(snapshot); }
 
   /** Starts an update unless one runs. One that would empty the list is asked about first. */
-  void start();
+  void start(Session::Extent extent);
   void stop();
   [[nodiscard]] bool runs() const noexcept { return runs_; }
 
@@ -47,6 +47,7 @@ private:
   const std::unordered_set<std::int32_t> &watched_;
   SharedSnapshot snapshot_;
   SharedCancellation check_;
+  Session::Extent extent_ = Session::Extent::what_is_new;
   bool runs_ = false;
   sigc::signal<void()> changed_;
 };

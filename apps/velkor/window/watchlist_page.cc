@@ -18,10 +18,6 @@ WatchlistPage::WatchlistPage(Session &session, const std::unordered_set<std::int
       list_(_("Watchlist")), number_name_(_("_Number of a spot"), true), add_(_("_Add"), true) {
   build_title_line();
   build_field();
-  status_.set_xalign(0);
-  status_.set_wrap(true);
-  status_.add_css_class("status-line");
-  status_.set_visible(false);
   list_.signal_chosen().connect([this] { enable(); });
   list_.signal_opened().connect([this] { open(); });
   list_.signal_delete().connect([this] { remove(); });
@@ -122,14 +118,14 @@ void WatchlistPage::transfer(Transfer what,
                              std::function<Glib::ustring(const WatchlistResult &)> words) {
   transferring_ = true;
   enable();
-  show_status(_("Asking the server…"), false);
+  status_.tell(_("Asking the server…"));
   request_ = what(session_, [this, words = std::move(words)](const WatchlistResult &result) {
     transferring_ = false;
     enable();
     if (result.failure.empty())
-      show_status(words(result), false);
+      status_.tell(words(result));
     else
-      show_status(result.failure, true);
+      status_.tell_failure(result.failure);
     if (result.added > 0)
       session_.refresh();
   });
@@ -167,15 +163,6 @@ void WatchlistPage::enable() {
   remove_.set_sensitive(is_chosen);
   download_.set_sensitive(!transferring_);
   upload_.set_sensitive(!transferring_ && !watched_.empty());
-}
-
-void WatchlistPage::show_status(const Glib::ustring &text, bool is_failure) {
-  if (is_failure)
-    status_.add_css_class("error");
-  else
-    status_.remove_css_class("error");
-  status_.set_text(text);
-  status_.set_visible(true);
 }
 
 }  // namespace velkor::app

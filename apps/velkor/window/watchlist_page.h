@@ -15,6 +15,7 @@
 #include "model/snapshot.h"
 #include "widgets/entry_list.h"
 #include "widgets/page.h"
+#include "widgets/status_line.h"
 
 namespace velkor::app {
 
@@ -47,7 +48,6 @@ private:
   void remove();
   void open();
   void enable();
-  void show_status(const Glib::ustring &text, bool is_failure);
 
   Session &session_;
   const std::unordered_set<std::int32_t> &watched_;
@@ -58,7 +58,7 @@ private:
   Gtk::Button upload_;
   Gtk::Button open_button_;
   Gtk::Button remove_;
-  Gtk::Label status_;
+  StatusLine status_;
   Gtk::Stack stack_;
   Gtk::Label *hint_;
   EntryList list_;

@@ -184,6 +184,99 @@ class WatchlistPage(PagesCase):
         self.quit(program)
 
 
+class OwnSpotsPage(PagesCase):
+    OVERVIEW = "/3.7.3/xml-myzox.php"
+
+    def open_own_spots(self, program):
+        self.desktop.press("ctrl+shift+p")
+        program.wait_for("push button", "Refresh")
+
+    def place_spot(self, service, title, description):
+        """Its number."""
+        service.velkorctl("groups", "--fetch")
+        file = self.home() / "spot"
+        file.write_text(f"[posting]\ntitle={title}\ncategory=Beeld\nsub-category=DivX\n"
+                        f"tags=Genre/Drama\nnewsgroups=1\ndescription={description}\n")
+        return service.velkorctl("post", str(file)).split()[0]
+
+    def test_a_spot_of_ones_own_is_listed_refreshed_and_opened(self):
+        service = self.service_with_cache()
+        posting = self.place_spot(service, "Haven", "Schepen in de mist")
+        self.place_spot(service, "Duinen", "Zand in de wind")
+        program = self.start_with_list(service)
+        self.open_own_spots(program)
+        name = program.name_of("list item", "Haven, Spot — Beeld/DivX — ")
+        self.assertTrue(name.endswith(" — 0 kudos — 0 reactions — can still be changed"), name)
+        program.wait_for_text("2 spots")
+        self.desktop.press("End", "alt+r")
+        program.wait_for_text("The server has been asked to refresh the spot.")
+        asked = [{parameter["name"]: parameter["value"] for parameter in request["parameters"]}
+                 for request in service.requests(self.OVERVIEW)]
+        refreshed = [request["id"] for request in asked if request.get("mode") == "update"]
+        self.assertEqual(refreshed, [posting])
+        self.assertEqual(len(asked), 3)  # the overview before and after it
+        self.desktop.press("Return")
+        program.wait_for_text("Schepen in de mist")
+        self.desktop.press("Escape")  # closes the spot now that the page is left
+        wait_until(lambda: not program.shows("Schepen in de mist"), "the spot is closed")
+        self.quit(program)
+
+    def test_without_spots_it_says_where_they_come_from(self):
+        program = self.start_with_list(self.service_with_cache())
+        self.open_own_spots(program)
+        program.wait_for_text("The server knows no spots of yours.")
+        self.quit(program)
+
+    def test_a_failure_leaves_the_list(self):
+        service = self.service_with_cache()
+        self.place_spot(service, "Haven", "Schepen in de mist")
+        program = self.start_with_list(service)
+        self.open_own_spots(program)
+        name = program.name_of("list item", "Haven, Spot")
+        service.command("/fault?path=*&kind=database")
+        program.press_button("Fetch")
+        program.wait_for_text("Database-storing")
+        program.wait_for_focus("list item", name)  # which a list that is not shown loses
+        self.quit(program)
+
+
+class CachePage(PagesCase):
+    UPDATE = "/3.7.3/xml.php"
+
+    def kept(self, file):
+        """The content of the files that were put aside."""
+        return [path.read_text() for path in (self.home() / ".velkor").glob(f"{file}.onleesbaar-*")]
+
+    def test_a_damaged_list_is_said_and_fetched_again(self):
+        service = self.service_with_cache()
+        (self.home() / ".velkor/velkor.posts.gz").write_text("no list")
+        program = self.start(service)
+        program.wait_for_text("The spots in the cache could not be read.")
+        program.press_button("Cache files")
+        program.name_of("list item", "Damaged: Spots — velkor.posts.gz, 7 bytes — ")
+        program.press_button("Fetch everything again")
+        program.wait_for_text(f"{self.postings} spots received.")
+        program.name_of("list item", "Spots — velkor.posts.gz.onleesbaar-")
+        self.assertEqual(self.kept("velkor.posts.gz"), ["no list"])
+        asked = [{parameter["name"]: parameter["value"] for parameter in request["parameters"]}
+                 for request in service.requests(self.UPDATE)]
+        self.assertIn("0", [request["lc"] for request in asked[1:]])  # the first one filled the cache
+        self.desktop.press("Escape")
+        program.wait_for_rows(ids_of(service.listed()))
+        self.quit(program)
+        self.assertEqual(len(service.listed()), self.postings)
+        self.assertEqual(self.setting_lines("recursiveUpdate"), ["0"])
+        self.assertNotEqual(self.setting_lines("lastCheck"), ["0"])
+
+    def test_files_that_can_be_read_are_in_order(self):
+        program = self.start_with_list(self.service_with_cache())
+        self.desktop.press("ctrl+shift+c")
+        program.wait_for_text("Every file could be read.")
+        self.assertTrue(program.name_of("list item", "Spots — velkor.posts.gz, ").endswith(" — in order"))
+        self.assertFalse(program.shows("The spots in the cache could not be read."))
+        self.quit(program)
+
+
 class ProfilePage(PagesCase):
     def test_the_profile_of_a_poster_is_that_of_the_server(self):
         service = self.service_with_cache()
