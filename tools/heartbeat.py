@@ -2,8 +2,8 @@
 """Measures how the desktop front end feels, on a display that nobody sees.
 
 Starts it with many postings, types a search letter by letter, opens a posting, updates and ends it;
-then prints what its own heartbeat measured and how much memory and processor time it took. The times until something is painted mean something on
-a machine that does nothing else.
+then prints what its own heartbeat measured and how much memory and processor time it took. The times
+until something is painted mean something on a machine that does nothing else.
 """
 import argparse
 import pathlib
