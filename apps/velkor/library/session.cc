@@ -11,10 +11,9 @@
 #include <velkor/zox_watchlist.h>
 
 #include "library/age_limit.h"
-#include "library/deliver.h"
+#include "library/ask_server.h"
 #include "library/details_reader.h"
 #include "library/main_loop.h"
-#include "library/request.h"
 #include "library/snapshot_reader.h"
 #include "library/update_request.h"
 #include "model/shown_text.h"
@@ -43,15 +42,14 @@ public:
 private:
   void ask(const RequestStart &start, PostingReply::Stage stage) {
     if (!wanted_->cancelled())
-      start_request(context_, *wanted_, start,
-                    {.done = [self = shared_from_this(), stage](const ZoxRequest &request) {
-                      self->end(request, stage);
-                    }});
+      start_request(
+          context_, *wanted_, start,
+          {.done = unless_cancelled([self = shared_from_this(), stage](const ZoxRequest &request) {
+             self->end(request, stage);
+           })});
   }
 
   void end(const ZoxRequest &request, PostingReply::Stage stage) {
-    if (zox_request_state(&request) == ZOX_REQUEST_CANCELLED)
-      return;
     const ZoxEvent *posting = zox_request_event(&request);
     if (posting == nullptr)
       return tell({.failure = result_of(request).message});
@@ -94,15 +92,6 @@ ActionOutcome action_outcome_of(const ZoxRequest &request) {
   const CallResult result = result_of(request);
   return result.failed() ? ActionOutcome{ServerAnswer::failed, result.message}
                          : ActionOutcome{answer_of(request), {}};
-}
-
-/** Gives the server something and tells how it took it. */
-void start_action(GMainContext *context, const SharedCancellation &wanted,
-                  const RequestStart &start, const Session::AnswerFunction &done) {
-  const auto end = [wanted, done](const ZoxRequest &request) {
-    deliver(wanted, done, action_outcome_of(request));
-  };
-  start_request(context, *wanted, start, {.done = end});
 }
 
 }  // namespace
@@ -225,32 +214,24 @@ SharedCancellation Session::fetch_posting(std::int32_t id, PostingFunction funct
 }
 
 SharedCancellation Session::send_reaction(std::int32_t id, std::string text, AnswerFunction done) {
-  return run([id, text = std::move(text),
-              done = std::move(done)](GMainContext *context, const SharedCancellation &wanted) {
-    const auto start = [&](const ZoxRequestOptions *options) {
-      return zox_request_reaction(id, 0, text.c_str(), options);
-    };
-    start_action(context, wanted, start, done);
-  });
+  const auto start = [id, text = std::move(text)](const ZoxRequestOptions *options) {
+    return zox_request_reaction(id, 0, text.c_str(), options);
+  };
+  return ask_server(*this, start, action_outcome_of, std::move(done));
 }
 
 SharedCancellation Session::give_kudos(std::int32_t id, AnswerFunction done) {
-  return run([id, done = std::move(done)](GMainContext *context, const SharedCancellation &wanted) {
-    const auto start = [&](const ZoxRequestOptions *options) {
-      return zox_request_kudos_give(id, 1, options);
-    };
-    start_action(context, wanted, start, done);
-  });
+  const auto start = [id](const ZoxRequestOptions *options) {
+    return zox_request_kudos_give(id, 1, options);
+  };
+  return ask_server(*this, start, action_outcome_of, std::move(done));
 }
 
 SharedCancellation Session::warn(std::int32_t id, std::string reason, AnswerFunction done) {
-  return run([id, reason = std::move(reason),
-              done = std::move(done)](GMainContext *context, const SharedCancellation &wanted) {
-    const auto start = [&](const ZoxRequestOptions *options) {
-      return zox_request_warning(id, 0, reason.c_str(), options);
-    };
-    start_action(context, wanted, start, done);
-  });
+  const auto start = [id, reason = std::move(reason)](const ZoxRequestOptions *options) {
+    return zox_request_warning(id, 0, reason.c_str(), options);
+  };
+  return ask_server(*this, start, action_outcome_of, std::move(done));
 }
 
 void Session::set_watched(std::int32_t id, bool watched) {
