@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "widgets/accessible_name.h"
+#include "widgets/input.h"
 
 namespace velkor::app {
 
@@ -60,7 +61,7 @@ private:
 EntryList::EntryList(const Glib::ustring &name)
     : items_(Gio::ListStore<Item>::create()), selection_(Gtk::SingleSelection::create(items_)) {
   build(name);
-  add_delete_key();
+  add_key(list_, "Delete", [this] { delete_.emit(); });
 }
 
 EntryList::~EntryList() {
@@ -94,18 +95,6 @@ void EntryList::build(const Glib::ustring &name) {
   set_accessible_name(list_, name);
   set_child(list_);
   set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
-}
-
-void EntryList::add_delete_key() {
-  const auto keys = Gtk::ShortcutController::create();
-  keys->add_shortcut(
-      Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string("Delete"),
-                            Gtk::CallbackAction::create(
-                                [this](Gtk::Widget & /*widget*/, const Glib::VariantBase & /*v*/) {
-                                  delete_.emit();
-                                  return true;
-                                })));
-  list_.add_controller(keys);
 }
 
 void EntryList::set_entries(const std::vector<ListEntry> &entries) {

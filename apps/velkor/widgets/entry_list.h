@@ -51,7 +51,6 @@ private:
   class Row;
 
   void build(const Glib::ustring &name);
-  void add_delete_key();
 
   std::set<std::uint64_t> unmarked_;
   std::set<Row *> rows_;  // that are on the screen

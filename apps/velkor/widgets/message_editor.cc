@@ -1,22 +1,11 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "widgets/message_editor.h"
 
-#include "widgets/accessible_name.h"
+#include "widgets/input.h"
 #include "widgets/page.h"
 #include "widgets/translation.h"
 
 namespace velkor::app {
-namespace {
-
-Gtk::Label *label_for(const Glib::ustring &text, Gtk::Widget &field) {
-  auto *label = Gtk::make_managed<Gtk::Label>(text, true);
-  label->set_mnemonic_widget(field);
-  label->set_xalign(1);
-  return label;
-}
-
-}  // namespace
-
 MessageEditor::MessageEditor()
     : Gtk::Box(Gtk::Orientation::VERTICAL, 6), send_button_(_("_Send"), true),
       discard_button_(_("_Discard"), true) {
@@ -33,21 +22,13 @@ MessageEditor::MessageEditor()
 void MessageEditor::build_fields() {
   fields_.set_row_spacing(6);
   fields_.set_column_spacing(12);
-  fields_.attach(*label_for(_("_To"), to_), 0, 0);
+  fields_.attach(*field_label(_("_To"), to_), 0, 0);
   fields_.attach(to_, 1, 0);
-  fields_.attach(*label_for(_("Su_bject"), subject_), 0, 1);
+  fields_.attach(*field_label(_("Su_bject"), subject_), 0, 1);
   fields_.attach(subject_, 1, 1);
   to_.set_hexpand(true);
-  body_.set_wrap_mode(Gtk::WrapMode::WORD_CHAR);
-  body_.set_accepts_tab(false);
-  body_.set_top_margin(6);
-  body_.set_bottom_margin(6);
-  body_.set_left_margin(6);
-  body_.set_right_margin(6);
-  set_accessible_name(body_, _("Text of the message"));
-  scroller_.set_child(body_);
+  prepare_text_field(scroller_, body_, _("Text of the message"));
   scroller_.set_vexpand(true);
-  scroller_.add_css_class("editor");
   failure_.add_css_class("error");
   failure_.set_wrap(true);
   failure_.set_xalign(0);
@@ -63,15 +44,7 @@ void MessageEditor::build_buttons() {
   buttons_.set_halign(Gtk::Align::END);
   buttons_.append(discard_button_);
   buttons_.append(send_button_);
-  const auto keys = Gtk::ShortcutController::create();
-  keys->add_shortcut(
-      Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string("<Control>Return"),
-                            Gtk::CallbackAction::create(
-                                [this](Gtk::Widget & /*widget*/, const Glib::VariantBase & /*v*/) {
-                                  send();
-                                  return true;
-                                })));
-  add_controller(keys);
+  add_key(*this, "<Control>Return", [this] { send(); });
 }
 
 void MessageEditor::begin(const Draft &draft) {

@@ -1,9 +1,8 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "widgets/page.h"
 
-#include <utility>
-
 #include "widgets/accessible_name.h"
+#include "widgets/input.h"
 #include "widgets/translation.h"
 
 namespace velkor::app {
@@ -21,22 +20,11 @@ Page::Page(const Glib::ustring &title) : Gtk::Box(Gtk::Orientation::VERTICAL), t
   line_.append(title_);
   line_.add_css_class("page-title");
   append(line_);
-  add_controller(keys_);
-  add_key("Escape", [this] { activate_action("win.back"); });
+  add_key(*this, "Escape", [this] { activate_action("win.back"); });
 }
 
 void Page::add_to_title_line(Gtk::Widget &widget) {
   line_.append(widget);
-}
-
-void Page::add_key(const char *keys, std::function<void()> action) {
-  keys_->add_shortcut(Gtk::Shortcut::create(
-      Gtk::ShortcutTrigger::parse_string(keys),
-      Gtk::CallbackAction::create(
-          [action = std::move(action)](Gtk::Widget & /*widget*/, const Glib::VariantBase & /*v*/) {
-            action();
-            return true;
-          })));
 }
 
 Gtk::Label *hint_label(const Glib::ustring &text) {

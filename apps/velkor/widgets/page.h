@@ -3,8 +3,6 @@
 #ifndef VELKOR_APP_WIDGETS_PAGE_H
 #define VELKOR_APP_WIDGETS_PAGE_H
 
-#include <functional>
-
 #include <gtkmm.h>
 
 namespace velkor::app {
@@ -19,14 +17,11 @@ public:
 protected:
   /** Puts a widget at the end of the title line. */
   void add_to_title_line(Gtk::Widget &widget);
-  /** Lets keys, as GTK writes them, start an action while the page has the focus. */
-  void add_key(const char *keys, std::function<void()> action);
 
 private:
   Gtk::Box line_{Gtk::Orientation::HORIZONTAL, 6};
   Gtk::Button back_;
   Gtk::Label title_;
-  Glib::RefPtr<Gtk::ShortcutController> keys_ = Gtk::ShortcutController::create();
 };
 
 /** A text in the middle of an empty page, which says what to do. */

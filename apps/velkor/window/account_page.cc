@@ -7,21 +7,11 @@
 #include "library/ask.h"
 #include "library/settings_access.h"
 #include "model/setting_labels.h"
+#include "widgets/input.h"
 #include "widgets/page.h"
 #include "widgets/translation.h"
 
 namespace velkor::app {
-namespace {
-
-Gtk::Label *label_for(const Glib::ustring &text, Gtk::Widget &field) {
-  auto *label = Gtk::make_managed<Gtk::Label>(text, true);
-  label->set_mnemonic_widget(field);
-  label->set_xalign(1);
-  return label;
-}
-
-}  // namespace
-
 AccountPage::AccountPage(Session &session, std::filesystem::path servers_file)
     : session_(session), servers_file_(std::move(servers_file)), title_(_("Welcome to Velkor")),
       text_(_("The ZOX service needs to know who is asking. Enter the name and the password of "
@@ -49,9 +39,9 @@ void AccountPage::build() {
   form_.set_row_spacing(6);
   form_.set_column_spacing(12);
   form_.set_halign(Gtk::Align::CENTER);
-  form_.attach(*label_for(_("User _name"), name_), 0, 0);
+  form_.attach(*field_label(_("User _name"), name_), 0, 0);
   form_.attach(name_, 1, 0);
-  form_.attach(*label_for(_("_Password"), password_), 0, 1);
+  form_.attach(*field_label(_("_Password"), password_), 0, 1);
   form_.attach(password_, 1, 1);
   password_.set_show_peek_icon(true);
   name_.set_width_chars(28);

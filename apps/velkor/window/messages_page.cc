@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "library/ask.h"
+#include "widgets/input.h"
 #include "widgets/translation.h"
 
 namespace velkor::app {
@@ -72,7 +73,7 @@ void MessagesPage::build_title_line() {
     name_by_label_alone(*button);
     add_to_title_line(*button);
   }
-  add_key("<Control>n", [this] { write({}); });
+  add_key(*this, "<Control>n", [this] { write({}); });
   list_.signal_delete().connect([this] { remove(); });
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "widgets/accessible_name.h"
+#include "widgets/input.h"
 #include "widgets/translation.h"
 
 namespace velkor::app {
@@ -95,17 +96,9 @@ void ReactionsPage::build_editor() {
   failure_.add_css_class("error");
   failure_.set_wrap(true);
   failure_.set_visible(false);
-  text_.set_wrap_mode(Gtk::WrapMode::WORD_CHAR);
-  text_.set_accepts_tab(false);
-  text_.set_top_margin(6);
-  text_.set_bottom_margin(6);
-  text_.set_left_margin(6);
-  text_.set_right_margin(6);
-  set_accessible_name(text_, _("Your reaction"));
-  text_scroller_.set_child(text_);
+  prepare_text_field(text_scroller_, text_, _("Your reaction"));
   text_scroller_.set_hexpand(true);
   text_scroller_.set_min_content_height(60);
-  text_scroller_.add_css_class("editor");
   send_button_.set_valign(Gtk::Align::END);
   send_button_.add_css_class("suggested-action");
   send_button_.set_tooltip_text(_("Send the reaction (Ctrl+Enter)"));
@@ -113,15 +106,7 @@ void ReactionsPage::build_editor() {
   send_button_.signal_clicked().connect([this] { send(); });
   text_.get_buffer()->signal_changed().connect(
       [this] { send_button_.set_sensitive(text_.get_buffer()->get_char_count() > 0); });
-  const auto keys = Gtk::ShortcutController::create();
-  keys->add_shortcut(
-      Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string("<Control>Return"),
-                            Gtk::CallbackAction::create(
-                                [this](Gtk::Widget & /*widget*/, const Glib::VariantBase & /*v*/) {
-                                  send();
-                                  return true;
-                                })));
-  text_.add_controller(keys);
+  add_key(text_, "<Control>Return", [this] { send(); });
   editor_.append(text_scroller_);
   editor_.append(send_button_);
   editor_.add_css_class("reaction-editor");

@@ -10,6 +10,7 @@
 #include "library/main_loop.h"
 #include "library/settings_access.h"
 #include "support/numbers.h"
+#include "widgets/input.h"
 #include "widgets/translation.h"
 
 namespace velkor::app {
@@ -64,7 +65,7 @@ void SettingsPage::build() {
   save_.set_sensitive(false);
   save_.signal_clicked().connect([this] { save(); });
   add_to_title_line(save_);
-  add_key("<Control>s", [this] { save(); });
+  add_key(*this, "<Control>s", [this] { save(); });
   failure_.add_css_class("error");
   failure_.set_wrap(true);
   failure_.set_visible(false);
