@@ -1,10 +1,13 @@
 /* SPDX-License-Identifier: LGPL-2.1-or-later */
 #include "velkorctl/ageing.h"
 
+#include <optional>
+
 #include <velkor/zox_app_core.h>
 #include <velkor/zox_eventlist.h>
 #include <velkor/zox_watchlist.h>
 
+#include "support/setting_values.h"
 #include "velkorctl/setting_words.h"
 #include "velkorctl/settings.h"
 
@@ -21,9 +24,8 @@ struct Ages {
 /** The stamp from which on postings are kept; 0, so that none ages, without a valid setting. */
 gint64 age_limit(std::time_t now) {
   constexpr gint64 seconds_a_day = 86400;
-  const ZoxSetting &setting = setting_called("verwijderPostsNaXDagen");
-  const gint32 choice = core->config->verwijderPostsNaXDagen;
-  return choice < 0 || choice > setting.highest ? 0 : now - setting.choices[choice] * seconds_a_day;
+  const std::optional<gint32> days = age_limit_days();
+  return days ? now - *days * seconds_a_day : 0;
 }
 
 void look_at(const ZoxEvent *posting, gpointer data) noexcept {

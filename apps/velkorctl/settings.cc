@@ -66,17 +66,6 @@ bool is_secret(const ZoxSetting &setting) noexcept {
   return setting.type == ZOX_SETTING_SECRET;
 }
 
-std::vector<std::string> values_of(const ZoxSetting &setting) {
-  std::vector<std::string> values;
-  if (const OwnedString value{zox_settings_get(setting.key)})
-    values.emplace_back(view_of(value.get()));
-  ZoxSplittedList *items = zox_settings_get_list(setting.key);
-  for (const ZoxString *item : Items<ZoxString>(items))
-    values.emplace_back(view_of(item));
-  zox_splitted_list_free(&items);
-  return values;
-}
-
 void assign(const ZoxSetting &setting, const std::vector<std::string> &values) {
   if (setting.readOnly != 0)
     throw usage_error(std::string(setting.key) +

@@ -8,6 +8,8 @@
 
 #include <velkor/zox_settings.h>
 
+#include "support/setting_values.h"
+
 namespace velkor::ctl {
 
 /** Every setting, in the order of the file. */
@@ -20,9 +22,6 @@ bool holds_list(const ZoxSetting &setting) noexcept;
 
 /** A password: printed only on request and never given as an argument. */
 bool is_secret(const ZoxSetting &setting) noexcept;
-
-/** The value, or the items of the list; empty when the setting is not set. */
-std::vector<std::string> values_of(const ZoxSetting &setting);
 
 /**
  * Gives the setting these values, in the words of setting_words.h; no values reset it to its

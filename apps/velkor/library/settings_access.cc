@@ -10,6 +10,7 @@
 #include "model/setting_labels.h"
 #include "model/shown_text.h"
 #include "support/owned.h"
+#include "support/setting_values.h"
 #include "support/slist.h"
 #include "support/text.h"
 
@@ -41,14 +42,11 @@ Kind kind_of(const ZoxSetting &setting) noexcept {
   return Kind::list;
 }
 
-std::vector<std::string> values_of(const ZoxSetting &setting) {
-  std::vector<std::string> values;
-  if (const OwnedString value{zox_settings_get(setting.key)}; value && value->len > 0)
-    values.emplace_back(view_of(value.get()));
-  ZoxSplittedList *items = zox_settings_get_list(setting.key);
-  for (const ZoxString *item : Items<ZoxString>(items))
-    values.emplace_back(view_of(item));
-  zox_splitted_list_free(&items);
+/** A text that is empty counts as not set; an item of a list may be empty. */
+std::vector<std::string> shown_values(const ZoxSetting &setting) {
+  std::vector<std::string> values = values_of(setting);
+  if (kind_of(setting) != Kind::list)
+    std::erase(values, "");
   return values;
 }
 
@@ -59,7 +57,7 @@ SettingField field_of(const ZoxSetting &setting) {
                      .read_only = setting.readOnly != 0,
                      .lowest = setting.lowest,
                      .highest = setting.highest,
-                     .values = values_of(setting)};
+                     .values = shown_values(setting)};
   if (setting.choices != nullptr)
     field.days.assign(setting.choices, setting.choices + setting.highest + 1);
   if (setting.defaultText != nullptr)
